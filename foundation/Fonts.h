@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QFont>
+
+namespace tarnwick {
+
+/// The desktop's fonts. Sizes are points; a size of 0 or less asks for the font's default size. GUI thread
+/// only.
+class Fonts
+{
+public:
+    static Fonts& shared();
+    static void setShared(Fonts* fonts);
+    virtual ~Fonts() = default;
+
+    enum Trait { BoldTrait = 2 };
+
+    [[nodiscard]] virtual QFont menuBarFontOfSize(double size) const = 0;
+    [[nodiscard]] virtual QFont menuFontOfSize(double size) const = 0;
+    [[nodiscard]] virtual QFont systemFontOfSize(double size) const = 0;
+    [[nodiscard]] virtual double labelFontSize() const = 0;
+    [[nodiscard]] virtual double smallSystemFontSize() const = 0;
+
+    /// `font` with `trait` added, everything else kept.
+    [[nodiscard]] virtual QFont convertFontToHaveTrait(const QFont& font, Trait trait) const = 0;
+};
+
+} // namespace tarnwick

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QUrl>
+
+#include <functional>
+#include <optional>
+
+namespace tarnwick {
+
+/// The desktop that the applications run on. GUI thread only.
+class Workspace
+{
+public:
+    static Workspace& shared();
+    static void setShared(Workspace* workspace);
+    virtual ~Workspace() = default;
+
+    struct ActiveApplication
+    {
+        QString name; ///< display name, the same text as the "AXTitle" of its element
+        std::optional<qint64> processIdentifier;
+    };
+
+    enum SearchPathDirectory { PreferencePanesDirectory = 22 };
+    enum SearchPathDomainMask { SystemDomainMask = 8 };
+
+    /// The application in front now; nothing when there is none.
+    [[nodiscard]] virtual std::optional<ActiveApplication> activeApplication() const = 0;
+
+    /// `switched` runs once for every switch of the front application, the switch to this one included,
+    /// later, from the event loop. Never removed. False when the desktop cannot tell; `switched` is then not
+    /// kept.
+    [[nodiscard]] virtual bool installAppFrontSwitchedHandler(std::function<void()> switched) = 0;
+
+    /// Opens a web page, a file or a settings pane in the program for it. False when nothing could be
+    /// started.
+    virtual bool openURL(const QUrl& url) = 0;
+
+    /// The paths of a well-known directory in the given domains, possibly none.
+    [[nodiscard]] virtual QStringList searchPathForDirectoriesInDomains(SearchPathDirectory directory,
+                                                                        SearchPathDomainMask domains,
+                                                                        bool expandTilde) const = 0;
+};
+
+} // namespace tarnwick
