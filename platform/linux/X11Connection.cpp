@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/X11Connection.h"
+
+#include <QGuiApplication>
+
+#include <algorithm>
+
+namespace tarnwick {
+
+X11Connection& X11Connection::shared()
+{
+    static X11Connection connection;
+    return connection;
+}
+
+X11Connection::X11Connection()
+{
+    if (auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>())
+        _connection = x11->connection();
+    if (_connection)
+        _root = xcb_setup_roots_iterator(xcb_get_setup(_connection)).data->root;
+}
+
+xcb_atom_t X11Connection::atom(const QByteArray& name)
+{
+    const auto known =
+        std::find_if(_atoms.cbegin(), _atoms.cend(), [&](const auto& entry) { return entry.first == name; });
+    if (known != _atoms.cend())
+        return known->second;
+    const auto cookie =
+        xcb_intern_atom(_connection, 0, static_cast<std::uint16_t>(name.size()), name.constData());
+    const XcbOwned<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(_connection, cookie, nullptr));
+    if (!reply)
+        return XCB_ATOM_NONE;
+    _atoms.append({name, reply->atom});
+    return reply->atom;
+}
+
+XcbOwned<xcb_get_property_reply_t> X11Connection::_property(xcb_window_t window, const QByteArray& name,
+                                                            std::uint32_t words)
+{
+    const auto cookie =
+        xcb_get_property(_connection, 0, window, atom(name), XCB_GET_PROPERTY_TYPE_ANY, 0, words);
+    XcbOwned<xcb_get_property_reply_t> reply(xcb_get_property_reply(_connection, cookie, nullptr));
+    if (reply && reply->type == XCB_ATOM_NONE)
+        reply.reset();
+    return reply;
+}
+
+std::optional<QList<std::uint32_t>> X11Connection::property32(xcb_window_t window, const QByteArray& name,
+                                                              std::uint32_t limit)
+{
+    const auto reply = _property(window, name, limit);
+    if (!reply || reply->format != 32)
+        return std::nullopt;
+    const auto* items = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
+    return QList<std::uint32_t>(items, items + reply->value_len);
+}
+
+std::optional<QByteArray> X11Connection::propertyText(xcb_window_t window, const QByteArray& name)
+{
+    const auto reply = _property(window, name, 64 * 1024 / 4);
+    if (!reply || reply->format != 8)
+        return std::nullopt;
+    return QByteArray(static_cast<const char*>(xcb_get_property_value(reply.get())),
+                      xcb_get_property_value_length(reply.get()));
+}
+
+void X11Connection::sync()
+{
+    const XcbOwned<xcb_get_input_focus_reply_t> reply(
+        xcb_get_input_focus_reply(_connection, xcb_get_input_focus(_connection), nullptr));
+}
+
+} // namespace tarnwick
