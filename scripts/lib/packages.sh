@@ -1,0 +1,64 @@
+# SPDX-License-Identifier: MIT
+# Sourced by the scripts: which packages they need, and need_packages, which sees to it that they are there.
+
+# What the program is built with.
+BUILD_PACKAGES=(
+    ca-certificates cmake g++ ninja-build pkg-config
+    qt6-base-dev qt6-base-dev-tools qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools libgl-dev
+    libsystemd-dev libxcb1-dev libxcb-xinput-dev libxcb-xkb-dev libxkbcommon-dev libxkbcommon-x11-dev
+)
+# What it talks to while it runs.
+RUN_PACKAGES=(at-spi2-core dbus xkb-data fonts-dejavu-core)
+# What shows it at work on a private display.
+DEMO_PACKAGES=(
+    xvfb openbox mousepad xdotool imagemagick x11-utils x11-xserver-utils x11-xkb-utils
+    python3 python3-gi gir1.2-atspi-2.0 python3-xlib
+)
+# What the tests need besides: fixtures of every toolkit, applications, checkers.
+TEST_PACKAGES=(
+    libgtest-dev libgmock-dev libbenchmark-dev libgtk-3-dev qtbase5-dev libxcb-damage0-dev libxcb-xtest0-dev
+    featherpad tint2 xclip locales libglib2.0-bin
+    clang-format clang-tidy
+)
+
+_missing_packages() {
+    local package
+    for package in "$@"; do
+        dpkg-query -W -f '${db:Status-Status}\n' "$package" 2>/dev/null | grep -qx installed || echo "$package"
+    done
+}
+
+# need_packages NAME...: installs those that are missing with apt; where there is no apt, names them all and goes on.
+need_packages() {
+    if ! command -v apt-get >/dev/null || ! command -v dpkg-query >/dev/null; then
+        echo "This system has no apt. Tarnwick needs what corresponds to these Debian packages:" >&2
+        printf '  %s\n' "$@" >&2
+        echo "Going on with what is installed." >&2
+        return 0
+    fi
+    local missing
+    mapfile -t missing < <(_missing_packages "$@")
+    [ ${#missing[@]} -eq 0 ] && return 0
+
+    local as_root=()
+    if [ "$(id -u)" -ne 0 ]; then
+        if ! command -v sudo >/dev/null; then
+            echo "These packages are missing, and there is no sudo to install them with. As root, run:" >&2
+            echo "  apt-get install --no-install-recommends ${missing[*]}" >&2
+            exit 1
+        fi
+        as_root=(sudo)
+    fi
+    echo "Installing: ${missing[*]}"
+    local log
+    log=$(mktemp)
+    if ! { "${as_root[@]}" apt-get -q update &&
+        "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qy install --no-install-recommends \
+            "${missing[@]}"; } >"$log" 2>&1 </dev/null; then
+        tail -n 20 "$log" >&2
+        echo "The packages above could not be installed. Install them by hand, then run the command again." >&2
+        rm -f "$log"
+        exit 1
+    fi
+    rm -f "$log"
+}
