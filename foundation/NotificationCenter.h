@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "foundation/ObserverList.h"
+
 #include <QString>
 #include <QVariantMap>
 
@@ -22,8 +24,7 @@ struct Notification
 class NotificationCenter
 {
 public:
-    NotificationCenter();
-    ~NotificationCenter();
+    NotificationCenter() = default;
     NotificationCenter(const NotificationCenter&) = delete;
     NotificationCenter& operator=(const NotificationCenter&) = delete;
 
@@ -31,13 +32,7 @@ public:
     static NotificationCenter& defaultCenter();
 
     using Callback = std::function<void(const Notification&)>;
-
-    /// An observation; destroying it ends it, also from inside a callback and after the centre is gone.
-    class Observer
-    {
-    public:
-        virtual ~Observer() = default;
-    };
+    using Observer = Observation;
 
     /// A null `object` observes every poster.
     [[nodiscard]] std::unique_ptr<Observer> addObserver(const QString& name, const void* object,
@@ -46,8 +41,7 @@ public:
     void postNotificationName(const QString& name, const void* object, const QVariantMap& userInfo = {});
 
 private:
-    class Entries;
-    std::shared_ptr<Entries> _entries;
+    ObserverList<const Notification&> _observers;
 };
 
 } // namespace tarnwick

@@ -17,8 +17,8 @@ namespace tarnwick {
 class UserDefaultsController
 {
 public:
+    /// `defaults` is not owned and must outlive this.
     explicit UserDefaultsController(UserDefaults& defaults);
-    ~UserDefaultsController();
     UserDefaultsController(const UserDefaultsController&) = delete;
     UserDefaultsController& operator=(const UserDefaultsController&) = delete;
 
@@ -26,27 +26,27 @@ public:
     static UserDefaultsController& sharedUserDefaultsController();
 
     void setInitialValues(const DefaultsTable& table);
-    [[nodiscard]] const DefaultsTable& initialValues() const;
+    [[nodiscard]] const DefaultsTable& initialValues() const { return _initialValues; }
 
     /// Stores every row of the initial values, in order, and notifies only then, in the same order. Other
     /// keys stay.
     void revertToInitialValues(ActionSender* sender);
 
+    /// Invalid, and without effect, for a path that does not begin with "values.".
     [[nodiscard]] QVariant valueForKeyPath(const QString& keyPath) const;
     void setValueForKeyPath(const QVariant& value, const QString& keyPath);
 
-    class Observer
-    {
-    public:
-        virtual ~Observer() = default;
-    };
+    using Observer = Observation;
+
     /// `changed` runs after each change of exactly `keyPath`. Destroying the observer ends it.
     [[nodiscard]] std::unique_ptr<Observer>
     addObserverForKeyPath(const QString& keyPath, std::function<void(const QString& keyPath)> changed);
 
 private:
-    class State;
-    std::unique_ptr<State> _state;
+    UserDefaults& _defaults;
+    DefaultsTable _initialValues;
+    ObserverList<const QString&> _observers;
+    std::unique_ptr<UserDefaults::Observer> _defaultsObserver;
 };
 
 } // namespace tarnwick
