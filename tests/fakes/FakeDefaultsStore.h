@@ -2,6 +2,7 @@
 #pragma once
 
 #include "foundation/DefaultsStore.h"
+#include "tests/fakes/Journal.h"
 
 #include <QMap>
 #include <QStringList>
@@ -16,9 +17,11 @@ public:
     bool readsTexts = false;        ///< lever: give numbers and booleans back as text, as a text file does
     QStringList written;            ///< look: the keys in the order of all writes and removals
     int synchronized = 0;           ///< look: how often pending writes were forced out
+    Journal* journal = nullptr;     ///< "read <key>"
 
     [[nodiscard]] std::optional<QVariant> value(const QString& key) const override
     {
+        note(journal, QStringLiteral("read ") + key);
         const auto found = values.constFind(key);
         if (found == values.cend())
             return std::nullopt;
