@@ -55,7 +55,7 @@ public:
     [[nodiscard]] int indexOfItem(const MenuItem* item) const;
     [[nodiscard]] int indexOfItemWithSubmenu(const Menu* submenu) const;
 
-    /// An item that is in some menu already is not added.
+    /// An item that is in some menu already, or whose submenu holds this menu, is not added.
     void addItem(std::shared_ptr<MenuItem> item);
     void insertItemAtIndex(std::shared_ptr<MenuItem> item, int index);
     /// Removing an item clears its submenu's supermenu; the item keeps the submenu.
@@ -66,7 +66,11 @@ public:
 private:
     friend class MenuItem;
     explicit Menu(const QString& title);
-    void _detach(MenuItem& item);
+    static void _detach(MenuItem& item);
+    /// Takes this menu away from any other item that has it as its submenu.
+    void _attachTo(Menu& supermenu, const MenuItem& holder);
+    /// Whether this is `outer` or a menu below it.
+    [[nodiscard]] bool _isInside(const Menu& outer) const;
 
     QString _title;
     MenuDelegate* _delegate = nullptr;

@@ -9,6 +9,7 @@
 
 #include <memory>
 #include <optional>
+#include <utility>
 
 namespace tarnwick {
 
@@ -59,12 +60,15 @@ public:
     [[nodiscard]] std::shared_ptr<MenuItem> parentItem() const;
     [[nodiscard]] bool hasSubmenu() const { return _submenu != nullptr; }
     [[nodiscard]] const std::shared_ptr<Menu>& submenu() const { return _submenu; }
-    /// Replaces an earlier submenu, whose supermenu is cleared; null takes it away.
+    /// Replaces an earlier submenu, whose supermenu is cleared; null takes it away. A menu is the submenu of
+    /// one item at a time: the item that had it before loses it. A menu that holds this item is refused.
     void setSubmenu(std::shared_ptr<Menu> submenu);
 
 private:
     friend class Menu;
     MenuItem();
+    void _attachSubmenu();
+    void _detachSubmenu();
 
     QString _title;
     std::optional<AttributedTitle> _attributedTitle;
