@@ -1,0 +1,70 @@
+# SPDX-License-Identifier: MIT
+"""What all desktop tests begin with."""
+import os
+import pathlib
+import sys
+import unittest
+
+from .accessible import AccessibilityBus
+from .session import Session
+from .tools import require
+
+_TOOLS = ("Xvfb", "openbox", "dbus-daemon", "dbus-monitor", "setxkbmap", "setpriv", "xclip", "import")
+
+
+class DesktopTest(unittest.TestCase):
+    """A test with a session of its own class; `prepare` starts what all its tests need."""
+
+    session_options = {}
+    tools = ()
+
+    @classmethod
+    def setUpClass(cls):
+        require(*_TOOLS, *cls.tools)
+        cls.session = Session(**cls.session_options)
+        cls.addClassCleanup(cls.session.stop)
+        cls.session.start()
+        cls.screen = cls.session.screen
+        cls.bus = None
+        try:
+            cls.prepare()
+        except BaseException:
+            cls._keep_evidence(f"{cls.__name__}.prepare")
+            raise
+
+    @classmethod
+    def prepare(cls):
+        """Starts what the tests of the class share."""
+
+    @classmethod
+    def connect_accessibility(cls):
+        """The accessibility bus of the session, from now on in `cls.bus`."""
+        if cls.bus is None:
+            cls.bus = AccessibilityBus(cls.session.environment["DBUS_SESSION_BUS_ADDRESS"])
+            cls.addClassCleanup(cls.bus.close)
+        return cls.bus
+
+    def run(self, result=None):
+        before = len(result.failures) + len(result.errors) if result else 0
+        super().run(result)
+        if result and len(result.failures) + len(result.errors) > before:
+            self._keep_evidence(self.id().split(".", 1)[-1])
+        if hasattr(self, "screen"):
+            self.screen.release_everything()
+        return result
+
+    @classmethod
+    def _keep_evidence(cls, name):
+        """Leaves a picture of the screen for the person who looks into the failure."""
+        directory = pathlib.Path(os.environ.get("TARNWICK_TEST_OUTPUT", "."))
+        directory.mkdir(parents=True, exist_ok=True)
+        cls.session.screenshot(directory / f"{name}.png")
+        print(f"the screen at the failure: {directory / name}.png", file=sys.stderr)
+
+
+def main():
+    """Runs the tests of the calling file; the status is 77 when a missing tool has kept all of them from running."""
+    program = unittest.main(verbosity=2, exit=False)
+    result = program.result
+    nothing_ran = result.wasSuccessful() and result.testsRun == 0
+    sys.exit(77 if nothing_ran else not result.wasSuccessful())

@@ -1,0 +1,51 @@
+# SPDX-License-Identifier: MIT
+"""Writes down every call that goes over a bus."""
+import re
+
+from .waiting import wait_for
+
+_CALL = re.compile(r"^method call .*sender=(?P<sender>\S+) -> destination=(?P<destination>\S+) .*"
+                   r"path=(?P<path>\S+); interface=(?P<interface>\S+); member=(?P<member>\S+)")
+_SENT = re.compile(r"^(method (call|return)|signal|error) ")
+_TEXT = re.compile(r'^\s+string "(.*)"$')
+
+
+class Call:
+    """A method call: who asked whom for what, with its text arguments."""
+
+    def __init__(self, match):
+        self.sender = match["sender"]
+        self.destination = match["destination"]
+        self.interface = match["interface"]
+        self.member = match["member"]
+        self.texts = []
+
+    @property
+    def method(self):
+        return f"{self.interface}.{self.member}"
+
+    def __repr__(self):
+        return f"{self.sender} -> {self.destination}: {self.method}({', '.join(self.texts)})"
+
+
+class BusMonitor:
+    """Sees the calls on one bus from its making on."""
+
+    def __init__(self, session, address):
+        self._program = session.run("dbus-monitor", "--address", address, "type=method_call")
+        wait_for(lambda: "NameLost" in self._program.output or "NameAcquired" in self._program.output, "a bus monitor")
+
+    def calls(self):
+        """All calls so far."""
+        found = []
+        for line in self._program.output.splitlines():
+            if match := _CALL.match(line):
+                found.append(Call(match))
+            elif _SENT.match(line):
+                found.append(None)
+            elif found and found[-1] and (text := _TEXT.match(line)):
+                found[-1].texts.append(text[1])
+        return [call for call in found if call]
+
+    def stop(self):
+        self._program.stop()

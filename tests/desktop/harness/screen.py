@@ -1,0 +1,226 @@
+# SPDX-License-Identifier: MIT
+"""Windows, keys and buttons of one X display, as a second person at the same screen has them."""
+from Xlib import X, XK, display, error
+from Xlib.ext import xtest
+from Xlib.protocol import event
+
+from .waiting import wait_for
+
+# Buttons as the server numbers them.
+LEFT, MIDDLE, RIGHT = 1, 2, 3
+
+XK.load_keysym_group("xf86")
+
+
+class Window:
+    """A top-level window."""
+
+    def __init__(self, screen, handle):
+        self._screen = screen
+        self.handle = handle
+
+    @property
+    def id(self):
+        return self.handle.id
+
+    @property
+    def pid(self):
+        value = self._screen.property_of(self.handle, "_NET_WM_PID")
+        return value[0] if value else None
+
+    @property
+    def title(self):
+        value = self._screen.property_of(self.handle, "_NET_WM_NAME")
+        return bytes(value).decode() if value is not None else ""
+
+    @property
+    def types(self):
+        value = self._screen.property_of(self.handle, "_NET_WM_WINDOW_TYPE") or []
+        return [self._screen.atom_name(atom) for atom in value]
+
+    @property
+    def frame(self):
+        """(x, y, width, height) on the screen, without what the window manager adds."""
+        geometry = self.handle.get_geometry()
+        corner = self.handle.translate_coords(self._screen.root, 0, 0)
+        return -corner.x, -corner.y, geometry.width, geometry.height
+
+    @property
+    def center(self):
+        x, y, width, height = self.frame
+        return x + width // 2, y + height // 2
+
+
+class Screen:
+    """One connection to a display: it looks, and it moves the pointer and the keys."""
+
+    def __init__(self, name):
+        self.display = display.Display(name)
+        self.root = self.display.screen().root
+        self._atoms = {}
+        self._pressed_keys = []
+        self._pressed_buttons = []
+
+    def close(self):
+        self.display.close()
+
+    # Looking
+
+    def property_of(self, window, name):
+        try:
+            value = window.get_full_property(self.display.intern_atom(name), X.AnyPropertyType)
+        except error.XError:
+            return None
+        return value.value if value else None
+
+    def atom_name(self, atom):
+        if atom not in self._atoms:
+            self._atoms[atom] = self.display.get_atom_name(atom)
+        return self._atoms[atom]
+
+    def has_window_manager(self):
+        return bool(self.property_of(self.root, "_NET_SUPPORTING_WM_CHECK"))
+
+    def windows(self):
+        """The windows that the window manager knows, oldest first."""
+        handles = self.property_of(self.root, "_NET_CLIENT_LIST")
+        return [Window(self, self.display.create_resource_object("window", handle)) for handle in handles or []]
+
+    def unmanaged_windows(self):
+        """The windows on the screen that pass by the window manager, lowest first: menus, tooltips."""
+        found = []
+        for handle in self.root.query_tree().children:
+            try:
+                attributes = handle.get_attributes()
+            except error.XError:
+                continue
+            if attributes.override_redirect and attributes.map_state == X.IsViewable:
+                found.append(Window(self, handle))
+        return found
+
+    def active_window(self):
+        value = self.property_of(self.root, "_NET_ACTIVE_WINDOW")
+        return Window(self, self.display.create_resource_object("window", value[0])) if value and value[0] else None
+
+    def pointer(self):
+        position = self.root.query_pointer()
+        return position.root_x, position.root_y
+
+    def focused_window_id(self):
+        focus = self.display.get_input_focus().focus
+        return focus if isinstance(focus, int) else focus.id
+
+    # The window manager's part
+
+    def window_titled(self, title, limit=10.0):
+        def find():
+            return next((window for window in self.windows() if window.title == title), None)
+        return wait_for(find, f"a window titled {title!r}", limit)
+
+    def activate(self, window):
+        """Brings a window to the front, as a task bar does, and waits until it is there."""
+        request = event.ClientMessage(window=window.handle, client_type=self.display.intern_atom("_NET_ACTIVE_WINDOW"),
+                                      data=(32, [2, X.CurrentTime, 0, 0, 0]))
+        self.root.send_event(request, event_mask=X.SubstructureRedirectMask | X.SubstructureNotifyMask)
+        self.display.flush()
+        self.wait_until_active(window)
+
+    def wait_until_active(self, window):
+        wait_for(lambda: (front := self.active_window()) is not None and front.id == window.id,
+                 f"{window.title!r} in front")
+
+    def place(self, window, x, y):
+        """Moves a window's own area to about (x, y) and waits until it has moved."""
+        before = window.frame
+        window.handle.configure(x=x, y=y)
+        self.display.flush()
+        wait_for(lambda: window.frame != before or before[:2] == (x, y), f"{window.title!r} moved")
+
+    # Keys and buttons
+
+    def key_code(self, key):
+        """The code of a key by its name on the current layout ("a", "Escape"), or the code itself."""
+        if isinstance(key, int):
+            return key
+        symbol = XK.string_to_keysym(key)
+        code = self.display.keysym_to_keycode(symbol)
+        if not code:
+            raise ValueError(f"no key {key!r} on this layout")
+        return code
+
+    def press(self, key):
+        code = self.key_code(key)
+        xtest.fake_input(self.display, X.KeyPress, code)
+        self.display.sync()
+        self._pressed_keys.append(code)
+
+    def release(self, key):
+        code = self.key_code(key)
+        xtest.fake_input(self.display, X.KeyRelease, code)
+        self.display.sync()
+        if code in self._pressed_keys:
+            self._pressed_keys.remove(code)
+
+    def tap(self, key, *held):
+        """Presses and releases a key while the keys `held` are down."""
+        for modifier in held:
+            self.press(modifier)
+        self.press(key)
+        self.release(key)
+        for modifier in reversed(held):
+            self.release(modifier)
+
+    def type(self, text):
+        for letter in text:
+            self.tap({" ": "space", "\n": "Return"}.get(letter, letter))
+
+    def move(self, x, y):
+        xtest.fake_input(self.display, X.MotionNotify, x=x, y=y)
+        self.display.sync()
+
+    def press_button(self, button):
+        xtest.fake_input(self.display, X.ButtonPress, button)
+        self.display.sync()
+        self._pressed_buttons.append(button)
+
+    def release_button(self, button):
+        xtest.fake_input(self.display, X.ButtonRelease, button)
+        self.display.sync()
+        if button in self._pressed_buttons:
+            self._pressed_buttons.remove(button)
+
+    def click(self, button=LEFT, at=None):
+        if at:
+            self.move(*at)
+        self.press_button(button)
+        self.release_button(button)
+
+    def release_everything(self):
+        """Lets go of what a failed test still holds down."""
+        for key in list(self._pressed_keys):
+            self.release(key)
+        for button in list(self._pressed_buttons):
+            self.release_button(button)
+
+    # Grabs
+
+    def grabs_left(self):
+        """Which of "keyboard" and "pointer" somebody holds. Takes both for a moment when they are free."""
+        left = []
+        if self.root.grab_keyboard(False, X.GrabModeAsync, X.GrabModeAsync, X.CurrentTime) == X.GrabSuccess:
+            self.display.ungrab_keyboard(X.CurrentTime)
+        else:
+            left.append("keyboard")
+        if self.root.grab_pointer(False, 0, X.GrabModeAsync, X.GrabModeAsync, 0, 0, X.CurrentTime) == X.GrabSuccess:
+            self.display.ungrab_pointer(X.CurrentTime)
+        else:
+            left.append("pointer")
+        self.display.sync()
+        return left
+
+    def hold_key(self, key, modifiers):
+        """Takes a chord for ourselves, as another program's hot key; the result gives it back."""
+        code = self.key_code(key)
+        self.root.grab_key(code, modifiers, False, X.GrabModeAsync, X.GrabModeAsync)
+        self.display.sync()
+        return lambda: (self.root.ungrab_key(code, modifiers), self.display.sync())

@@ -1,0 +1,41 @@
+# SPDX-License-Identifier: MIT
+"""Waiting for what a desktop will show sooner or later."""
+import time
+
+from gi.repository import GLib
+
+LIMIT = 10.0  # seconds; generous, since a busy machine is no failure
+
+
+class TimedOut(AssertionError):
+    """What was waited for did not come."""
+
+
+def dispatch_events():
+    """Delivers the bus signals that have arrived."""
+    context = GLib.MainContext.default()
+    while context.iteration(False):
+        pass
+
+
+def wait_for(condition, what, limit=LIMIT, step=0.005):
+    """Waits until `condition()` is true and returns its value; after `limit` seconds fails with `what`."""
+    end = time.monotonic() + limit
+    while True:
+        dispatch_events()
+        value = condition()
+        if value:
+            return value
+        if time.monotonic() > end:
+            raise TimedOut(f"after {limit} s still not: {what}")
+        time.sleep(step)
+
+
+def holds_for(condition, seconds, what):
+    """Fails with `what` as soon as `condition()` is false within `seconds`: for what must not happen."""
+    end = time.monotonic() + seconds
+    while time.monotonic() < end:
+        dispatch_events()
+        if not condition():
+            raise AssertionError(what)
+        time.sleep(0.005)
