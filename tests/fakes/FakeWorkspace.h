@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "foundation/Workspace.h"
+
+#include <QList>
+#include <QMap>
+
+namespace tarnwick {
+
+/// A desktop that the test plays. Opens nothing.
+class FakeWorkspace final : public Workspace
+{
+public:
+    std::optional<ActiveApplication> active; ///< lever: the application in front
+    bool tellsSwitches = true;               ///< lever: whether switches can be observed at all
+    bool opens = true;                       ///< lever: whether there is a program for what is opened
+    QStringList preferencePanes;             ///< lever: the directories of settings panes
+    QList<QUrl> opened;                      ///< look: what was asked to be opened, in order
+
+    /// Lever: the user brings an application to the front; observers hear of it now.
+    void switchTo(const QString& name, std::optional<qint64> processIdentifier)
+    {
+        active = ActiveApplication{name, processIdentifier};
+        announceSwitch();
+    }
+
+    /// Lever: observers hear of a switch.
+    void announceSwitch()
+    {
+        const auto handlers = _handlers;
+        for (const auto& handler : handlers)
+            handler();
+    }
+
+    [[nodiscard]] std::optional<ActiveApplication> activeApplication() const override { return active; }
+
+    [[nodiscard]] bool installAppFrontSwitchedHandler(std::function<void()> switched) override
+    {
+        if (tellsSwitches)
+            _handlers.append(std::move(switched));
+        return tellsSwitches;
+    }
+
+    bool openURL(const QUrl& url) override
+    {
+        opened.append(url);
+        return opens;
+    }
+
+    [[nodiscard]] QStringList searchPathForDirectoriesInDomains(SearchPathDirectory directory,
+                                                                SearchPathDomainMask domains,
+                                                                bool /*expandTilde*/) const override
+    {
+        return directory == PreferencePanesDirectory && domains == SystemDomainMask ? preferencePanes
+                                                                                    : QStringList();
+    }
+
+private:
+    QList<std::function<void()>> _handlers;
+};
+
+} // namespace tarnwick
