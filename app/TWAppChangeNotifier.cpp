@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#include "app/TWAppChangeNotifier.h"
+
+#include "foundation/NotificationCenter.h"
+#include "foundation/Workspace.h"
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick {
+
+qint32 AppFrontSwitchedHandler(TWAppChangeNotifier& notifier)
+{
+    notifier.appFrontSwitched();
+    return 0;
+}
+
+bool TWAppChangeNotifier::setupAppFrontSwitchedHandler()
+{
+    return Workspace::shared().installAppFrontSwitchedHandler([this] { AppFrontSwitchedHandler(*this); });
+}
+
+void TWAppChangeNotifier::appFrontSwitched()
+{
+    // The switch itself does not say to whom: the front application is asked for now.
+    QVariant processIdentifier;
+    if (const auto application = Workspace::shared().activeApplication();
+        application && application->processIdentifier)
+        processIdentifier = *application->processIdentifier;
+    NotificationCenter::defaultCenter().postNotificationName(TWAppChangedNotification, this,
+                                                             {{u"PID"_s, processIdentifier}});
+}
+
+} // namespace tarnwick

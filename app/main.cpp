@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+#include "app/Desktop.h"
+#include "app/MainInterface.h"
+
+using namespace tarnwick;
+
+int main(int argc, char** argv)
+{
+    const Desktop desktop = openDesktop(argc, argv);
+    desktop.makeShared();
+    if (desktop.session->handedOverToRunningInstance())
+        return 0;
+    AppDelegate::initialize();
+    std::unique_ptr<MainInterface> interface;
+    return desktop.session->run([&interface] {
+        interface = std::make_unique<MainInterface>([] { return nullptr; });
+        interface->finishLaunching();
+    });
+}
