@@ -2,7 +2,7 @@
 #pragma once
 
 #include "ax/Accessibility.h"
-#include "tests/fixtures/MenuText.h"
+#include "tests/fakes/MenuFile.h"
 
 #include <QHash>
 #include <QList>
