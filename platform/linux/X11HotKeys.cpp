@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/X11HotKeys.h"
+
+#include "platform/linux/KeyCodes.h"
+#include "platform/linux/X11Connection.h"
+#include "platform/linux/X11KeyGrab.h"
+#include "platform/linux/X11Keyboard.h"
+#include "platform/qt/MenuTracking.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <chrono>
+
+// The header names one of its fields with a word of C++.
+#define explicit explicit_
+#include <xcb/xkb.h>
+#undef explicit
+
+namespace tarnwick {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto mapChangeSettles = 20ms;
+constexpr auto heldKeyLook = 20ms;
+
+} // namespace
+
+X11HotKeys::X11HotKeys() : _connection(X11Connection::shared())
+{
+    if (!_connection)
+        return;
+    _modifierMap = X11ModifierMap::read(_connection);
+    if (const auto* xkb = xcb_get_extension_data(_connection.get(), &xcb_xkb_id); xkb && xkb->present)
+        _xkbFirstEvent = xkb->first_event;
+
+    // One change of the map is told in many events.
+    _mapChangeTimer.setSingleShot(true);
+    _mapChangeTimer.setInterval(mapChangeSettles);
+    connect(&_mapChangeTimer, &QTimer::timeout, this, &X11HotKeys::_followKeyboardMap);
+    // While a menu has the keyboard, the key's release is seen by the menu only.
+    _heldKeyTimer.setInterval(heldKeyLook);
+    connect(&_heldKeyTimer, &QTimer::timeout, this, &X11HotKeys::_forgetHeldKeyWhenUp);
+    connect(&MenuTracking::shared(), &MenuTracking::ended, this, [this] {
+        if (_heldKey) {
+            _heldKeyTimer.start();
+            _forgetHeldKeyWhenUp();
+        }
+    });
+    QCoreApplication::instance()->installNativeEventFilter(this);
+}
+
+X11HotKeys::~X11HotKeys()
+{
+    if (auto* application = QCoreApplication::instance())
+        application->removeNativeEventFilter(this);
+}
+
+void X11HotKeys::installEventHandler(std::function<qint32()> handler)
+{
+    _handlers.push_back(std::move(handler));
+}
+
+std::optional<EventHotKeyRef> X11HotKeys::registerEventHotKey(quint32 keyCode, quint32 modifiers,
+                                                              EventHotKeyID /*id*/, quint32 /*options*/)
+{
+    const auto x11KeyCode = x11KeyCodeOf(keyCode);
+    if (!_connection || !x11KeyCode || *x11KeyCode > maximumX11KeyCode)
+        return std::nullopt;
+    const auto key = static_cast<quint8>(*x11KeyCode);
+    const auto bits = _modifierMap.bitsOfEventModifiers(modifiers);
+    if (!bits || _isRegistered(key, *bits))
+        return std::nullopt;
+    auto grab = X11KeyGrab::take(_connection, _modifierMap, key, modifiers);
+    if (!grab)
+        return std::nullopt;
+    _grabs.emplace(++_lastRef, std::move(grab));
+    return _lastRef;
+}
+
+bool X11HotKeys::unregisterEventHotKey(EventHotKeyRef hotKey)
+{
+    return _grabs.erase(hotKey) > 0;
+}
+
+bool X11HotKeys::nativeEventFilter(const QByteArray& /*eventType*/, void* message, qintptr* /*result*/)
+{
+    const auto* event = static_cast<const xcb_generic_event_t*>(message);
+    const auto eventType = static_cast<quint8>(event->response_type & ~0x80);
+    if (_isKeyboardMapChange(eventType, message))
+        _mapChangeTimer.start();
+    if (eventType != XCB_KEY_PRESS && eventType != XCB_KEY_RELEASE)
+        return false;
+    const auto* key = static_cast<const xcb_key_press_event_t*>(message);
+    if (key->event != _connection.root())
+        return false;
+    if (eventType == XCB_KEY_RELEASE) {
+        if (_heldKey == key->detail)
+            _forgetHeldKeyWhenUp();
+        return false;
+    }
+    if (!_isRegistered(key->detail, key->state))
+        return false;
+    _keyPressed(key->detail);
+    return true;
+}
+
+bool X11HotKeys::_isRegistered(quint8 keyCode, quint16 state) const
+{
+    return std::any_of(_grabs.cbegin(), _grabs.cend(), [&](const auto& entry) {
+        return entry.second->matches(keyCode, state, _modifierMap);
+    });
+}
+
+bool X11HotKeys::_isKeyboardMapChange(quint8 eventType, const void* event) const
+{
+    if (eventType == XCB_MAPPING_NOTIFY)
+        return true;
+    if (_xkbFirstEvent == 0 || eventType != _xkbFirstEvent)
+        return false;
+    const quint8 xkbType = static_cast<const xcb_xkb_map_notify_event_t*>(event)->xkbType;
+    return xkbType == XCB_XKB_MAP_NOTIFY || xkbType == XCB_XKB_NEW_KEYBOARD_NOTIFY;
+}
+
+void X11HotKeys::_keyPressed(quint8 keyCode)
+{
+    if (_heldKey == keyCode)
+        return;
+    _heldKey = keyCode;
+    // Handlers open menus, which run event loops: never from inside a filter.
+    QMetaObject::invokeMethod(this, &X11HotKeys::_offerPress, Qt::QueuedConnection);
+}
+
+void X11HotKeys::_offerPress()
+{
+    if (MenuTracking::shared().active())
+        return;
+    const auto handlers = _handlers;
+    for (auto handler = handlers.rbegin(); handler != handlers.rend(); ++handler)
+        if ((*handler)() == noErr)
+            return;
+}
+
+void X11HotKeys::_forgetHeldKeyWhenUp()
+{
+    if (_heldKey && keysDown(_connection).test(*_heldKey))
+        return;
+    _heldKey.reset();
+    _heldKeyTimer.stop();
+}
+
+void X11HotKeys::_followKeyboardMap()
+{
+    _modifierMap = X11ModifierMap::read(_connection);
+    for (const auto& [ref, grab] : _grabs)
+        grab->follow(_modifierMap);
+    xcb_flush(_connection.get());
+}
+
+} // namespace tarnwick

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "app/HotKeys.h"
+#include "platform/linux/X11ModifierMap.h"
+
+#include <QAbstractNativeEventFilter>
+#include <QObject>
+#include <QTimer>
+
+#include <map>
+#include <memory>
+#include <vector>
+
+namespace tarnwick {
+
+class X11Connection;
+class X11KeyGrab;
+
+/// Hot keys as passive grabs of physical keys on Qt's own X connection, so that the pop-up can take the
+/// keyboard over while the hot key is still down. Without an X server nothing can be registered. A press
+/// while a menu is open is dropped, and so are the repeats of a key that is held down.
+class X11HotKeys final : public QObject, public QAbstractNativeEventFilter, public HotKeys
+{
+    Q_OBJECT
+
+public:
+    X11HotKeys();
+    ~X11HotKeys() override;
+
+    void installEventHandler(std::function<qint32()> handler) override;
+    /// Registering a combination that is registered already is refused, too.
+    std::optional<EventHotKeyRef> registerEventHotKey(quint32 keyCode, quint32 modifiers, EventHotKeyID id,
+                                                      quint32 options) override;
+    bool unregisterEventHotKey(EventHotKeyRef hotKey) override;
+
+    bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
+
+private:
+    [[nodiscard]] bool _isRegistered(quint8 keyCode, quint16 state) const;
+    [[nodiscard]] bool _isKeyboardMapChange(quint8 eventType, const void* event) const;
+    void _keyPressed(quint8 keyCode);
+    void _offerPress();
+    void _forgetHeldKeyWhenUp();
+    void _followKeyboardMap();
+
+    X11Connection& _connection;
+    X11ModifierMap _modifierMap;
+    std::map<EventHotKeyRef, std::unique_ptr<X11KeyGrab>> _grabs;
+    EventHotKeyRef _lastRef = 0;
+    std::vector<std::function<qint32()>> _handlers;
+    quint8 _xkbFirstEvent = 0;
+    std::optional<quint8> _heldKey; ///< fired once, not seen up since
+    QTimer _heldKeyTimer;
+    QTimer _mapChangeTimer;
+};
+
+} // namespace tarnwick
