@@ -54,9 +54,7 @@ float CScanner::g()
     const bool negative = _takeSign();
     const std::optional<float> magnitude = _matching ? _takeMagnitude() : std::nullopt;
     _matching = magnitude.has_value();
-    if (!_matching)
-        return 0;
-    return negative ? -*magnitude : *magnitude;
+    return negative ? -magnitude.value_or(0.0F) : magnitude.value_or(0.0F);
 }
 
 qint64 CScanner::ld()

@@ -1,34 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/QtArguments.h"
 
-#include <QtGlobal>
-
 namespace tarnwick {
 
 namespace {
 
-bool withoutDisplay(const QByteArray& platform)
-{
-    return platform.startsWith("offscreen") || platform.startsWith("minimal");
-}
+char noGrab[] = "-nograb";
 
 } // namespace
 
-QtArguments::QtArguments(int argc, char** argv)
+QtArguments::QtArguments(int argc, char** argv) : _argc(argc + 1), _argv(argv, argv + argc)
 {
-    for (int i = 0; i < argc; ++i)
-        _texts.append(QByteArray(argv[i]));
-    const bool asked = _texts.contains("-platform") || _texts.contains("--platform");
-    const qsizetype behindName = qMin<qsizetype>(1, _texts.size());
-    if (!asked && !withoutDisplay(qgetenv("QT_QPA_PLATFORM"))) {
-        _texts.insert(behindName, "xcb");
-        _texts.insert(behindName, "-platform");
-    }
-    _texts.insert(behindName, "-nograb");
-    for (QByteArray& text : _texts)
-        _values.append(text.data());
-    _count = int(_values.size());
-    _values.append(nullptr);
+    _argv.push_back(noGrab);
+    _argv.push_back(nullptr);
 }
 
 } // namespace tarnwick

@@ -1,30 +1,26 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QByteArray>
-#include <QList>
+#include <vector>
 
 namespace tarnwick {
 
-/// The program's arguments with those that Tarnwick gives to Qt put in front: X11 as the platform, and no
-/// grabs by Qt, which would take the focus from the application whose menu is shown. A user who asks for
-/// another platform (with "-platform", or for an off-screen one with QT_QPA_PLATFORM) keeps it.
+/// main's arguments as the toolkit's application object is to get them: with the option that keeps it from
+/// grabbing keyboard and pointer for its pop-ups, since grabs of its own take the focus from the application
+/// in front. Must outlive the application object.
 class QtArguments
 {
 public:
     QtArguments(int argc, char** argv);
+    QtArguments(const QtArguments&) = delete;
+    QtArguments& operator=(const QtArguments&) = delete;
 
-    /// For QApplication, which keeps both.
-    [[nodiscard]] int& count() { return _count; }
-    [[nodiscard]] char** values() { return _values.data(); }
-
-    /// Whether Qt will run on X11.
-    [[nodiscard]] bool namesX11() const { return _texts.contains("xcb"); }
+    [[nodiscard]] int& argc() { return _argc; }
+    [[nodiscard]] char** argv() { return _argv.data(); }
 
 private:
-    QList<QByteArray> _texts;
-    QList<char*> _values;
-    int _count = 0;
+    int _argc;
+    std::vector<char*> _argv;
 };
 
 } // namespace tarnwick

@@ -140,36 +140,36 @@ UIElementRef FakeAccessibility::addWindow(const UIElementRef& application, const
 }
 
 UIElementRef FakeAccessibility::setMenuBar(const UIElementRef& application,
-                                           const std::vector<fixture::MenuText>& entries)
+                                           const QList<MenuFileEntry>& entries)
 {
     const UIElementRef bar = _newNode(_node(application)->application);
     setAttribute(bar, AXRoleAttribute, u"AXMenuBar"_s);
     setAttribute(bar, AXParentAttribute, QVariant::fromValue(application));
     setAttribute(bar, AXChildrenAttribute, QVariantList());
-    for (const fixture::MenuText& entry : entries)
+    for (const MenuFileEntry& entry : entries)
         addMenuEntry(bar, entry);
     setAttribute(application, u"AXMenuBar"_s, QVariant::fromValue(bar));
     return bar;
 }
 
-UIElementRef FakeAccessibility::addMenuEntry(const UIElementRef& menu, const fixture::MenuText& entry)
+UIElementRef FakeAccessibility::addMenuEntry(const UIElementRef& menu, const MenuFileEntry& entry)
 {
     const bool inBar = attribute(menu, AXRoleAttribute) == u"AXMenuBar"_s;
-    const UIElementRef item = addElement(menu, inBar ? u"AXMenuBarItem"_s : u"AXMenuItem"_s,
-                                         entry.separator ? u""_s : QString::fromStdString(entry.title));
+    const UIElementRef item =
+        addElement(menu, inBar ? u"AXMenuBarItem"_s : u"AXMenuItem"_s, entry.separator ? u""_s : entry.title);
     if (entry.separator)
         return item;
     setAttribute(item, u"AXEnabled"_s, entry.enabled);
     if (entry.checked)
         setAttribute(item, u"AXMenuItemMarkChar"_s, u"✓"_s);
-    _describeShortcut(item, QString::fromStdString(entry.shortcut));
-    if (!entry.holdsMenu() && !inBar) {
+    _describeShortcut(item, entry.shortcut);
+    if (entry.children.isEmpty() && !inBar) {
         addAction(item, AXPressAction, u"press"_s);
         return item;
     }
     const UIElementRef below = addElement(item, u"AXMenu"_s);
     setAttribute(below, AXChildrenAttribute, QVariantList());
-    for (const fixture::MenuText& child : entry.children)
+    for (const MenuFileEntry& child : entry.children)
         addMenuEntry(below, child);
     return item;
 }

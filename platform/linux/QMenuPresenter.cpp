@@ -1,0 +1,146 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/QMenuPresenter.h"
+
+#include "foundation/Application.h"
+#include "foundation/NotificationCenter.h"
+#include "menu/Menu.h"
+#include "menu/MenuItem.h"
+#include "platform/linux/ScreenSpaces.h"
+#include "platform/linux/X11Connection.h"
+#include "platform/linux/X11PopUpInput.h"
+#include "platform/qt/MenuTracking.h"
+#include "platform/qt/QMenuView.h"
+
+#include <QApplication>
+#include <QCursor>
+#include <QEventLoop>
+#include <QMouseEvent>
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick {
+
+namespace {
+
+constexpr QPoint offScreen(-10, -10);
+
+class Tracking
+{
+public:
+    Tracking() { MenuTracking::shared().begin(); }
+    ~Tracking() { MenuTracking::shared().end(); }
+    Tracking(const Tracking&) = delete;
+    Tracking& operator=(const Tracking&) = delete;
+};
+
+/// Hands the pointer on to the open pop-ups as motion with a button down, or as that button's release.
+void feedDrag(QEvent::Type type)
+{
+    QWidget* popUp = QApplication::activePopupWidget();
+    if (!popUp)
+        return;
+    const QPoint global = QCursor::pos();
+    const bool moving = type == QEvent::MouseMove;
+    QMouseEvent event(type, popUp->mapFromGlobal(global), global, moving ? Qt::NoButton : Qt::LeftButton,
+                      moving ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(popUp, &event);
+}
+
+void closeAllPopUps()
+{
+    while (QWidget* popUp = QApplication::activePopupWidget())
+        if (!popUp->close())
+            popUp->hide();
+}
+
+} // namespace
+
+QMenuPresenter::QMenuPresenter()
+    : _keeper(nullptr,
+              Qt::Tool | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint | Qt::WindowDoesNotAcceptFocus)
+{
+    _keeper.setAttribute(Qt::WA_ShowWithoutActivating);
+    _keeper.setCursor(Qt::ArrowCursor);
+    _keeper.setGeometry(QRect(offScreen, QSize(1, 1)));
+    _keeper.show();
+    connect(&MenuTracking::shared(), &MenuTracking::cancelRequested, this, &QMenuPresenter::cancelTracking);
+}
+
+QMenuPresenter::~QMenuPresenter() = default;
+
+bool QMenuPresenter::popUpMenuPositioningItem(const std::shared_ptr<Menu>& menu,
+                                              const std::shared_ptr<MenuItem>& /*item*/, QPointF location)
+{
+    auto& connection = X11Connection::shared();
+    // A menu of a window of ours that is open counts, too.
+    if (!menu || !connection || MenuTracking::shared().active() || QApplication::activePopupWidget())
+        return false;
+    const Tracking tracking;
+    X11PopUpInput input(connection, static_cast<xcb_window_t>(_keeper.winId()));
+    if (!input.begin())
+        return false;
+    const auto choice = _track(menu, location, input);
+    const bool sameFocus = input.end();
+    // What was chosen was meant for the application that was in front.
+    if (!choice || !sameFocus)
+        return false;
+    Application::shared().sendActionToFrom(choice->item->action(), choice->item->target().get(),
+                                           choice->item.get());
+    NotificationCenter::defaultCenter().postNotificationName(
+        QString::fromUtf16(MenuDidSendActionNotificationName), choice->menu.get(),
+        {{u"MenuItem"_s, choice->item->title()}});
+    return true;
+}
+
+void QMenuPresenter::cancelTracking()
+{
+    if (MenuTracking::shared().active())
+        closeAllPopUps();
+}
+
+std::optional<QMenuPresenter::Choice> QMenuPresenter::_track(const std::shared_ptr<Menu>& menu,
+                                                             QPointF location, X11PopUpInput& input)
+{
+    std::optional<Choice> choice;
+    QMenuView view(menu);
+    QEventLoop loop;
+    connect(&view, &QMenuView::itemChosen, &loop,
+            [&choice](const std::shared_ptr<Menu>& chosenMenu, const std::shared_ptr<MenuItem>& chosenItem) {
+                if (!choice)
+                    choice = Choice{chosenMenu, chosenItem};
+            });
+    connect(&view, &QMenu::aboutToHide, &loop, &QEventLoop::quit);
+    _connectInput(input, view);
+
+    const auto monitors = currentMonitors();
+    view.setHeldModifiers(input.menuModifierFlags());
+    view.openAt(toolkitPoint(pixelAt(location, monitors), monitors));
+    if (view.isVisible())
+        loop.exec();
+    closeAllPopUps();
+
+    connect(&input, &X11PopUpInput::settled, &loop, &QEventLoop::quit);
+    if (!input.settle())
+        loop.exec();
+    return choice;
+}
+
+void QMenuPresenter::_connectInput(X11PopUpInput& input, QMenuView& view)
+{
+    connect(&input, &X11PopUpInput::menuModifierFlagsMayHaveChanged, &view,
+            [&] { view.setHeldModifiers(input.menuModifierFlags()); });
+    connect(&input, &X11PopUpInput::lost, this, &QMenuPresenter::cancelTracking, Qt::QueuedConnection);
+    connect(
+        &input, &X11PopUpInput::pressedElsewhere, &view, [this, &view] { _closeWhenOutside(view); },
+        Qt::QueuedConnection);
+    connect(&input, &X11PopUpInput::dragged, this, [] { feedDrag(QEvent::MouseMove); });
+    connect(&input, &X11PopUpInput::dragReleased, this, [] { feedDrag(QEvent::MouseButtonRelease); });
+}
+
+void QMenuPresenter::_closeWhenOutside(const QMenuView& view)
+{
+    if (!view.coversGlobal(QCursor::pos()))
+        cancelTracking();
+}
+
+} // namespace tarnwick

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "menu/MenuPresenter.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QWidget>
+
+#include <optional>
+
+namespace tarnwick {
+
+class QMenuView;
+class X11PopUpInput;
+
+/// Shows menus as toolkit menus while the application in front keeps its keyboard focus. Needs a toolkit that
+/// grabs nothing by itself: see QtArguments.
+class QMenuPresenter final : public QObject, public MenuPresenter
+{
+    Q_OBJECT
+
+public:
+    QMenuPresenter();
+    ~QMenuPresenter() override;
+
+    bool popUpMenuPositioningItem(const std::shared_ptr<Menu>& menu, const std::shared_ptr<MenuItem>& item,
+                                  QPointF location) override;
+    void cancelTracking() override;
+
+private:
+    struct Choice
+    {
+        std::shared_ptr<Menu> menu;
+        std::shared_ptr<MenuItem> item;
+    };
+
+    [[nodiscard]] std::optional<Choice> _track(const std::shared_ptr<Menu>& menu, QPointF location,
+                                               X11PopUpInput& input);
+    void _connectInput(X11PopUpInput& input, QMenuView& view);
+    void _closeWhenOutside(const QMenuView& view);
+
+    QWidget _keeper; ///< receives keys and pointer events for the pop-up; off the screen
+};
+
+} // namespace tarnwick

@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/X11KeyboardGrab.h"
+
+#include "platform/linux/X11Connection.h"
+#include "platform/linux/X11Focus.h"
+
+#include <chrono>
+#include <thread>
+
+namespace tarnwick {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto pauseBetweenAttempts = 5ms;
+constexpr int windowIsGone = -1;
+
+} // namespace
+
+bool X11KeyboardGrab::take(int attempts)
+{
+    for (int attempt = 0; attempt < attempts; ++attempt) {
+        if (attempt > 0)
+            std::this_thread::sleep_for(pauseBetweenAttempts);
+        const xcb_window_t focus = focusWindow(_connection);
+        xcb_window_t window = focus == XCB_WINDOW_NONE ? _connection.root() : focus;
+        int status = _grabOn(window);
+        if (status == XCB_GRAB_STATUS_NOT_VIEWABLE) {
+            window = _connection.root();
+            status = _grabOn(window);
+        }
+        if (status != XCB_GRAB_STATUS_SUCCESS)
+            continue;
+        _dropPassive();
+        _window = window;
+        _mode = Mode::Taken;
+        return true;
+    }
+    return false;
+}
+
+int X11KeyboardGrab::_grabOn(xcb_window_t window)
+{
+    const auto cookie = xcb_grab_keyboard(_connection.get(), 0, window, XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC,
+                                          XCB_GRAB_MODE_ASYNC);
+    xcb_generic_error_t* error = nullptr;
+    const XcbOwned<xcb_grab_keyboard_reply_t> reply(
+        xcb_grab_keyboard_reply(_connection.get(), cookie, &error));
+    const XcbOwned<xcb_generic_error_t> ownedError(error);
+    return reply ? reply->status : windowIsGone;
+}
+
+void X11KeyboardGrab::yield()
+{
+    if (_mode != Mode::Taken || _window == _connection.root())
+        return;
+    const auto cookie = xcb_grab_key_checked(_connection.get(), 0, _window, XCB_MOD_MASK_ANY, XCB_GRAB_ANY,
+                                             XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    // Somebody has a key of this window to himself: stay as it is.
+    if (const XcbOwned<xcb_generic_error_t> error(xcb_request_check(_connection.get(), cookie)); error)
+        return;
+    _mode = Mode::Yielded;
+    letGoOfKey();
+}
+
+void X11KeyboardGrab::letGoOfKey()
+{
+    xcb_ungrab_keyboard(_connection.get(), XCB_CURRENT_TIME);
+    xcb_flush(_connection.get());
+}
+
+void X11KeyboardGrab::release()
+{
+    if (_mode == Mode::None)
+        return;
+    _dropPassive();
+    letGoOfKey();
+    _mode = Mode::None;
+}
+
+void X11KeyboardGrab::_dropPassive()
+{
+    if (_mode != Mode::Yielded)
+        return;
+    const auto cookie = xcb_ungrab_key_checked(_connection.get(), XCB_GRAB_ANY, _window, XCB_MOD_MASK_ANY);
+    xcb_discard_reply(_connection.get(), cookie.sequence);
+}
+
+} // namespace tarnwick

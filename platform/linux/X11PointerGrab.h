@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QtGlobal>
+#include <xcb/xcb.h>
+
+namespace tarnwick {
+
+class X11Connection;
+
+/// What the pointer is doing: X root pixels, and whether any button, of any number, is down.
+struct X11PointerState
+{
+    int x = 0;
+    int y = 0;
+    bool anyButtonDown = false;
+    quint16 modifiers = 0; ///< core modifier state
+};
+
+/// One round trip; all zero when it fails.
+[[nodiscard]] X11PointerState pointerState(X11Connection& connection);
+
+/// The pointer, taken so that its presses and motion go to one window of the toolkit, wherever they happen;
+/// the toolkit hands them to the pop-up that is open. Released when destroyed. GUI thread only.
+class X11PointerGrab
+{
+public:
+    /// `window` must be viewable.
+    X11PointerGrab(X11Connection& connection, xcb_window_t window) : _connection(connection), _window(window)
+    {
+    }
+    ~X11PointerGrab() { release(); }
+    X11PointerGrab(const X11PointerGrab&) = delete;
+    X11PointerGrab& operator=(const X11PointerGrab&) = delete;
+
+    /// False while another client has the pointer, also by a button that is held down in its window.
+    [[nodiscard]] bool take();
+    void release();
+    [[nodiscard]] bool held() const { return _device != noDevice; }
+
+private:
+    static constexpr quint16 noDevice = 0;
+    X11Connection& _connection;
+    xcb_window_t _window;
+    quint16 _device = noDevice;
+};
+
+} // namespace tarnwick

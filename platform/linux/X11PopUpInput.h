@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/X11Focus.h"
+#include "platform/linux/X11Keyboard.h"
+#include "platform/linux/X11KeyboardGrab.h"
+#include "platform/linux/X11ModifierMap.h"
+#include "platform/linux/X11PointerGrab.h"
+
+#include <QAbstractNativeEventFilter>
+#include <QDeadlineTimer>
+#include <QElapsedTimer>
+#include <QObject>
+#include <QPoint>
+#include <QTimer>
+
+namespace tarnwick {
+
+class X11Connection;
+
+/// Keyboard and pointer for one showing of a pop-up, while the application in front keeps its focus. Keys are
+/// handed to a window of ours (the toolkit gives them to the pop-up), modifier keys never are; the keys that
+/// are down at the start, the hot key and its modifiers, go nowhere until they are up. Signals come from
+/// inside the native event filter or a timer: receivers must not run an event loop in them. All grabs are
+/// back when it is destroyed. GUI thread only.
+class X11PopUpInput : public QObject, public QAbstractNativeEventFilter
+{
+    Q_OBJECT
+
+public:
+    /// `keeper`: a viewable window of the toolkit that keys and pointer events are handed to.
+    X11PopUpInput(X11Connection& connection, xcb_window_t keeper);
+    ~X11PopUpInput() override;
+
+    /// Takes the keyboard, and the pointer unless a button holds it, in which case it follows at the release.
+    /// False, with nothing held, when another client keeps them.
+    [[nodiscard]] bool begin();
+
+    /// From now on everything is swallowed; `settled` follows when no key that went to us and no button is
+    /// down any more, at the latest after 0.6 s. True when that is so at once.
+    [[nodiscard]] bool settle();
+
+    /// Gives everything back and waits for the server to have done it. True when the focus is still where it
+    /// was.
+    [[nodiscard]] bool end();
+
+    /// The modifiers held now, as menus mean them.
+    [[nodiscard]] quint64 menuModifierFlags() const;
+
+    bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
+
+Q_SIGNALS:
+    void menuModifierFlagsMayHaveChanged();
+    /// The pop-up has lost its ground: the focus went elsewhere, or the pointer can't be had.
+    void lost();
+    /// A button was pressed while the pointer isn't ours; the place is where the pointer is now.
+    void pressedElsewhere();
+    /// The button that was down at the start is being dragged, or has been released after that.
+    void dragged();
+    void dragReleased();
+    void settled();
+
+private:
+    [[nodiscard]] bool _filterKey(xcb_key_press_event_t& event, bool press);
+    void _modifierKey(quint8 keyCode, bool press);
+    void _yield();
+    void _takeKeyboardBack();
+    void _focusMayBeLost();
+    void _followButton();
+    void _settleIfUp();
+    [[nodiscard]] bool _isUp() const;
+
+    X11Connection& _connection;
+    xcb_window_t _keeper;
+    X11ModifierMap _modifierMap;
+    X11KeyboardGrab _keyboard;
+    X11PointerGrab _pointer;
+    X11FocusWatch _focusWatch;
+    xcb_window_t _front = XCB_WINDOW_NONE; ///< the focus window's outermost ancestor
+    X11Keys _heldSinceStart;
+    quint16 _modifiersHeldSinceStart = 0;
+
+    bool _begun = false;
+
+    QTimer _buttonTimer;
+    QPoint _pressedAt;
+    bool _dragging = false;
+    bool _startedByButton = false;
+    QElapsedTimer _sinceStart;
+    QDeadlineTimer _pointerDeadline;
+
+    bool _settling = false;
+    QDeadlineTimer _settleDeadline;
+    QTimer _settleTimer;
+};
+
+} // namespace tarnwick
