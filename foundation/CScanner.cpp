@@ -54,7 +54,9 @@ float CScanner::g()
     const bool negative = _takeSign();
     const std::optional<float> magnitude = _matching ? _takeMagnitude() : std::nullopt;
     _matching = magnitude.has_value();
-    return negative ? -magnitude.value_or(0.0F) : magnitude.value_or(0.0F);
+    if (!_matching)
+        return 0;
+    return negative ? -*magnitude : *magnitude;
 }
 
 qint64 CScanner::ld()

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 // tarnwick-inspect: prints what Tarnwick sees of an application's menus.
 #include "ax/UIElementUtilities.h"
+#include "foundation/Version.h"
 #include "menu/AppAccessibility.h"
 #include "tools/ChosenApplication.h"
 #include "tools/Inspection.h"
 #include "tools/MenuReport.h"
-#include "tools/Version.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -49,7 +49,7 @@ std::optional<Options> parsedOptions(int& argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(u"tarnwick-inspect"_s);
-    QCoreApplication::setApplicationVersion(QString::fromLatin1(Version));
+    QCoreApplication::setApplicationVersion(TarnwickVersion);
     QCommandLineParser parser;
     parser.setApplicationDescription(
         u"Prints the menus of the application in front as Tarnwick mirrors them: \"-\" is "
@@ -117,7 +117,7 @@ int printMenus(AppAccessibility& mirror, const Inspection& inspection, const Opt
     if (options.json) {
         const QJsonObject root{{u"application"_s, name},
                                {u"pid"_s, pid},
-                               {u"version"_s, QString::fromLatin1(Version)},
+                               {u"version"_s, TarnwickVersion},
                                {u"menu"_s, MenuReport::json(entries)}};
         print(QString::fromUtf8(QJsonDocument(root).toJson()));
     } else {

@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <vector>
+#include <QByteArray>
+#include <QList>
 
 namespace tarnwick {
 
-/// main's arguments as the toolkit's application object is to get them: with the option that keeps it from
-/// grabbing keyboard and pointer for its pop-ups, since grabs of its own take the focus from the application
-/// in front. Must outlive the application object.
+/// The program's arguments with those that Tarnwick gives to Qt put in front: X11 as the platform, and no
+/// grabs by Qt, which would take the focus from the application whose menu is shown. A user who asks for
+/// another platform (with "-platform", or for an off-screen one with QT_QPA_PLATFORM) keeps it.
 class QtArguments
 {
 public:
@@ -15,12 +16,17 @@ public:
     QtArguments(const QtArguments&) = delete;
     QtArguments& operator=(const QtArguments&) = delete;
 
+    /// For QApplication, which keeps both.
     [[nodiscard]] int& argc() { return _argc; }
     [[nodiscard]] char** argv() { return _argv.data(); }
 
+    /// Whether Qt will run on X11.
+    [[nodiscard]] bool namesX11() const { return _texts.contains("xcb"); }
+
 private:
-    int _argc;
-    std::vector<char*> _argv;
+    QList<QByteArray> _texts;
+    QList<char*> _argv;
+    int _argc = 0;
 };
 
 } // namespace tarnwick

@@ -140,36 +140,36 @@ UIElementRef FakeAccessibility::addWindow(const UIElementRef& application, const
 }
 
 UIElementRef FakeAccessibility::setMenuBar(const UIElementRef& application,
-                                           const QList<MenuFileEntry>& entries)
+                                           const std::vector<fixture::MenuText>& entries)
 {
     const UIElementRef bar = _newNode(_node(application)->application);
     setAttribute(bar, AXRoleAttribute, u"AXMenuBar"_s);
     setAttribute(bar, AXParentAttribute, QVariant::fromValue(application));
     setAttribute(bar, AXChildrenAttribute, QVariantList());
-    for (const MenuFileEntry& entry : entries)
+    for (const fixture::MenuText& entry : entries)
         addMenuEntry(bar, entry);
     setAttribute(application, u"AXMenuBar"_s, QVariant::fromValue(bar));
     return bar;
 }
 
-UIElementRef FakeAccessibility::addMenuEntry(const UIElementRef& menu, const MenuFileEntry& entry)
+UIElementRef FakeAccessibility::addMenuEntry(const UIElementRef& menu, const fixture::MenuText& entry)
 {
     const bool inBar = attribute(menu, AXRoleAttribute) == u"AXMenuBar"_s;
-    const UIElementRef item =
-        addElement(menu, inBar ? u"AXMenuBarItem"_s : u"AXMenuItem"_s, entry.separator ? u""_s : entry.title);
+    const UIElementRef item = addElement(menu, inBar ? u"AXMenuBarItem"_s : u"AXMenuItem"_s,
+                                         entry.separator ? u""_s : QString::fromStdString(entry.title));
     if (entry.separator)
         return item;
     setAttribute(item, u"AXEnabled"_s, entry.enabled);
     if (entry.checked)
         setAttribute(item, u"AXMenuItemMarkChar"_s, u"✓"_s);
-    _describeShortcut(item, entry.shortcut);
-    if (entry.children.isEmpty() && !inBar) {
+    _describeShortcut(item, QString::fromStdString(entry.shortcut));
+    if (!entry.holdsMenu() && !inBar) {
         addAction(item, AXPressAction, u"press"_s);
         return item;
     }
     const UIElementRef below = addElement(item, u"AXMenu"_s);
     setAttribute(below, AXChildrenAttribute, QVariantList());
-    for (const MenuFileEntry& child : entry.children)
+    for (const fixture::MenuText& child : entry.children)
         addMenuEntry(below, child);
     return item;
 }

@@ -56,9 +56,9 @@ public:
     UIElementRef addWindow(const UIElementRef& application, const QString& title,
                            const QString& roleDescription, const QRectF& frame);
     /// Replaces the menu bar.
-    UIElementRef setMenuBar(const UIElementRef& application, const QList<MenuFileEntry>& entries);
+    UIElementRef setMenuBar(const UIElementRef& application, const std::vector<fixture::MenuText>& entries);
     /// Appends to a menu bar or a menu what one entry and those below it are presented as.
-    UIElementRef addMenuEntry(const UIElementRef& menu, const MenuFileEntry& entry);
+    UIElementRef addMenuEntry(const UIElementRef& menu, const fixture::MenuText& entry);
     /// An empty handle: no application has the focus and reading it fails.
     void setFocusedApplication(const UIElementRef& application);
 

@@ -1,0 +1,194 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/DesktopEntry.h"
+
+#include <QFile>
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick {
+
+namespace {
+
+constexpr qint64 LargestFile = 1024 * 1024;
+
+QString unescaped(const QString& value, QChar listSeparator = {})
+{
+    QString text;
+    for (qsizetype i = 0; i < value.size(); ++i) {
+        if (value.at(i) != u'\\' || i + 1 == value.size()) {
+            text += value.at(i);
+            continue;
+        }
+        const QChar escape = value.at(++i);
+        if (escape == u's')
+            text += u' ';
+        else if (escape == u'n')
+            text += u'\n';
+        else if (escape == u't')
+            text += u'\t';
+        else if (escape == u'r')
+            text += u'\r';
+        else if (escape == u'\\' || escape == listSeparator)
+            text += escape;
+        else
+            text += {u'\\', escape};
+    }
+    return text;
+}
+
+QString escaped(QString value)
+{
+    return value.replace(u'\\', u"\\\\"_s)
+        .replace(u'\n', u"\\n"_s)
+        .replace(u'\t', u"\\t"_s)
+        .replace(u'\r', u"\\r"_s);
+}
+
+/// Splits a command line by the quoting rules of "Exec"; empty when a quote is left open.
+QStringList words(const QString& line)
+{
+    QStringList found;
+    QString word;
+    bool quoted = false;
+    bool any = false;
+    for (qsizetype i = 0; i < line.size(); ++i) {
+        const QChar c = line.at(i);
+        if (c == u'"') {
+            quoted = !quoted;
+            any = true;
+        } else if (quoted && c == u'\\' && i + 1 < line.size() && u"\"`$\\"_s.contains(line.at(i + 1))) {
+            word += line.at(++i);
+        } else if (!quoted && (c == u' ' || c == u'\t')) {
+            if (any)
+                found.append(word);
+            word.clear();
+            any = false;
+        } else {
+            word += c;
+            any = true;
+        }
+    }
+    if (any)
+        found.append(word);
+    return quoted ? QStringList() : found;
+}
+
+/// A word without its field codes; a null text when nothing else was in it.
+QString withoutFieldCodes(const QString& word)
+{
+    QString text;
+    bool removed = false;
+    for (qsizetype i = 0; i < word.size(); ++i) {
+        if (word.at(i) != u'%' || i + 1 == word.size()) {
+            text += word.at(i);
+        } else if (word.at(++i) == u'%') {
+            text += u'%';
+        } else {
+            removed = true;
+        }
+    }
+    return removed && text.isEmpty() ? QString() : text;
+}
+
+QString quotedWord(const QString& word)
+{
+    const bool plain = !word.isEmpty() && std::none_of(word.cbegin(), word.cend(), [](QChar c) {
+        return u" \t\n\"'\\><~|&;$*?#()`"_s.contains(c);
+    });
+    QString text = word;
+    text.replace(u'%', u"%%"_s);
+    if (plain)
+        return text;
+    for (const QChar special : {u'\\', u'"', u'`', u'$'})
+        text.replace(special, QString(u'\\') + special);
+    return u'"' + text + u'"';
+}
+
+} // namespace
+
+std::optional<DesktopEntry> DesktopEntry::parse(const QByteArray& contents)
+{
+    DesktopEntry entry;
+    bool found = false;
+    bool inside = false;
+    const auto lines = QString::fromUtf8(contents).split(u'\n');
+    for (const QString& raw : lines) {
+        const QString line = raw.trimmed();
+        if (line.startsWith(u'[')) {
+            inside = line == u"[Desktop Entry]";
+            found = found || inside;
+            continue;
+        }
+        const auto equals = line.indexOf(u'=');
+        if (!inside || line.startsWith(u'#') || equals <= 0)
+            continue;
+        const QString key = line.left(equals).trimmed();
+        if (!entry._values.contains(key))
+            entry._values.insert(key, line.mid(equals + 1).trimmed());
+    }
+    if (!found)
+        return std::nullopt;
+    return entry;
+}
+
+std::optional<DesktopEntry> DesktopEntry::read(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly) || file.size() > LargestFile)
+        return std::nullopt;
+    return parse(file.read(LargestFile));
+}
+
+QString DesktopEntry::string(const QString& key) const
+{
+    return unescaped(_values.value(key));
+}
+
+QStringList DesktopEntry::strings(const QString& key) const
+{
+    QStringList list;
+    QString item;
+    const QString value = _values.value(key);
+    for (qsizetype i = 0; i < value.size(); ++i) {
+        if (value.at(i) == u'\\' && i + 1 < value.size()) {
+            item += value.at(i);
+            item += value.at(++i);
+        } else if (value.at(i) == u';') {
+            list.append(unescaped(item, u';'));
+            item.clear();
+        } else {
+            item += value.at(i);
+        }
+    }
+    if (!item.isEmpty())
+        list.append(unescaped(item, u';'));
+    return list;
+}
+
+bool DesktopEntry::boolean(const QString& key, bool otherwise) const
+{
+    const QString value = _values.value(key);
+    return value == u"true" || (value != u"false" && otherwise);
+}
+
+QStringList DesktopEntry::command() const
+{
+    QStringList command;
+    const auto raw = words(string(u"Exec"_s));
+    for (const QString& word : raw) {
+        const QString text = withoutFieldCodes(word);
+        if (!text.isNull())
+            command.append(text);
+    }
+    return command;
+}
+
+QString DesktopEntry::execValue(const QStringList& command)
+{
+    QStringList quoted;
+    for (const QString& word : command)
+        quoted.append(quotedWord(word));
+    return escaped(quoted.join(u' '));
+}
+
+} // namespace tarnwick

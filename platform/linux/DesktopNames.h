@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+/// The names that Tarnwick goes by among the programs of a desktop.
+namespace tarnwick::desktop_names {
+
+/// Its name on the session bus; its desktop entry's file name, without ".desktop", is the same.
+inline const QString BusName = QStringLiteral("example.quorlane.Tarnwick");
+inline const QString ObjectPath = QStringLiteral("/example/quorlane/Tarnwick");
+
+inline const QString ApplicationName = QStringLiteral("Tarnwick");
+inline const QString OrganizationName = QStringLiteral("Quorlane");
+
+} // namespace tarnwick::desktop_names

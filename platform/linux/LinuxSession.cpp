@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/LinuxSession.h"
+
+#include "foundation/ApplicationDelegate.h"
+#include "platform/linux/DesktopNames.h"
+#include "platform/linux/SessionInstance.h"
+#include "platform/linux/TerminationSignals.h"
+
+#include <QSessionManager>
+#include <QTimer>
+#include <QWidget>
+#include <xcb/xcb.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+
+namespace tarnwick {
+
+namespace {
+
+bool anyWindowVisible()
+{
+    const auto windows = QApplication::topLevelWidgets();
+    return std::any_of(windows.cbegin(), windows.cend(), [](const QWidget* window) {
+        return window->isVisible() && window->windowType() == Qt::Window;
+    });
+}
+
+void reopen()
+{
+    ApplicationDelegate* delegate = Application::shared().delegate();
+    if (delegate && !Application::shared().terminating()) [[maybe_unused]]
+        const bool more = delegate->applicationShouldHandleReopenHasVisibleWindows(anyWindowVisible());
+}
+
+/// Qt ends with a crash report where there is no display; a user deserves a sentence.
+int& countForReachableDisplay(QtArguments& arguments)
+{
+    if (arguments.namesX11()) {
+        xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
+        const bool reachable = xcb_connection_has_error(connection) == 0;
+        xcb_disconnect(connection);
+        if (!reachable) {
+            std::fputs("Tarnwick needs an X display: none could be opened.\n", stderr);
+            std::exit(EXIT_FAILURE);
+        }
+    }
+    return arguments.argc();
+}
+
+void terminate()
+{
+    Application::shared().terminate(nullptr);
+}
+
+} // namespace
+
+LinuxSession::LinuxSession(int argc, char** argv)
+    : _arguments(argc, argv), _application(countForReachableDisplay(_arguments), _arguments.argv())
+{
+    QCoreApplication::setOrganizationName(desktop_names::OrganizationName);
+    QCoreApplication::setApplicationName(desktop_names::ApplicationName);
+    QGuiApplication::setApplicationDisplayName(desktop_names::ApplicationName);
+    QGuiApplication::setDesktopFileName(desktop_names::BusName);
+    _instance = std::make_unique<SessionInstance>(QDBusConnection::sessionBus());
+}
+
+LinuxSession::~LinuxSession() = default;
+
+bool LinuxSession::handedOverToRunningInstance()
+{
+    return _instance->anotherIsRunning();
+}
+
+int LinuxSession::run(const std::function<void()>& launch)
+{
+    _signals = std::make_unique<TerminationSignals>(&terminate);
+    // Whether Tarnwick starts with the session is the user's setting, not the session manager's memory.
+    QObject::connect(&_application, &QGuiApplication::saveStateRequest, &_application,
+                     [](QSessionManager& manager) { manager.setRestartHint(QSessionManager::RestartNever); });
+    QTimer::singleShot(0, &_application, [this, &launch] {
+        launch();
+        _instance->setActivated(&reopen);
+    });
+    const int status = QApplication::exec();
+    _instance->setActivated({});
+    terminate(); // where the session manager has ended the loop, the delegate has not been told yet
+    return status;
+}
+
+} // namespace tarnwick

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "app/Desktop.h"
+#include "platform/linux/QtArguments.h"
+
+#include <QApplication>
+
+#include <memory>
+
+namespace tarnwick {
+
+class SessionInstance;
+class TerminationSignals;
+
+/// Tarnwick in a user's session: Qt's application object, one instance a session, and an orderly end when the
+/// session, the terminal or the display goes.
+class LinuxSession final : public DesktopSession
+{
+public:
+    /// Ends the process with a message where there is no
+    /// display.
+    LinuxSession(int argc, char** argv);
+    ~LinuxSession() override;
+
+    [[nodiscard]] bool handedOverToRunningInstance() override;
+    int run(const std::function<void()>& launch) override;
+
+private:
+    QtArguments _arguments;
+    QApplication _application;
+    std::unique_ptr<SessionInstance> _instance;
+    std::unique_ptr<TerminationSignals> _signals;
+};
+
+} // namespace tarnwick

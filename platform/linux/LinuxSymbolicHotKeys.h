@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/DesktopShortcutStores.h"
+#include "platform/linux/X11KeyboardHold.h"
+#include "shortcut/SymbolicHotKeys.h"
+
+#include <QObject>
+#include <QSet>
+
+#include <functional>
+#include <memory>
+
+namespace tarnwick {
+
+class XkbKeymap;
+
+/// The shortcuts that the desktop has written down, and whatever else the X server says is held. They are
+/// switched off by holding the keyboard, while one of our windows has the focus.
+class LinuxSymbolicHotKeys final : public QObject, public SymbolicHotKeys
+{
+    Q_OBJECT
+
+public:
+    /// What it asks other adapters.
+    struct Desktop
+    {
+        DesktopShortcutStores stores;
+        QStringList currentDesktops;
+        /// The keyboard map that types now; null where there is none.
+        std::function<std::shared_ptr<const XkbKeymap>()> keymap;
+        /// Whether this process holds the combination itself.
+        std::function<bool(quint32 keyCode, quint32 modifiers)> ownHotKey;
+        /// Whether somebody else holds it.
+        std::function<bool(quint32 keyCode, quint32 modifiers)> heldElsewhere;
+    };
+
+    explicit LinuxSymbolicHotKeys(Desktop desktop);
+    ~LinuxSymbolicHotKeys() override;
+
+    [[nodiscard]] std::optional<QList<SymbolicHotKey>>
+    copySymbolicHotKeys(qint64 candidateKeyCode, quint32 candidateModifiers) override;
+    [[nodiscard]] ModeToken pushSymbolicHotKeyMode(quint32 options) override;
+    void popSymbolicHotKeyMode(ModeToken token) override;
+
+private:
+    [[nodiscard]] bool _heldElsewhere(qint64 keyCode, quint32 modifiers) const;
+
+    Desktop _desktop;
+    ModeToken _lastToken = 0;
+    QSet<ModeToken> _modes;
+    std::unique_ptr<X11KeyboardHold> _hold;
+};
+
+} // namespace tarnwick

@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/LinuxTrayHost.h"
+
+#include "platform/linux/X11Connection.h"
+
+#include <QCoreApplication>
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <xcb/xfixes.h>
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick {
+
+namespace {
+
+constexpr int AskTimeout = 500; // milliseconds
+
+const QString WatcherService = u"org.kde.StatusNotifierWatcher"_s;
+const QString WatcherPath = u"/StatusNotifierWatcher"_s;
+
+} // namespace
+
+LinuxTrayHost::LinuxTrayHost(const QDBusConnection& bus) : _bus(bus)
+{
+    _watchBus();
+    _watchSelection();
+    _look();
+}
+
+LinuxTrayHost::~LinuxTrayHost() = default;
+
+bool LinuxTrayHost::nativeEventFilter(const QByteArray& eventType, void* message, qintptr* /*result*/)
+{
+    if (eventType != "xcb_generic_event_t" || _selectionEvent == 0)
+        return false;
+    const auto* event = static_cast<const xcb_generic_event_t*>(message);
+    if ((event->response_type & 0x7F) != _selectionEvent)
+        return false;
+    const auto* change = reinterpret_cast<const xcb_xfixes_selection_notify_event_t*>(event);
+    if (change->selection == _selection)
+        QMetaObject::invokeMethod(this, &LinuxTrayHost::_look, Qt::QueuedConnection);
+    return false;
+}
+
+void LinuxTrayHost::_look()
+{
+    const Kind found = _publishingHostThere()  ? Kind::Publishing
+                       : _embeddingHostThere() ? Kind::Embedding
+                                               : Kind::None;
+    // An embedding host that was replaced by another takes the same icon over, a publishing one as well.
+    if (found == _kind)
+        return;
+    _kind = found;
+    Q_EMIT changed();
+}
+
+void LinuxTrayHost::_watchBus()
+{
+    if (!_bus.isConnected())
+        return;
+    _watcher.setConnection(_bus);
+    _watcher.addWatchedService(WatcherService);
+    connect(&_watcher, &QDBusServiceWatcher::serviceOwnerChanged, this, &LinuxTrayHost::_look);
+    for (const auto& signal : {u"StatusNotifierHostRegistered"_s, u"StatusNotifierHostUnregistered"_s})
+        _bus.connect(WatcherService, WatcherPath, WatcherService, signal, this, SLOT(_look()));
+}
+
+void LinuxTrayHost::_watchSelection()
+{
+    auto& x11 = X11Connection::shared();
+    if (!x11)
+        return;
+    const auto* extension = xcb_get_extension_data(x11.get(), &xcb_xfixes_id);
+    if (!extension || !extension->present)
+        return;
+    const XcbOwned<xcb_xfixes_query_version_reply_t> version(xcb_xfixes_query_version_reply(
+        x11.get(), xcb_xfixes_query_version(x11.get(), XCB_XFIXES_MAJOR_VERSION, XCB_XFIXES_MINOR_VERSION),
+        nullptr));
+    if (!version)
+        return;
+    _selection = x11.atom("_NET_SYSTEM_TRAY_S0");
+    _selectionEvent = std::uint8_t(extension->first_event + XCB_XFIXES_SELECTION_NOTIFY);
+    xcb_xfixes_select_selection_input(x11.get(), x11.root(), _selection,
+                                      XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
+                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
+                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
+    QCoreApplication::instance()->installNativeEventFilter(this);
+}
+
+bool LinuxTrayHost::_publishingHostThere() const
+{
+    if (!_bus.isConnected())
+        return false;
+    auto question = QDBusMessage::createMethodCall(WatcherService, WatcherPath,
+                                                   u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
+    question.setAutoStartService(false);
+    question.setArguments({WatcherService, u"IsStatusNotifierHostRegistered"_s});
+    const QDBusMessage answer = _bus.call(question, QDBus::Block, AskTimeout);
+    return answer.type() == QDBusMessage::ReplyMessage && !answer.arguments().isEmpty() &&
+           answer.arguments().constFirst().value<QDBusVariant>().variant().toBool();
+}
+
+bool LinuxTrayHost::_embeddingHostThere() const
+{
+    auto& x11 = X11Connection::shared();
+    if (!x11)
+        return false;
+    const XcbOwned<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
+        x11.get(), xcb_get_selection_owner(x11.get(), x11.atom("_NET_SYSTEM_TRAY_S0")), nullptr));
+    return owner && owner->owner != XCB_WINDOW_NONE;
+}
+
+} // namespace tarnwick

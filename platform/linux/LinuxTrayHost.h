@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/qt/TrayHost.h"
+
+#include <QAbstractNativeEventFilter>
+#include <QDBusConnection>
+#include <QDBusServiceWatcher>
+#include <xcb/xcb.h>
+
+#include <cstdint>
+
+namespace tarnwick {
+
+/// Looks for both kinds of tray: a StatusNotifier host on the session bus, which goes first, and the owner of
+/// the X11 tray selection. Both may come and go at any time.
+class LinuxTrayHost final : public TrayHost, public QAbstractNativeEventFilter
+{
+    Q_OBJECT
+
+public:
+    explicit LinuxTrayHost(const QDBusConnection& bus);
+    ~LinuxTrayHost() override;
+
+    [[nodiscard]] Kind kind() const override { return _kind; }
+
+    bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
+
+private Q_SLOTS:
+    void _look();
+
+private:
+    void _watchBus();
+    void _watchSelection();
+    [[nodiscard]] bool _publishingHostThere() const;
+    [[nodiscard]] bool _embeddingHostThere() const;
+
+    QDBusConnection _bus;
+    QDBusServiceWatcher _watcher;
+    xcb_atom_t _selection = XCB_ATOM_NONE;
+    std::uint8_t _selectionEvent = 0;
+    Kind _kind = Kind::None;
+};
+
+} // namespace tarnwick

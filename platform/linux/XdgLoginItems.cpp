@@ -1,0 +1,163 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/XdgLoginItems.h"
+
+#include "platform/linux/DesktopEntry.h"
+#include "platform/linux/DesktopNames.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <QStandardPaths>
+
+#include <algorithm>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick {
+
+namespace {
+
+class AutostartItem final : public LoginItems::Item
+{
+public:
+    AutostartItem(QFileInfo file, QStringList command) : _file(std::move(file)), _command(std::move(command))
+    {
+    }
+
+    [[nodiscard]] const QFileInfo& file() const { return _file; }
+
+    [[nodiscard]] std::optional<QUrl> program() const
+    {
+        if (_command.isEmpty())
+            return std::nullopt;
+        const QString path = QStandardPaths::findExecutable(_command.constFirst());
+        if (path.isEmpty())
+            return std::nullopt;
+        return QUrl::fromLocalFile(QFileInfo(path).canonicalFilePath());
+    }
+
+private:
+    QFileInfo _file;
+    QStringList _command;
+};
+
+QString autostartFolder(const QString& configuration)
+{
+    return configuration + u"/autostart"_s;
+}
+
+class AutostartList final : public LoginItems::List
+{
+public:
+    AutostartList(const QString& userConfiguration, const QStringList& systemConfigurations,
+                  QStringList currentDesktops)
+        : _userFolder(autostartFolder(userConfiguration)), _currentDesktops(std::move(currentDesktops))
+    {
+        _folders.append(_userFolder);
+        for (const QString& configuration : systemConfigurations)
+            _folders.append(autostartFolder(configuration));
+    }
+
+    [[nodiscard]] QList<std::shared_ptr<LoginItems::Item>> copySnapshot() override
+    {
+        QList<std::shared_ptr<AutostartItem>> items;
+        QStringList names;
+        for (const QString& folder : std::as_const(_folders)) {
+            const auto files = QDir(folder).entryInfoList({u"*.desktop"_s}, QDir::Files, QDir::Name);
+            for (const QFileInfo& file : files) {
+                if (names.contains(file.fileName()))
+                    continue; // the folder before this one has the word
+                names.append(file.fileName());
+                const auto entry = DesktopEntry::read(file.filePath());
+                if (entry && _starts(*entry))
+                    items.append(std::make_shared<AutostartItem>(file, entry->command()));
+            }
+        }
+        std::stable_sort(items.begin(), items.end(), [](const auto& left, const auto& right) {
+            return left->file().lastModified() > right->file().lastModified();
+        });
+        return {items.cbegin(), items.cend()};
+    }
+
+    [[nodiscard]] std::optional<QUrl> resolve(const LoginItems::Item& item, quint32 /*resolveFlags*/) override
+    {
+        return static_cast<const AutostartItem&>(item).program();
+    }
+
+    void insertBeforeFirst(const QUrl& applicationUrl) override
+    {
+        const QString exec = DesktopEntry::execValue({applicationUrl.toLocalFile()});
+        _write(desktop_names::BusName + u".desktop"_s,
+               u"[Desktop Entry]\nType=Application\nName=%1\nExec=%2\nIcon=%3\nTerminal=false\n"
+               u"X-GNOME-Autostart-enabled=true\n"_s.arg(desktop_names::ApplicationName, exec,
+                                                         desktop_names::BusName));
+    }
+
+    void remove(const LoginItems::Item& item) override
+    {
+        const QFileInfo& file = static_cast<const AutostartItem&>(item).file();
+        if (file.path() == _userFolder)
+            QFile::remove(file.filePath());
+        for (qsizetype i = 1; i < _folders.size(); ++i) {
+            // What the system starts for everybody is switched off for this user.
+            if (QFile::exists(_folders.at(i) + u'/' + file.fileName())) {
+                _write(file.fileName(), u"[Desktop Entry]\nType=Application\nHidden=true\n"_s);
+                return;
+            }
+        }
+    }
+
+private:
+    [[nodiscard]] bool _starts(const DesktopEntry& entry) const
+    {
+        if (entry.boolean(u"Hidden"_s, false) || !entry.boolean(u"X-GNOME-Autostart-enabled"_s, true))
+            return false;
+        const auto current = [this](const QString& desktop) { return _currentDesktops.contains(desktop); };
+        const auto only = entry.strings(u"OnlyShowIn"_s);
+        const auto never = entry.strings(u"NotShowIn"_s);
+        return (only.isEmpty() || std::any_of(only.cbegin(), only.cend(), current)) &&
+               std::none_of(never.cbegin(), never.cend(), current);
+    }
+
+    void _write(const QString& name, const QString& contents) const
+    {
+        QDir().mkpath(_userFolder);
+        QSaveFile file(_userFolder + u'/' + name);
+        if (!file.open(QIODevice::WriteOnly))
+            return;
+        file.write(contents.toUtf8());
+        file.commit();
+    }
+
+    QString _userFolder;
+    QStringList _folders; ///< the user's first
+    QStringList _currentDesktops;
+};
+
+} // namespace
+
+XdgLoginItems::XdgLoginItems(QString userConfiguration, QStringList systemConfigurations,
+                             QStringList currentDesktops)
+    : _userConfiguration(std::move(userConfiguration)),
+      _systemConfigurations(std::move(systemConfigurations)), _currentDesktops(std::move(currentDesktops))
+{
+}
+
+std::unique_ptr<XdgLoginItems> XdgLoginItems::ofSession()
+{
+    const QString user = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+    QStringList system = QStandardPaths::standardLocations(QStandardPaths::GenericConfigLocation);
+    system.removeAll(user);
+    return std::make_unique<XdgLoginItems>(
+        user, system, qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':', Qt::SkipEmptyParts));
+}
+
+std::unique_ptr<LoginItems::List> XdgLoginItems::createSessionLoginItems()
+{
+    if (_userConfiguration.isEmpty())
+        return nullptr;
+    return std::make_unique<AutostartList>(_userConfiguration, _systemConfigurations, _currentDesktops);
+}
+
+} // namespace tarnwick

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <xcb/xcb.h>
+#include <xkbcommon/xkbcommon.h>
+
+#include <memory>
+#include <optional>
+
+namespace tarnwick {
+
+/// A keyboard map and the group of it that types: what a key gives, and which key gives something. Key codes
+/// are X's. Immutable but for the group.
+class XkbKeymap
+{
+public:
+    /// The server's map and current group; null when there is none to be had. A few round trips.
+    [[nodiscard]] static std::unique_ptr<XkbKeymap> ofServer(xcb_connection_t* connection);
+    /// The map of the named layouts ("us,de") and their variants, the first one current; null when there is
+    /// no such layout.
+    [[nodiscard]] static std::unique_ptr<XkbKeymap> ofNames(const QByteArray& layouts,
+                                                            const QByteArray& variants = {});
+
+    void setGroup(xkb_layout_index_t group) { _group = group; }
+    [[nodiscard]] xkb_layout_index_t group() const { return _group; }
+
+    /// What the key types, keypad keys as with Num Lock on and a dead key its accent by itself; empty when it
+    /// types nothing.
+    [[nodiscard]] QString text(quint16 keyCode, bool shift, bool alt) const;
+
+    struct Key
+    {
+        quint16 code = 0;
+        bool shift = false; ///< has to be held
+    };
+    /// The key that gives `keysym`: in the current group, else in another one; alone, else with Shift.
+    [[nodiscard]] std::optional<Key> keyOf(xkb_keysym_t keysym) const;
+
+private:
+    struct Free
+    {
+        void operator()(xkb_context* context) const noexcept { xkb_context_unref(context); }
+        void operator()(xkb_keymap* keymap) const noexcept { xkb_keymap_unref(keymap); }
+        void operator()(xkb_state* state) const noexcept { xkb_state_unref(state); }
+    };
+    using Context = std::unique_ptr<xkb_context, Free>;
+    using Keymap = std::unique_ptr<xkb_keymap, Free>;
+    using State = std::unique_ptr<xkb_state, Free>;
+
+    XkbKeymap(Context context, Keymap keymap, xkb_layout_index_t group);
+    [[nodiscard]] State _state(const QList<const char*>& modifiers) const;
+    [[nodiscard]] std::optional<Key> _keyInGroup(xkb_keysym_t keysym, xkb_layout_index_t group,
+                                                 xkb_level_index_t level) const;
+
+    Context _context;
+    Keymap _keymap;
+    xkb_layout_index_t _group;
+};
+
+} // namespace tarnwick

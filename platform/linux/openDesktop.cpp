@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+#include "app/Desktop.h"
+#include "platform/linux/KeyCodes.h"
+#include "platform/linux/LinuxSession.h"
+#include "platform/linux/LinuxSymbolicHotKeys.h"
+#include "platform/linux/LinuxTrayHost.h"
+#include "platform/linux/XdgLoginItems.h"
+#include "platform/linux/XkbKeyboardLayout.h"
+#include "platform/qt/QtAlerts.h"
+#include "platform/qt/QtApplication.h"
+#include "platform/qt/QtClock.h"
+#include "platform/qt/QtDefaultsStore.h"
+#include "platform/qt/QtEventSource.h"
+#include "platform/qt/QtFonts.h"
+#include "platform/qt/QtStatusBar.h"
+
+#include <QDBusConnection>
+#include <QKeyEvent>
+
+namespace tarnwick {
+
+namespace {
+
+/// What the key types alone or with Shift on the layout that types now.
+QString letterOf(const XkbKeyboardLayout& layout, quint16 keyCode, bool shift)
+{
+    const auto code = x11KeyCodeOf(keyCode);
+    const auto keymap = code ? layout.keymap() : nullptr;
+    return keymap ? keymap->text(*code, shift, false) : QString();
+}
+
+QtEventConverter makeEventConverter(const XkbKeyboardLayout& layout)
+{
+    return QtEventConverter({
+        [](const QKeyEvent& event) { return virtualKeyCodeOf(event.nativeScanCode()); },
+        [&layout](quint16 keyCode, bool shift) { return letterOf(layout, keyCode, shift); },
+    });
+}
+
+LinuxSymbolicHotKeys::Desktop symbolicHotKeysDesktop(const XkbKeyboardLayout& layout)
+{
+    return {
+        DesktopShortcutStores::ofSession(),
+        qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':', Qt::SkipEmptyParts),
+        [&layout] { return layout.keymap(); },
+        [](quint32, quint32) { return false; },
+        [](quint32, quint32) { return false; },
+    };
+}
+
+} // namespace
+
+Desktop openDesktop(int& argc, char** argv)
+{
+    Desktop desktop;
+    desktop.session = std::make_unique<LinuxSession>(argc, argv);
+    auto layout = std::make_unique<XkbKeyboardLayout>();
+    const QtEventConverter converter = makeEventConverter(*layout);
+    desktop.application = std::make_unique<QtApplication>(converter);
+    desktop.clock = std::make_unique<QtClock>();
+    desktop.defaultsStore = std::make_unique<QtDefaultsStore>(QtDefaultsStore::standardPath());
+    desktop.fonts = std::make_unique<QtFonts>();
+    desktop.alerts = std::make_unique<QtAlerts>();
+    desktop.eventSource = std::make_unique<QtEventSource>(converter);
+    desktop.loginItems = XdgLoginItems::ofSession();
+    desktop.symbolicHotKeys = std::make_unique<LinuxSymbolicHotKeys>(symbolicHotKeysDesktop(*layout));
+    desktop.keyboardLayout = std::move(layout);
+    desktop.statusBar =
+        std::make_unique<QtStatusBar>(std::make_unique<LinuxTrayHost>(QDBusConnection::sessionBus()));
+    return desktop;
+}
+
+} // namespace tarnwick

@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: MIT
+#include "platform/qt/QtApplication.h"
+
+#include "foundation/ApplicationDelegate.h"
+#include "menu/Menu.h"
+#include "platform/qt/MainMenu.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QWidget>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick {
+
+QtApplication::QtApplication(QtEventConverter converter)
+    : _converter(std::move(converter)), _mainMenu(makeMainMenu(*this))
+{
+    // Tarnwick lives in the status area: no window's end is the program's.
+    QApplication::setQuitOnLastWindowClosed(false);
+    QCoreApplication::setQuitLockEnabled(false);
+    qApp->installEventFilter(this);
+}
+
+QtApplication::~QtApplication() = default;
+
+void QtApplication::terminate(ActionSender* /*sender*/)
+{
+    if (_terminating || (_delegate && !_delegate->applicationShouldTerminate()))
+        return;
+    _terminating = true;
+    QCoreApplication::exit(EXIT_SUCCESS); // ends the loops of open menus and alerts as well
+}
+
+void QtApplication::activateIgnoringOtherApps(bool ignoringOtherApps)
+{
+    if (!ignoringOtherApps && QGuiApplication::applicationState() != Qt::ApplicationActive)
+        return;
+    const auto windows = QApplication::topLevelWidgets();
+    for (QWidget* window : windows) {
+        if (!window->isVisible() ||
+            (window->windowType() != Qt::Window && window->windowType() != Qt::Dialog))
+            continue;
+        window->raise();
+        window->activateWindow();
+    }
+}
+
+bool QtApplication::sendActionToFrom(const QString& action, ActionTarget* target, ActionSender* sender)
+{
+    if (!target || !target->respondsTo(action))
+        return false;
+    target->perform(action, sender);
+    return true;
+}
+
+void QtApplication::beep()
+{
+    QApplication::beep();
+}
+
+QString QtApplication::bundlePath() const
+{
+    return QCoreApplication::applicationFilePath();
+}
+
+QString QtApplication::pathForResourceOfType(const QString& name, const QString& type) const
+{
+    const QString path = u":/resources/%1.%2"_s.arg(name, type);
+    return QFile::exists(path) ? path : QString();
+}
+
+bool QtApplication::eventFilter(QObject* receiver, QEvent* event)
+{
+    if (auto converted = _converter.convert(*event)) {
+        _currentEvent = std::move(converted);
+        if (event->type() == QEvent::KeyPress && receiver->isWidgetType() &&
+            static_cast<QWidget*>(receiver)->isWindow() && !QApplication::activeModalWidget() &&
+            !QApplication::activePopupWidget())
+            return performKeyEquivalent(*_mainMenu, *_currentEvent);
+    }
+    return QObject::eventFilter(receiver, event);
+}
+
+} // namespace tarnwick

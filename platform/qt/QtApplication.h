@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "foundation/Application.h"
+#include "platform/qt/QtEventConverter.h"
+
+#include <QObject>
+
+namespace tarnwick {
+
+/// The process as a QApplication, which must be alive as long as this. Sees every key and mouse event of its
+/// own windows before they do.
+class QtApplication final : public QObject, public Application
+{
+    Q_OBJECT
+
+public:
+    explicit QtApplication(QtEventConverter converter);
+    ~QtApplication() override;
+
+    void terminate(ActionSender* sender) override;
+    [[nodiscard]] bool terminating() const override { return _terminating; }
+    void activateIgnoringOtherApps(bool ignoringOtherApps) override;
+    [[nodiscard]] std::shared_ptr<Menu> mainMenu() const override { return _mainMenu; }
+    [[nodiscard]] ApplicationDelegate* delegate() const override { return _delegate; }
+    void setDelegate(ApplicationDelegate* delegate) override { _delegate = delegate; }
+    [[nodiscard]] std::optional<Event> currentEvent() const override { return _currentEvent; }
+    bool sendActionToFrom(const QString& action, ActionTarget* target, ActionSender* sender) override;
+    void beep() override;
+    [[nodiscard]] QString bundlePath() const override;
+    [[nodiscard]] QString pathForResourceOfType(const QString& name, const QString& type) const override;
+
+    bool eventFilter(QObject* receiver, QEvent* event) override;
+
+private:
+    QtEventConverter _converter;
+    bool _terminating = false;
+    ApplicationDelegate* _delegate = nullptr;
+    std::optional<Event> _currentEvent;
+    std::shared_ptr<Menu> _mainMenu;
+};
+
+} // namespace tarnwick

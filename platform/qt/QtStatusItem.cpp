@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: MIT
+#include "platform/qt/QtStatusItem.h"
+
+#include "foundation/Screens.h"
+#include "menu/Menu.h"
+#include "menu/MenuPresenter.h"
+
+#include <QCoreApplication>
+#include <QPixmap>
+#include <QPointer>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick {
+
+namespace {
+
+void perform(const std::shared_ptr<MenuItem>& item)
+{
+    if (const auto target = item->target())
+        target->perform(item->action(), item.get());
+}
+
+void addItem(QMenu& menu, const std::shared_ptr<MenuItem>& item)
+{
+    if (item->isSeparatorItem()) {
+        menu.addSeparator();
+        return;
+    }
+    QAction* action = menu.addAction(QString(item->title()).replace(u'&', u"&&"_s));
+    action->setEnabled(item->isEnabled());
+    action->setCheckable(item->state() == MenuItem::State::On);
+    action->setChecked(item->state() == MenuItem::State::On);
+    // The desktop may report the choice from inside its own handling of the menu.
+    QObject::connect(
+        action, &QAction::triggered, &menu, [item] { perform(item); }, Qt::QueuedConnection);
+}
+
+QIcon iconOf(const QImage& image)
+{
+    return image.isNull() ? QIcon() : QIcon(QPixmap::fromImage(image));
+}
+
+} // namespace
+
+QtStatusItem::QtStatusItem(const TrayHost& host) : _host(host)
+{
+    connect(&_publishedMenu, &QMenu::aboutToShow, this, &QtStatusItem::_fillPublishedMenu);
+    connect(&_publishedMenu, &QMenu::aboutToShow, this, [this] { _setHighlighted(true); });
+    connect(&_publishedMenu, &QMenu::aboutToHide, this, [this] { _setHighlighted(false); });
+    connect(&_host, &TrayHost::changed, this, &QtStatusItem::_show);
+    _show();
+}
+
+QtStatusItem::~QtStatusItem() = default;
+
+void QtStatusItem::setMenu(const std::shared_ptr<Menu>& menu)
+{
+    _menu = menu;
+    _fillPublishedMenu();
+}
+
+void QtStatusItem::setImage(const QImage& image)
+{
+    _icon = iconOf(image);
+    _setHighlighted(false);
+}
+
+void QtStatusItem::setAlternateImage(const QImage& image)
+{
+    _alternateIcon = iconOf(image);
+}
+
+void QtStatusItem::remove()
+{
+    _removed = true;
+    _trayIcon.reset();
+}
+
+void QtStatusItem::_show()
+{
+    _trayIcon.reset();
+    if (_removed || _host.kind() == TrayHost::Kind::None)
+        return;
+    _trayIcon = std::make_unique<QSystemTrayIcon>(_icon);
+    _trayIcon->setToolTip(QCoreApplication::applicationName());
+    // An embedded icon's menu is shown by the presenter, whose grabs leave the focus where it is.
+    if (_host.kind() == TrayHost::Kind::Publishing)
+        _trayIcon->setContextMenu(&_publishedMenu);
+    connect(
+        _trayIcon.get(), &QSystemTrayIcon::activated, this,
+        [this](QSystemTrayIcon::ActivationReason reason) {
+            if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::Context)
+                _popUpMenu();
+        },
+        Qt::QueuedConnection);
+    _trayIcon->show();
+}
+
+void QtStatusItem::_popUpMenu()
+{
+    if (!_menu)
+        return;
+    const QPointer<QtStatusItem> alive(this);
+    _setHighlighted(true);
+    MenuPresenter::shared().popUpMenuPositioningItem(_menu, nullptr, Screens::shared().mouseLocation());
+    if (alive)
+        _setHighlighted(false);
+}
+
+void QtStatusItem::_fillPublishedMenu()
+{
+    _publishedMenu.clear();
+    if (!_menu)
+        return;
+    _menu->update();
+    for (const auto& item : _menu->itemArray())
+        addItem(_publishedMenu, item);
+}
+
+void QtStatusItem::_setHighlighted(bool highlighted)
+{
+    if (_trayIcon)
+        _trayIcon->setIcon(highlighted && _highlightMode && !_alternateIcon.isNull() ? _alternateIcon
+                                                                                     : _icon);
+}
+
+} // namespace tarnwick

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "app/StatusBar.h"
+#include "platform/qt/TrayHost.h"
+
+#include <QMenu>
+#include <QObject>
+#include <QSystemTrayIcon>
+
+#include <memory>
+
+namespace tarnwick {
+
+/// One icon in the tray. A click on it opens its menu.
+class QtStatusItem final : public QObject, public StatusItem
+{
+    Q_OBJECT
+
+public:
+    /// `host` must outlive it.
+    explicit QtStatusItem(const TrayHost& host);
+    ~QtStatusItem() override;
+
+    void setHighlightMode(bool highlight) override { _highlightMode = highlight; }
+    void setMenu(const std::shared_ptr<Menu>& menu) override;
+    void setImage(const QImage& image) override;
+    void setAlternateImage(const QImage& image) override;
+
+    /// Takes the icon out of the tray for good.
+    void remove();
+
+private:
+    void _show();
+    void _popUpMenu();
+    void _fillPublishedMenu();
+    void _setHighlighted(bool highlighted);
+
+    const TrayHost& _host;
+    bool _removed = false;
+    bool _highlightMode = false;
+    std::shared_ptr<Menu> _menu;
+    QIcon _icon;
+    QIcon _alternateIcon;
+    QMenu _publishedMenu;
+    std::unique_ptr<QSystemTrayIcon> _trayIcon; ///< null while there is no host
+};
+
+} // namespace tarnwick

@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: MIT
+#include "platform/macos/CarbonHotKeys.h"
+
+#include "tests/macos/MacTest.h"
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick {
+
+class CarbonHotKeysTest : public MacTest
+{
+protected:
+    static constexpr EventHotKeyID Identity{0x747A7131, 1}; // "tzq1"
+    CarbonHotKeys hotKeys;
+    QStringList taken;
+
+    void install(const QString& name, qint32 result)
+    {
+        hotKeys.installEventHandler([this, name, result] {
+            taken.append(name);
+            return result;
+        });
+    }
+};
+
+TEST_F(CarbonHotKeysTest, installEventHandler_asksForHotKeyPressesOfTheApplicationTarget)
+{
+    install(u"only"_s, 0);
+    // One event type, class "keyb", kind 5; no reference to the handler is kept.
+    EXPECT_EQ(mac.callsOf(u"InstallEventHandler"_s), (QList<QVariantList>{{true, 1, 0x6B657962u, 5, true}}));
+}
+
+TEST_F(CarbonHotKeysTest, registerEventHotKey_handsEveryNumberOn)
+{
+    EXPECT_TRUE(hotKeys.registerEventHotKey(6, 0x800, Identity, 0));
+    // Key code, modifiers, signature, id, the application target, options.
+    EXPECT_EQ(mac.callsOf(u"RegisterEventHotKey"_s),
+              (QList<QVariantList>{{6, 0x800, 0x747A7131, 1, true, 0}}));
+}
+
+TEST_F(CarbonHotKeysTest, press_reachesTheNewestHandlerOnlyOnce)
+{
+    install(u"first"_s, 0);
+    install(u"second"_s, 0);
+    install(u"third"_s, 0);
+    EXPECT_TRUE(hotKeys.registerEventHotKey(6, 0x1100, Identity, 0));
+    EXPECT_TRUE(mac.pressHotKey({6, 0x1100}));
+    EXPECT_EQ(taken, QStringList{u"third"_s});
+    EXPECT_FALSE(mac.pressHotKey({6, 0x800}));
+    EXPECT_EQ(taken.size(), 1);
+}
+
+TEST_F(CarbonHotKeysTest, pressThatAHandlerDeclines_goesToTheOneBefore)
+{
+    install(u"older"_s, 0);
+    install(u"newer"_s, -9874);
+    EXPECT_TRUE(hotKeys.registerEventHotKey(6, 0x800, Identity, 0));
+    EXPECT_TRUE(mac.pressHotKey({6, 0x800}));
+    EXPECT_EQ(taken, (QStringList{u"newer"_s, u"older"_s}));
+}
+
+TEST_F(CarbonHotKeysTest, combinationThatSomebodyHolds_isRefused)
+{
+    EXPECT_TRUE(hotKeys.registerEventHotKey(6, 0x800, Identity, 0));
+    EXPECT_FALSE(hotKeys.registerEventHotKey(6, 0x800, Identity, 0));
+    mac.fail(u"RegisterEventHotKey"_s, -9878);
+    EXPECT_FALSE(hotKeys.registerEventHotKey(7, 0x800, Identity, 0));
+}
+
+TEST_F(CarbonHotKeysTest, keyCodeAbove127_isRefusedUnasked)
+{
+    EXPECT_TRUE(hotKeys.registerEventHotKey(127, 0, Identity, 0));
+    EXPECT_FALSE(hotKeys.registerEventHotKey(128, 0, Identity, 0));
+    EXPECT_FALSE(hotKeys.registerEventHotKey(0xFFFFFFFF, 0, Identity, 0));
+    EXPECT_EQ(mac.callsOf(u"RegisterEventHotKey"_s).size(), 1);
+}
+
+TEST_F(CarbonHotKeysTest, unregister_freesTheCombination)
+{
+    const auto hotKey = hotKeys.registerEventHotKey(6, 0x800, Identity, 0);
+    ASSERT_TRUE(hotKey);
+    EXPECT_TRUE(hotKeys.unregisterEventHotKey(*hotKey));
+    EXPECT_TRUE(mac.registeredHotKeys().isEmpty());
+    EXPECT_TRUE(hotKeys.registerEventHotKey(6, 0x800, Identity, 0));
+}
+
+TEST_F(CarbonHotKeysTest, unregisterOfADeadReference_failsWithoutHarm)
+{
+    const auto first = hotKeys.registerEventHotKey(6, 0x800, Identity, 0);
+    ASSERT_TRUE(first);
+    EXPECT_TRUE(hotKeys.unregisterEventHotKey(*first));
+    const auto second = hotKeys.registerEventHotKey(6, 0x800, Identity, 0);
+    ASSERT_TRUE(second);
+    EXPECT_NE(*first, *second) << "a reference is never used twice";
+    EXPECT_FALSE(hotKeys.unregisterEventHotKey(*first));
+    EXPECT_FALSE(hotKeys.unregisterEventHotKey(0));
+    EXPECT_EQ(mac.registeredHotKeys().size(), 1);
+}
+
+TEST_F(CarbonHotKeysTest, unregisterThatTheSystemRefuses_isFalse)
+{
+    const auto hotKey = hotKeys.registerEventHotKey(6, 0x800, Identity, 0);
+    ASSERT_TRUE(hotKey);
+    mac.fail(u"UnregisterEventHotKey"_s, -9879);
+    EXPECT_FALSE(hotKeys.unregisterEventHotKey(*hotKey));
+}
+
+} // namespace tarnwick

@@ -1,0 +1,188 @@
+// SPDX-License-Identifier: MIT
+#include "platform/macos/QuartzEventTaps.h"
+
+#include "tests/macos/MacTest.h"
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick {
+
+class QuartzEventTapsTest : public MacTest
+{
+protected:
+    static constexpr quint64 OtherMouseDownMask = 0x2000000;
+    // The order of destruction matters: the system is looked at once the adapter is gone.
+    std::unique_ptr<QuartzEventTaps> taps = std::make_unique<QuartzEventTaps>();
+    QList<quint32> seen;
+
+    void TearDown() override
+    {
+        taps.reset();
+        MacTest::TearDown();
+    }
+
+    EventTapRef create(const EventTapCallback& callback)
+    {
+        return taps->create(EventTaps::AnnotatedSessionEventTap, EventTaps::HeadInsertEventTap,
+                            EventTaps::EventTapOptionDefault, OtherMouseDownMask, callback);
+    }
+
+    EventTapRef createSeeing()
+    {
+        return create([this](quint32 type, const TappedEvent* event) {
+            seen.append(type);
+            return event;
+        });
+    }
+
+    EventTapRef createAndSchedule()
+    {
+        const EventTapRef tap = createSeeing();
+        taps->addSourceToMainRunLoop(tap);
+        taps->enable(tap, true);
+        keptForLife.append(u"CFMachPortCreateRunLoopSource"_s);
+        return tap;
+    }
+};
+
+TEST_F(QuartzEventTapsTest, create_handsEveryNumberOn)
+{
+    EXPECT_NE(createSeeing(), 0u);
+    // Location, placement, options, events of interest.
+    EXPECT_EQ(mac.callsOf(u"CGEventTapCreate"_s), (QList<QVariantList>{{2, 0, 0, 0x2000000ull}}));
+}
+
+TEST_F(QuartzEventTapsTest, source_isMadeWithOrderZeroAndAddedInTheCommonModes)
+{
+    createAndSchedule();
+    EXPECT_EQ(mac.callsOf(u"CFMachPortCreateRunLoopSource"_s), (QList<QVariantList>{{true, 0}}));
+    EXPECT_EQ(mac.callsOf(u"CFRunLoopAddSource"_s),
+              (QList<QVariantList>{{true, u"kCFRunLoopCommonModes"_s}}));
+    EXPECT_EQ(mac.callsOf(u"CGEventTapEnable"_s), (QList<QVariantList>{{true}}));
+}
+
+TEST_F(QuartzEventTapsTest, press_isSeenAndGoesOn)
+{
+    createAndSchedule();
+    EXPECT_TRUE(mac.sendEvent(25));
+    EXPECT_EQ(seen, QList<quint32>{25});
+}
+
+TEST_F(QuartzEventTapsTest, eventsOfNoInterest_areNotSeen)
+{
+    createAndSchedule();
+    for (const quint32 type : {1u, 2u, 3u, 4u, 26u, 27u})
+        EXPECT_TRUE(mac.sendEvent(type));
+    EXPECT_TRUE(seen.isEmpty());
+}
+
+TEST_F(QuartzEventTapsTest, eventThatTheCallbackSwallows_goesNowhere)
+{
+    const EventTapRef tap = create([](quint32, const TappedEvent*) { return nullptr; });
+    taps->addSourceToMainRunLoop(tap);
+    taps->enable(tap, true);
+    keptForLife.append(u"CFMachPortCreateRunLoopSource"_s);
+    EXPECT_FALSE(mac.sendEvent(25));
+}
+
+TEST_F(QuartzEventTapsTest, disabledTap_isToldAndCanRepairItself)
+{
+    for (const quint32 reason : {0xFFFFFFFEu, 0xFFFFFFFFu}) {
+        seen.clear();
+        EventTapRef tap = 0;
+        tap = create([&](quint32 type, const TappedEvent* event) -> const TappedEvent* {
+            seen.append(type);
+            if (type + 2 > 1)
+                return event;
+            taps->enable(tap, true);
+            return nullptr;
+        });
+        taps->addSourceToMainRunLoop(tap);
+        taps->enable(tap, true);
+        keptForLife.append(u"CFMachPortCreateRunLoopSource"_s);
+        EXPECT_TRUE(mac.disableTap(reason)) << "the notice is swallowed";
+        EXPECT_TRUE(mac.sendEvent(25));
+        EXPECT_EQ(seen, (QList<quint32>{reason, 25}));
+        taps->enable(tap, false);
+        taps->release(tap);
+    }
+}
+
+TEST_F(QuartzEventTapsTest, disabledTapThatPassesTheNoticeOn_staysOff)
+{
+    createAndSchedule();
+    EXPECT_TRUE(mac.disableTap(0xFFFFFFFE)) << "there is no event to give back";
+    EXPECT_EQ(mac.enabledTaps(), 0);
+    EXPECT_TRUE(mac.sendEvent(25));
+    EXPECT_EQ(seen, QList<quint32>{0xFFFFFFFE});
+}
+
+TEST_F(QuartzEventTapsTest, releasedTap_seesNothingMore)
+{
+    const EventTapRef tap = createAndSchedule();
+    taps->enable(tap, false);
+    taps->release(tap);
+    EXPECT_TRUE(mac.sendEvent(25));
+    EXPECT_TRUE(seen.isEmpty());
+    // The numbers of released taps mean nothing any more.
+    const auto calls = mac.calls().size();
+    taps->enable(tap, true);
+    taps->release(tap);
+    taps->addSourceToMainRunLoop(tap);
+    taps->enable(0, true);
+    EXPECT_EQ(mac.calls().size(), calls);
+}
+
+TEST_F(QuartzEventTapsTest, tapReleasedWhileEnabled_isSilentToo)
+{
+    const EventTapRef tap = createAndSchedule();
+    taps->release(tap);
+    EXPECT_TRUE(mac.sendEvent(25)) << "its source still delivers";
+    EXPECT_TRUE(seen.isEmpty());
+}
+
+TEST_F(QuartzEventTapsTest, tapReleasedInsideItsOwnCallback_endsWithThatCallback)
+{
+    EventTapRef tap = 0;
+    tap = create([&](quint32 type, const TappedEvent* event) {
+        taps->enable(tap, false);
+        taps->release(tap);
+        seen.append(type);
+        return event;
+    });
+    taps->addSourceToMainRunLoop(tap);
+    taps->enable(tap, true);
+    keptForLife.append(u"CFMachPortCreateRunLoopSource"_s);
+    EXPECT_TRUE(mac.sendEvent(25));
+    EXPECT_TRUE(mac.sendEvent(25));
+    EXPECT_EQ(seen, QList<quint32>{25});
+}
+
+TEST_F(QuartzEventTapsTest, severalTaps_liveSideBySideUnderNumbersOfTheirOwn)
+{
+    const EventTapRef first = createAndSchedule();
+    const EventTapRef second = createAndSchedule();
+    EXPECT_NE(first, second);
+    EXPECT_TRUE(mac.sendEvent(25));
+    EXPECT_EQ(seen, (QList<quint32>{25, 25}));
+    taps->enable(second, false);
+    taps->release(second);
+    EXPECT_NE(createSeeing(), second);
+    EXPECT_TRUE(mac.sendEvent(25));
+    EXPECT_EQ(seen.size(), 3);
+}
+
+TEST_F(QuartzEventTapsTest, refusedTap_isZero)
+{
+    mac.fail(u"CGEventTapCreate"_s);
+    EXPECT_EQ(createSeeing(), 0u);
+}
+
+TEST_F(QuartzEventTapsTest, endOfTheProgram_switchesTheTapsOffThatAreLeft)
+{
+    createAndSchedule();
+    taps.reset();
+    EXPECT_EQ(mac.enabledTaps(), 0);
+}
+
+} // namespace tarnwick

@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+#include "platform/macos/SharedFileListLoginItems.h"
+
+#include "tests/fakes/FakeLoginItems.h"
+#include "tests/macos/MacTest.h"
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick {
+
+class SharedFileListLoginItemsTest : public MacTest
+{
+protected:
+    SharedFileListLoginItems items;
+    const QUrl us = QUrl::fromLocalFile(u"/Applications/Tarnwick.app"_s);
+    static constexpr quint32 Quietly = LoginItems::NoUserInteraction | LoginItems::DoNotMountVolumes;
+};
+
+TEST_F(SharedFileListLoginItemsTest, list_isTheSessionLoginItemsWithoutOptions)
+{
+    const auto list = items.createSessionLoginItems();
+    ASSERT_TRUE(list);
+    EXPECT_EQ(mac.callsOf(u"LSSharedFileListCreate"_s),
+              (QList<QVariantList>{{true, u"com.apple.LSSharedFileList.SessionLoginItems"_s, true}}));
+}
+
+TEST_F(SharedFileListLoginItemsTest, snapshot_isTakenWithASeedOfZeroAndKeepsTheOrder)
+{
+    mac.loginItems = {u"/Applications/Other.app"_s, u"/Applications/Tarnwick.app"_s};
+    const auto list = items.createSessionLoginItems();
+    const auto snapshot = list->copySnapshot();
+    EXPECT_EQ(mac.callsOf(u"LSSharedFileListCopySnapshot"_s), (QList<QVariantList>{{0}}));
+    ASSERT_EQ(snapshot.size(), 2);
+    EXPECT_EQ(list->resolve(*snapshot.at(0), Quietly), QUrl::fromLocalFile(u"/Applications/Other.app"_s));
+    EXPECT_EQ(list->resolve(*snapshot.at(1), Quietly), us);
+    // Flags 3, no file reference.
+    EXPECT_EQ(mac.callsOf(u"LSSharedFileListItemResolve"_s), (QList<QVariantList>{{3, true}, {3, true}}));
+}
+
+TEST_F(SharedFileListLoginItemsTest, itemThatCannotBeResolved_isNothing)
+{
+    mac.loginItems = {QString()};
+    const auto list = items.createSessionLoginItems();
+    EXPECT_FALSE(list->resolve(*list->copySnapshot().first(), Quietly));
+}
+
+TEST_F(SharedFileListLoginItemsTest, insertion_isBeforeTheFirstWithNothingButTheUrl)
+{
+    mac.loginItems = {u"/Applications/Other.app"_s};
+    items.createSessionLoginItems()->insertBeforeFirst(us);
+    EXPECT_EQ(mac.callsOf(u"LSSharedFileListInsertItemURL"_s),
+              (QList<QVariantList>{{true, true, true, u"file:///Applications/Tarnwick.app/"_s, true, true}}));
+    EXPECT_EQ(mac.loginItems, (QStringList{u"/Applications/Tarnwick.app"_s, u"/Applications/Other.app"_s}));
+}
+
+TEST_F(SharedFileListLoginItemsTest, removal_takesThatItemOnly)
+{
+    mac.loginItems = {u"/Applications/Other.app"_s, u"/Applications/Tarnwick.app"_s};
+    const auto list = items.createSessionLoginItems();
+    list->remove(*list->copySnapshot().at(1));
+    EXPECT_EQ(mac.loginItems, QStringList{u"/Applications/Other.app"_s});
+}
+
+TEST_F(SharedFileListLoginItemsTest, failures_leaveNothing)
+{
+    mac.loginItems = {u"/Applications/Other.app"_s};
+    mac.fail(u"LSSharedFileListCopySnapshot"_s);
+    mac.fail(u"LSSharedFileListInsertItemURL"_s);
+    const auto list = items.createSessionLoginItems();
+    EXPECT_TRUE(list->copySnapshot().isEmpty());
+    list->insertBeforeFirst(us);
+    EXPECT_EQ(mac.loginItems, QStringList{u"/Applications/Other.app"_s});
+}
+
+TEST_F(SharedFileListLoginItemsTest, noList_isNull)
+{
+    mac.fail(u"LSSharedFileListCreate"_s);
+    EXPECT_FALSE(items.createSessionLoginItems());
+}
+
+TEST_F(SharedFileListLoginItemsTest, successor_isAskedOnlyWhereThereIsNoList)
+{
+    auto successor = std::make_unique<FakeLoginItems>();
+    FakeLoginItems& fake = *successor;
+    SharedFileListLoginItems both(std::move(successor));
+    EXPECT_TRUE(both.createSessionLoginItems());
+    EXPECT_EQ(fake.listsMade, 0);
+    mac.fail(u"LSSharedFileListCreate"_s);
+    EXPECT_TRUE(both.createSessionLoginItems());
+    EXPECT_EQ(fake.listsMade, 1);
+}
+
+} // namespace tarnwick

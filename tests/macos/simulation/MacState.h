@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "tests/macos/simulation/MacObject.h"
+#include "tests/macos/simulation/SimulatedMac.h"
+
+#include <QList>
+
+#include <Carbon/Carbon.h>
+
+namespace tarnwick {
+
+struct MacTap final : MacHandle
+{
+    CGEventMask eventsOfInterest = 0;
+    CGEventTapCallBack callback = nullptr;
+    void* userInfo = nullptr;
+    bool enabled = false;
+    bool scheduled = false;
+};
+
+/// What the adapters have installed in the system.
+struct MacState
+{
+    struct Handler
+    {
+        EventTypeSpec type{};
+        EventHandlerUPP handler = nullptr;
+        void* userData = nullptr;
+    };
+    struct HotKeyEntry
+    {
+        SimulatedMac::HotKey hotKey;
+        ::EventHotKeyRef reference = nullptr;
+    };
+    struct Observer
+    {
+        void* observer = nullptr;
+        CFNotificationCallback callBack = nullptr;
+        QString name;
+    };
+    struct AppleEventHandler
+    {
+        AEEventHandlerUPP handler = nullptr;
+        SRefCon context = nullptr;
+    };
+
+    static MacState& instance();
+
+    QList<Handler> handlers;
+    QList<HotKeyEntry> hotKeys;
+    QList<quintptr> symbolicModes;
+    quintptr lastToken = 0x1000; ///< hot-key references and mode tokens: numbers that look like addresses
+    QList<Observer> observers;
+    QList<AppleEventHandler> reopenHandlers;
+    QList<MacTap*> taps;
+};
+
+} // namespace tarnwick

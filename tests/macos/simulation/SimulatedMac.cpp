@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+#include "tests/macos/simulation/SimulatedMac.h"
+
+#include "tests/macos/simulation/MacObject.h"
+#include "tests/macos/simulation/MacState.h"
+
+#include <algorithm>
+
+namespace tarnwick {
+
+SimulatedMac& SimulatedMac::instance()
+{
+    static SimulatedMac mac;
+    return mac;
+}
+
+MacState& MacState::instance()
+{
+    static MacState state;
+    return state;
+}
+
+void SimulatedMac::reset()
+{
+    *this = SimulatedMac();
+    MacState::instance() = MacState();
+    MacObjects::instance().clear();
+}
+
+QStringList SimulatedMac::functionsCalled() const
+{
+    QStringList names;
+    for (const Call& call : _calls)
+        names.append(call.function);
+    return names;
+}
+
+QList<QVariantList> SimulatedMac::callsOf(const QString& function) const
+{
+    QList<QVariantList> found;
+    for (const Call& call : _calls) {
+        if (call.function == function)
+            found.append(call.arguments);
+    }
+    return found;
+}
+
+QStringList SimulatedMac::unreleased() const
+{
+    QStringList names;
+    for (const MacObject* object : MacObjects::instance().all()) {
+        for (int i = 0; i < object->owned; ++i)
+            names.append(object->madeBy);
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+void SimulatedMac::record(const QString& function, const QVariantList& arguments)
+{
+    _calls.append({function, arguments});
+}
+
+std::optional<int> SimulatedMac::failure(const QString& function) const
+{
+    const auto found = _failing.constFind(function);
+    return found == _failing.cend() ? std::nullopt : std::optional<int>(*found);
+}
+
+} // namespace tarnwick

@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "tests/macos/simulation/AxNode.h"
+
+#include <QByteArray>
+#include <QList>
+#include <QMap>
+#include <QPointF>
+#include <QRectF>
+#include <QSet>
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+
+#include <optional>
+
+namespace tarnwick {
+
+/// The system behind the declarations in tests/macos/frameworks. It writes down every call with its
+/// arguments, counts the references that it hands out, and lets a test play the user and the other
+/// applications.
+class SimulatedMac
+{
+public:
+    struct Call
+    {
+        QString function;
+        QVariantList arguments;
+    };
+    struct HotKey
+    {
+        quint32 keyCode = 0;
+        quint32 modifiers = 0;
+        quint32 signature = 0;
+        quint32 id = 0;
+    };
+    struct SystemHotKey
+    {
+        QVariant enabled; ///< a boolean, or anything else that the list may hold
+        QVariant code;
+        QVariant modifiers;
+    };
+    /// What the current keyboard layout types: characters by key code and modifier state.
+    struct InputSource
+    {
+        bool hasKeyLayout = true;
+        QMap<std::pair<quint16, quint32>, QString> characters;
+    };
+
+    static SimulatedMac& instance();
+
+    /// A freshly started system: no calls, no references, nothing installed.
+    void reset();
+
+    // What has happened.
+    [[nodiscard]] const QList<Call>& calls() const { return _calls; }
+    [[nodiscard]] QStringList functionsCalled() const;
+    [[nodiscard]] QList<QVariantList> callsOf(const QString& function) const;
+    /// The functions whose results nobody has released, once for each reference, sorted.
+    [[nodiscard]] QStringList unreleased() const;
+    /// References released too often or used after their release, foreign objects.
+    [[nodiscard]] const QStringList& faults() const { return _faults; }
+
+    // Levers.
+    /// From now on `function` fails: with `status` where it gives one, else with nothing.
+    void fail(const QString& function, int status = -1) { _failing.insert(function, status); }
+    void repair(const QString& function) { _failing.remove(function); }
+    /// A function that later systems no longer have.
+    void takeAway(const QString& function) { _missing.insert(function); }
+
+    bool accessGranted = false;                      ///< to all programs
+    bool processTrusted = false;                     ///< to this one
+    AxNodeRef systemWide;                            ///< null: no accessibility at all
+    QList<AxNodeRef> applications;                   ///< found by their process identifiers
+    QList<QRectF> displays{QRectF{0, 0, 1440, 900}}; ///< the main one first, top left origin
+    QPointF pointer{0, 0};                           ///< top left origin
+    std::optional<InputSource> inputSource = InputSource();
+    quint8 keyboardType = 44;
+    QList<SystemHotKey> systemHotKeys;
+    QList<QString> loginItems; ///< paths, first to last; an empty one cannot be resolved
+    QMap<QString, QVariant> preferences;
+    QString bundlePath = QStringLiteral("/Applications/Tarnwick.app");
+    QStringList bundleResources; ///< names with their endings
+
+    /// Presses a hot key: true when a handler has taken the press.
+    bool pressHotKey(const HotKey& hotKey);
+    /// Brings another application to the front.
+    void switchFront();
+    /// The user starts the program again: what the handler answers, nothing without a handler.
+    std::optional<int> reopen();
+    /// Chooses another keyboard layout.
+    void changeInputSource(const InputSource& source);
+    /// An input event: true when it reached the application under the pointer.
+    bool sendEvent(quint32 type);
+    /// Switches the newest live tap off and tells it: true when the tap swallowed the notice.
+    bool disableTap(quint32 reason);
+
+    // Looks.
+    [[nodiscard]] QList<HotKey> registeredHotKeys() const;
+    [[nodiscard]] int symbolicModesPushed() const;
+    [[nodiscard]] int enabledTaps() const;
+
+    // For the functions of the simulation.
+    void record(const QString& function, const QVariantList& arguments = {});
+    [[nodiscard]] std::optional<int> failure(const QString& function) const;
+    [[nodiscard]] bool isMissing(const QString& function) const { return _missing.contains(function); }
+    void fault(const QString& what) { _faults.append(what); }
+
+private:
+    SimulatedMac() = default;
+    QList<Call> _calls;
+    QStringList _faults;
+    QMap<QString, int> _failing;
+    QSet<QString> _missing;
+};
+
+} // namespace tarnwick

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+#include <QLocale>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <clocale>
+#include <cstdio>
+#include <locale>
+#include <string>
+
+namespace tarnwick {
+
+/// While it lives the process speaks German, with its decimal comma: de_DE.UTF-8 is made for the occasion
+/// where the machine has none.
+class CommaLocale
+{
+public:
+    CommaLocale() : _before(std::setlocale(LC_ALL, nullptr))
+    {
+        if (!std::setlocale(LC_ALL, "de_DE.UTF-8") && _make())
+            std::setlocale(LC_ALL, "de_DE.UTF-8");
+        if (inEffect())
+            std::locale::global(std::locale(""));
+        QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    }
+
+    ~CommaLocale()
+    {
+        std::locale::global(std::locale::classic());
+        qunsetenv("LC_ALL");
+        qunsetenv("LOCPATH");
+        std::setlocale(LC_ALL, _before.c_str());
+        QLocale::setDefault(QLocale::system());
+    }
+
+    CommaLocale(const CommaLocale&) = delete;
+    CommaLocale& operator=(const CommaLocale&) = delete;
+
+    /// Whether the C library really prints a comma; a test without it is skipped.
+    [[nodiscard]] bool inEffect() const
+    {
+        char text[8] = {};
+        std::snprintf(text, sizeof text, "%g", 1.5);
+        return std::string(text) == "1,5";
+    }
+
+private:
+    bool _make()
+    {
+        const QString name = QStringLiteral("de_DE.UTF-8");
+        const bool made =
+            QProcess::execute(QStringLiteral("localedef"),
+                              {QStringLiteral("-i"), QStringLiteral("de_DE"), QStringLiteral("-f"),
+                               QStringLiteral("UTF-8"), _folder.filePath(name)}) == 0;
+        qputenv("LOCPATH", _folder.path().toLocal8Bit());
+        qputenv("LC_ALL", name.toLatin1());
+        return made;
+    }
+
+    QTemporaryDir _folder;
+    std::string _before;
+};
+
+} // namespace tarnwick
