@@ -125,7 +125,7 @@ std::optional<QList<UIElementRef>> AppAccessibility::menuItemsIn(const UIElement
     if (!element)
         return std::nullopt;
     const auto value = Accessibility::shared().copyAttributeValue(element, AXChildrenAttribute);
-    if (!value)
+    if (!value || value->typeId() != QMetaType::QVariantList)
         return std::nullopt;
     const QVariantList children = value->toList();
     QList<UIElementRef> elements;
