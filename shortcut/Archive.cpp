@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+#include "shortcut/Archive.h"
+
+#include <QCborValue>
+
+namespace tarnwick {
+
+namespace {
+
+std::optional<QString> stringIn(const QCborValue& value)
+{
+    return value.isString() ? std::optional(value.toString()) : std::nullopt;
+}
+
+} // namespace
+
+Archive Archive::fromData(const QByteArray& data)
+{
+    QCborParserError error;
+    const QCborValue value = QCborValue::fromCbor(data, &error);
+    const bool whole = error.error == QCborError::NoError;
+    Archive archive(whole && value.isArray() ? Form::Unkeyed : Form::Keyed);
+    if (whole) {
+        archive._map = value.toMap();
+        archive._array = value.toArray();
+    }
+    return archive;
+}
+
+QByteArray Archive::data() const
+{
+    return (allowsKeyedCoding() ? QCborValue(_map) : QCborValue(_array)).toCbor();
+}
+
+qint64 Archive::decodeInteger(QStringView key) const
+{
+    return _map.value(key.toString()).toInteger();
+}
+
+bool Archive::decodeBool(QStringView key) const
+{
+    return _map.value(key.toString()).toBool();
+}
+
+std::optional<QString> Archive::decodeString(QStringView key) const
+{
+    return stringIn(_map.value(key.toString()));
+}
+
+qint64 Archive::decodeInteger()
+{
+    return _next().toInteger();
+}
+
+std::optional<QString> Archive::decodeString()
+{
+    return stringIn(_next());
+}
+
+QCborValue Archive::_next()
+{
+    return _read < _array.size() ? _array.at(_read++) : QCborValue();
+}
+
+} // namespace tarnwick

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#include "shortcut/ValueTransformer.h"
+
+#include <QHash>
+
+#include <utility>
+
+namespace tarnwick {
+
+namespace {
+
+QHash<QString, std::shared_ptr<ValueTransformer>>& transformersByName()
+{
+    static QHash<QString, std::shared_ptr<ValueTransformer>> transformers;
+    return transformers;
+}
+
+} // namespace
+
+QVariant ValueTransformer::reverseTransformedValue(const QVariant& /*value*/) const
+{
+    return {};
+}
+
+std::shared_ptr<ValueTransformer> ValueTransformer::valueTransformerForName(const QString& name)
+{
+    return transformersByName().value(name);
+}
+
+void ValueTransformer::setValueTransformerForName(std::shared_ptr<ValueTransformer> transformer,
+                                                  const QString& name)
+{
+    if (transformer)
+        transformersByName().insert(name, std::move(transformer));
+    else
+        transformersByName().remove(name);
+}
+
+} // namespace tarnwick
