@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "ax/Accessibility.h"
+
+#include <QHash>
+
+#include <functional>
+
+namespace tarnwick {
+
+/// Other applications by the system's accessibility interface. One call waits for an application for half a
+/// second at most; one that has not answered by then is not read again for as long, so that a menu of many
+/// items does not wait for each of them. An action is sent in any case.
+class AXAccessibility final : public Accessibility
+{
+public:
+    AXAccessibility();
+
+    /// Where the system lets all programs in or none, whether it does; where it decides program by program,
+    /// whether it lets this one in.
+    [[nodiscard]] bool apiEnabled() override;
+    /// The first time in a process, the system asks the user where it has not been told yet.
+    [[nodiscard]] bool isProcessTrusted() override;
+
+    [[nodiscard]] UIElementRef createSystemWide() override;
+    [[nodiscard]] UIElementRef createApplication(qint64 processIdentifier) override;
+    [[nodiscard]] std::optional<qint64> getPid(const UIElementRef& element) override;
+    [[nodiscard]] std::optional<QStringList> copyAttributeNames(const UIElementRef& element) override;
+    [[nodiscard]] std::optional<QVariant> copyAttributeValue(const UIElementRef& element,
+                                                             const QString& attribute) override;
+    [[nodiscard]] std::optional<int> getAttributeValueCount(const UIElementRef& element,
+                                                            const QString& attribute) override;
+    [[nodiscard]] std::optional<bool> isAttributeSettable(const UIElementRef& element,
+                                                          const QString& attribute) override;
+    bool setAttributeValue(const UIElementRef& element, const QString& attribute,
+                           const QVariant& value) override;
+    [[nodiscard]] std::optional<QStringList> copyActionNames(const UIElementRef& element) override;
+    [[nodiscard]] std::optional<QString> copyActionDescription(const UIElementRef& element,
+                                                               const QString& action) override;
+    bool performAction(const UIElementRef& element, const QString& action) override;
+
+private:
+    /// Runs `call`, which gives an AXError, unless the element's application is silent. False on any error.
+    [[nodiscard]] bool _ask(const UIElementRef& element, const std::function<qint32()>& call);
+
+    bool _prompted = false;
+    QHash<qint64, double> _silentUntil; ///< by process identifier, on Clock's time
+};
+
+} // namespace tarnwick
