@@ -41,7 +41,8 @@ std::shared_ptr<ActionTarget> unowned(ActionTarget* target)
 
 QImage imageResource(const QString& name)
 {
-    return QImage(Application::shared().pathForResourceOfType(name, u"png"_s));
+    const QString path = Application::shared().pathForResourceOfType(name, u"png"_s);
+    return path.isEmpty() ? QImage() : QImage(path);
 }
 
 } // namespace
