@@ -7,16 +7,24 @@
 
 namespace tarnwick {
 
+namespace {
+
+xcb_connection_t* connectionOfQt()
+{
+    auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    return x11 ? x11->connection() : nullptr;
+}
+
+} // namespace
+
 X11Connection& X11Connection::shared()
 {
-    static X11Connection connection;
+    static X11Connection connection(connectionOfQt());
     return connection;
 }
 
-X11Connection::X11Connection()
+X11Connection::X11Connection(xcb_connection_t* connection) : _connection(connection)
 {
-    if (auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>())
-        _connection = x11->connection();
     if (_connection)
         _root = xcb_setup_roots_iterator(xcb_get_setup(_connection)).data->root;
 }

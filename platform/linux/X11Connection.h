@@ -21,14 +21,16 @@ struct XcbFree
 template <typename Reply>
 using XcbOwned = std::unique_ptr<Reply, XcbFree>;
 
-/// The X connection that Qt runs on, with the few look-ups that every X11 adapter needs. All windows and
-/// coordinates are of the default screen's root, in X pixels. A failed request gives nothing. GUI thread
-/// only.
+/// An X connection, usually the one that Qt runs on, with the few look-ups that every X11 adapter needs. All
+/// windows and coordinates are of the default screen's root, in X pixels. A failed request gives nothing. GUI
+/// thread only.
 class X11Connection
 {
 public:
     /// Qt's own connection; must be called with a QGuiApplication on the "xcb" platform alive.
     static X11Connection& shared();
+    /// For another connection, which stays the caller's; to be used from one thread only.
+    explicit X11Connection(xcb_connection_t* connection);
 
     /// Null when Qt does not run on X11.
     [[nodiscard]] xcb_connection_t* get() const { return _connection; }
@@ -49,7 +51,6 @@ public:
     void sync();
 
 private:
-    X11Connection();
     [[nodiscard]] XcbOwned<xcb_get_property_reply_t> _property(xcb_window_t window, const QByteArray& name,
                                                                std::uint32_t words);
 

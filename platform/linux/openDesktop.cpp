@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "app/Desktop.h"
+#include "platform/linux/AtspiAccessibility.h"
 #include "platform/linux/KeyCodes.h"
 #include "platform/linux/LinuxSession.h"
 #include "platform/linux/LinuxSymbolicHotKeys.h"
 #include "platform/linux/LinuxTrayHost.h"
+#include "platform/linux/LinuxWorkspace.h"
 #include "platform/linux/XdgLoginItems.h"
 #include "platform/linux/XkbKeyboardLayout.h"
 #include "platform/qt/QtAlerts.h"
@@ -62,6 +64,10 @@ Desktop openDesktop(int& argc, char** argv)
     desktop.fonts = std::make_unique<QtFonts>();
     desktop.alerts = std::make_unique<QtAlerts>();
     desktop.eventSource = std::make_unique<QtEventSource>(converter);
+    auto accessibility = std::make_unique<AtspiAccessibility>();
+    desktop.workspace = std::make_unique<LinuxWorkspace>(accessibility->activeWindow(),
+                                                         accessibility->names(), accessibility->menuBars());
+    desktop.accessibility = std::move(accessibility);
     desktop.loginItems = XdgLoginItems::ofSession();
     desktop.symbolicHotKeys = std::make_unique<LinuxSymbolicHotKeys>(symbolicHotKeysDesktop(*layout));
     desktop.keyboardLayout = std::move(layout);

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "ax/Accessibility.h"
+#include "platform/linux/AtspiAccess.h"
+#include "platform/linux/AtspiMenuSource.h"
+#include "platform/linux/ElementContext.h"
+#include "platform/linux/OwnMenuSource.h"
+
+namespace tarnwick {
+
+/// Reads the menus of other applications from the accessibility bus and their windows from the X server.
+/// All reads within one handler of an event share half a second.
+class AtspiAccessibility final : public Accessibility
+{
+public:
+    AtspiAccessibility();
+
+    [[nodiscard]] bool apiEnabled() override;
+    /// There is one switch for all programs: what apiEnabled() found last.
+    [[nodiscard]] bool isProcessTrusted() override;
+    [[nodiscard]] UIElementRef createSystemWide() override;
+    [[nodiscard]] UIElementRef createApplication(qint64 processIdentifier) override;
+    [[nodiscard]] std::optional<qint64> getPid(const UIElementRef& element) override;
+    [[nodiscard]] std::optional<QStringList> copyAttributeNames(const UIElementRef& element) override;
+    [[nodiscard]] std::optional<QVariant> copyAttributeValue(const UIElementRef& element,
+                                                             const QString& attribute) override;
+    [[nodiscard]] std::optional<int> getAttributeValueCount(const UIElementRef& element,
+                                                            const QString& attribute) override;
+    [[nodiscard]] std::optional<bool> isAttributeSettable(const UIElementRef& element,
+                                                          const QString& attribute) override;
+    bool setAttributeValue(const UIElementRef& element, const QString& attribute,
+                           const QVariant& value) override;
+    [[nodiscard]] std::optional<QStringList> copyActionNames(const UIElementRef& element) override;
+    [[nodiscard]] std::optional<QString> copyActionDescription(const UIElementRef& element,
+                                                               const QString& action) override;
+    bool performAction(const UIElementRef& element, const QString& action) override;
+
+    /// What the workspace reads from the same places. Ours.
+    [[nodiscard]] X11ActiveWindow& activeWindow() { return _activeWindow; }
+    [[nodiscard]] ApplicationNames& names() { return _names; }
+    [[nodiscard]] MenuBars& menuBars() { return _menuBars; }
+
+private:
+    X11ActiveWindow _activeWindow;
+    AtspiBus _bus;
+    ReadingBudget _budget;
+    X11Windows _windows;
+    AtspiApplications _applications;
+    AtspiAccess _access;
+    AtspiMenuSource _treeSource;
+    OwnMenuSource _ownSource;
+    AtspiMenuBars _treeBars;
+    MenuBars _menuBars;
+    ApplicationNames _names;
+    ElementContext _context;
+};
+
+} // namespace tarnwick

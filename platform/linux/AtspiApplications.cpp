@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/AtspiApplications.h"
+
+#include "platform/linux/AtspiConstants.h"
+
+#include <QCoreApplication>
+
+namespace tarnwick {
+
+std::optional<QList<BusReference>> AtspiApplications::roots(Deadline deadline)
+{
+    if (!_bus.connection(deadline))
+        return std::nullopt;
+    const BusReference registry = _bus.root(atspi::RegistryService);
+    const auto roots = _bus.facts(registry, {AtspiQuestion::Children}, deadline).children;
+    if (!roots)
+        return std::nullopt;
+
+    QHash<BusReference, qint64> processes;
+    QList<AtspiFacts> strangers;
+    for (const BusReference& root : *roots) {
+        const auto known = _processes.constFind(root);
+        if (known != _processes.cend())
+            processes.insert(root, *known);
+        else
+            strangers.append({.reference = root});
+    }
+    QList<AtspiInquiry> inquiries;
+    for (AtspiFacts& stranger : strangers)
+        inquiries.append({&stranger, AtspiQuestion::ProcessIdentifier});
+    _bus.ask(inquiries, deadline);
+    for (const AtspiFacts& stranger : strangers)
+        if (stranger.processIdentifier)
+            processes.insert(stranger.reference, *stranger.processIdentifier);
+    _processes = processes;
+
+    QList<BusReference> others = *roots;
+    others.removeIf([this](const BusReference& root) {
+        return _processes.value(root) == QCoreApplication::applicationPid();
+    });
+    return others;
+}
+
+QList<BusReference> AtspiApplications::rootsOf(qint64 processIdentifier, Deadline deadline)
+{
+    QList<BusReference> found = roots(deadline).value_or(QList<BusReference>());
+    found.removeIf([&](const BusReference& root) { return _processes.value(root) != processIdentifier; });
+    return found;
+}
+
+} // namespace tarnwick

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/AtspiBus.h"
+
+#include <QHash>
+
+namespace tarnwick {
+
+/// The applications on the accessibility bus. This process is not among them: it must never ask itself.
+class AtspiApplications
+{
+public:
+    explicit AtspiApplications(AtspiBus& bus) : _bus(bus) {}
+
+    /// The root objects of all applications; nothing when the registry does not answer.
+    [[nodiscard]] std::optional<QList<BusReference>> roots(Deadline deadline);
+    /// Those of one process, usually one.
+    [[nodiscard]] QList<BusReference> rootsOf(qint64 processIdentifier, Deadline deadline);
+
+private:
+    AtspiBus& _bus;
+    QHash<BusReference, qint64> _processes; ///< of roots seen so far
+};
+
+} // namespace tarnwick

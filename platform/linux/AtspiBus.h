@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/AtspiFacts.h"
+#include "platform/linux/SdBus.h"
+
+#include <memory>
+
+namespace tarnwick {
+
+/// One thing to ask of one object; the answer goes into `facts`.
+struct AtspiInquiry
+{
+    AtspiFacts* facts;
+    AtspiQuestion question;
+};
+
+/// The accessibility bus: connected when it is first needed, and again when it went away. Reads only with
+/// calls that leave the other application as it is. GUI thread only.
+class AtspiBus
+{
+public:
+    /// Null when the bus cannot be reached by the deadline, or could not a moment ago.
+    [[nodiscard]] SdBus* connection(Deadline deadline);
+    /// The connection that stands now; null when there is none. Nothing is sent.
+    [[nodiscard]] SdBus* standingConnection() const { return _bus && _bus->isOpen() ? _bus.get() : nullptr; }
+    /// The root object behind a name on the standing connection.
+    [[nodiscard]] BusReference root(const QByteArray& service) const;
+
+    /// Sends all inquiries at once and stores the answers that come by the deadline. References of an
+    /// earlier connection are not asked: the same names may mean others now.
+    void ask(const QList<AtspiInquiry>& inquiries, Deadline deadline);
+
+    /// Asks one object one or more things.
+    [[nodiscard]] AtspiFacts facts(const BusReference& reference,
+                                   std::initializer_list<AtspiQuestion> questions, Deadline deadline);
+
+    /// Calls to be sent on the standing connection; null when the reference is not of it.
+    [[nodiscard]] SdBusMessage actionCall(const BusReference& reference);
+    [[nodiscard]] SdBusMessage stateCall(const BusReference& reference);
+
+    /// Address of the session bus; empty when there is none.
+    [[nodiscard]] static QByteArray sessionAddress();
+    /// Address of the accessibility bus; empty when it cannot be had by the deadline. Asking starts the bus.
+    [[nodiscard]] static QByteArray address(Deadline deadline);
+
+private:
+    [[nodiscard]] bool _stands(const BusReference& reference) const;
+    [[nodiscard]] SdBusMessage _call(const BusReference& reference, AtspiQuestion question);
+
+    std::unique_ptr<SdBus> _bus;
+    std::optional<Deadline> _retry;
+    int _connection = 0;
+};
+
+} // namespace tarnwick

@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/AtspiMenuBars.h"
+
+#include "platform/linux/AtspiConstants.h"
+#include "platform/linux/MenuBarSearch.h"
+
+#include <algorithm>
+
+using namespace std::chrono_literals;
+
+namespace tarnwick {
+
+namespace {
+
+/// More windows than this are not looked at.
+constexpr qsizetype MaximumWindows = 200;
+/// For asking all applications about a window whose process none of them is.
+constexpr auto StrangerTime = 200ms;
+
+} // namespace
+
+AtspiMenuBars::AtspiMenuBars(AtspiBus& bus, AtspiApplications& applications, X11Windows& windows,
+                             ReadingBudget& budget)
+    : _bus(bus), _applications(applications), _windows(windows), _budget(budget)
+{
+}
+
+BusReference AtspiMenuBars::of(const FrontWindow& front)
+{
+    const ReadingBudget::Reading reading(_budget);
+    if (!front || !_bus.connection(reading.deadline()))
+        return {};
+    for (const xcb_window_t window : _windows.withOwners(front.window)) {
+        const FrontWindow one{window, window == front.window ? front.processIdentifier
+                                                             : _windows.processIdentifier(window)};
+        if (const BusReference bar = _ofOneWindow(one, window == front.window, reading.deadline()))
+            return bar;
+    }
+    return front.processIdentifier ? _ofAnyWindow(*front.processIdentifier, reading.deadline())
+                                   : BusReference();
+}
+
+BusReference AtspiMenuBars::_ofOneWindow(const FrontWindow& window, bool active, Deadline deadline)
+{
+    const Known known = _known.value(window.window);
+    if (known.bar && known.processIdentifier == window.processIdentifier &&
+        _bus.facts(known.bar, {AtspiQuestion::Role}, deadline).role == atspi::RoleMenuBar)
+        return known.bar;
+    _known.remove(window.window);
+    const auto match = _match(window, active, deadline);
+    if (!match)
+        return {};
+    const BusReference bar = findMenuBar(_bus, match->window, deadline);
+    if (bar && match->certain) {
+        if (_known.size() >= MaximumWindows)
+            _known.clear();
+        _known.insert(window.window, {window.processIdentifier, bar});
+    }
+    return bar;
+}
+
+std::optional<AtspiWindowMatch> AtspiMenuBars::_match(const FrontWindow& window, bool active,
+                                                      Deadline deadline)
+{
+    const auto title = _windows.title(window.window);
+    const auto roots = window.processIdentifier ? _applications.rootsOf(*window.processIdentifier, deadline)
+                                                : QList<BusReference>();
+    if (!roots.isEmpty())
+        return AtspiWindowMatch::among(_windowsOf(roots, deadline), title, active);
+    if (!active || !title)
+        return std::nullopt;
+    // A sandbox may hide the process: then the active window with this title is the one.
+    const Deadline limit = deadline.atMostIn(StrangerTime);
+    QList<AtspiFacts> windows = _windowsOf(_applications.roots(limit).value_or(QList<BusReference>()), limit);
+    windows.removeIf([&](const AtspiFacts& facts) {
+        return facts.name != title || !facts.states || !atspi::has(*facts.states, atspi::StateActive);
+    });
+    return windows.isEmpty() ? std::nullopt
+                             : std::optional(AtspiWindowMatch{windows.first().reference, false});
+}
+
+QList<AtspiFacts> AtspiMenuBars::_windowsOf(const QList<BusReference>& roots, Deadline deadline)
+{
+    QList<AtspiFacts> applications;
+    for (const BusReference& root : roots)
+        applications.append({.reference = root});
+    QList<AtspiInquiry> inquiries;
+    for (AtspiFacts& application : applications)
+        inquiries.append({&application, AtspiQuestion::Children});
+    _bus.ask(inquiries, deadline);
+
+    QList<AtspiFacts> windows;
+    for (const AtspiFacts& application : applications)
+        for (const BusReference& window : application.children.value_or(QList<BusReference>()))
+            if (windows.size() < MaximumWindows)
+                windows.append({.reference = window});
+    inquiries.clear();
+    for (AtspiFacts& window : windows)
+        for (const auto question : {AtspiQuestion::Name, AtspiQuestion::States})
+            inquiries.append({&window, question});
+    _bus.ask(inquiries, deadline);
+    return windows;
+}
+
+BusReference AtspiMenuBars::_ofAnyWindow(qint64 processIdentifier, Deadline deadline)
+{
+    for (const AtspiFacts& window : _windowsOf(_applications.rootsOf(processIdentifier, deadline), deadline))
+        if (const BusReference bar = findMenuBar(_bus, window.reference, deadline))
+            return bar;
+    return {};
+}
+
+} // namespace tarnwick

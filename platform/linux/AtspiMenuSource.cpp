@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/AtspiMenuSource.h"
+
+#include "platform/linux/AtspiConstants.h"
+#include "platform/linux/AtspiPress.h"
+#include "platform/linux/X11Connection.h"
+
+#include <algorithm>
+
+namespace tarnwick {
+
+using namespace atspi;
+
+AtspiMenuSource::AtspiMenuSource(AtspiBus& bus, ReadingBudget& budget) : _bus(bus), _budget(budget) {}
+
+std::optional<QList<MenuRow>> AtspiMenuSource::readBar(const BusReference& bar)
+{
+    return _read(bar, MenuLevel::Bar);
+}
+
+std::optional<QList<MenuRow>> AtspiMenuSource::readMenu(const BusReference& contents)
+{
+    return _read(contents, MenuLevel::Menu);
+}
+
+bool AtspiMenuSource::press(const MenuRow& row)
+{
+    if (auto& x11 = X11Connection::shared())
+        x11.sync(); // what was grabbed has been given back
+    return AtspiPress::start(_bus, row, &_presses);
+}
+
+std::optional<QList<MenuRow>> AtspiMenuSource::_read(const BusReference& menu, MenuLevel level)
+{
+    const ReadingBudget::Reading reading(_budget);
+    AtspiToolkit toolkit = _toolkitOf(_bus.root(menu.service), reading.deadline());
+    auto items = _childrenOf(menu, toolkit, level, reading.deadline());
+    if (!items)
+        return std::nullopt;
+    if (const auto inner = level == MenuLevel::Menu ? menuInBetween(*items) : std::nullopt)
+        items = _childrenOf(*inner, toolkit, level, reading.deadline()).value_or(QList<AtspiFacts>());
+    if (toolkit == AtspiToolkit::Unknown)
+        _dropOtherChildren(*items, reading.deadline());
+    const auto isMenu = [](const AtspiFacts& facts) { return facts.role == RoleMenu; };
+    if (toolkit == AtspiToolkit::Unknown && std::any_of(items->cbegin(), items->cend(), isMenu)) {
+        toolkit = AtspiToolkit::Bridge;
+        _toolkits.insert(_bus.root(menu.service), toolkit);
+    }
+    return normalForm(*items, toolkit, level);
+}
+
+std::optional<QList<AtspiFacts>> AtspiMenuSource::_childrenOf(const BusReference& menu, AtspiToolkit toolkit,
+                                                              MenuLevel level, Deadline deadline)
+{
+    const auto children = _bus.facts(menu, {AtspiQuestion::Children}, deadline).children;
+    if (!children)
+        return std::nullopt;
+    QList<AtspiFacts> items(children->size());
+    QList<AtspiInquiry> inquiries;
+    const QList<AtspiQuestion> questions = itemQuestions(toolkit, level);
+    inquiries.reserve(items.size() * questions.size());
+    for (qsizetype i = 0; i < items.size(); ++i) {
+        items[i].reference = children->at(i);
+        for (const AtspiQuestion question : questions)
+            inquiries.append({&items[i], question});
+    }
+    _bus.ask(inquiries, deadline);
+    return items;
+}
+
+AtspiToolkit AtspiMenuSource::_toolkitOf(const BusReference& root, Deadline deadline)
+{
+    const auto found = _toolkits.constFind(root);
+    if (found != _toolkits.cend())
+        return *found;
+    const auto name = _bus.facts(root, {AtspiQuestion::Toolkit}, deadline).toolkit;
+    if (!name)
+        return AtspiToolkit::Unknown;
+    if (_toolkits.size() >= 1000)
+        _toolkits.clear();
+    return *_toolkits.insert(root, toolkitNamed(*name));
+}
+
+void AtspiMenuSource::_dropOtherChildren(QList<AtspiFacts>& items, Deadline deadline)
+{
+    QList<AtspiFacts> children;
+    for (const AtspiFacts& facts : items) {
+        AtspiFacts child;
+        child.reference = facts.firstChild.value_or(BusReference());
+        children.append(child);
+    }
+    QList<AtspiInquiry> inquiries;
+    for (AtspiFacts& child : children)
+        if (child.reference)
+            inquiries.append({&child, AtspiQuestion::Role});
+    _bus.ask(inquiries, deadline);
+    for (qsizetype i = 0; i < items.size(); ++i)
+        if (children[i].role != RoleMenu && children[i].role != RolePopupMenu)
+            items[i].firstChild.reset();
+}
+
+} // namespace tarnwick

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/AtspiBus.h"
+#include "platform/linux/AtspiNormalForm.h"
+#include "platform/linux/MenuSource.h"
+#include "platform/linux/ReadingBudget.h"
+
+#include <QHash>
+#include <QObject>
+
+namespace tarnwick {
+
+/// Menus in the accessibility tree.
+class AtspiMenuSource final : public MenuSource
+{
+public:
+    /// Both must outlive this.
+    AtspiMenuSource(AtspiBus& bus, ReadingBudget& budget);
+
+    std::optional<QList<MenuRow>> readBar(const BusReference& bar) override;
+    std::optional<QList<MenuRow>> readMenu(const BusReference& contents) override;
+    bool press(const MenuRow& row) override;
+
+private:
+    std::optional<QList<MenuRow>> _read(const BusReference& menu, MenuLevel level);
+    std::optional<QList<AtspiFacts>> _childrenOf(const BusReference& menu, AtspiToolkit toolkit,
+                                                 MenuLevel level, Deadline deadline);
+    /// Of the application with this root; asked for once.
+    AtspiToolkit _toolkitOf(const BusReference& root, Deadline deadline);
+    /// A child that is no menu is a part of the item itself, not its submenu.
+    void _dropOtherChildren(QList<AtspiFacts>& items, Deadline deadline);
+
+    AtspiBus& _bus;
+    ReadingBudget& _budget;
+    QHash<BusReference, AtspiToolkit> _toolkits;
+    QObject _presses; ///< owns those on their way
+};
+
+} // namespace tarnwick

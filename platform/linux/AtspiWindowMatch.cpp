@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/AtspiWindowMatch.h"
+
+#include "platform/linux/AtspiConstants.h"
+
+#include <algorithm>
+
+namespace tarnwick {
+
+std::optional<AtspiWindowMatch> AtspiWindowMatch::among(const QList<AtspiFacts>& windows,
+                                                        const std::optional<QString>& title, bool active)
+{
+    if (windows.size() == 1)
+        return AtspiWindowMatch{windows.first().reference, true};
+    QList<AtspiFacts> named = windows;
+    named.removeIf([&](const AtspiFacts& facts) { return !title || facts.name != title; });
+    if (named.size() == 1)
+        return AtspiWindowMatch{named.first().reference, true};
+
+    const QList<AtspiFacts>& candidates = named.isEmpty() ? windows : named;
+    const auto isActive = [](const AtspiFacts& facts) {
+        return facts.states && atspi::has(*facts.states, atspi::StateActive);
+    };
+    const auto found = std::find_if(candidates.cbegin(), candidates.cend(), isActive);
+    if (active && found != candidates.cend())
+        return AtspiWindowMatch{found->reference, false};
+    if (named.isEmpty())
+        return std::nullopt;
+    return AtspiWindowMatch{named.first().reference, false};
+}
+
+} // namespace tarnwick

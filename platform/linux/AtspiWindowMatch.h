@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/AtspiFacts.h"
+
+namespace tarnwick {
+
+/// Which of an application's accessible windows a window of the desktop is.
+struct AtspiWindowMatch
+{
+    BusReference window;
+    /// Whether it would be the same one a moment later: titles and the active state lag behind a switch.
+    bool certain = false;
+
+    /// `windows` with names and states; `title` of the wanted one, which is the desktop's active one or not.
+    /// Nothing when none of them can be told to be it.
+    [[nodiscard]] static std::optional<AtspiWindowMatch>
+    among(const QList<AtspiFacts>& windows, const std::optional<QString>& title, bool active);
+};
+
+} // namespace tarnwick

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/BusReference.h"
+#include "platform/linux/MenuShortcut.h"
+
+#include <QString>
+
+#include <optional>
+
+namespace tarnwick {
+
+/// One visible entry of a menu or menu bar, in the form that is the same for all toolkits.
+struct MenuRow
+{
+    enum class Kind { Item, Holder, Separator };
+
+    Kind kind = Kind::Item;
+    QString title; ///< empty for separators only
+    bool enabled = false;
+    bool checked = false;
+    std::optional<MenuShortcut> shortcut;
+    BusReference item;     ///< what is pressed
+    BusReference contents; ///< a holder's submenu; the item itself where the toolkit has no menu between
+};
+
+} // namespace tarnwick

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/Deadline.h"
+
+#include <QObject>
+
+namespace tarnwick {
+
+/// How long one event handler may read from other applications: its reads together get half a second of
+/// waiting, and the next event starts anew. Time between the reads does not count. GUI thread only.
+class ReadingBudget : public QObject
+{
+    Q_OBJECT
+
+public:
+    static constexpr std::chrono::milliseconds PerEvent{500};
+
+    /// Counts the time until its end as reading.
+    class Reading
+    {
+    public:
+        explicit Reading(ReadingBudget& budget);
+        ~Reading();
+        Reading(const Reading&) = delete;
+        Reading& operator=(const Reading&) = delete;
+
+        [[nodiscard]] Deadline deadline() const { return _deadline; }
+
+    private:
+        ReadingBudget& _budget;
+        bool _outermost;
+        Deadline::Clock::time_point _start;
+        Deadline _deadline;
+    };
+
+private:
+    Deadline::Clock::duration _left = PerEvent;
+    bool _reading = false;
+    bool _renewalQueued = false;
+};
+
+} // namespace tarnwick

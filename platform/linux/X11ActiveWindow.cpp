@@ -1,0 +1,181 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/X11ActiveWindow.h"
+
+#include "platform/linux/FrontWindowFilter.h"
+
+#include <functional>
+#include <mutex>
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <thread>
+#include <unistd.h>
+
+namespace tarnwick {
+
+namespace {
+
+struct XcbDisconnect
+{
+    void operator()(xcb_connection_t* connection) const noexcept { xcb_disconnect(connection); }
+};
+
+using OwnConnection = std::unique_ptr<xcb_connection_t, XcbDisconnect>;
+
+} // namespace
+
+class X11ActiveWindow::Watcher
+{
+public:
+    /// `changed` runs on the watching thread.
+    Watcher(OwnConnection connection, std::function<void(const FrontWindow&)> changed)
+        : _connection(std::move(connection)), _x11(_connection.get()), _windows(_x11),
+          _changed(std::move(changed)), _stop(eventfd(0, EFD_CLOEXEC))
+    {
+        _look();
+        _thread = std::thread([this] { _run(); });
+    }
+
+    ~Watcher()
+    {
+        static_cast<void>(eventfd_write(_stop, 1));
+        _thread.join();
+        close(_stop);
+    }
+
+    Watcher(const Watcher&) = delete;
+    Watcher& operator=(const Watcher&) = delete;
+
+    [[nodiscard]] FrontWindow latest()
+    {
+        const std::lock_guard lock(_mutex);
+        return _latest;
+    }
+
+private:
+    void _run()
+    {
+        do {
+            while (_takeEvents()) // reading replies may have brought more of them
+                _look();
+            if (_filter.due())
+                _look();
+        } while (xcb_connection_has_error(_connection.get()) == 0 && _wait());
+    }
+
+    /// Whether something happened that a look is due to.
+    bool _takeEvents()
+    {
+        bool concerns = false;
+        while (const XcbOwned<xcb_generic_event_t> event{xcb_poll_for_event(_connection.get())})
+            concerns |= _concerns(*event);
+        return concerns;
+    }
+
+    /// False when the thread is to end.
+    bool _wait()
+    {
+        int limit = -1;
+        if (const auto due = _filter.due()) {
+            const auto left =
+                std::chrono::ceil<std::chrono::milliseconds>(*due - FrontWindowFilter::Time::clock::now());
+            limit = static_cast<int>(std::max<std::int64_t>(left.count(), 0));
+        }
+        pollfd sources[] = {{xcb_get_file_descriptor(_connection.get()), POLLIN, 0}, {_stop, POLLIN, 0}};
+        return poll(sources, 2, limit) >= 0 ? sources[1].revents == 0 : errno == EINTR;
+    }
+
+    bool _concerns(const xcb_generic_event_t& event)
+    {
+        switch (event.response_type & 0x7F) {
+        case XCB_PROPERTY_NOTIFY: {
+            const auto atom = reinterpret_cast<const xcb_property_notify_event_t&>(event).atom;
+            return atom == _x11.atom("_NET_ACTIVE_WINDOW") || atom == _x11.atom("_NET_SUPPORTING_WM_CHECK") ||
+                   atom == _x11.atom("_NET_SUPPORTED");
+        }
+        case XCB_MAP_NOTIFY:
+            _watchFocus(reinterpret_cast<const xcb_map_notify_event_t&>(event).window);
+            return true;
+        case XCB_FOCUS_IN:
+        case XCB_FOCUS_OUT:
+        case XCB_UNMAP_NOTIFY:
+        case XCB_DESTROY_NOTIFY:
+            return true;
+        default:
+            return false;
+        }
+    }
+
+    void _look()
+    {
+        _select();
+        const auto front = _filter.see(_windows.front(), FrontWindowFilter::Time::clock::now());
+        xcb_flush(_connection.get());
+        if (!front)
+            return;
+        {
+            const std::lock_guard lock(_mutex);
+            _latest = *front;
+        }
+        _changed(*front);
+    }
+
+    /// A window manager tells of changes in properties of the root. Without one, the top-level windows tell
+    /// of their focus.
+    void _select()
+    {
+        const bool managed = _windows.managed();
+        if (_managed == managed)
+            return;
+        _managed = managed;
+        const std::uint32_t mask = managed
+                                       ? XCB_EVENT_MASK_PROPERTY_CHANGE
+                                       : XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+        xcb_change_window_attributes(_connection.get(), _x11.root(), XCB_CW_EVENT_MASK, &mask);
+        const XcbOwned<xcb_query_tree_reply_t> tree(
+            xcb_query_tree_reply(_connection.get(), xcb_query_tree(_connection.get(), _x11.root()), nullptr));
+        for (int i = 0; tree && i < xcb_query_tree_children_length(tree.get()); ++i)
+            _watchFocus(xcb_query_tree_children(tree.get())[i]);
+    }
+
+    void _watchFocus(xcb_window_t window)
+    {
+        const std::uint32_t mask = *_managed ? XCB_EVENT_MASK_NO_EVENT : XCB_EVENT_MASK_FOCUS_CHANGE;
+        xcb_change_window_attributes(_connection.get(), window, XCB_CW_EVENT_MASK, &mask);
+    }
+
+    OwnConnection _connection;
+    X11Connection _x11;
+    X11Windows _windows;
+    FrontWindowFilter _filter;
+    std::optional<bool> _managed;
+    std::function<void(const FrontWindow&)> _changed;
+    std::mutex _mutex;
+    FrontWindow _latest; ///< guarded by the mutex
+    int _stop;
+    std::thread _thread;
+};
+
+X11ActiveWindow::X11ActiveWindow()
+{
+    if (!X11Connection::shared())
+        return;
+    OwnConnection connection(xcb_connect(nullptr, nullptr));
+    if (xcb_connection_has_error(connection.get()) != 0)
+        return;
+    _watcher = std::make_unique<Watcher>(std::move(connection), [this](const FrontWindow& front) {
+        QMetaObject::invokeMethod(
+            this, [this, front] { Q_EMIT changed(front); }, Qt::QueuedConnection);
+    });
+}
+
+X11ActiveWindow::~X11ActiveWindow() = default;
+
+FrontWindow X11ActiveWindow::current() const
+{
+    if (!_watcher)
+        return {};
+    const auto seen = X11Windows(X11Connection::shared()).front();
+    return seen && *seen ? *seen : _watcher->latest();
+}
+
+} // namespace tarnwick

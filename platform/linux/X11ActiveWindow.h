@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/X11Windows.h"
+
+#include <QObject>
+
+#include <memory>
+
+namespace tarnwick {
+
+/// Which application window is in front. A thread with a connection of its own looks at every change at
+/// once, so that none is lost while the GUI thread is busy. GUI thread only.
+class X11ActiveWindow : public QObject
+{
+    Q_OBJECT
+
+public:
+    X11ActiveWindow();
+    ~X11ActiveWindow() override;
+
+    /// Whether changes are watched: false without an X server.
+    [[nodiscard]] bool watching() const { return _watcher != nullptr; }
+
+    /// Now; none when no window is.
+    [[nodiscard]] FrontWindow current() const;
+
+Q_SIGNALS:
+    /// Once for each change, in order, from the event loop. The window may not be in front any more.
+    void changed(const tarnwick::FrontWindow& front);
+
+private:
+    class Watcher;
+
+    std::unique_ptr<Watcher> _watcher;
+};
+
+} // namespace tarnwick

@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/X11Connection.h"
+
+#include <QList>
+#include <QString>
+
+#include <optional>
+
+namespace tarnwick {
+
+/// The application window that has the user's attention. A default-made one is none.
+struct FrontWindow
+{
+    xcb_window_t window = XCB_WINDOW_NONE;
+    std::optional<qint64> processIdentifier;
+
+    explicit operator bool() const { return window != XCB_WINDOW_NONE; }
+    friend bool operator==(const FrontWindow&, const FrontWindow&) = default;
+};
+
+/// What windows say of themselves and of each other. A window that is gone says nothing.
+class X11Windows
+{
+public:
+    /// The connection must outlive this; used on the connection's thread.
+    explicit X11Windows(X11Connection& x11) : _x11(x11) {}
+
+    /// Whether a window manager keeps the root's properties.
+    [[nodiscard]] bool managed();
+    /// The active window, or none; nothing when the active one is no application's window: a dock, a
+    /// tooltip, a notification, or one that the window manager does not manage. Without a window manager
+    /// that tells, the window with the input focus.
+    [[nodiscard]] std::optional<FrontWindow> front();
+    /// The managed windows of a process, oldest first.
+    [[nodiscard]] QList<xcb_window_t> windowsOf(qint64 processIdentifier);
+
+    [[nodiscard]] std::optional<qint64> processIdentifier(xcb_window_t window);
+    /// None when there is none.
+    [[nodiscard]] xcb_window_t transientFor(xcb_window_t window);
+    /// The window and those that it is transient for, itself first.
+    [[nodiscard]] QList<xcb_window_t> withOwners(xcb_window_t window);
+    [[nodiscard]] std::optional<QString> title(xcb_window_t window);
+    /// The application's desktop-file id, then class and instance, as far as the window tells them.
+    [[nodiscard]] QList<QString> applicationNames(xcb_window_t window);
+    /// Whether the list property holds the atom.
+    [[nodiscard]] bool lists(xcb_window_t window, const QByteArray& property, const QByteArray& atom);
+
+private:
+    [[nodiscard]] xcb_window_t _focused();
+    [[nodiscard]] bool _counts(xcb_window_t window);
+    [[nodiscard]] bool _isOfThisMachine(xcb_window_t window);
+    [[nodiscard]] std::optional<qint64> _clientProcess(xcb_window_t window);
+    [[nodiscard]] QList<xcb_window_t> _all();
+
+    X11Connection& _x11;
+};
+
+} // namespace tarnwick
