@@ -7,6 +7,9 @@
 
 #include <QCoreApplication>
 
+#include <cerrno>
+#include <csignal>
+
 using namespace Qt::StringLiterals;
 
 namespace tarnwick {
@@ -36,6 +39,8 @@ QStringList ApplicationElement::attributeNames() const
 
 std::optional<QVariant> ApplicationElement::value(const QString& attribute) const
 {
+    if (!_exists())
+        return std::nullopt;
     if (attribute == AXRoleAttribute)
         return AXApplicationRole;
     if (!_processIdentifier)
@@ -61,6 +66,13 @@ std::optional<QVariant> ApplicationElement::value(const QString& attribute) cons
     return std::nullopt;
 }
 
+bool ApplicationElement::_exists() const
+{
+    if (!_processIdentifier)
+        return true;
+    return kill(static_cast<pid_t>(*_processIdentifier), 0) == 0 || errno == EPERM;
+}
+
 bool ApplicationElement::_isInFront() const
 {
     return _context.activeWindow.current().processIdentifier == _processIdentifier;
@@ -81,9 +93,9 @@ std::optional<QVariant> ApplicationElement::_menuBar() const
     const FoundMenuBar found = window ? _context.menuBars.of(window) : FoundMenuBar{};
     if (!found)
         return std::nullopt;
+    const UIElementRef self(std::make_shared<const ApplicationElement>(_context, _processIdentifier));
     return QVariant::fromValue(UIElementRef(std::make_shared<const MenuElement>(
-        MenuElement::Kind::Bar, *found.source, found.bar, WindowElement::make(_context, window),
-        window.processIdentifier)));
+        MenuElement::Kind::Bar, *found.source, found.bar, self, _processIdentifier)));
 }
 
 QVariantList ApplicationElement::_windows() const

@@ -20,6 +20,7 @@ protected:
     [[nodiscard]] QByteArray identity() const override;
 
 private:
+    [[nodiscard]] bool _exists() const;
     [[nodiscard]] bool _isInFront() const;
     /// The active one, else the one opened last; none when there is none.
     [[nodiscard]] FrontWindow _focusedWindow() const;

@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 
 namespace tarnwick {
 
-MenuElement::MenuElement(Kind kind, MenuSource& source, const BusReference& place, const QVariant& parent,
+MenuElement::MenuElement(Kind kind, MenuSource& source, const BusReference& place, const UIElementRef& parent,
                          std::optional<qint64> processIdentifier)
     : _kind(kind), _source(source), _place(place), _parent(parent), _processIdentifier(processIdentifier)
 {
@@ -29,7 +29,7 @@ std::optional<QVariant> MenuElement::value(const QString& attribute) const
     if (attribute == AXRoleAttribute)
         return _kind == Kind::Bar ? u"AXMenuBar"_s : u"AXMenu"_s;
     if (attribute == AXParentAttribute)
-        return _parent;
+        return QVariant::fromValue(_parent);
     return attribute == AXChildrenAttribute ? _children() : std::nullopt;
 }
 

@@ -14,8 +14,8 @@ class MenuElement final : public LinuxElement, public std::enable_shared_from_th
 public:
     enum class Kind { Bar, Menu };
 
-    /// `parent` holds the element that contains it. The source must outlive it.
-    MenuElement(Kind kind, MenuSource& source, const BusReference& place, const QVariant& parent,
+    /// `parent` is the application of a bar, the item of a menu. The source must outlive it.
+    MenuElement(Kind kind, MenuSource& source, const BusReference& place, const UIElementRef& parent,
                 std::optional<qint64> processIdentifier);
 
     [[nodiscard]] QStringList attributeNames() const override;
@@ -31,7 +31,7 @@ private:
     Kind _kind;
     MenuSource& _source;
     BusReference _place;
-    QVariant _parent;
+    UIElementRef _parent;
     std::optional<qint64> _processIdentifier;
 };
 

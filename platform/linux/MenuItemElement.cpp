@@ -71,9 +71,9 @@ std::optional<QVariant> MenuItemElement::value(const QString& attribute) const
 
 QVariantList MenuItemElement::_children() const
 {
-    const auto menu = std::make_shared<const MenuElement>(
-        MenuElement::Kind::Menu, _source, _row.contents,
-        QVariant::fromValue(UIElementRef(shared_from_this())), _processIdentifier);
+    const auto menu =
+        std::make_shared<const MenuElement>(MenuElement::Kind::Menu, _source, _row.contents,
+                                            UIElementRef(shared_from_this()), _processIdentifier);
     return {QVariant::fromValue(UIElementRef(menu))};
 }
 

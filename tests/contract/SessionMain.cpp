@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+// The main function of tests that need a desktop. Started first, it makes a private session and starts itself
+// again inside it.
+#include "tests/contract/PrivateSession.h"
+
+#include <QApplication>
+#include <gtest/gtest.h>
+
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr const char* InsideVariable = "TARNWICK_TEST_SESSION";
+constexpr int Skipped = 77;
+
+int runInside(int argc, char** argv)
+{
+    ::testing::InitGoogleTest(&argc, argv);
+    const QApplication application(argc, argv);
+    return RUN_ALL_TESTS();
+}
+
+int runAround(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    tarnwick::PrivateSession session;
+    const QString missing = session.start();
+    if (!missing.isEmpty()) {
+        std::fprintf(stderr, "A private session needs %s.\n", qPrintable(missing));
+        return qEnvironmentVariableIsSet("TARNWICK_REQUIRE_TOOLS") ? EXIT_FAILURE : Skipped;
+    }
+    QProcessEnvironment environment = session.environment();
+    environment.insert(QLatin1StringView(InsideVariable), u"1"_s);
+    environment.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
+    QProcess test;
+    test.setProcessEnvironment(environment);
+    test.setProcessChannelMode(QProcess::ForwardedChannels);
+    test.start(QCoreApplication::applicationFilePath(), QCoreApplication::arguments().mid(1));
+    test.waitForFinished(-1);
+    return test.exitStatus() == QProcess::NormalExit ? test.exitCode() : EXIT_FAILURE;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    return qEnvironmentVariableIsSet(InsideVariable) ? runInside(argc, argv) : runAround(argc, argv);
+}
