@@ -406,6 +406,12 @@ void SRRecorderControl::showEvent(QShowEvent* /*event*/)
     _viewDidMoveToWindow();
 }
 
+void SRRecorderControl::hideEvent(QHideEvent* /*event*/)
+{
+    // Not every desktop takes the focus away first; what recording has switched off must come back.
+    (void)resignFirstResponder();
+}
+
 void SRRecorderControl::changeEvent(QEvent* event)
 {
     switch (event->type()) {
