@@ -417,6 +417,8 @@ void SRRecorderControl::changeEvent(QEvent* event)
     switch (event->type()) {
     case QEvent::EnabledChange:
         _cell->setEnabled(isEnabled());
+        if (!isEnabled())
+            (void)resignFirstResponder();
         resetTrackingRects();
         break;
     case QEvent::PaletteChange:
