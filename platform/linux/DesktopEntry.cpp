@@ -3,6 +3,8 @@
 
 #include <QFile>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace tarnwick {
@@ -31,7 +33,7 @@ QString unescaped(const QString& value, QChar listSeparator = {})
         else if (escape == u'\\' || escape == listSeparator)
             text += escape;
         else
-            text += {u'\\', escape};
+            text += QString(u'\\') + escape;
     }
     return text;
 }
@@ -73,8 +75,8 @@ QStringList words(const QString& line)
     return quoted ? QStringList() : found;
 }
 
-/// A word without its field codes; a null text when nothing else was in it.
-QString withoutFieldCodes(const QString& word)
+/// A word without its field codes; nothing when it was no more than these.
+std::optional<QString> withoutFieldCodes(const QString& word)
 {
     QString text;
     bool removed = false;
@@ -87,7 +89,7 @@ QString withoutFieldCodes(const QString& word)
             removed = true;
         }
     }
-    return removed && text.isEmpty() ? QString() : text;
+    return removed && text.isEmpty() ? std::nullopt : std::optional(text);
 }
 
 QString quotedWord(const QString& word)
@@ -176,9 +178,8 @@ QStringList DesktopEntry::command() const
     QStringList command;
     const auto raw = words(string(u"Exec"_s));
     for (const QString& word : raw) {
-        const QString text = withoutFieldCodes(word);
-        if (!text.isNull())
-            command.append(text);
+        if (const auto text = withoutFieldCodes(word))
+            command.append(*text);
     }
     return command;
 }

@@ -28,7 +28,7 @@ QString unescaped(const QString& value)
         else if (escape == u'\\')
             text += u'\\';
         else
-            text += {u'\\', escape};
+            text += QString(u'\\') + escape;
     }
     return text;
 }
@@ -51,14 +51,16 @@ QList<DesktopShortcut> parseKdeShortcuts(const QByteArray& contents)
 {
     QList<DesktopShortcut> shortcuts;
     bool services = false;
+    bool component = false;
     const auto lines = QString::fromUtf8(contents).split(u'\n');
     for (const QString& line : lines) {
         if (line.startsWith(u'[')) {
             services = line.startsWith(u"[services]"_s);
+            component = !line.startsWith(u"[$"_s); // the file's own book-keeping is in groups named so
             continue;
         }
         const qsizetype equals = line.indexOf(u'=');
-        if (equals <= 0 || line.startsWith(u'#') || line.startsWith(u"_k_friendly_name"_s))
+        if (!component || equals <= 0 || line.startsWith(u'#') || line.startsWith(u"_k_friendly_name"_s))
             continue;
         // A service's keys stand alone; those of other components come with their default and a name.
         const QString value = unescaped(line.mid(equals + 1));

@@ -87,11 +87,8 @@ void LinuxSymbolicHotKeys::popSymbolicHotKeyMode(ModeToken token)
 
 bool LinuxSymbolicHotKeys::_heldElsewhere(qint64 keyCode, quint32 modifiers) const
 {
-    if (keyCode < 0 || keyCode > LargestKeyCode)
-        return false;
-    const auto code = quint32(keyCode);
-    return !_desktop.ownHotKey(code, modifiers & Modifiers) &&
-           _desktop.heldElsewhere(code, modifiers & Modifiers);
+    return keyCode >= 0 && keyCode <= LargestKeyCode &&
+           _desktop.heldElsewhere(quint32(keyCode), modifiers & Modifiers);
 }
 
 } // namespace tarnwick

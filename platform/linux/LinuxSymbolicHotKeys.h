@@ -29,9 +29,7 @@ public:
         QStringList currentDesktops;
         /// The keyboard map that types now; null where there is none.
         std::function<std::shared_ptr<const XkbKeymap>()> keymap;
-        /// Whether this process holds the combination itself.
-        std::function<bool(quint32 keyCode, quint32 modifiers)> ownHotKey;
-        /// Whether somebody else holds it.
+        /// Whether somebody but this process holds the combination.
         std::function<bool(quint32 keyCode, quint32 modifiers)> heldElsewhere;
     };
 

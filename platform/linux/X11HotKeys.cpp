@@ -85,6 +85,17 @@ bool X11HotKeys::unregisterEventHotKey(EventHotKeyRef hotKey)
     return _grabs.erase(hotKey) > 0;
 }
 
+bool X11HotKeys::heldElsewhere(quint32 keyCode, quint32 modifiers) const
+{
+    const auto x11KeyCode = x11KeyCodeOf(keyCode);
+    const auto bits = _modifierMap.bitsOfEventModifiers(modifiers);
+    if (!_connection || !x11KeyCode || *x11KeyCode > maximumX11KeyCode || !bits)
+        return false;
+    const auto key = static_cast<quint8>(*x11KeyCode);
+    // Giving a trial of our own combination back would take it from the hot key.
+    return !_isRegistered(key, *bits) && !X11KeyGrab::take(_connection, _modifierMap, key, modifiers);
+}
+
 bool X11HotKeys::nativeEventFilter(const QByteArray& /*eventType*/, void* message, qintptr* /*result*/)
 {
     const auto* event = static_cast<const xcb_generic_event_t*>(message);

@@ -34,6 +34,10 @@ public:
                                                       quint32 options) override;
     bool unregisterEventHotKey(EventHotKeyRef hotKey) override;
 
+    /// Whether another client holds the combination: it is grabbed and given back at once. False for one of
+    /// ours, and for keys that nobody can grab.
+    [[nodiscard]] bool heldElsewhere(quint32 keyCode, quint32 modifiers) const;
+
     bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
 
 private:

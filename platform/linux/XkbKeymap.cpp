@@ -96,8 +96,14 @@ QString XkbKeymap::text(quint16 keyCode, bool shift, bool alt) const
         held.append(XKB_MOD_NAME_SHIFT);
     if (alt)
         held.append(Alt);
-    const QString alone = typed(_state(held).get(), keyCode);
-    return alone.isEmpty() ? typed(_state(held << XKB_MOD_NAME_NUM).get(), keyCode) : alone;
+    // Keypad keys type with Num Lock on, and only without Shift.
+    const QList<const char*> tries[] = {held, QList(held) << XKB_MOD_NAME_NUM, {XKB_MOD_NAME_NUM}};
+    for (const auto& modifiers : tries) {
+        const QString text = typed(_state(modifiers).get(), keyCode);
+        if (!text.isEmpty())
+            return text;
+    }
+    return {};
 }
 
 std::optional<XkbKeymap::Key> XkbKeymap::keyOf(xkb_keysym_t keysym) const

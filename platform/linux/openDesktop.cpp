@@ -2,10 +2,14 @@
 #include "app/Desktop.h"
 #include "platform/linux/AtspiAccessibility.h"
 #include "platform/linux/KeyCodes.h"
+#include "platform/linux/LinuxScreens.h"
 #include "platform/linux/LinuxSession.h"
 #include "platform/linux/LinuxSymbolicHotKeys.h"
 #include "platform/linux/LinuxTrayHost.h"
 #include "platform/linux/LinuxWorkspace.h"
+#include "platform/linux/QMenuPresenter.h"
+#include "platform/linux/X11EventTaps.h"
+#include "platform/linux/X11HotKeys.h"
 #include "platform/linux/XdgLoginItems.h"
 #include "platform/linux/XkbKeyboardLayout.h"
 #include "platform/qt/QtAlerts.h"
@@ -39,14 +43,14 @@ QtEventConverter makeEventConverter(const XkbKeyboardLayout& layout)
     });
 }
 
-LinuxSymbolicHotKeys::Desktop symbolicHotKeysDesktop(const XkbKeyboardLayout& layout)
+LinuxSymbolicHotKeys::Desktop symbolicHotKeysDesktop(const XkbKeyboardLayout& layout,
+                                                     const X11HotKeys& hotKeys)
 {
     return {
         DesktopShortcutStores::ofSession(),
         qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':', Qt::SkipEmptyParts),
         [&layout] { return layout.keymap(); },
-        [](quint32, quint32) { return false; },
-        [](quint32, quint32) { return false; },
+        [&hotKeys](quint32 keyCode, quint32 modifiers) { return hotKeys.heldElsewhere(keyCode, modifiers); },
     };
 }
 
@@ -62,6 +66,7 @@ Desktop openDesktop(int& argc, char** argv)
     desktop.clock = std::make_unique<QtClock>();
     desktop.defaultsStore = std::make_unique<QtDefaultsStore>(QtDefaultsStore::standardPath());
     desktop.fonts = std::make_unique<QtFonts>();
+    desktop.screens = std::make_unique<LinuxScreens>();
     desktop.alerts = std::make_unique<QtAlerts>();
     desktop.eventSource = std::make_unique<QtEventSource>(converter);
     auto accessibility = std::make_unique<AtspiAccessibility>();
@@ -69,8 +74,13 @@ Desktop openDesktop(int& argc, char** argv)
                                                          accessibility->names(), accessibility->menuBars());
     desktop.accessibility = std::move(accessibility);
     desktop.loginItems = XdgLoginItems::ofSession();
-    desktop.symbolicHotKeys = std::make_unique<LinuxSymbolicHotKeys>(symbolicHotKeysDesktop(*layout));
+    desktop.eventTaps = std::make_unique<X11EventTaps>();
+    auto hotKeys = std::make_unique<X11HotKeys>();
+    desktop.symbolicHotKeys =
+        std::make_unique<LinuxSymbolicHotKeys>(symbolicHotKeysDesktop(*layout, *hotKeys));
+    desktop.hotKeys = std::move(hotKeys);
     desktop.keyboardLayout = std::move(layout);
+    desktop.menuPresenter = std::make_unique<QMenuPresenter>();
     desktop.statusBar =
         std::make_unique<QtStatusBar>(std::make_unique<LinuxTrayHost>(QDBusConnection::sessionBus()));
     return desktop;

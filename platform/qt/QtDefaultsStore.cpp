@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/QtDefaultsStore.h"
 
+#include "platform/qt/SettingsText.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -13,6 +15,7 @@ namespace tarnwick {
 
 namespace {
 
+constexpr qint64 LargestFile = 4 * 1024 * 1024;
 constexpr auto OwnerOnly = QFile::ReadOwner | QFile::WriteOwner;
 
 /// Makes the missing folders of `path`, each for the user only. False when one could not be made.
@@ -22,6 +25,22 @@ bool makeFolder(const QString& path)
     if (folder.exists())
         return folder.isDir();
     return makeFolder(folder.path()) && QDir().mkdir(path, OwnerOnly | QFile::ExeOwner);
+}
+
+/// Qt's own format can hold whole objects in a value, and making one from garbage can end the program.
+QSettings::Format textFormat()
+{
+    static const QSettings::Format format = QSettings::registerFormat(
+        u"conf"_s,
+        [](QIODevice& file, QSettings::SettingsMap& settings) {
+            settings = settings_text::parse(file.read(LargestFile));
+            return true;
+        },
+        [](QIODevice& file, const QSettings::SettingsMap& settings) {
+            const QByteArray text = settings_text::write(settings);
+            return file.write(text) == text.size();
+        });
+    return format;
 }
 
 bool isStructured(const QVariant& value)
@@ -45,7 +64,7 @@ QVariant structureOf(const QString& text)
 
 } // namespace
 
-QtDefaultsStore::QtDefaultsStore(const QString& path) : _settings(path, QSettings::IniFormat)
+QtDefaultsStore::QtDefaultsStore(const QString& path) : _settings(path, textFormat())
 {
     _keepPrivate();
 }
@@ -68,12 +87,8 @@ std::optional<QVariant> QtDefaultsStore::value(const QString& key) const
     const QVariant stored = _settings.value(key);
     if (!stored.isValid())
         return std::nullopt;
-    if (stored.typeId() == QMetaType::QString) {
-        const QVariant structure = structureOf(stored.toString());
-        if (structure.isValid())
-            return structure;
-    }
-    return stored;
+    const QVariant structure = structureOf(stored.toString());
+    return structure.isValid() ? structure : stored;
 }
 
 void QtDefaultsStore::setValue(const QString& key, const QVariant& value)
@@ -81,7 +96,7 @@ void QtDefaultsStore::setValue(const QString& key, const QVariant& value)
     if (key.isEmpty())
         return;
     makeFolder(QFileInfo(_settings.fileName()).path());
-    _settings.setValue(key, isStructured(value) ? QVariant(jsonText(value)) : value);
+    _settings.setValue(key, isStructured(value) ? jsonText(value) : value.toString());
 }
 
 void QtDefaultsStore::removeValue(const QString& key)

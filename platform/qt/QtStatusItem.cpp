@@ -42,9 +42,17 @@ QIcon iconOf(const QImage& image)
     return image.isNull() ? QIcon() : QIcon(QPixmap::fromImage(image));
 }
 
+/// An item without an image has its place all the same.
+QIcon emptyIcon()
+{
+    QPixmap nothing(1, 1);
+    nothing.fill(Qt::transparent);
+    return nothing;
+}
+
 } // namespace
 
-QtStatusItem::QtStatusItem(const TrayHost& host) : _host(host)
+QtStatusItem::QtStatusItem(const TrayHost& host) : _host(host), _icon(emptyIcon())
 {
     connect(&_publishedMenu, &QMenu::aboutToShow, this, &QtStatusItem::_fillPublishedMenu);
     connect(&_publishedMenu, &QMenu::aboutToShow, this, [this] { _setHighlighted(true); });
@@ -63,7 +71,7 @@ void QtStatusItem::setMenu(const std::shared_ptr<Menu>& menu)
 
 void QtStatusItem::setImage(const QImage& image)
 {
-    _icon = iconOf(image);
+    _icon = image.isNull() ? emptyIcon() : iconOf(image);
     _setHighlighted(false);
 }
 

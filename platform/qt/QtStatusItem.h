@@ -27,6 +27,8 @@ public:
     void setImage(const QImage& image) override;
     void setAlternateImage(const QImage& image) override;
 
+    /// The icon in the tray; null while there is none.
+    [[nodiscard]] QSystemTrayIcon* trayIcon() const { return _trayIcon.get(); }
     /// Takes the icon out of the tray for good.
     void remove();
 

@@ -1,0 +1,177 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/XdgLoginItems.h"
+
+#include "platform/linux/DesktopEntry.h"
+#include "tests/contract/LoginItemsContract.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+using namespace tarnwick;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class XdgLoginItemsTest : public ::testing::Test
+{
+protected:
+    XdgLoginItemsTest()
+    {
+        QFile::copy(u"/bin/true"_s, program());
+        QFile::setPermissions(program(), QFile::ReadOwner | QFile::ExeOwner);
+    }
+
+    [[nodiscard]] QString program() const { return _folder.filePath(u"my $tarnwick"_s); }
+    [[nodiscard]] QUrl url() const { return QUrl::fromLocalFile(program()); }
+    [[nodiscard]] QString user() const { return _folder.filePath(u"user"_s); }
+    [[nodiscard]] QString system() const { return _folder.filePath(u"system"_s); }
+    [[nodiscard]] QString ownEntry() const
+    {
+        return user() + u"/autostart/example.quorlane.Tarnwick.desktop"_s;
+    }
+
+    void write(const QString& configuration, const QString& name, const QByteArray& lines) const
+    {
+        QDir().mkpath(configuration + u"/autostart"_s);
+        QFile file(configuration + u"/autostart/"_s + name);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write("[Desktop Entry]\nType=Application\n" + lines);
+    }
+
+    [[nodiscard]] QByteArray exec() const
+    {
+        return "Exec=" + DesktopEntry::execValue({program(), u"--login"_s}).toUtf8() + '\n';
+    }
+
+    QTemporaryDir _folder;
+    XdgLoginItems items = XdgLoginItems(user(), {system()}, {u"GNOME"_s});
+};
+
+TEST_F(XdgLoginItemsTest, withoutAFolder_thereIsNoItem)
+{
+    EXPECT_EQ(urlsOf(items), QList<QUrl>());
+}
+
+TEST_F(XdgLoginItemsTest, insertedEntry_isAValidEntryThatStartsTheProgram)
+{
+    items.createSessionLoginItems()->insertBeforeFirst(url());
+    const auto entry = DesktopEntry::read(ownEntry());
+    ASSERT_TRUE(entry);
+    EXPECT_EQ(entry->string(u"Type"_s), u"Application"_s);
+    EXPECT_EQ(entry->string(u"Name"_s), u"Tarnwick"_s);
+    EXPECT_EQ(entry->command(), QStringList{program()});
+    EXPECT_EQ(urlsOf(items), QList<QUrl>{url()});
+}
+
+TEST_F(XdgLoginItemsTest, insertingTwice_leavesOneEntry)
+{
+    items.createSessionLoginItems()->insertBeforeFirst(url());
+    items.createSessionLoginItems()->insertBeforeFirst(url());
+    EXPECT_EQ(urlsOf(items), QList<QUrl>{url()});
+}
+
+TEST_F(XdgLoginItemsTest, entryUnderAnotherName_isFoundAndRemoved)
+{
+    write(user(), u"mine.desktop"_s, exec());
+    EXPECT_EQ(urlsOf(items), QList<QUrl>{url()});
+    const auto list = items.createSessionLoginItems();
+    list->remove(*list->copySnapshot().constFirst());
+    EXPECT_FALSE(QFile::exists(user() + u"/autostart/mine.desktop"_s));
+    EXPECT_EQ(urlsOf(items), QList<QUrl>());
+}
+
+TEST_F(XdgLoginItemsTest, programBehindALink_isTheProgram)
+{
+    const QString link = _folder.filePath(u"link"_s);
+    ASSERT_TRUE(QFile::link(program(), link));
+    write(user(), u"mine.desktop"_s, "Exec=" + link.toUtf8() + '\n');
+    EXPECT_EQ(urlsOf(items), QList<QUrl>{url()});
+}
+
+struct Row
+{
+    const char* sentence;
+    QByteArray lines;
+    int items;
+};
+
+TEST_F(XdgLoginItemsTest, entryThatDoesNotStart_isNoItem)
+{
+    const Row rows[] = {
+        {"as it should be", {}, 1},
+        {"hidden", "Hidden=true\n", 0},
+        {"switched off in the session's settings", "X-GNOME-Autostart-enabled=false\n", 0},
+        {"for this desktop", "OnlyShowIn=KDE;GNOME;\n", 1},
+        {"for another desktop", "OnlyShowIn=KDE;\n", 0},
+        {"not for this desktop", "NotShowIn=GNOME;\n", 0},
+        {"not for another desktop", "NotShowIn=KDE;\n", 1},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.sentence);
+        write(user(), u"mine.desktop"_s, exec() + row.lines);
+        EXPECT_EQ(urlsOf(items).size(), row.items);
+    }
+}
+
+TEST_F(XdgLoginItemsTest, switchedOffEntryOfOurs_startsAgainWhenInserted)
+{
+    items.createSessionLoginItems()->insertBeforeFirst(url());
+    write(user(), u"example.quorlane.Tarnwick.desktop"_s, exec() + "X-GNOME-Autostart-enabled=false\n");
+    ASSERT_EQ(urlsOf(items), QList<QUrl>());
+    items.createSessionLoginItems()->insertBeforeFirst(url());
+    EXPECT_EQ(urlsOf(items), QList<QUrl>{url()});
+}
+
+TEST_F(XdgLoginItemsTest, itemThatCannotBeResolved_isListedWithoutAUrl)
+{
+    write(user(), u"gone.desktop"_s, "Exec=/nowhere/program\n");
+    write(user(), u"none.desktop"_s, "Name=no command\n");
+    EXPECT_EQ(urlsOf(items), (QList<QUrl>{QUrl(), QUrl()}));
+}
+
+TEST_F(XdgLoginItemsTest, filesThatAreNoEntries_areNoItems)
+{
+    QDir().mkpath(user() + u"/autostart"_s);
+    QFile garbage(user() + u"/autostart/garbage.desktop"_s);
+    ASSERT_TRUE(garbage.open(QIODevice::WriteOnly));
+    garbage.write(QByteArray(5000, '\xfe'));
+    garbage.close();
+    write(user(), u"backup.desktop~"_s, exec());
+    EXPECT_EQ(urlsOf(items), QList<QUrl>());
+}
+
+TEST_F(XdgLoginItemsTest, systemEntry_isAnItem_andIsSwitchedOffForTheUser)
+{
+    write(system(), u"tarnwick.desktop"_s, exec());
+    ASSERT_EQ(urlsOf(items), QList<QUrl>{url()});
+    const auto list = items.createSessionLoginItems();
+    list->remove(*list->copySnapshot().constFirst());
+    EXPECT_EQ(urlsOf(items), QList<QUrl>());
+    EXPECT_TRUE(QFile::exists(system() + u"/autostart/tarnwick.desktop"_s));
+    items.createSessionLoginItems()->insertBeforeFirst(url());
+    EXPECT_EQ(urlsOf(items), QList<QUrl>{url()});
+}
+
+TEST_F(XdgLoginItemsTest, userEntry_hidesTheSystemsOfTheSameName)
+{
+    write(system(), u"tarnwick.desktop"_s, exec());
+    write(user(), u"tarnwick.desktop"_s, "Hidden=true\n");
+    EXPECT_EQ(urlsOf(items), QList<QUrl>());
+}
+
+TEST_F(XdgLoginItemsTest, folderThatCannotBeWritten_changesNothing)
+{
+    QFile obstacle(user());
+    ASSERT_TRUE(obstacle.open(QIODevice::WriteOnly));
+    items.createSessionLoginItems()->insertBeforeFirst(url());
+    EXPECT_EQ(urlsOf(items), QList<QUrl>());
+}
+
+TEST_F(XdgLoginItemsTest, withoutAConfigurationFolder_thereIsNoList)
+{
+    XdgLoginItems nowhere({}, {}, {});
+    EXPECT_FALSE(nowhere.createSessionLoginItems());
+}
+
+} // namespace

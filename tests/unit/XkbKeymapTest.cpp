@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/XkbKeymap.h"
+
+#include <gtest/gtest.h>
+#include <xkbcommon/xkbcommon-keysyms.h>
+
+using namespace tarnwick;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// X key codes of physical keys.
+constexpr quint16 Digit1 = 10;
+constexpr quint16 Minus = 20;
+constexpr quint16 KeyQ = 24;
+constexpr quint16 KeyY = 29;
+constexpr quint16 KeyA = 38;
+constexpr quint16 Backquote = 49;
+constexpr quint16 KeyZ = 52;
+constexpr quint16 F1 = 67;
+constexpr quint16 Numpad7 = 79;
+constexpr quint16 NumpadAdd = 86;
+constexpr quint16 ShiftLeft = 50;
+constexpr quint16 Equal = 21;
+
+struct TextRow
+{
+    const char* sentence;
+    QByteArray layout;
+    quint16 key;
+    bool shift;
+    QString text;
+};
+
+TEST(XkbKeymap, text_isWhatTheKeyTypesOnTheLayout)
+{
+    const TextRow rows[] = {
+        {"a letter", "us", KeyZ, false, u"z"_s},
+        {"its capital", "us", KeyZ, true, u"Z"_s},
+        {"the same key on a German keyboard", "de", KeyZ, false, u"y"_s},
+        {"and the other way round", "de", KeyY, false, u"z"_s},
+        {"a French letter", "fr", KeyQ, false, u"a"_s},
+        {"a French digit needs Shift", "fr", Digit1, false, u"&"_s},
+        {"and gets it", "fr", Digit1, true, u"1"_s},
+        {"a Cyrillic letter", "ru", KeyA, false, u"ф"_s},
+        {"a dead key types its accent", "de", Equal, false, u"´"_s},
+        {"with Shift another", "de", Equal, true, u"`"_s},
+        {"a dead circumflex", "de", Backquote, false, u"^"_s},
+        {"a keypad digit, whether Num Lock is on or not", "us", Numpad7, false, u"7"_s},
+        {"with Shift as well", "us", Numpad7, true, u"7"_s},
+        {"a keypad sign", "us", NumpadAdd, false, u"+"_s},
+        {"a function key types nothing", "us", F1, false, u""_s},
+        {"a modifier neither", "us", ShiftLeft, false, u""_s},
+        {"nor a key code out of range", "us", 60000, false, u""_s},
+    };
+    for (const TextRow& row : rows) {
+        SCOPED_TRACE(row.sentence);
+        const auto keymap = XkbKeymap::ofNames(row.layout);
+        ASSERT_TRUE(keymap);
+        EXPECT_EQ(keymap->text(row.key, row.shift, false), row.text);
+    }
+}
+
+TEST(XkbKeymap, alt_leavesTheTextAsItIs)
+{
+    const auto keymap = XkbKeymap::ofNames("de");
+    ASSERT_TRUE(keymap);
+    EXPECT_EQ(keymap->text(KeyQ, false, true), u"q"_s);
+    EXPECT_EQ(keymap->text(KeyQ, true, true), u"Q"_s);
+}
+
+TEST(XkbKeymap, group_choosesAmongTheLayouts)
+{
+    const auto keymap = XkbKeymap::ofNames("us,ru");
+    ASSERT_TRUE(keymap);
+    EXPECT_EQ(keymap->text(KeyA, false, false), u"a"_s);
+    keymap->setGroup(1);
+    EXPECT_EQ(keymap->text(KeyA, false, false), u"ф"_s);
+}
+
+TEST(XkbKeymap, unknownLayout_givesNone)
+{
+    EXPECT_FALSE(XkbKeymap::ofNames("no-such-layout"));
+}
+
+struct KeyRow
+{
+    const char* sentence;
+    QByteArray layouts;
+    xkb_keysym_t keysym;
+    std::optional<quint16> key;
+    bool shift;
+};
+
+TEST(XkbKeymap, keyOf_findsTheKeyThatGivesIt)
+{
+    const KeyRow rows[] = {
+        {"a letter", "us", XKB_KEY_z, KeyZ, false},
+        {"a capital is its letter", "us", XKB_KEY_Z, KeyZ, false},
+        {"by layout", "de", XKB_KEY_z, KeyY, false},
+        {"a sign behind Shift", "us", XKB_KEY_exclam, Digit1, true},
+        {"a sign of its own key", "us", XKB_KEY_minus, Minus, false},
+        {"a French digit is behind Shift", "fr", XKB_KEY_1, Digit1, true},
+        {"a function key", "us", XKB_KEY_F1, F1, false},
+        {"a Latin letter while Cyrillic is typed", "ru,us", XKB_KEY_z, KeyZ, false},
+        {"what no key gives", "us", XKB_KEY_Cyrillic_ef, std::nullopt, false},
+        {"nothing", "us", XKB_KEY_NoSymbol, std::nullopt, false},
+    };
+    for (const KeyRow& row : rows) {
+        SCOPED_TRACE(row.sentence);
+        const auto keymap = XkbKeymap::ofNames(row.layouts);
+        ASSERT_TRUE(keymap);
+        const auto key = keymap->keyOf(row.keysym);
+        ASSERT_EQ(key.has_value(), row.key.has_value());
+        if (key) {
+            EXPECT_EQ(key->code, *row.key);
+            EXPECT_EQ(key->shift, row.shift);
+        }
+    }
+}
+
+} // namespace
