@@ -74,6 +74,7 @@ QList<ReportedEntry> MenuReport::_read(Menu& menu, int levels)
             const auto submenu = item->submenu();
             _mirror.menuNeedsUpdate(*submenu);
             entry.entries = _read(*submenu, levels - 1);
+            entry.submenuRead = true;
         }
         entries.append(entry);
     }
@@ -102,6 +103,8 @@ QJsonArray MenuReport::json(const QList<ReportedEntry>& entries)
         if (!entry.keyEquivalent.isEmpty())
             object.insert(u"keyEquivalent"_s, entry.keyEquivalent);
         if (entry.hasSubmenu)
+            object.insert(u"submenu"_s, true);
+        if (entry.submenuRead)
             object.insert(u"entries"_s, json(entry.entries));
         array.append(object);
     }

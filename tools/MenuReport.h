@@ -22,6 +22,7 @@ struct ReportedEntry
     bool alternate = false;
     QString keyEquivalent; ///< in the desktop's way of writing
     bool hasSubmenu = false;
+    bool submenuRead = false;
     QList<ReportedEntry> entries; ///< of its submenu, when that was read
 };
 

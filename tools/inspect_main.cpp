@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // tarnwick-inspect: prints what Tarnwick sees of an application's menus.
+#include "app/Inspection.h"
 #include "ax/UIElementUtilities.h"
 #include "foundation/Version.h"
 #include "menu/AppAccessibility.h"
 #include "tools/ChosenApplication.h"
-#include "tools/Inspection.h"
 #include "tools/MenuReport.h"
 
 #include <QCommandLineParser>
@@ -124,9 +124,10 @@ int printMenus(AppAccessibility& mirror, const Inspection& inspection, const Opt
         print(u"# %1, process %2\n"_s.arg(name).arg(pid));
         print(MenuReport::text(entries));
     }
-    if (entries.isEmpty())
-        return complain(NothingToPrint,
-                        u"%1 publishes no menu bar."_s.arg(name.isEmpty() ? u"nobody"_s : name));
+    if (entries.isEmpty()) {
+        const QString whose = name.isEmpty() ? u"no application is in front, or it"_s : name;
+        return complain(NothingToPrint, whose + u" publishes no menu bar."_s);
+    }
     return Printed;
 }
 

@@ -96,6 +96,7 @@ TEST_F(MenuReportTest, read_withoutAll_staysAtTheFirstLevel)
     EXPECT_TRUE(entries[0].hasSubmenu);
     EXPECT_TRUE(entries[0].entries.isEmpty());
     EXPECT_EQ(breaths, 0);
+    EXPECT_FALSE(MenuReport::json(entries)[0].toObject().contains(u"entries"_s));
 }
 
 TEST_F(MenuReportTest, read_letsTheEventLoopComeRoundBeforeEachSubmenu)
@@ -110,7 +111,7 @@ TEST_F(MenuReportTest, json_saysTheSame)
     EXPECT_EQ(QJsonDocument(json).toJson(QJsonDocument::Compact).toStdString(),
               R"([{"checked":false,"enabled":true,"entries":[)"
               R"({"checked":false,"enabled":true,"keyEquivalent":"Ctrl+N","title":"New"},{"separator":true},)"
-              R"({"checked":true,"enabled":false,"title":"Old"}],"title":"File"}])");
+              R"({"checked":true,"enabled":false,"title":"Old"}],"submenu":true,"title":"File"}])");
 }
 
 TEST_F(MenuReportTest, chosenApplication_isTheFocusedOne_andIsNeverChanged)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/Desktop.h"
 #include "ax/Accessibility.h"
 #include "foundation/Application.h"
 #include "foundation/Clock.h"
@@ -19,6 +20,7 @@ namespace tarnwick {
 /// name and grabs no key.
 struct Inspection
 {
+    std::unique_ptr<DesktopSession> session;
     std::unique_ptr<Application> application;
     std::unique_ptr<Clock> clock;
     std::unique_ptr<Fonts> fonts;

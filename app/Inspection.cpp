@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tools/Inspection.h"
+#include "app/Inspection.h"
 
 namespace tarnwick {
 

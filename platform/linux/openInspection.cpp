@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#include "app/Inspection.h"
+#include "platform/linux/AtspiAccessibility.h"
+#include "platform/linux/LinuxScreens.h"
+#include "platform/linux/LinuxSession.h"
+#include "platform/linux/LinuxWorkspace.h"
+#include "platform/qt/KeyEquivalentText.h"
+#include "platform/qt/QtApplication.h"
+#include "platform/qt/QtClock.h"
+#include "platform/qt/QtFonts.h"
+
+namespace tarnwick {
+
+Inspection openInspection(int& argc, char** argv)
+{
+    Inspection inspection;
+    inspection.session = std::make_unique<LinuxSession>(argc, argv);
+    const QtEventConverter withoutKeyboard(
+        {[](const QKeyEvent&) { return std::optional<quint16>(); }, [](quint16, bool) { return QString(); }});
+    inspection.application = std::make_unique<QtApplication>(withoutKeyboard);
+    inspection.clock = std::make_unique<QtClock>();
+    inspection.fonts = std::make_unique<QtFonts>();
+    inspection.screens = std::make_unique<LinuxScreens>();
+    auto accessibility = std::make_unique<AtspiAccessibility>();
+    inspection.workspace = std::make_unique<LinuxWorkspace>(
+        accessibility->activeWindow(), accessibility->names(), accessibility->menuBars());
+    inspection.accessibility = std::move(accessibility);
+    inspection.keyEquivalentText = keyEquivalentText;
+    return inspection;
+}
+
+} // namespace tarnwick
