@@ -7,7 +7,7 @@
 #include "platform/linux/X11Keyboard.h"
 #include "platform/qt/MenuTracking.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 
 #include <algorithm>
 #include <chrono>
@@ -24,7 +24,6 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto mapChangeSettles = 20ms;
-constexpr auto heldKeyLook = 20ms;
 
 } // namespace
 
@@ -40,15 +39,9 @@ X11HotKeys::X11HotKeys() : _connection(X11Connection::shared())
     _mapChangeTimer.setSingleShot(true);
     _mapChangeTimer.setInterval(mapChangeSettles);
     connect(&_mapChangeTimer, &QTimer::timeout, this, &X11HotKeys::_followKeyboardMap);
-    // While a menu has the keyboard, the key's release is seen by the menu only.
-    _heldKeyTimer.setInterval(heldKeyLook);
-    connect(&_heldKeyTimer, &QTimer::timeout, this, &X11HotKeys::_forgetHeldKeyWhenUp);
-    connect(&MenuTracking::shared(), &MenuTracking::ended, this, [this] {
-        if (_heldKey) {
-            _heldKeyTimer.start();
-            _forgetHeldKeyWhenUp();
-        }
-    });
+    // While a menu is open, the key's release is seen by the menu only.
+    connect(&MenuTracking::shared(), &MenuTracking::ended, this, &X11HotKeys::_menuEnded);
+    connect(&X11RawInput::shared(), &X11RawInput::keyReleased, this, &X11HotKeys::_forgetHeldKeyWhenUp);
     QCoreApplication::instance()->installNativeEventFilter(this);
 }
 
@@ -108,13 +101,12 @@ bool X11HotKeys::nativeEventFilter(const QByteArray& /*eventType*/, void* messag
     if (key->event != _connection.root())
         return false;
     if (eventType == XCB_KEY_RELEASE) {
-        if (_heldKey == key->detail)
-            _forgetHeldKeyWhenUp();
+        _heldKeys.released(key->detail, key->time);
         return false;
     }
     if (!_isRegistered(key->detail, key->state))
         return false;
-    _keyPressed(key->detail);
+    _keyPressed(*key);
     return true;
 }
 
@@ -135,31 +127,50 @@ bool X11HotKeys::_isKeyboardMapChange(quint8 eventType, const void* event) const
     return xkbType == XCB_XKB_MAP_NOTIFY || xkbType == XCB_XKB_NEW_KEYBOARD_NOTIFY;
 }
 
-void X11HotKeys::_keyPressed(quint8 keyCode)
+void X11HotKeys::_keyPressed(const xcb_key_press_event_t& event)
 {
-    if (_heldKey == keyCode)
+    if (!_heldKeys.pressedAnew(event.detail, event.time) || QApplication::activePopupWidget())
         return;
-    _heldKey = keyCode;
+    _heldKeys.forgetAll();
+    _heldKeys.hold(event.detail);
+    _firedKey = event.detail;
     // Handlers open menus, which run event loops: never from inside a filter.
     QMetaObject::invokeMethod(this, &X11HotKeys::_offerPress, Qt::QueuedConnection);
 }
 
+void X11HotKeys::_menuEnded()
+{
+    _forgetHeldKeyWhenUp();
+    if (_offerWhenEnded)
+        QMetaObject::invokeMethod(this, &X11HotKeys::_offerPress, Qt::QueuedConnection);
+}
+
+void X11HotKeys::_forgetHeldKeyWhenUp()
+{
+    if (!_firedKey)
+        return;
+    // Looked for before the question, so that a release in between is not missed.
+    if (!_keyWatch)
+        _keyWatch.emplace();
+    if (keysDown(_connection).test(*_firedKey))
+        return;
+    _heldKeys.forgetAll();
+    _firedKey.reset();
+    _keyWatch.reset();
+}
+
 void X11HotKeys::_offerPress()
 {
-    if (MenuTracking::shared().active())
+    if (QApplication::activePopupWidget())
+        return;
+    // The menu is closed for the eye, but not quite: its turn comes at once.
+    _offerWhenEnded = MenuTracking::shared().active();
+    if (_offerWhenEnded)
         return;
     const auto handlers = _handlers;
     for (auto handler = handlers.rbegin(); handler != handlers.rend(); ++handler)
         if ((*handler)() == noErr)
             return;
-}
-
-void X11HotKeys::_forgetHeldKeyWhenUp()
-{
-    if (_heldKey && keysDown(_connection).test(*_heldKey))
-        return;
-    _heldKey.reset();
-    _heldKeyTimer.stop();
 }
 
 void X11HotKeys::_followKeyboardMap()

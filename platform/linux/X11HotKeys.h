@@ -2,11 +2,14 @@
 #pragma once
 
 #include "app/HotKeys.h"
+#include "platform/linux/X11HeldKeys.h"
 #include "platform/linux/X11ModifierMap.h"
+#include "platform/linux/X11RawInput.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QObject>
 #include <QTimer>
+#include <xcb/xproto.h>
 
 #include <map>
 #include <memory>
@@ -43,9 +46,10 @@ public:
 private:
     [[nodiscard]] bool _isRegistered(quint8 keyCode, quint16 state) const;
     [[nodiscard]] bool _isKeyboardMapChange(quint8 eventType, const void* event) const;
-    void _keyPressed(quint8 keyCode);
-    void _offerPress();
+    void _keyPressed(const xcb_key_press_event_t& event);
+    void _menuEnded();
     void _forgetHeldKeyWhenUp();
+    void _offerPress();
     void _followKeyboardMap();
 
     X11Connection& _connection;
@@ -54,8 +58,10 @@ private:
     EventHotKeyRef _lastRef = 0;
     std::vector<std::function<qint32()>> _handlers;
     quint8 _xkbFirstEvent = 0;
-    std::optional<quint8> _heldKey; ///< fired once, not seen up since
-    QTimer _heldKeyTimer;
+    X11HeldKeys _heldKeys; ///< the one that fired last, until it is up
+    std::optional<quint8> _firedKey;
+    bool _offerWhenEnded = false; ///< a press has come after a menu had closed, before its call returned
+    std::optional<X11RawInput::KeyWatch> _keyWatch; ///< while the key is held after its menu has closed
     QTimer _mapChangeTimer;
 };
 

@@ -32,7 +32,8 @@ X11PointerState pointerState(X11Connection& connection)
         return state;
     state.x = reply->root_x >> 16;
     state.y = reply->root_y >> 16;
-    state.modifiers = static_cast<quint16>(reply->mods.effective);
+    // Some servers leave the effective ones out.
+    state.modifiers = static_cast<quint16>(reply->mods.base | reply->mods.latched | reply->mods.locked);
     const auto* words = xcb_input_xi_query_pointer_buttons(reply.get());
     state.anyButtonDown = std::any_of(words, words + reply->buttons_len, [](auto word) { return word != 0; });
     return state;

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/X11PopUpInput.h"
 
+#include "platform/linux/KeyCodes.h"
 #include "platform/linux/X11Connection.h"
-#include "platform/linux/X11RawInput.h"
+#include "platform/linux/X11Keyboard.h"
 
 #include <QCoreApplication>
+#include <xcb/xinput.h>
 
 #include <chrono>
 #include <thread>
@@ -45,6 +47,8 @@ X11PopUpInput::X11PopUpInput(X11Connection& connection, xcb_window_t keeper)
     connect(&_buttonTimer, &QTimer::timeout, this, &X11PopUpInput::_followButton);
     _settleTimer.setInterval(look);
     connect(&_settleTimer, &QTimer::timeout, this, &X11PopUpInput::_settleIfUp);
+    if (const auto* extension = xcb_get_extension_data(connection.get(), &xcb_input_id))
+        _inputOpcode = extension->major_opcode;
 }
 
 X11PopUpInput::~X11PopUpInput()
@@ -67,10 +71,8 @@ bool X11PopUpInput::begin()
     }
     _front = outermostWindow(_connection, focusWindow(_connection));
     _focusWatch.start(_keyboard.window());
-    _heldSinceStart = keysDown(_connection);
-    for (std::size_t keyCode = 0; keyCode < _heldSinceStart.size(); ++keyCode)
-        if (_heldSinceStart.test(keyCode))
-            _modifiersHeldSinceStart |= _modifierMap.bitsOfKey(static_cast<quint8>(keyCode));
+    _keyWatch.emplace();
+    _holdKeysThatAreDown();
     _sinceStart.start();
     if (_startedByButton) {
         _pressedAt = QPoint(pointer.x, pointer.y);
@@ -89,14 +91,25 @@ bool X11PopUpInput::begin()
         if (_settling)
             _settleIfUp();
     });
-    connect(&raw, &X11RawInput::keyReleased, this, [this] {
-        Q_EMIT menuModifierFlagsMayHaveChanged();
-        if (_keyboard.yielded() && !(pointerState(_connection).modifiers & _modifierMap.shortcutBits()))
-            _takeKeyboardBack();
+    connect(&raw, &X11RawInput::keyReleased, this, [this](quint32 keyCode) {
+        _heldKeys.up(static_cast<quint8>(keyCode));
+        _modifiersMayHaveChanged();
     });
     QCoreApplication::instance()->installNativeEventFilter(this);
     _begun = true;
     return true;
+}
+
+void X11PopUpInput::_holdKeysThatAreDown()
+{
+    const X11Keys down = keysDown(_connection);
+    for (int keyCode = 0; keyCode <= maximumX11KeyCode; ++keyCode) {
+        const auto key = static_cast<quint8>(keyCode);
+        if (!down.test(key))
+            continue;
+        _heldKeys.hold(key);
+        _modifiersHeldSinceStart |= _modifierMap.bitsOfKey(key);
+    }
 }
 
 bool X11PopUpInput::settle()
@@ -113,7 +126,7 @@ bool X11PopUpInput::end()
     _begun = false;
     QCoreApplication::instance()->removeNativeEventFilter(this);
     X11RawInput::shared().disconnect(this);
-    X11RawInput::shared().setKeyReleasesWanted(false);
+    _keyWatch.reset();
     _buttonTimer.stop();
     _settleTimer.stop();
     _focusWatch.stop();
@@ -134,6 +147,8 @@ bool X11PopUpInput::nativeEventFilter(const QByteArray& /*eventType*/, void* mes
     const auto type = event->response_type & ~0x80;
     if (type == XCB_KEY_PRESS || type == XCB_KEY_RELEASE)
         return _filterKey(*static_cast<xcb_key_press_event_t*>(message), type == XCB_KEY_PRESS);
+    if (type == XCB_GE_GENERIC)
+        return _isCrossingByGrab(message);
     if (_focusWatch.tellsLoss(*event))
         _focusMayBeLost();
     return false;
@@ -143,18 +158,20 @@ bool X11PopUpInput::_filterKey(xcb_key_press_event_t& event, bool press)
 {
     if (event.event != _keyboard.window())
         return false;
-    if (_modifierMap.isModifierKey(event.detail)) {
-        _modifierKey(event.detail, press);
+    // Menus act on presses.
+    if (!press) {
+        _keyReleased(event.detail, event.time);
         return true;
     }
+    if (!_heldKeys.pressedAnew(event.detail, event.time))
+        return true;
     if (_settling) {
-        _settleIfUp();
-        return true;
+        // Nobody's but, perhaps, a hot key.
+        event.event = _connection.root();
+        return false;
     }
-    if (_heldSinceStart.test(event.detail)) {
-        // A repeat is a release and a press.
-        if (!press && !keysDown(_connection).test(event.detail))
-            _heldSinceStart.reset(event.detail);
+    if (_modifierMap.isModifierKey(event.detail)) {
+        _modifierPressed(event.detail);
         return true;
     }
     event.state &= static_cast<quint16>(~_modifiersHeldSinceStart);
@@ -162,21 +179,41 @@ bool X11PopUpInput::_filterKey(xcb_key_press_event_t& event, bool press)
     return false;
 }
 
-void X11PopUpInput::_modifierKey(quint8 keyCode, bool press)
+bool X11PopUpInput::_isCrossingByGrab(const void* message) const
 {
-    const quint16 bits = _modifierMap.bitsOfKey(keyCode);
-    if (!press) {
-        _heldSinceStart.reset(keyCode);
-        _modifiersHeldSinceStart &= static_cast<quint16>(~bits);
-    }
-    if (_settling) {
-        _settleIfUp();
-        return;
-    }
-    if (press && _keyboard.yielded())
+    const auto* event = static_cast<const xcb_input_enter_event_t*>(message);
+    const bool crossing = event->extension == _inputOpcode &&
+                          (event->event_type == XCB_INPUT_ENTER || event->event_type == XCB_INPUT_LEAVE);
+    return crossing && event->mode != XCB_INPUT_NOTIFY_MODE_NORMAL;
+}
+
+void X11PopUpInput::_modifierPressed(quint8 keyCode)
+{
+    if (_keyboard.yielded())
         _keyboard.letGoOfKey();
-    else if (press && (bits & _modifierMap.shortcutBits()) && !_heldSinceStart.test(keyCode))
+    else if (_modifierMap.bitsOfKey(keyCode) & _modifierMap.shortcutBits())
         _yield();
+    Q_EMIT menuModifierFlagsMayHaveChanged();
+}
+
+void X11PopUpInput::_keyReleased(quint8 keyCode, xcb_timestamp_t time)
+{
+    // Modifiers do not repeat.
+    if (const quint16 bits = _modifierMap.bitsOfKey(keyCode); bits && _heldKeys.holds(keyCode)) {
+        _heldKeys.up(keyCode);
+        _modifiersHeldSinceStart &= static_cast<quint16>(~bits);
+    } else {
+        _heldKeys.released(keyCode, time);
+    }
+    if (_settling)
+        _settleIfUp();
+    else
+        _modifiersMayHaveChanged();
+}
+
+void X11PopUpInput::_modifiersMayHaveChanged()
+{
+    _takeKeyboardBackIfUp();
     Q_EMIT menuModifierFlagsMayHaveChanged();
 }
 
@@ -185,23 +222,33 @@ void X11PopUpInput::_yield()
     _keyboard.yield();
     if (!_keyboard.yielded())
         return;
-    X11RawInput::shared().setKeyReleasesWanted(true);
     // A window manager that answers its shortcut takes the pointer, too.
     _pointer.release();
+    // The key may be up already.
+    _takeKeyboardBackIfUp();
 }
 
-void X11PopUpInput::_takeKeyboardBack()
+void X11PopUpInput::_takeKeyboardBackIfUp()
 {
-    X11RawInput::shared().setKeyReleasesWanted(false);
-    if (outermostWindow(_connection, focusWindow(_connection)) != _front || !_keyboard.take(attemptsForKey)) {
+    if (!_keyboard.yielded() || (pointerState(_connection).modifiers & _modifierMap.shortcutBits()))
+        return;
+    if (!_takeKeyboardInFront()) {
         Q_EMIT lost();
         return;
     }
-    _focusWatch.start(_keyboard.window());
     if (!_buttonTimer.isActive() && !_pointer.take()) {
         _pointerDeadline.setRemainingTime(pointerPatience);
         _buttonTimer.start();
     }
+}
+
+/// Fails when another window has come to the front meanwhile.
+bool X11PopUpInput::_takeKeyboardInFront()
+{
+    if (!_keyboard.take(attemptsForKey) || outermostWindow(_connection, focusWindow(_connection)) != _front)
+        return false;
+    _focusWatch.start(_keyboard.window());
+    return true;
 }
 
 void X11PopUpInput::_focusMayBeLost()
@@ -213,13 +260,8 @@ void X11PopUpInput::_focusMayBeLost()
         return;
     }
     _front = front;
-    if (_keyboard.yielded())
-        return;
-    if (!_keyboard.take(attemptsForKey)) {
+    if (!_keyboard.yielded() && !_takeKeyboardInFront())
         Q_EMIT lost();
-        return;
-    }
-    _focusWatch.start(_keyboard.window());
 }
 
 void X11PopUpInput::_followButton()

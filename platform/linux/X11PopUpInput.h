@@ -2,10 +2,11 @@
 #pragma once
 
 #include "platform/linux/X11Focus.h"
-#include "platform/linux/X11Keyboard.h"
+#include "platform/linux/X11HeldKeys.h"
 #include "platform/linux/X11KeyboardGrab.h"
 #include "platform/linux/X11ModifierMap.h"
 #include "platform/linux/X11PointerGrab.h"
+#include "platform/linux/X11RawInput.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QDeadlineTimer>
@@ -13,6 +14,8 @@
 #include <QObject>
 #include <QPoint>
 #include <QTimer>
+
+#include <optional>
 
 namespace tarnwick {
 
@@ -36,8 +39,9 @@ public:
     /// False, with nothing held, when another client keeps them.
     [[nodiscard]] bool begin();
 
-    /// From now on everything is swallowed; `settled` follows when no key that went to us and no button is
-    /// down any more, at the latest after 0.6 s. True when that is so at once.
+    /// From now on everything is swallowed, but that keys are handed to the root window, where nobody but a
+    /// hot key takes them; `settled` follows when no key that went to us and no button is down any more, at
+    /// the latest after 0.6 s. True when that is so at once.
     [[nodiscard]] bool settle();
 
     /// Gives everything back and waits for the server to have done it. True when the focus is still where it
@@ -62,9 +66,15 @@ Q_SIGNALS:
 
 private:
     [[nodiscard]] bool _filterKey(xcb_key_press_event_t& event, bool press);
-    void _modifierKey(quint8 keyCode, bool press);
+    /// The pointer seems to leave and enter windows as it is grabbed and given back; no menu is to notice.
+    [[nodiscard]] bool _isCrossingByGrab(const void* message) const;
+    void _holdKeysThatAreDown();
+    void _modifierPressed(quint8 keyCode);
+    void _keyReleased(quint8 keyCode, xcb_timestamp_t time);
+    void _modifiersMayHaveChanged();
     void _yield();
-    void _takeKeyboardBack();
+    void _takeKeyboardBackIfUp();
+    [[nodiscard]] bool _takeKeyboardInFront();
     void _focusMayBeLost();
     void _followButton();
     void _settleIfUp();
@@ -77,10 +87,12 @@ private:
     X11PointerGrab _pointer;
     X11FocusWatch _focusWatch;
     xcb_window_t _front = XCB_WINDOW_NONE; ///< the focus window's outermost ancestor
-    X11Keys _heldSinceStart;
+    X11HeldKeys _heldKeys;                 ///< down since the start
     quint16 _modifiersHeldSinceStart = 0;
 
     bool _begun = false;
+    quint8 _inputOpcode = 0;
+    std::optional<X11RawInput::KeyWatch> _keyWatch;
 
     QTimer _buttonTimer;
     QPoint _pressedAt;

@@ -50,12 +50,11 @@ X11RawInput::~X11RawInput()
         application->removeNativeEventFilter(this);
 }
 
-void X11RawInput::setKeyReleasesWanted(bool wanted)
+void X11RawInput::_watchKeys(int change)
 {
-    if (!available() || wanted == _keyReleasesWanted)
-        return;
-    _keyReleasesWanted = wanted;
-    _select();
+    _keyWatches += change;
+    if (available())
+        _select();
 }
 
 void X11RawInput::_select()
@@ -66,7 +65,7 @@ void X11RawInput::_select()
         quint32 mask;
     } selection{{XCB_INPUT_DEVICE_ALL_MASTER, 1},
                 XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_RELEASE};
-    if (_keyReleasesWanted)
+    if (_keyWatches > 0)
         selection.mask |= XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE;
     // The toolkit's own selection on the root window is for all devices and stays as it is.
     xcb_input_xi_select_events(_connection.get(), _connection.root(), 1, &selection.head);
@@ -87,7 +86,7 @@ bool X11RawInput::nativeEventFilter(const QByteArray& /*eventType*/, void* messa
         Q_EMIT buttonReleased(raw->detail);
         break;
     case XCB_INPUT_RAW_KEY_RELEASE:
-        Q_EMIT keyReleased();
+        Q_EMIT keyReleased(raw->detail);
         break;
     default:
         break;

@@ -22,8 +22,16 @@ public:
     /// False when the server cannot report raw input; nothing is ever signalled then.
     [[nodiscard]] bool available() const { return _opcode != 0; }
 
-    /// Key releases are reported while wanted only: outside a pop-up nobody's typing is looked at.
-    void setKeyReleasesWanted(bool wanted);
+    /// While one is alive, key releases are reported: otherwise nobody's typing is looked at. Those are not
+    /// that happen while the keyboard is grabbed by this program, which gets them as events then.
+    class KeyWatch
+    {
+    public:
+        KeyWatch() { shared()._watchKeys(1); }
+        ~KeyWatch() { shared()._watchKeys(-1); }
+        KeyWatch(const KeyWatch&) = delete;
+        KeyWatch& operator=(const KeyWatch&) = delete;
+    };
 
     bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
 
@@ -31,15 +39,17 @@ Q_SIGNALS:
     /// X button numbers: 1 to 3, 4 to 7 for scrolling, extra buttons from 8.
     void buttonPressed(quint32 button);
     void buttonReleased(quint32 button);
-    void keyReleased();
+    /// The key is really up: repeats are not reported.
+    void keyReleased(quint32 keyCode);
 
 private:
     X11RawInput();
+    void _watchKeys(int change);
     void _select();
 
     X11Connection& _connection;
     quint8 _opcode = 0;
-    bool _keyReleasesWanted = false;
+    int _keyWatches = 0;
 };
 
 } // namespace tarnwick

@@ -88,6 +88,12 @@ bool QMenuView::coversGlobal(QPoint point) const
            });
 }
 
+QSize QMenuView::sizeHint() const
+{
+    const int line = fontMetrics().height();
+    return QMenu::sizeHint().expandedTo(QSize(2 * line, line / 2));
+}
+
 void QMenuView::_fill()
 {
     if (std::exchange(_filled, true))

@@ -35,6 +35,9 @@ public:
     /// Whether the point (toolkit coordinates) lies on this menu or on an open submenu.
     [[nodiscard]] bool coversGlobal(QPoint point) const;
 
+    /// Large enough to be seen also without any entry.
+    [[nodiscard]] QSize sizeHint() const override;
+
 Q_SIGNALS:
     /// In this menu or a submenu; `menu` holds, or held, the item.
     void itemChosen(std::shared_ptr<tarnwick::Menu> menu, std::shared_ptr<tarnwick::MenuItem> item);
