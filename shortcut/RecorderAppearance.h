@@ -25,7 +25,7 @@ struct RecorderAppearance
     static constexpr double FieldInset = 2.0;
     static constexpr double FieldCornerRadius = 3.0; ///< style 0; style 1 has half the height
     static constexpr double FocusRingWidth = 2.0;
-    static constexpr double RecordingRingWidth = 1.5;
+    static constexpr double RecordingRingWidth = 2.0;
     static constexpr double CapWidth = 20.0; ///< from the end of the field
     static constexpr double TextPadding = 6.0;
     static constexpr double TextGapToButton = 3.0;
@@ -33,9 +33,10 @@ struct RecorderAppearance
 
     // Shares of one, for mixing and for opacity.
     static constexpr double FocusRingAlpha = 0.6;
-    static constexpr double CapOverAlpha = 0.2;    ///< white, under the pointer
-    static constexpr double CapPressedAlpha = 0.2; ///< black, pressed
-    static constexpr double DisabledOpacity = 0.6;
+    static constexpr double CapOverAlpha = 0.2;         ///< white, under the pointer
+    static constexpr double CapPressedAlpha = 0.2;      ///< black, pressed
+    static constexpr double DisabledOpacity = 0.6;      ///< of the field, not of its text
+    static constexpr double RecordingBorderAlpha = 0.4; ///< of the border over the recording ring
     static constexpr double BorderShare = 0.4;
     static constexpr double SheenShare = 0.4; ///< of white at the top of the pill
     static constexpr double DarkSheenShare = 0.06;
@@ -95,8 +96,10 @@ inline RecorderAppearance RecorderAppearance::of(const QPalette& palette, bool e
     look.border = blended(palette.color(QPalette::Active, QPalette::Window), BorderShare,
                           palette.color(group, QPalette::WindowText));
     look.combinationText = palette.color(group, style == 1 ? QPalette::ButtonText : QPalette::Text);
-    look.promptText = legible(palette.color(QPalette::Disabled, QPalette::Text),
-                              palette.color(QPalette::Active, QPalette::Text), style == 1 ? button : base);
+    look.promptText = palette.color(QPalette::Disabled, QPalette::Text);
+    if (enabled)
+        look.promptText = legible(look.promptText, palette.color(QPalette::Active, QPalette::Text),
+                                  style == 1 ? button : base);
     look.focusRing = palette.color(QPalette::Active, QPalette::Highlight);
     look.focusRing.setAlphaF(static_cast<float>(FocusRingAlpha));
     return look;

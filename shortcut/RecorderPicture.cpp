@@ -10,6 +10,7 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QTextOption>
+#include <QTransform>
 
 #include <cmath>
 
@@ -50,7 +51,7 @@ public:
     Drawing(const RecorderPicture& picture, QPainter& painter)
         : _picture(picture), _painter(painter),
           _look(Look::of(picture.palette, picture.enabled, picture.style)),
-          _pixel(1 / painter.device()->devicePixelRatio()),
+          _device(painter.deviceTransform()), _pixel(1 / _device.m11()),
           _field(_onPixels(inset(picture.frame, Look::FieldInset))),
           _radius(picture.style == 1 ? _field.height() / 2 : Look::FieldCornerRadius),
           _shape(rounded(_field, _radius))
@@ -61,8 +62,6 @@ public:
     {
         _painter.save();
         _painter.setRenderHint(QPainter::Antialiasing);
-        if (!_picture.enabled)
-            _painter.setOpacity(Look::DisabledOpacity);
         if (_picture.focused)
             _drawFocusRing();
         if (_picture.style == 1)
@@ -76,14 +75,17 @@ public:
 private:
     void _drawTextField()
     {
-        _painter.fillPath(_shape, _look.fieldBottom);
-        _drawInnerShade();
+        _drawLayer(_groundOpacity(), 0, [this] {
+            _painter.fillPath(_shape, _look.fieldBottom);
+            _drawInnerShade();
+        });
         _drawContents(0);
     }
 
     void _drawPill()
     {
-        _painter.fillPath(_shape, upward(_field, _look.fieldBottom, _look.fieldTop));
+        _drawLayer(_groundOpacity(), 0,
+                   [this] { _painter.fillPath(_shape, upward(_field, _look.fieldBottom, _look.fieldTop)); });
         _drawContents(_field.height());
     }
 
@@ -104,6 +106,8 @@ private:
         }
         _painter.restore();
     }
+
+    [[nodiscard]] double _groundOpacity() const { return _picture.enabled ? 1.0 : Look::DisabledOpacity; }
 
     template <typename Contents>
     void _drawLayer(double opacity, double down, const Contents& contents)
@@ -165,6 +169,9 @@ private:
     void _drawBorder()
     {
         const double width = std::max(1.0, std::floor(1 / _pixel)) * _pixel;
+        // Where the gradient lies under it, the border only darkens its edge.
+        const double strength = 1 - (1 - Look::RecordingBorderAlpha) * _picture.recordingShare;
+        _painter.setOpacity(_groundOpacity() * strength);
         _painter.setPen(QPen(_look.border, width));
         _painter.setBrush(Qt::NoBrush);
         _painter.drawPath(rounded(inset(_field, width / 2), std::max(0.0, _radius - width / 2)));
@@ -224,15 +231,17 @@ private:
     /// Edges that fall on whole pixels of the device are sharp.
     [[nodiscard]] QRectF _onPixels(const QRectF& rect) const
     {
-        const auto snapped = [this](double value) { return std::round(value / _pixel) * _pixel; };
-        return {QPointF(snapped(rect.left()), snapped(rect.top())),
-                QPointF(snapped(rect.right()), snapped(rect.bottom()))};
+        const QRectF device = _device.mapRect(rect);
+        const QRectF whole(QPointF(std::round(device.left()), std::round(device.top())),
+                           QPointF(std::round(device.right()), std::round(device.bottom())));
+        return _device.inverted().mapRect(whole);
     }
 
     const RecorderPicture& _picture;
     QPainter& _painter;
     const Look _look;
-    const double _pixel; ///< one pixel of the device, in points
+    const QTransform _device; ///< from points to pixels of the device; turns nothing
+    const double _pixel;      ///< one pixel of the device, in points
     const QRectF _field;
     const double _radius;
     const QPainterPath _shape;
