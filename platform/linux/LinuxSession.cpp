@@ -5,7 +5,9 @@
 #include "platform/linux/DesktopNames.h"
 #include "platform/linux/SessionInstance.h"
 #include "platform/linux/TerminationSignals.h"
+#include "platform/linux/X11Connection.h"
 
+#include <QIcon>
 #include <QSessionManager>
 #include <QTimer>
 #include <QWidget>
@@ -14,6 +16,8 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+
+using namespace Qt::StringLiterals;
 
 namespace tarnwick {
 
@@ -54,6 +58,19 @@ void terminate()
     Application::shared().terminate(nullptr);
 }
 
+bool running = false;
+
+/// Qt ends the process where it stands when the display goes.
+void endWithTheDisplay()
+{
+    const auto& x11 = X11Connection::shared();
+    if (!running || !x11 || xcb_connection_has_error(x11.get()) == 0)
+        return;
+    terminate();
+    DefaultsStore::shared().synchronize();
+    std::_Exit(EXIT_SUCCESS);
+}
+
 } // namespace
 
 LinuxSession::LinuxSession(int argc, char** argv)
@@ -63,6 +80,7 @@ LinuxSession::LinuxSession(int argc, char** argv)
     QCoreApplication::setApplicationName(desktop_names::ApplicationName);
     QGuiApplication::setApplicationDisplayName(desktop_names::ApplicationName);
     QGuiApplication::setDesktopFileName(desktop_names::BusName);
+    QGuiApplication::setWindowIcon(QIcon(u":/resources/TarnwickMenuBarIcon.png"_s));
     _instance = std::make_unique<SessionInstance>(QDBusConnection::sessionBus());
 }
 
@@ -83,7 +101,12 @@ int LinuxSession::run(const std::function<void()>& launch)
         launch();
         _instance->setActivated(&reopen);
     });
+    // Registered after the connection was made, so that it runs before that is gone.
+    static_cast<void>(X11Connection::shared());
+    std::atexit(&endWithTheDisplay);
+    running = true;
     const int status = QApplication::exec();
+    running = false;
     _instance->setActivated({});
     terminate(); // where the session manager has ended the loop, the delegate has not been told yet
     return status;

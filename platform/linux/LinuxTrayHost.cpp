@@ -5,6 +5,8 @@
 
 #include <QCoreApplication>
 #include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
 #include <QDBusVariant>
 #include <xcb/xfixes.h>
 
@@ -25,7 +27,7 @@ LinuxTrayHost::LinuxTrayHost(const QDBusConnection& bus) : _bus(bus)
 {
     _watchBus();
     _watchSelection();
-    _look();
+    _askBus();
 }
 
 LinuxTrayHost::~LinuxTrayHost() = default;
@@ -39,16 +41,39 @@ bool LinuxTrayHost::nativeEventFilter(const QByteArray& eventType, void* message
         return false;
     const auto* change = reinterpret_cast<const xcb_xfixes_selection_notify_event_t*>(event);
     if (change->selection == _selection)
-        QMetaObject::invokeMethod(this, &LinuxTrayHost::_look, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, &LinuxTrayHost::_decide, Qt::QueuedConnection);
     return false;
 }
 
-void LinuxTrayHost::_look()
+void LinuxTrayHost::_askBus()
 {
-    const Kind found = _publishingHostThere()  ? Kind::Publishing
-                       : _embeddingHostThere() ? Kind::Embedding
-                                               : Kind::None;
-    // An embedding host that was replaced by another takes the same icon over, a publishing one as well.
+    if (!_bus.isConnected()) {
+        _publishingHostThere = false;
+        _decide();
+        return;
+    }
+    auto question = QDBusMessage::createMethodCall(WatcherService, WatcherPath,
+                                                   u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
+    question.setAutoStartService(false);
+    question.setArguments({WatcherService, u"IsStatusNotifierHostRegistered"_s});
+    auto* answer = new QDBusPendingCallWatcher(_bus.asyncCall(question, AskTimeout), this);
+    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
+        answer->deleteLater();
+        const QDBusPendingReply<QDBusVariant> reply = *answer;
+        _publishingHostThere = reply.isValid() && reply.value().variant().toBool();
+        _decide();
+    });
+}
+
+void LinuxTrayHost::_decide()
+{
+    if (!_publishingHostThere)
+        return;
+    Kind found = Kind::None;
+    if (_embeddingHostThere() && (_kind == Kind::Embedding || !*_publishingHostThere))
+        found = Kind::Embedding;
+    else if (*_publishingHostThere)
+        found = Kind::Publishing;
     if (found == _kind)
         return;
     _kind = found;
@@ -61,9 +86,9 @@ void LinuxTrayHost::_watchBus()
         return;
     _watcher.setConnection(_bus);
     _watcher.addWatchedService(WatcherService);
-    connect(&_watcher, &QDBusServiceWatcher::serviceOwnerChanged, this, &LinuxTrayHost::_look);
+    connect(&_watcher, &QDBusServiceWatcher::serviceOwnerChanged, this, &LinuxTrayHost::_askBus);
     for (const auto& signal : {u"StatusNotifierHostRegistered"_s, u"StatusNotifierHostUnregistered"_s})
-        _bus.connect(WatcherService, WatcherPath, WatcherService, signal, this, SLOT(_look()));
+        _bus.connect(WatcherService, WatcherPath, WatcherService, signal, this, SLOT(_askBus()));
 }
 
 void LinuxTrayHost::_watchSelection()
@@ -86,19 +111,6 @@ void LinuxTrayHost::_watchSelection()
                                           XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
                                           XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
     QCoreApplication::instance()->installNativeEventFilter(this);
-}
-
-bool LinuxTrayHost::_publishingHostThere() const
-{
-    if (!_bus.isConnected())
-        return false;
-    auto question = QDBusMessage::createMethodCall(WatcherService, WatcherPath,
-                                                   u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
-    question.setAutoStartService(false);
-    question.setArguments({WatcherService, u"IsStatusNotifierHostRegistered"_s});
-    const QDBusMessage answer = _bus.call(question, QDBus::Block, AskTimeout);
-    return answer.type() == QDBusMessage::ReplyMessage && !answer.arguments().isEmpty() &&
-           answer.arguments().constFirst().value<QDBusVariant>().variant().toBool();
 }
 
 bool LinuxTrayHost::_embeddingHostThere() const

@@ -9,11 +9,12 @@
 #include <xcb/xcb.h>
 
 #include <cstdint>
+#include <optional>
 
 namespace tarnwick {
 
 /// Looks for both kinds of tray: a StatusNotifier host on the session bus, which goes first, and the owner of
-/// the X11 tray selection. Both may come and go at any time.
+/// the X11 tray selection. Both may come and go at any time; a host is kept while it is there.
 class LinuxTrayHost final : public TrayHost, public QAbstractNativeEventFilter
 {
     Q_OBJECT
@@ -27,18 +28,20 @@ public:
     bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
 
 private Q_SLOTS:
-    void _look();
+    void _askBus();
 
 private:
     void _watchBus();
     void _watchSelection();
-    [[nodiscard]] bool _publishingHostThere() const;
+    void _decide();
     [[nodiscard]] bool _embeddingHostThere() const;
 
     QDBusConnection _bus;
     QDBusServiceWatcher _watcher;
     xcb_atom_t _selection = XCB_ATOM_NONE;
     std::uint8_t _selectionEvent = 0;
+    /// Whether there is a publishing host; nothing while the bus has not answered yet.
+    std::optional<bool> _publishingHostThere;
     Kind _kind = Kind::None;
 };
 

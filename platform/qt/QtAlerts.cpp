@@ -5,7 +5,6 @@
 #include <QMessageBox>
 #include <QPushButton>
 
-#include <array>
 #include <utility>
 
 namespace tarnwick {
@@ -34,12 +33,10 @@ QString literal(QString text)
 
 void addButtons(QMessageBox& box, const QStringList& titles)
 {
-    // The roles place the buttons as the desktop places them.
-    constexpr std::array roles = {QMessageBox::AcceptRole, QMessageBox::RejectRole,
-                                  QMessageBox::DestructiveRole};
     for (qsizetype i = 0; i < titles.size(); ++i) {
-        const auto role = i < qsizetype(roles.size()) ? roles.at(std::size_t(i)) : QMessageBox::ActionRole;
-        auto* button = box.addButton(literal(titles.at(i)), role);
+        // Those of one role stand in their order; the desktop's style decides on which side it begins.
+        auto* button =
+            box.addButton(literal(titles.at(i)), i == 0 ? QMessageBox::AcceptRole : QMessageBox::RejectRole);
         button->setProperty(ReturnCodeProperty, Alert::FirstButtonReturn + int(i));
         if (i == 0)
             box.setDefaultButton(button);
