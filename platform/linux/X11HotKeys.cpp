@@ -86,7 +86,11 @@ bool X11HotKeys::heldElsewhere(quint32 keyCode, quint32 modifiers) const
         return false;
     const auto key = static_cast<quint8>(*x11KeyCode);
     // Giving a trial of our own combination back would take it from the hot key.
-    return !_isRegistered(key, *bits) && !X11KeyGrab::take(_connection, _modifierMap, key, modifiers);
+    if (_isRegistered(key, *bits))
+        return false;
+    const bool free = X11KeyGrab::take(_connection, _modifierMap, key, modifiers) != nullptr;
+    _connection.sync();
+    return !free;
 }
 
 bool X11HotKeys::nativeEventFilter(const QByteArray& /*eventType*/, void* message, qintptr* /*result*/)
