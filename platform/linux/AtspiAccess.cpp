@@ -10,7 +10,7 @@ namespace tarnwick {
 
 namespace {
 
-constexpr auto Limit = 2s;
+constexpr auto Limit = 5s;
 
 SdBusMessage statusCall(SdBus& session, const char* method)
 {

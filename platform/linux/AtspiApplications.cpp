@@ -34,9 +34,10 @@ std::optional<QList<BusReference>> AtspiApplications::roots(Deadline deadline)
             processes.insert(stranger.reference, *stranger.processIdentifier);
     _processes = processes;
 
+    const qint64 ourselves = QCoreApplication::applicationPid();
     QList<BusReference> others = *roots;
-    others.removeIf([this](const BusReference& root) {
-        return _processes.value(root) == QCoreApplication::applicationPid();
+    others.removeIf([this, ourselves](const BusReference& root) {
+        return _processes.value(root, ourselves) == ourselves;
     });
     return others;
 }

@@ -7,16 +7,17 @@
 namespace tarnwick {
 
 ReadingBudget::Reading::Reading(ReadingBudget& budget)
-    : _budget(budget), _outermost(!std::exchange(budget._reading, true)), _start(Deadline::Clock::now()),
-      _deadline(Deadline::in(budget._left))
+    : _budget(budget), _outermost(!budget._current), _start(Deadline::Clock::now()),
+      _deadline(budget._current.value_or(Deadline::in(budget._left)))
 {
+    _budget._current = _deadline;
 }
 
 ReadingBudget::Reading::~Reading()
 {
     if (!_outermost)
         return;
-    _budget._reading = false;
+    _budget._current.reset();
     _budget._left =
         std::max(_budget._left - (Deadline::Clock::now() - _start), Deadline::Clock::duration::zero());
     if (std::exchange(_budget._renewalQueued, true))

@@ -5,6 +5,8 @@
 
 #include <QObject>
 
+#include <optional>
+
 namespace tarnwick {
 
 /// How long one event handler may read from other applications: its reads together get half a second of
@@ -16,7 +18,7 @@ class ReadingBudget : public QObject
 public:
     static constexpr std::chrono::milliseconds PerEvent{500};
 
-    /// Counts the time until its end as reading.
+    /// Counts the time until its end as reading. One within another has the same deadline.
     class Reading
     {
     public:
@@ -36,7 +38,7 @@ public:
 
 private:
     Deadline::Clock::duration _left = PerEvent;
-    bool _reading = false;
+    std::optional<Deadline> _current; ///< of the outermost reading
     bool _renewalQueued = false;
 };
 

@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/AtspiConstants.h"
+#include "platform/linux/AtspiWindowMatch.h"
+#include "platform/linux/FrontSwitches.h"
+#include "platform/linux/FrontWindowFilter.h"
+
+#include <QHash>
+#include <gtest/gtest.h>
+
+using namespace tarnwick;
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+const FrontWindow Editor{10, 100};
+const FrontWindow OtherEditor{11, 100};
+const FrontWindow EditorDialog{12, 100};
+const FrontWindow Terminal{20, 200};
+const FrontWindow Nothing{};
+
+AtspiFacts window(const char* path, const QString& name, bool active)
+{
+    AtspiFacts facts;
+    facts.reference = {":1.5", path, 1};
+    facts.name = name;
+    facts.states = active ? quint64{1} << atspi::StateActive : 0;
+    return facts;
+}
+
+} // namespace
+
+TEST(FrontWindowFilter, see_tellsEachChangeOnce)
+{
+    FrontWindowFilter filter;
+    const FrontWindowFilter::Time now{};
+    EXPECT_EQ(filter.see(Editor, now), Editor);
+    EXPECT_EQ(filter.see(Editor, now), std::nullopt);
+    EXPECT_EQ(filter.see(Terminal, now), Terminal);
+    EXPECT_EQ(filter.see(Editor, now), Editor);
+}
+
+TEST(FrontWindowFilter, aWindowThatDoesNotCount_leavesTheFrontAsItIs)
+{
+    FrontWindowFilter filter;
+    const FrontWindowFilter::Time now{};
+    EXPECT_EQ(filter.see(Editor, now), Editor);
+    EXPECT_EQ(filter.see(std::nullopt, now), std::nullopt);
+    EXPECT_EQ(filter.see(Editor, now), std::nullopt);
+}
+
+TEST(FrontWindowFilter, none_countsAfterAFifthOfASecond)
+{
+    FrontWindowFilter filter;
+    const FrontWindowFilter::Time now{};
+    EXPECT_EQ(filter.due(), std::nullopt);
+    EXPECT_EQ(filter.see(Nothing, now), std::nullopt) << "none at the start is no change";
+    EXPECT_EQ(filter.see(Editor, now), Editor);
+    EXPECT_EQ(filter.see(Nothing, now), std::nullopt);
+    EXPECT_EQ(filter.due(), now + 200ms);
+    EXPECT_EQ(filter.see(Nothing, now + 199ms), std::nullopt);
+    EXPECT_EQ(filter.due(), now + 200ms) << "counted from the first time";
+    EXPECT_EQ(filter.see(Nothing, now + 200ms), Nothing);
+    EXPECT_EQ(filter.due(), std::nullopt);
+    EXPECT_EQ(filter.see(Nothing, now + 900ms), std::nullopt);
+}
+
+TEST(FrontWindowFilter, aShortNone_isNoChange)
+{
+    FrontWindowFilter filter;
+    const FrontWindowFilter::Time now{};
+    EXPECT_EQ(filter.see(Editor, now), Editor);
+    EXPECT_EQ(filter.see(Nothing, now), std::nullopt);
+    EXPECT_EQ(filter.see(Editor, now + 100ms), std::nullopt);
+    EXPECT_EQ(filter.due(), std::nullopt);
+    EXPECT_EQ(filter.see(Nothing, now + 250ms), std::nullopt) << "it starts anew";
+    EXPECT_EQ(filter.see(Terminal, now + 300ms), Terminal);
+}
+
+TEST(FrontSwitches, aDialogOfTheSameMenuBar_isNoSwitch)
+{
+    const MenuBarOwner bar{{":1.5", "/bar", 1}};
+    const MenuBarOwner otherBar{{":1.5", "/other", 1}};
+    QHash<xcb_window_t, MenuBarOwner> owners{{10, bar}, {12, bar}, {11, otherBar}};
+    int questions = 0;
+    FrontSwitches switches(Editor, [&](const FrontWindow& front) {
+        ++questions;
+        return owners.value(front.window, MenuBarOwner{{}, front.window});
+    });
+    EXPECT_FALSE(switches.isSwitch(Editor));
+    EXPECT_EQ(questions, 0);
+    EXPECT_FALSE(switches.isSwitch(EditorDialog));
+    EXPECT_FALSE(switches.isSwitch(Editor));
+    EXPECT_TRUE(switches.isSwitch(OtherEditor));
+    EXPECT_TRUE(switches.isSwitch(EditorDialog));
+
+    owners.remove(12); // the dialog is gone by the time the next window is in front
+    EXPECT_FALSE(switches.isSwitch(Editor)) << "its owner was seen while it was there";
+}
+
+TEST(FrontSwitches, anotherProcess_isASwitchWithoutAskingAnyone)
+{
+    FrontSwitches switches(Nothing, [](const FrontWindow&) -> MenuBarOwner {
+        ADD_FAILURE() << "asked";
+        return {};
+    });
+    EXPECT_TRUE(switches.isSwitch(Editor));
+    EXPECT_TRUE(switches.isSwitch(Terminal));
+    EXPECT_TRUE(switches.isSwitch(Nothing));
+    EXPECT_FALSE(switches.isSwitch(Nothing));
+    EXPECT_TRUE(switches.isSwitch(Terminal));
+}
+
+TEST(AtspiWindowMatch, among_findsTheWindowByWhatIsTold)
+{
+    const AtspiFacts one = window("/1", u"One"_s, false);
+    const AtspiFacts two = window("/2", u"Two"_s, true);
+    const AtspiFacts twoAgain = window("/3", u"Two"_s, false);
+    const auto among = [](const QList<AtspiFacts>& windows, const QString& title, bool active) {
+        const auto match = AtspiWindowMatch::among(windows, title, active);
+        return match ? QString::fromLatin1(match->window.path) + (match->certain ? u" certain"_s : u""_s)
+                     : u"none"_s;
+    };
+    EXPECT_EQ(among({}, u"One"_s, true), u"none"_s);
+    EXPECT_EQ(among({one}, u"Another title"_s, false), u"/1 certain"_s) << "the only window";
+    EXPECT_EQ(among({one, two}, u"One"_s, true), u"/1 certain"_s) << "the title goes before the state";
+    EXPECT_EQ(among({one, two, twoAgain}, u"Two"_s, true), u"/2"_s) << "the active one of several";
+    EXPECT_EQ(among({one, twoAgain, two}, u"Two"_s, false), u"/3"_s)
+        << "the first, where none need be active";
+    EXPECT_EQ(among({one, two}, u"Another title"_s, true), u"/2"_s) << "the active one";
+    EXPECT_EQ(among({one, two}, u"Another title"_s, false), u"none"_s);
+    EXPECT_EQ(among({one, twoAgain}, u"Another title"_s, true), u"none"_s);
+}

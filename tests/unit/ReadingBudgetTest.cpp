@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/ReadingBudget.h"
+
+#include <QCoreApplication>
+#include <gtest/gtest.h>
+
+#include <thread>
+
+using namespace tarnwick;
+using namespace std::chrono_literals;
+
+namespace {
+
+std::chrono::milliseconds left(ReadingBudget& budget)
+{
+    const ReadingBudget::Reading reading(budget);
+    return std::chrono::round<std::chrono::milliseconds>(reading.deadline().remaining());
+}
+
+} // namespace
+
+TEST(ReadingBudget, readsOfOneEvent_shareHalfASecond)
+{
+    ReadingBudget budget;
+    EXPECT_GE(left(budget).count(), 450);
+    EXPECT_LE(left(budget).count(), 500);
+    {
+        const ReadingBudget::Reading reading(budget);
+        std::this_thread::sleep_for(60ms);
+    }
+    EXPECT_LE(left(budget).count(), 440);
+}
+
+TEST(ReadingBudget, timeBetweenReads_doesNotCount)
+{
+    ReadingBudget budget;
+    const auto before = left(budget);
+    std::this_thread::sleep_for(60ms);
+    EXPECT_GE(left(budget).count(), before.count() - 30);
+}
+
+TEST(ReadingBudget, aReadWithinARead_countsOnce)
+{
+    ReadingBudget budget;
+    {
+        const ReadingBudget::Reading outer(budget);
+        for (int i = 0; i < 3; ++i) {
+            std::this_thread::sleep_for(20ms);
+            const ReadingBudget::Reading inner(budget);
+            EXPECT_LE(inner.deadline().remaining(), outer.deadline().remaining()) << "it has no more time";
+        }
+    }
+    EXPECT_LE(left(budget).count(), 440);
+    EXPECT_GE(left(budget).count(), 300);
+}
+
+TEST(ReadingBudget, whenItIsUsedUp_nothingIsLeftUntilTheEventLoopComesRound)
+{
+    ReadingBudget budget;
+    {
+        const ReadingBudget::Reading reading(budget);
+        std::this_thread::sleep_for(ReadingBudget::PerEvent + 10ms);
+    }
+    EXPECT_EQ(left(budget).count(), 0);
+    EXPECT_EQ(left(budget).count(), 0);
+    QCoreApplication::processEvents();
+    EXPECT_GE(left(budget).count(), 450);
+}
