@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QHash>
+#include <QList>
 #include <QtGlobal>
 
 #include <optional>
@@ -14,7 +15,7 @@ class X11HeldKeys
 {
 public:
     void hold(quint8 keyCode) { _keys.insert(keyCode, std::nullopt); }
-    [[nodiscard]] bool holds(quint8 keyCode) const { return _keys.contains(keyCode); }
+    [[nodiscard]] QList<quint8> keys() const { return _keys.keys(); }
 
     /// A release was reported, perhaps that of a repeat.
     void released(quint8 keyCode, quint32 time);

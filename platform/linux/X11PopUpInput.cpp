@@ -105,11 +105,18 @@ void X11PopUpInput::_holdKeysThatAreDown()
     const X11Keys down = keysDown(_connection);
     for (int keyCode = 0; keyCode <= maximumX11KeyCode; ++keyCode) {
         const auto key = static_cast<quint8>(keyCode);
-        if (!down.test(key))
-            continue;
-        _heldKeys.hold(key);
-        _modifiersHeldSinceStart |= _modifierMap.bitsOfKey(key);
+        if (down.test(key))
+            _heldKeys.hold(key);
     }
+}
+
+quint16 X11PopUpInput::_pressedSinceStart(quint16 state) const
+{
+    const quint16 counted = _modifierMap.shortcutBits() | X11ModifierMap::shiftBit;
+    const auto held = _heldKeys.keys();
+    for (const quint8 keyCode : held)
+        state &= static_cast<quint16>(~(_modifierMap.bitsOfKey(keyCode) & counted));
+    return state;
 }
 
 bool X11PopUpInput::settle()
@@ -138,7 +145,7 @@ bool X11PopUpInput::end()
 
 quint64 X11PopUpInput::menuModifierFlags() const
 {
-    return _modifierMap.menuModifierFlags(pointerState(_connection).modifiers);
+    return _modifierMap.menuModifierFlags(_pressedSinceStart(pointerState(_connection).modifiers));
 }
 
 bool X11PopUpInput::nativeEventFilter(const QByteArray& /*eventType*/, void* message, qintptr* /*result*/)
@@ -174,7 +181,7 @@ bool X11PopUpInput::_filterKey(xcb_key_press_event_t& event, bool press)
         _modifierPressed(event.detail);
         return true;
     }
-    event.state &= static_cast<quint16>(~_modifiersHeldSinceStart);
+    event.state = _pressedSinceStart(event.state);
     event.event = _keeper;
     return false;
 }
@@ -199,12 +206,10 @@ void X11PopUpInput::_modifierPressed(quint8 keyCode)
 void X11PopUpInput::_keyReleased(quint8 keyCode, xcb_timestamp_t time)
 {
     // Modifiers do not repeat.
-    if (const quint16 bits = _modifierMap.bitsOfKey(keyCode); bits && _heldKeys.holds(keyCode)) {
+    if (_modifierMap.isModifierKey(keyCode))
         _heldKeys.up(keyCode);
-        _modifiersHeldSinceStart &= static_cast<quint16>(~bits);
-    } else {
+    else
         _heldKeys.released(keyCode, time);
-    }
     if (_settling)
         _settleIfUp();
     else

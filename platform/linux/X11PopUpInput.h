@@ -48,7 +48,7 @@ public:
     /// was.
     [[nodiscard]] bool end();
 
-    /// The modifiers held now, as menus mean them.
+    /// The modifiers held now, as menus mean them; not those that are down since the start.
     [[nodiscard]] quint64 menuModifierFlags() const;
 
     bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
@@ -69,6 +69,8 @@ private:
     /// The pointer seems to leave and enter windows as it is grabbed and given back; no menu is to notice.
     [[nodiscard]] bool _isCrossingByGrab(const void* message) const;
     void _holdKeysThatAreDown();
+    /// A modifier state without what the keys mean that are down since the start.
+    [[nodiscard]] quint16 _pressedSinceStart(quint16 state) const;
     void _modifierPressed(quint8 keyCode);
     void _keyReleased(quint8 keyCode, xcb_timestamp_t time);
     void _modifiersMayHaveChanged();
@@ -88,7 +90,6 @@ private:
     X11FocusWatch _focusWatch;
     xcb_window_t _front = XCB_WINDOW_NONE; ///< the focus window's outermost ancestor
     X11HeldKeys _heldKeys;                 ///< down since the start
-    quint16 _modifiersHeldSinceStart = 0;
 
     bool _begun = false;
     quint8 _inputOpcode = 0;

@@ -188,8 +188,13 @@ void QMenuView::_noticeHighlight()
 
 void QMenuView::keyPressEvent(QKeyEvent* event)
 {
-    if (!_moveToLetter(*event))
-        QMenu::keyPressEvent(event);
+    if (_moveToLetter(*event))
+        return;
+    QMenu::keyPressEvent(event);
+    // From the top to the last entry the toolkit moves the highlight without scrolling.
+    QAction* active = activeAction();
+    if (active && isVisible() && !rect().contains(actionGeometry(active)))
+        _highlight(active);
 }
 
 bool QMenuView::_moveToLetter(const QKeyEvent& event)

@@ -68,7 +68,8 @@ QString escaped(const QString& value)
         else if (c == u'\t')
             text += u"\\t";
         else if (c < u' ' || c == QChar(0x7F))
-            text += u"\\x%1"_s.arg(uint(c.unicode()), 6, 16, QChar(u'0')); // as long as one can be: what follows is text
+            text += u"\\x%1"_s.arg(uint(c.unicode()), 6, 16,
+                                   QChar(u'0')); // as long as one can be: what follows is text
         else
             text += c;
     }

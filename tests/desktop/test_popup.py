@@ -206,6 +206,15 @@ class ThePopUp(PopUpTest):
         self.driver.wait_until_returned()
         self.assertEqual(self.driver.lines("chosen"), ["chosen Close"])
 
+    def test_the_hot_keys_own_modifiers_show_no_alternates(self):
+        self.screen.press(OPTION)
+        self.screen.tap(TRIGGER)
+        self.driver.popups.wait_for(1)
+        self.highlight("Close")
+        self.screen.release(OPTION)
+        self.screen.press(OPTION)
+        self.highlight("Close All")
+
     def test_opens_again_and_again_and_leaves_nothing_grabbed(self):
         for _ in range(30):
             self.driver.open()
@@ -221,6 +230,7 @@ class TheFocus(PopUpTest):
         self.application.forget()
         for _ in range(5):
             self.screen.tap("Down")
+        wait_for(lambda: len(self.driver.lines("highlight")) == 5, "the keys dealt with")
         self.open_submenu()
         self.screen.tap("Escape")
         self.driver.popups.wait_for(1)
@@ -548,6 +558,31 @@ class ALongMenu(PopUpTest):
         self.screen.tap("Return")
         self.driver.wait_until_returned()
         self.assertEqual(self.driver.lines("chosen"), ["chosen Item 1500"])
+
+    def test_scrolls_to_the_last_entry_when_going_up_from_none(self):
+        frame = self.driver.open().frame
+        top = (frame[0] + 10, frame[1] + 30)
+        before = self.pixels(frame)
+        self.screen.tap("Up")
+        wait_for(lambda: self.highlighted() == "Item 1999", "the last entry highlighted")
+        wait_for(lambda: self.pixels(frame) != before, "the menu scrolled")
+        self.screen.move(*top)
+        wait_for(lambda: (self.highlighted() or "").startswith("Item 19") and self.highlighted() != "Item 1999",
+                 "an entry near the last one under the pointer")
+
+    def test_scrolls_with_the_wheel(self):
+        frame = self.driver.open().frame
+        self.screen.move(frame[0] + 40, frame[1] + 400)
+        wait_for(self.highlighted, "the entry under the pointer highlighted")
+        before = self.highlighted()
+        for _ in range(5):
+            self.screen.click(5)
+        self.screen.move(frame[0] + 41, frame[1] + 400)
+        wait_for(lambda: self.highlighted() != before, "another entry under the pointer")
+        self.assertEqual(self.driver.popups.count(), 1)
+
+    def pixels(self, frame):
+        return self.screen.root.get_image(*frame[:2], 200, 200, X.ZPixmap, 0xFFFFFFFF).data
 
     def test_opens_without_delay(self):
         times = []
