@@ -20,6 +20,16 @@ class QuartzEvent final : public TappedEvent
 {
 };
 
+int callbacksRunning = 0;
+
+struct RunningCallback
+{
+    RunningCallback() { ++callbacksRunning; }
+    ~RunningCallback() { --callbacksRunning; }
+    RunningCallback(const RunningCallback&) = delete;
+    RunningCallback& operator=(const RunningCallback&) = delete;
+};
+
 } // namespace
 
 /// One tap from its creation to the end of the process.
@@ -58,6 +68,7 @@ private:
         const auto* tap = static_cast<const Tap*>(userInfo);
         if (!tap->_port)
             return event;
+        const RunningCallback running;
         const QuartzEvent tapped;
         return tap->_callback(static_cast<quint32>(type), &tapped) == nullptr ? nullptr : event;
     }
@@ -96,6 +107,11 @@ void QuartzEventTaps::release(EventTapRef tap)
 {
     if (Tap* const found = _tap(tap))
         found->close();
+}
+
+bool QuartzEventTaps::isInsideCallback()
+{
+    return callbacksRunning > 0;
 }
 
 QuartzEventTaps::Tap* QuartzEventTaps::_tap(EventTapRef tap) const

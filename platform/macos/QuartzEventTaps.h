@@ -24,6 +24,9 @@ public:
     void enable(EventTapRef tap, bool enable) override;
     void release(EventTapRef tap) override;
 
+    /// Whether some tap's callback is running, while which the system holds the event back.
+    [[nodiscard]] static bool isInsideCallback();
+
 private:
     class Tap;
     [[nodiscard]] Tap* _tap(EventTapRef tap) const;

@@ -62,10 +62,10 @@ struct Entry
     QString title; ///< empty for a separator
     QString action;
     QString key;
-    quint64 modifiers = ControlKeyMask;
+    quint64 moreModifiers = 0;
 };
 
-void addMenu(Menu& bar, const QString& title, const std::shared_ptr<ActionTarget>& target,
+void addMenu(Menu& bar, const QString& title, const std::shared_ptr<ActionTarget>& target, quint64 modifier,
              const QList<Entry>& entries)
 {
     const auto holder = MenuItem::create(title);
@@ -76,7 +76,7 @@ void addMenu(Menu& bar, const QString& title, const std::shared_ptr<ActionTarget
             continue;
         }
         const auto item = MenuItem::create(entry.title, entry.action, entry.key);
-        item->setKeyEquivalentModifierMask(entry.modifiers);
+        item->setKeyEquivalentModifierMask(modifier | entry.moreModifiers);
         item->setTarget(target);
         menu->addItem(item);
     }
@@ -86,28 +86,28 @@ void addMenu(Menu& bar, const QString& title, const std::shared_ptr<ActionTarget
 
 } // namespace
 
-std::shared_ptr<Menu> makeMainMenu(Application& application)
+std::shared_ptr<Menu> makeMainMenu(Application& application, quint64 modifier)
 {
-    const auto bar = Menu::create(u"MainMenu"_s);
-    addMenu(*bar, u"Application"_s, std::make_shared<DelegateTarget>(application),
+    auto bar = Menu::create(u"MainMenu"_s);
+    addMenu(*bar, u"Application"_s, std::make_shared<DelegateTarget>(application), modifier,
             {{u"About Tarnwick..."_s, u"displayAboutPanel"_s, {}},
              {u"Preferences..."_s, u"showPreferencePanel"_s, u","_s},
              {}});
     // The application outlives its menu: a handle that owns nothing.
     const std::shared_ptr<ActionTarget> self(std::shared_ptr<void>(), &application);
     const auto quit = MenuItem::create(u"Quit"_s, u"terminate:"_s, u"q"_s);
-    quit->setKeyEquivalentModifierMask(ControlKeyMask);
+    quit->setKeyEquivalentModifierMask(modifier);
     quit->setTarget(self);
     bar->itemAtIndex(0)->submenu()->addItem(quit);
-    addMenu(*bar, u"Edit"_s, std::make_shared<WidgetTarget>(&QApplication::focusWidget),
+    addMenu(*bar, u"Edit"_s, std::make_shared<WidgetTarget>(&QApplication::focusWidget), modifier,
             {{u"Undo"_s, u"undo"_s, u"z"_s},
-             {u"Redo"_s, u"redo"_s, u"z"_s, ControlKeyMask | ShiftKeyMask},
+             {u"Redo"_s, u"redo"_s, u"z"_s, ShiftKeyMask},
              {},
              {u"Cut"_s, u"cut"_s, u"x"_s},
              {u"Copy"_s, u"copy"_s, u"c"_s},
              {u"Paste"_s, u"paste"_s, u"v"_s},
              {u"Select All"_s, u"selectAll"_s, u"a"_s}});
-    addMenu(*bar, u"Window"_s, std::make_shared<WidgetTarget>(&QApplication::activeWindow),
+    addMenu(*bar, u"Window"_s, std::make_shared<WidgetTarget>(&QApplication::activeWindow), modifier,
             {{u"Minimize"_s, u"showMinimized"_s, u"m"_s}, {u"Close"_s, u"close"_s, u"w"_s}});
     return bar;
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QtGlobal>
+
 #include <memory>
 
 namespace tarnwick {
@@ -9,9 +11,9 @@ class Application;
 class Menu;
 struct Event;
 
-/// Tarnwick's own menu bar: what its windows can do. The masks name the physical modifiers. `application`
-/// must outlive it.
-[[nodiscard]] std::shared_ptr<Menu> makeMainMenu(Application& application);
+/// Tarnwick's own menu bar: what its windows can do, by shortcuts with `modifier`, a physical one.
+/// `application` must outlive it.
+[[nodiscard]] std::shared_ptr<Menu> makeMainMenu(Application& application, quint64 modifier);
 
 /// Performs the first enabled item of `menu` and its submenus that has `event` as its key equivalent. False
 /// when there is none.

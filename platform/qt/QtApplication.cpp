@@ -15,8 +15,8 @@ using namespace Qt::StringLiterals;
 
 namespace tarnwick {
 
-QtApplication::QtApplication(QtEventConverter converter)
-    : _converter(std::move(converter)), _mainMenu(makeMainMenu(*this))
+QtApplication::QtApplication(QtEventConverter converter, quint64 mainMenuModifier)
+    : _converter(std::move(converter)), _mainMenu(makeMainMenu(*this, mainMenuModifier))
 {
     // Tarnwick lives in the status area: no window's end is the program's.
     QApplication::setQuitOnLastWindowClosed(false);

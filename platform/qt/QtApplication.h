@@ -10,12 +10,13 @@ namespace tarnwick {
 
 /// The process as a QApplication, which must be alive as long as this. Sees every key and mouse event of its
 /// own windows before they do.
-class QtApplication final : public QObject, public Application
+class QtApplication : public QObject, public Application
 {
     Q_OBJECT
 
 public:
-    explicit QtApplication(QtEventConverter converter);
+    /// `mainMenuModifier` is what the shortcuts of the main menu are held with.
+    explicit QtApplication(QtEventConverter converter, quint64 mainMenuModifier = ControlKeyMask);
     ~QtApplication() override;
 
     void terminate(ActionSender* sender) override;

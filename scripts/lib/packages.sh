@@ -19,6 +19,7 @@ TEST_PACKAGES=(
     libgtest-dev libgmock-dev libbenchmark-dev libgtk-3-dev qtbase5-dev libxcb-damage0-dev libxcb-xtest0-dev
     featherpad tint2 xclip locales libglib2.0-bin
     clang-format clang-tidy
+    clang gnustep-make libgnustep-gui-dev libobjc-12-dev
 )
 
 _missing_packages() {

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "foundation/Workspace.h"
+#include "platform/macos/CarbonFrontSwitch.h"
+
+namespace tarnwick {
+
+/// The desktop as AppKit's workspace describes it.
+class AppKitWorkspace final : public Workspace
+{
+public:
+    [[nodiscard]] std::optional<ActiveApplication> activeApplication() const override;
+    [[nodiscard]] bool installAppFrontSwitchedHandler(std::function<void()> switched) override;
+    bool openURL(const QUrl& url) override;
+    [[nodiscard]] QStringList searchPathForDirectoriesInDomains(SearchPathDirectory directory,
+                                                                SearchPathDomainMask domains,
+                                                                bool expandTilde) const override;
+
+private:
+    CarbonFrontSwitch _frontSwitch;
+};
+
+} // namespace tarnwick

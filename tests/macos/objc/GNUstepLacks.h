@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+// What the Objective-C++ files use of AppKit and GNUstep's headers do not declare, for the syntax check.
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+enum { NSPreferencePanesDirectory = 22 };
+
+@interface NSMenu (GNUstepLacks)
+- (BOOL)popUpMenuPositioningItem:(NSMenuItem*)item atLocation:(NSPoint)location inView:(NSView*)view;
+- (void)cancelTracking;
+- (void)removeAllItems;
+- (void)setFont:(NSFont*)font;
+@end
+
+// Optional for a menu's delegate, here required.
+@interface NSObject (GNUstepLacks)
+- (NSRect)confinementRectForMenu:(NSMenu*)menu onScreen:(NSScreen*)screen;
+@end
+
+@interface NSStatusItem (GNUstepLacks)
+- (NSButton*)button;
+@end
+
+@interface NSImage (GNUstepLacks)
+- (void)setTemplate:(BOOL)isTemplate;
+@end
+
+@interface NSAlert (GNUstepLacks)
+- (void)beginSheetModalForWindow:(NSWindow*)window completionHandler:(void (^)(NSInteger returnCode))handler;
+@end
