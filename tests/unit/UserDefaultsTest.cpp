@@ -4,6 +4,7 @@
 #include "foundation/UserDefaultsController.h"
 #include "tests/fakes/FakeDefaultsStore.h"
 
+#include <QLocale>
 #include <QStringList>
 #include <gtest/gtest.h>
 
@@ -93,6 +94,19 @@ TEST_F(UserDefaultsTest, storedValue_isReadInTheTypeOfItsDefault_orAsTheDefault)
         EXPECT_EQ(value, row.read) << qPrintable(value.toString());
         EXPECT_EQ(value.typeId(), row.read.typeId());
     }
+}
+
+TEST_F(UserDefaultsTest, numbersAreWrittenAndReadAlike_inALocaleWithADecimalComma)
+{
+    const QLocale before;
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    store.readsTexts = true;
+    defaults.setObjectForKey(1234567, Number);
+    EXPECT_EQ(store.value(Number), QVariant(u"1234567"_s));
+    EXPECT_EQ(defaults.intForKey(Number), 1234567);
+    store.values[Number] = u"1.234"_s;
+    EXPECT_EQ(defaults.intForKey(Number), 11) << "no grouping by anybody's habits";
+    QLocale::setDefault(before);
 }
 
 TEST_F(UserDefaultsTest, missingKey_readsAsItsDefault_orAsNothingWithoutOne)
