@@ -233,7 +233,10 @@ protected:
         EXPECT_TRUE(QTest::qWaitFor(
             [&] { return x11.property32(x11.root(), "_NET_SUPPORTING_WM_CHECK").has_value(); }));
         window->show();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
+        EXPECT_TRUE(QTest::qWaitFor([this] {
+            window->activateWindow();
+            return window->isActiveWindow();
+        }));
         EXPECT_TRUE(other.grabKey(F5KeyCode));
         other.keyPresses();
     }

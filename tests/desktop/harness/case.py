@@ -49,7 +49,7 @@ class DesktopTest(unittest.TestCase):
         super().run(result)
         if result and len(result.failures) + len(result.errors) > before:
             self._keep_evidence(self.id().split(".", 1)[-1])
-        if hasattr(self, "screen"):
+        if getattr(self, "screen", None):
             self.screen.release_everything()
         return result
 

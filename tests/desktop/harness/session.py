@@ -70,6 +70,12 @@ class Session:
         if self.directory:
             shutil.rmtree(self.directory, ignore_errors=True)
 
+    def end_display(self):
+        """The X server goes, and with it whoever does not live without it."""
+        self.screen = None
+        self._display_server.kill()
+        self._display_server.wait()
+
     def run(self, *command, **extra_environment):
         """Starts a program and returns it; it is ended with the session at the latest."""
         program = Program([str(part) for part in command], {**self.environment, **extra_environment},

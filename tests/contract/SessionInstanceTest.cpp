@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/SessionInstance.h"
+
+#include "platform/linux/DesktopNames.h"
+
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QDBusPendingCall>
+#include <QElapsedTimer>
+#include <QTest>
+#include <gtest/gtest.h>
+
+using namespace tarnwick;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class SessionInstanceTest : public ::testing::Test
+{
+protected:
+    ~SessionInstanceTest() override { QDBusConnection::disconnectFromBus(u"other"_s); }
+
+    /// A request as a launcher sends it.
+    void request(const QString& method, const QVariantList& arguments) const
+    {
+        auto message = QDBusMessage::createMethodCall(desktop_names::BusName, desktop_names::ObjectPath,
+                                                      u"org.freedesktop.Application"_s, method);
+        message.setArguments(arguments);
+        const QDBusPendingCall call = other.asyncCall(message);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return call.isFinished(); }));
+        EXPECT_FALSE(call.isError()) << call.error().message().toStdString();
+    }
+
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    QDBusConnection other = QDBusConnection::connectToBus(QDBusConnection::SessionBus, u"other"_s);
+};
+
+TEST_F(SessionInstanceTest, name_isHeldByTheFirst_andFreeAfterIt)
+{
+    const auto taken = [this] {
+        return other.interface()->isServiceRegistered(desktop_names::BusName).value();
+    };
+    {
+        const SessionInstance first(bus);
+        EXPECT_FALSE(first.anotherIsRunning());
+        EXPECT_TRUE(taken());
+    }
+    EXPECT_FALSE(taken());
+}
+
+TEST_F(SessionInstanceTest, second_findsTheFirst_evenOneThatDoesNotAnswer)
+{
+    SessionInstance first(bus);
+    int activations = 0;
+    first.setActivated([&] { ++activations; });
+    QElapsedTimer since;
+    since.start();
+    // The first can't answer while this thread waits.
+    const SessionInstance second(other);
+    EXPECT_TRUE(second.anotherIsRunning());
+    EXPECT_LT(since.elapsed(), 5000);
+    EXPECT_EQ(activations, 0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return activations == 1; })) << "but it gets the request";
+}
+
+TEST_F(SessionInstanceTest, requestsBeforeStartUpIsDone_areAnsweredOnceAfterIt)
+{
+    SessionInstance first(bus);
+    request(u"Activate"_s, {QVariantMap()});
+    request(u"Activate"_s, {QVariantMap{{u"desktop-startup-id"_s, u"x"_s}}});
+    int activations = 0;
+    first.setActivated([&] { ++activations; });
+    EXPECT_EQ(activations, 0) << "from the event loop, not at once";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return activations > 0; }));
+    QTest::qWait(20);
+    EXPECT_EQ(activations, 1);
+}
+
+TEST_F(SessionInstanceTest, everyKindOfRequest_shows)
+{
+    SessionInstance first(bus);
+    int activations = 0;
+    first.setActivated([&] { ++activations; });
+    request(u"Activate"_s, {QVariantMap()});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return activations == 1; }));
+    request(u"Open"_s, {QStringList{u"file:///x"_s}, QVariantMap()});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return activations == 2; }));
+    request(u"ActivateAction"_s, {u"x"_s, QVariantList(), QVariantMap()});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return activations == 3; }));
+}
+
+TEST_F(SessionInstanceTest, withoutABus_thereIsNoOther)
+{
+    const SessionInstance alone(QDBusConnection(u"never opened"_s));
+    EXPECT_FALSE(alone.anotherIsRunning());
+}
+
+} // namespace

@@ -1,0 +1,86 @@
+# SPDX-License-Identifier: MIT
+"""Both kinds of tray: one that takes windows in, and one that items are described to on the bus."""
+from gi.repository import Gio, GLib
+
+from .waiting import wait_for
+
+_WATCHER = "org.kde.StatusNotifierWatcher"
+_ITEM = "org.kde.StatusNotifierItem"
+_MENU = "com.canonical.dbusmenu"
+
+_INTERFACES = f"""<node><interface name="{_WATCHER}">
+  <method name="RegisterStatusNotifierItem"><arg type="s" direction="in"/></method>
+  <method name="RegisterStatusNotifierHost"><arg type="s" direction="in"/></method>
+  <property name="IsStatusNotifierHostRegistered" type="b" access="read"/>
+  <property name="RegisteredStatusNotifierItems" type="as" access="read"/>
+  <property name="ProtocolVersion" type="i" access="read"/>
+  <signal name="StatusNotifierHostRegistered"/>
+</interface></node>"""
+
+
+def embedded_icon(screen, pid):
+    """The window of the process that some tray has taken in, None while there is none."""
+    def search(window):
+        for child in window.query_tree().children:
+            owner = screen.property_of(child, "_NET_WM_PID")
+            if owner and owner[0] == pid and window.id != screen.root.id and child.get_attributes().map_state == 2:
+                return child
+            found = search(child)
+            if found:
+                return found
+        return None
+    return search(screen.root)
+
+
+class PublishedTray:
+    """A StatusNotifier host that keeps to the rules and shows nothing."""
+
+    def __init__(self, address):
+        flags = Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
+        self._connection = Gio.DBusConnection.new_for_address_sync(address, flags, None, None)
+        self._connection.set_exit_on_close(False)
+        self._items = []
+        interface = Gio.DBusNodeInfo.new_for_xml(_INTERFACES).interfaces[0]
+        self._connection.register_object("/StatusNotifierWatcher", interface, self._called, self._property, None)
+        self._bus_call("RequestName", GLib.Variant("(su)", (_WATCHER, 4)))
+
+    def close(self):
+        self._connection.close_sync(None)
+
+    def item(self):
+        """Waits for the first item and returns the name of its program on the bus."""
+        return wait_for(lambda: self._items and self._items[0], "an item in the tray")
+
+    def item_property(self, name):
+        arguments = GLib.Variant("(ss)", (_ITEM, name))
+        return self._call(self.item(), "/StatusNotifierItem", "org.freedesktop.DBus.Properties", "Get",
+                          arguments)[0]
+
+    def menu(self):
+        """The (id, label) of each entry of the item's menu."""
+        arguments = GLib.Variant("(iias)", (0, -1, ["label"]))
+        layout = self._call(self.item(), self.item_property("Menu"), _MENU, "GetLayout", arguments)[1]
+        return [(entry[0], entry[1].get("label", "")) for entry in layout[2]]
+
+    def choose(self, label):
+        identifier = next(number for number, text in self.menu() if text == label)
+        arguments = GLib.Variant("(isvu)", (identifier, "clicked", GLib.Variant("i", 0), 0))
+        self._call(self.item(), self.item_property("Menu"), _MENU, "Event", arguments)
+
+    def _call(self, name, path, interface, method, arguments):
+        return self._connection.call_sync(name, path, interface, method, arguments, None, Gio.DBusCallFlags.NONE,
+                                          5000, None).unpack()
+
+    def _bus_call(self, method, arguments):
+        return self._call("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", method, arguments)
+
+    def _called(self, _connection, sender, _path, _interface, method, arguments, invocation):
+        if method == "RegisterStatusNotifierItem":
+            name = arguments.unpack()[0]
+            self._items.append(sender if name.startswith("/") else name)
+        invocation.return_value(None)
+
+    def _property(self, _connection, _sender, _path, _interface, name):
+        return {"IsStatusNotifierHostRegistered": GLib.Variant("b", True),
+                "RegisteredStatusNotifierItems": GLib.Variant("as", self._items),
+                "ProtocolVersion": GLib.Variant("i", 0)}[name]

@@ -1,0 +1,175 @@
+# SPDX-License-Identifier: MIT
+"""Tarnwick among the services of a desktop: its one instance, its end, the tray, what starts at login."""
+import os
+import signal
+
+from harness.case import DesktopTest, main
+from harness.monitor import BusMonitor
+from harness.tarnwick import Tarnwick
+from harness.tray import PublishedTray, embedded_icon
+from harness.waiting import holds_for, wait_for
+
+MENU = ["About Tarnwick...", "Preferences...", "Quit"]
+
+
+def start(session, **environment):
+    return session.run(os.environ["TARNWICK_BINARY"], **environment)
+
+
+class Starts(DesktopTest):
+    @classmethod
+    def prepare(cls):
+        cls.tarnwick = Tarnwick(cls.session)
+        cls.tarnwick.wait_until_ready()
+
+    def test_a_second_start_asks_the_first_to_show_itself_and_ends(self):
+        monitor = BusMonitor(self.session, self.session.environment["DBUS_SESSION_BUS_ADDRESS"])
+        self.addCleanup(monitor.stop)
+        self.assertEqual(start(self.session).status(), 0)
+        wait_for(lambda: any(call.method == "org.freedesktop.Application.Activate" for call in monitor.calls()),
+                 "a request to the first")
+        self.assertTrue(self.tarnwick.program.running())
+
+    def test_a_second_start_does_not_wait_for_a_first_that_is_busy(self):
+        os.kill(self.tarnwick.pid, signal.SIGSTOP)
+        self.addCleanup(os.kill, self.tarnwick.pid, signal.SIGCONT)
+        self.assertEqual(start(self.session).status(limit=5.0), 0)
+
+    def test_without_a_display_a_start_says_so(self):
+        program = start(self.session, DISPLAY=":9999", DBUS_SESSION_BUS_ADDRESS="unix:path=/nowhere")
+        self.assertEqual(program.status(), 1)
+        self.assertIn("needs an X display", program.output)
+
+
+class StartsAtOnce(DesktopTest):
+    def test_leave_one(self):
+        programs = [start(self.session) for _ in range(4)]
+        wait_for(lambda: sum(program.running() for program in programs) == 1, "three ends")
+        self.assertEqual([program.status() for program in programs if not program.running()], [0, 0, 0])
+
+
+class TheEnd(DesktopTest):
+    def test_comes_in_order_on_each_signal_that_asks_for_it(self):
+        for number in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP):
+            with self.subTest(number):
+                tarnwick = Tarnwick(self.session)
+                tarnwick.wait_until_ready()
+                tarnwick.open()
+                os.kill(tarnwick.pid, number)
+                self.assertEqual(tarnwick.program.status(), 0)
+                self.assertEqual(tarnwick.program.output, "")
+                self.assertEqual(self.screen.grabs_left(), [])
+
+    def test_frees_the_name_for_the_next_start(self):
+        for _ in range(2):
+            tarnwick = Tarnwick(self.session)
+            tarnwick.wait_until_ready()
+            tarnwick.stop()
+
+
+class TheEndOfTheDisplay(DesktopTest):
+    def test_ends_the_program_in_order(self):
+        tarnwick = Tarnwick(self.session)
+        tarnwick.wait_until_ready()
+        type(self).screen = None
+        self.session.end_display()
+        self.assertEqual(tarnwick.program.status(limit=5.0), 0)
+
+
+class WithoutASessionBus(DesktopTest):
+    def test_it_asks_and_runs(self):
+        program = start(self.session, DBUS_SESSION_BUS_ADDRESS="unix:path=/nowhere")
+        alert = self.screen.window_titled("Tarnwick")
+        self.screen.wait_until_active(alert)
+        self.screen.tap("Escape")  # Continue Anyway
+        wait_for(lambda: not any(window.title == "Tarnwick" for window in self.screen.windows()), "no alert")
+        holds_for(program.running, 0.5, "it has ended")
+        os.kill(program.pid, signal.SIGTERM)
+        self.assertEqual(program.status(), 0)
+
+
+class AtLogin(DesktopTest):
+    def entry(self):
+        return self.session.directory / "home/.config/autostart/example.quorlane.Tarnwick.desktop"
+
+    def test_it_starts_or_not_as_the_setting_says(self):
+        tarnwick = Tarnwick(self.session, LaunchOnLogin=True)
+        wait_for(self.entry().exists, "an entry")
+        self.assertIn(os.path.realpath(os.environ["TARNWICK_BINARY"]), self.entry().read_text())
+        tarnwick.stop()
+        tarnwick = Tarnwick(self.session, LaunchOnLogin=False)
+        wait_for(lambda: not self.entry().exists(), "no entry")
+        tarnwick.stop()
+
+
+class ATrayThatTakesWindowsIn(DesktopTest):
+    tools = ("tint2",)
+
+    @classmethod
+    def prepare(cls):
+        cls.connect_accessibility().switch_on()
+        cls.tarnwick = Tarnwick(cls.session)
+        cls.tarnwick.wait_until_ready()
+
+    def icon(self):
+        return wait_for(lambda: embedded_icon(self.screen, self.tarnwick.pid), "an icon in the tray")
+
+    def center_of(self, icon):
+        geometry = icon.get_geometry()
+        corner = icon.translate_coords(self.screen.root, 0, 0)
+        return geometry.width // 2 - corner.x, geometry.height // 2 - corner.y
+
+    def click(self, button):
+        icon = self.icon()
+        self.screen.click(button, at=self.center_of(icon))
+
+    def test_shows_the_item_when_it_comes_and_when_it_comes_back(self):
+        tray = self.session.run("tint2")
+        self.icon()
+        tray.stop()
+        wait_for(lambda: not embedded_icon(self.screen, self.tarnwick.pid), "no icon")
+        tray = self.session.run("tint2")
+        self.icon()
+        tray.stop()
+        self.assertEqual(self.tarnwick.program.output, "")
+
+    def test_the_menu_opens_at_a_click_and_does_what_it_says(self):
+        tray = self.session.run("tint2")
+        self.addCleanup(tray.stop)
+        for button in (1, 3):
+            reader = self.tarnwick.reader(self.bus)
+            self.addCleanup(reader.close)
+            self.click(button)
+            self.assertEqual([item.title for item in reader.wait_for(1)], MENU)
+            self.tarnwick.close_menu()
+        self.assertEqual(self.screen.grabs_left(), [])
+
+
+class ATrayOnTheBus(DesktopTest):
+    @classmethod
+    def prepare(cls):
+        cls.tarnwick = Tarnwick(cls.session)
+        cls.tarnwick.wait_until_ready()
+
+    def test_gets_the_item_and_its_menu_when_it_comes(self):
+        tray = PublishedTray(self.session.environment["DBUS_SESSION_BUS_ADDRESS"])
+        self.addCleanup(tray.close)
+        self.assertEqual(tray.item_property("Title"), "Tarnwick")
+        self.assertTrue(tray.item_property("IconPixmap"))
+        self.assertEqual([label for _, label in tray.menu()], MENU)
+        tray.choose("Quit")
+        self.assertEqual(self.tarnwick.program.status(), 0)
+
+
+class TheStatusItem(DesktopTest):
+    tools = ("tint2",)
+
+    def test_is_not_there_when_the_setting_says_so(self):
+        self.session.run("tint2")
+        tarnwick = Tarnwick(self.session, ShowStatusBarIcon=False)
+        tarnwick.wait_until_ready()
+        holds_for(lambda: not embedded_icon(self.screen, tarnwick.pid), 0.3, "an icon is there")
+
+
+if __name__ == "__main__":
+    main()
