@@ -15,7 +15,7 @@ _TEXT = 61
 class Application:
     """A program with a window; made when its window is in front."""
 
-    def __init__(self, session, command, title):
+    def __init__(self, session, command, title=""):
         self._session = session
         self._accessible = None
         self.program = session.run(*command)
@@ -98,4 +98,4 @@ def mousepad(session):
 
 def featherpad(session):
     require("featherpad")
-    return Application(session, ["featherpad", "--standalone"], "FeatherPad")
+    return Application(session, ["featherpad", "--standalone"])

@@ -2,6 +2,7 @@
 """What all desktop tests begin with."""
 import os
 import pathlib
+import shutil
 import sys
 import unittest
 
@@ -55,11 +56,12 @@ class DesktopTest(unittest.TestCase):
 
     @classmethod
     def _keep_evidence(cls, name):
-        """Leaves a picture of the screen for the person who looks into the failure."""
-        directory = pathlib.Path(os.environ.get("TARNWICK_TEST_OUTPUT", "."))
-        directory.mkdir(parents=True, exist_ok=True)
-        cls.session.screenshot(directory / f"{name}.png")
-        print(f"the screen at the failure: {directory / name}.png", file=sys.stderr)
+        """Leaves for the person who looks into the failure: a picture of the screen, and what the programs wrote."""
+        directory = pathlib.Path(os.environ.get("TARNWICK_TEST_OUTPUT", "desktop-failures")) / name
+        shutil.rmtree(directory, ignore_errors=True)
+        shutil.copytree(cls.session.directory / "out", directory)
+        cls.session.screenshot(directory / "screen.png")
+        print(f"what was left: {directory}", file=sys.stderr)
 
 
 def main():

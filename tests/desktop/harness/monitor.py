@@ -2,6 +2,9 @@
 """Writes down every call that goes over a bus."""
 import re
 
+from gi.repository import Gio, GLib
+
+from .accessible import connect
 from .waiting import wait_for
 
 _CALL = re.compile(r"^method call .*sender=(?P<sender>\S+) -> destination=(?P<destination>\S+) .*"
@@ -33,7 +36,8 @@ class BusMonitor:
 
     def __init__(self, session, address):
         self._program = session.run("dbus-monitor", "--address", address, "type=method_call")
-        wait_for(lambda: "NameLost" in self._program.output or "NameAcquired" in self._program.output, "a bus monitor")
+        self._connection = connect(address)
+        wait_for(self._sees_calls, "a bus monitor")
 
     def calls(self):
         """All calls so far."""
@@ -47,5 +51,14 @@ class BusMonitor:
                 found[-1].texts.append(text[1])
         return [call for call in found if call]
 
-    def stop(self):
-        self._program.stop()
+    def ask_bus(self, method, arguments=None):
+        """What the bus itself answers; nothing when it refuses."""
+        try:
+            return self._connection.call_sync("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+                                              method, arguments, None, Gio.DBusCallFlags.NONE, 3000, None).unpack()[0]
+        except GLib.Error:
+            return None
+
+    def _sees_calls(self):
+        self.ask_bus("GetId")
+        return bool(self.calls())

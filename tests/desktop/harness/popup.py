@@ -2,7 +2,7 @@
 """The menus that the program under test has on the screen."""
 from gi.repository import Gio, GLib
 
-from .accessible import POPUP_MENU, Accessible
+from .accessible import FOCUSED, POPUP_MENU, Accessible
 from .waiting import dispatch_events, wait_for
 
 _EVENTS = "org.a11y.atspi.Event.Object"
@@ -48,9 +48,12 @@ class PopUpReader:
             self._tell_registry("RegisterEvent", event)
 
     def close(self):
+        if self._subscription is None:
+            return
         for event in self._wanted():
             self._tell_registry("DeregisterEvent", event)
         self._bus.connection.signal_unsubscribe(self._subscription)
+        self._subscription = None
 
     def menus(self):
         """The open menus, the pop-up itself first."""
@@ -74,8 +77,11 @@ class PopUpReader:
                         f"the entry {title!r}", limit=3.0)
 
     def focused_title(self):
-        """The title of the entry that was highlighted last."""
+        """The title of the highlighted entry of the last open menu, nothing when none is."""
         dispatch_events()
+        if not self.focused or FOCUSED not in self.focused.states:
+            children = self._open[-1].children if self._open else []
+            self.focused = next((node for node in children if FOCUSED in node.states), None)
         return self.focused.name if self.focused else None
 
     @staticmethod
@@ -99,6 +105,7 @@ class PopUpReader:
         node = Accessible(self._bus, sender, path)
         if detail == "focused" and on:
             self.focused = node
-        elif detail == "showing" and node.role == POPUP_MENU:
+        elif detail == "showing" and (node in self._open or node.role == POPUP_MENU):
             self._open = [menu for menu in self._open if menu != node] + ([node] if on else [])
+            self.focused = None
 

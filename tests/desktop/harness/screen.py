@@ -45,6 +45,15 @@ class Window:
         corner = self.handle.translate_coords(self._screen.root, 0, 0)
         return -corner.x, -corner.y, geometry.width, geometry.height
 
+    def is_inside_another(self):
+        """Whether it is shown in a window of another program, like an icon in a tray."""
+        try:
+            parent = self.handle.query_tree().parent
+        except error.XError:
+            return False
+        owner = Window(self._screen, parent).pid if parent and parent.id != self._screen.root.id else None
+        return owner is not None and owner != self.pid
+
     @property
     def center(self):
         x, y, width, height = self.frame
@@ -98,6 +107,16 @@ class Screen:
                 found.append(Window(self, handle))
         return found
 
+    def all_windows(self, below=None):
+        """Every window of the display, those inside others too."""
+        try:
+            children = (below or self.root).query_tree().children
+        except error.XError:
+            return
+        for handle in children:
+            yield Window(self, handle)
+            yield from self.all_windows(handle)
+
     def active_window(self):
         value = self.property_of(self.root, "_NET_ACTIVE_WINDOW")
         return Window(self, self.display.create_resource_object("window", value[0])) if value and value[0] else None
@@ -143,10 +162,17 @@ class Screen:
         if isinstance(key, int):
             return key
         symbol = XK.string_to_keysym(key)
-        code = self.display.keysym_to_keycode(symbol)
-        if not code:
-            raise ValueError(f"no key {key!r} on this layout")
-        return code
+        first = self.display.display.info.min_keycode
+        count = self.display.display.info.max_keycode - first + 1
+        for code, symbols in enumerate(self.display.get_keyboard_mapping(first, count), first):
+            if symbols[0] == symbol:
+                return code
+        raise ValueError(f"no key {key!r} on this layout")
+
+    def keysym_of(self, code):
+        """The name of what a key types alone on the current layout."""
+        symbols = self.display.get_keyboard_mapping(code, 1)[0]
+        return XK.keysym_to_string(symbols[0])
 
     def press(self, key):
         code = self.key_code(key)

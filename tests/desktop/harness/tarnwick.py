@@ -1,20 +1,20 @@
 # SPDX-License-Identifier: MIT
 """The program under test."""
 import os
+import time
 
 from .popup import PopUps, PopUpReader
 from .waiting import TimedOut, wait_for
 
 TRIGGER = 52  # the key to the left of X on a us keyboard, by its place and not by its letter
 OPTION = "Alt_L"
+PRESS = 0.05  # seconds that a person holds a key down; no program need be faster than that
 
 
-def write_settings(session, **settings):
-    """What a former run has left behind: `settings` over the answer to the question of the first run."""
-    directory = session.directory / "home/.config/Quorlane"
-    directory.mkdir(parents=True, exist_ok=True)
-    lines = [f"{key}={_ini(value)}" for key, value in {"FirstRun": True, **settings}.items()]
-    (directory / "Tarnwick.conf").write_text("[General]\n" + "\n".join(lines) + "\n")
+def settings_text(settings):
+    """The settings file of a run that has already asked what is asked once."""
+    values = {"FirstRun": True, **settings}
+    return "[General]\n" + "".join(f"{key}={_ini(value)}\n" for key, value in values.items())
 
 
 def _ini(value):
@@ -22,12 +22,17 @@ def _ini(value):
 
 
 class Tarnwick:
-    """Tarnwick in a session, started as a session starts it: a command without arguments."""
+    """Tarnwick in a session. Its own menus can be read in any session; other programs are not helped like that.
 
-    def __init__(self, session, **settings):
-        write_settings(session, **settings)
+    It finds `settings` in its file, or `content` as the file.
+    """
+
+    def __init__(self, session, content=None, **settings):
         self._session = session
-        self.program = session.run(os.environ["TARNWICK_BINARY"])
+        self.settings_file = session.directory / "home/.config/Quorlane/Tarnwick.conf"
+        self.settings_file.parent.mkdir(parents=True, exist_ok=True)
+        self.settings_file.write_bytes(content or settings_text(settings).encode())
+        self.program = session.run(os.environ["TARNWICK_BINARY"], QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
         self.popups = PopUps(session.screen, self.pid)
 
     @property
@@ -37,9 +42,8 @@ class Tarnwick:
     def wait_until_ready(self):
         """Waits until the hot key opens the menu, and closes it again."""
         def answers():
-            self.trigger()
             try:
-                self.popups.wait_for(1, limit=0.3)
+                self.open(limit=0.3)
             except TimedOut:
                 return False
             return True
@@ -47,13 +51,22 @@ class Tarnwick:
         self.close_menu()
 
     def trigger(self):
-        """Presses and releases Option-Z."""
-        self._session.screen.tap(TRIGGER, OPTION)
+        """Presses Option-Z and lets go of it after a moment."""
+        self._hold_trigger_until(lambda: False, PRESS)
 
     def open(self, limit=5.0):
-        """Opens the menu with the hot key and returns its window."""
-        self.trigger()
+        """Opens the menu with the hot key, which is down until the menu is there, and returns its window."""
+        self._hold_trigger_until(lambda: self.popups.count() == 1, limit)
         return self.popups.wait_for(1, limit)[0]
+
+    def _hold_trigger_until(self, condition, limit):
+        self._session.screen.press(OPTION)
+        self._session.screen.press(TRIGGER)
+        end = time.monotonic() + limit
+        while not condition() and time.monotonic() < end:
+            time.sleep(0.002)
+        self._session.screen.release(TRIGGER)
+        self._session.screen.release(OPTION)
 
     def close_menu(self):
         """Presses Escape until no menu is open."""
@@ -63,6 +76,12 @@ class Tarnwick:
             self._session.screen.tap("Escape")
             return False
         wait_for(closed, "the menu closed", step=0.02)
+        self.wait_until_closed()
+
+    def wait_until_closed(self, limit=5.0):
+        """Waits until no menu is open and the next key goes to the application: a moment later, as the server sees it."""
+        self.popups.wait_for(0, limit)
+        wait_for(lambda: self._session.screen.grabs_left() == [], "keyboard and pointer free", limit, step=0.002)
 
     def reader(self, bus):
         return PopUpReader(bus, self.pid)

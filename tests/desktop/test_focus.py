@@ -1,0 +1,192 @@
+# SPDX-License-Identifier: MIT
+"""The application in front keeps its focus, as far as it can tell, while the menu is open."""
+from harness.case import main
+from harness.over import OverFeatherpad, OverGtk3, OverMousepad, OverQt5, OverQt6
+from harness.tarnwick import OPTION, TRIGGER
+from harness.waiting import wait_for
+
+
+class EditingThroughTheMenuOf:
+    """Cut, Copy and Paste are enabled by what is selected and by what is in the clipboard, while the text has the focus."""
+
+    def setUp(self):
+        super().setUp()
+        self.screen.tap("a", "Control_L")
+        self.screen.tap("Delete")
+        wait_for(lambda: self.application.text(self.bus).strip("\n") == "", "an empty text")
+
+    def text(self):
+        return self.application.text(self.bus).strip("\n")
+
+    def select_a_letter(self, letter):
+        """One only: a GTK program that has once been watched may mix up letters that come too fast."""
+        self.screen.type(letter)
+        wait_for(lambda: self.text() == letter, f"{letter!r} in the text")
+        self.screen.tap("a", "Control_L")
+
+    def assert_enabled_in_the_menu(self, title):
+        wait_for(lambda: next(item.enabled for item in self.bar_entry("Edit").node.items() if item.title == title),
+                 f"{title} enabled in the application")
+        self.read_back()
+        self.open_menu()
+        self.go.enter("Edit")
+        self.assertTrue(self.reader.item(title).enabled, f"{title} is greyed")
+        self.close_menu()
+
+    def with_keyboard(self, title):
+        self.open_menu()
+        self.go.choose("Edit", title)
+        self.reader.close()
+
+    def with_pointer(self, title):
+        self.open_menu()
+        self.go.choose_by_pointer("Edit", title)
+        self.reader.close()
+
+    def test_paste(self):
+        for way in (self.with_keyboard, self.with_pointer):
+            with self.subTest(way.__name__):
+                self.screen.tap("a", "Control_L")
+                self.screen.tap("Delete")
+                self.session.set_clipboard("from elsewhere")
+                self.assert_enabled_in_the_menu("Paste")
+                way("Paste")
+                wait_for(lambda: self.text() == "from elsewhere", f"the text pasted once, not {self.text()!r}", 5.0)
+
+    def test_copy(self):
+        for way in (self.with_keyboard, self.with_pointer):
+            with self.subTest(way.__name__):
+                self.session.set_clipboard("old")
+                self.select_a_letter("s")
+                self.assert_enabled_in_the_menu("Copy")
+                way("Copy")
+                wait_for(lambda: self.session.clipboard() == "s", "the letter in the clipboard", 5.0)
+                self.assertEqual(self.text(), "s")
+
+    def test_cut(self):
+        for way in (self.with_keyboard, self.with_pointer):
+            with self.subTest(way.__name__):
+                self.session.set_clipboard("old")
+                self.select_a_letter("o")
+                self.assert_enabled_in_the_menu("Cut")
+                way("Cut")
+                wait_for(lambda: self.text() == "", "the letter gone", 5.0)
+                self.assertEqual(self.session.clipboard(), "o")
+
+    def test_nothing_to_cut_or_copy_without_a_selection(self):
+        self.screen.type("x")
+        self.screen.tap("Right")
+        wait_for(lambda: not any(item.enabled for item in self.bar_entry("Edit").node.items()
+                                 if item.title in ("Cut", "Copy")), "nothing to cut or copy in the application")
+        self.read_back()
+        self.read_back()
+        self.open_menu()
+        self.go.enter("Edit")
+        self.assertFalse(self.reader.item("Cut").enabled)
+        self.assertFalse(self.reader.item("Copy").enabled)
+
+
+class EditingThroughTheMenuOfGtk3(EditingThroughTheMenuOf, OverGtk3):
+    pass
+
+
+class EditingThroughTheMenuOfQt5(EditingThroughTheMenuOf, OverQt5):
+    pass
+
+
+class EditingThroughTheMenuOfQt6(EditingThroughTheMenuOf, OverQt6):
+    pass
+
+
+class EditingThroughTheMenuOfMousepad(EditingThroughTheMenuOf, OverMousepad):
+    pass
+
+
+class EditingThroughTheMenuOfFeatherpad(EditingThroughTheMenuOf, OverFeatherpad):
+    pass
+
+
+class TheFocusOf:
+    """Nobody reads the menus here: the programs behave as for a person at the screen."""
+
+    def test_stays_while_the_menu_is_open(self):
+        self.screen.type("a")
+        self.application.wait_for_line("typed", "a")
+        self.tarnwick.open()
+        self.screen.tap("Down")
+        self.screen.tap("Right")
+        self.tarnwick.popups.wait_for(2)
+        self.assertEqual(self.focus_lines()[-1:], self.focus_lines()[-1:] and ["in"])
+        self.assertEqual(self.screen.focused_window_id(), self.focus_window)
+        self.tarnwick.close_menu()
+        self.assertEqual(self.screen.focused_window_id(), self.focus_window)
+
+    def test_survives_option_released_first(self):
+        self.screen.press(OPTION)
+        self.screen.press(TRIGGER)
+        self.tarnwick.popups.wait_for(1)
+        self.screen.release(OPTION)
+        self.screen.release(TRIGGER)
+        self.screen.tap("Escape")
+        self.tarnwick.wait_until_closed()
+        self.screen.type("q")
+        self.application.wait_for_line("typed", "q")
+        self.assertEqual(self.application.lines("bar"), [], "the menu bar took the keyboard")
+
+    def test_survives_the_key_released_first(self):
+        self.screen.press(OPTION)
+        self.screen.press(TRIGGER)
+        self.screen.release(TRIGGER)
+        self.tarnwick.popups.wait_for(1)
+        self.screen.release(OPTION)
+        self.screen.tap("Escape")
+        self.tarnwick.wait_until_closed()
+        self.screen.type("w")
+        self.application.wait_for_line("typed", "w")
+        self.assertEqual(self.application.lines("bar"), [], "the menu bar took the keyboard")
+
+    def test_keys_in_the_menu_do_not_reach_the_text(self):
+        self.tarnwick.open()
+        for key in ("Down", "Down", "f", "x", "1"):
+            self.screen.tap(key)
+        self.tarnwick.close_menu()
+        self.screen.type("z")
+        self.application.wait_for_line("typed", "z")
+        self.assertEqual(self.application.typed(), ["z"])
+
+    def setUp(self):
+        super().setUp()
+        self.focus_window = self.screen.focused_window_id()
+
+    def focus_lines(self):
+        return self.application.lines("focus")
+
+
+class TheFocusOfGtk3(TheFocusOf, OverGtk3):
+    pass
+
+
+class TheFocusOfQt5(TheFocusOf, OverQt5):
+    pass
+
+
+class TheFocusOfQt6(TheFocusOf, OverQt6):
+    pass
+
+
+class TheFocusOfFeatherpad(OverFeatherpad):
+    def test_survives_option_released_first(self):
+        before = self.application.text(self.bus)
+        self.screen.press(OPTION)
+        self.screen.press(TRIGGER)
+        self.tarnwick.popups.wait_for(1)
+        self.screen.release(OPTION)
+        self.screen.release(TRIGGER)
+        self.screen.tap("Escape")
+        self.tarnwick.wait_until_closed()
+        self.screen.type("q")
+        wait_for(lambda: self.application.text(self.bus) == before + "q", "the letter in the text")
+
+
+if __name__ == "__main__":
+    main()
