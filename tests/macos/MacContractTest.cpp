@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+// What every adapter promises, of those for macOS.
+#include "platform/macos/AXAccessibility.h"
+#include "platform/macos/CFDefaultsStore.h"
+#include "platform/macos/SharedFileListLoginItems.h"
+#include "tests/contract/AccessibilityContract.h"
+#include "tests/contract/DefaultsStoreContract.h"
+#include "tests/contract/LoginItemsContract.h"
+#include "tests/fakes/FakeClock.h"
+#include "tests/macos/AxTree.h"
+#include "tests/macos/MacTest.h"
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick {
+
+using MacContract = MacTest;
+
+TEST_F(MacContract, accessibility_keepsTheContract)
+{
+    FakeClock clock;
+    Clock::setShared(&clock);
+    FakeAccessibility fake;
+    const auto editor = fake.addApplication(1234, u"Editor"_s);
+    fake.setMenuBar(editor, MenuFile::read(u"editor"_s));
+    fake.setFocusedApplication(editor);
+    AxTree tree(fake);
+    tree.show(mac, {editor});
+    mac.accessGranted = true;
+    mac.processTrusted = true;
+    {
+        AXAccessibility accessibility;
+        AccessibilityContract contract({.accessibility = accessibility,
+                                        .processIdentifier = 1234,
+                                        .title = u"Editor"_s,
+                                        .pressed = [&tree](qsizetype) { return tree.pressedTitles(); }});
+        contract.run();
+    }
+    Clock::setShared(nullptr);
+}
+
+TEST_F(MacContract, defaultsStore_keepsTheContract)
+{
+    defaultsStoreContract([] { return std::make_unique<CFDefaultsStore>(); });
+}
+
+TEST_F(MacContract, loginItems_keepTheContract)
+{
+    mac.loginItems = {u"/Applications/Other.app"_s};
+    SharedFileListLoginItems items;
+    loginItemsContract(items, QUrl::fromLocalFile(u"/Applications/Tarnwick.app"_s),
+                       QUrl::fromLocalFile(u"/Applications/Other.app"_s));
+}
+
+} // namespace tarnwick
