@@ -68,6 +68,7 @@ void AboutPanel::_addLink(QBoxLayout& layout, const QString& title, const QStrin
 
 void AboutPanel::orderFrontRegardless()
 {
+    setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
     raise();
 }

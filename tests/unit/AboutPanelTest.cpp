@@ -80,6 +80,15 @@ TEST_F(AboutPanelTest, comesToTheFront_withoutTakingTheKeyboardFromTheActiveAppl
     EXPECT_TRUE(application.activations.isEmpty());
 }
 
+TEST_F(AboutPanelTest, comesBack_whenItWasMinimized)
+{
+    panel.orderFrontRegardless();
+    panel.showMinimized();
+    panel.orderFrontRegardless();
+    EXPECT_FALSE(panel.isMinimized());
+    EXPECT_TRUE(panel.isVisible());
+}
+
 TEST_F(AboutPanelTest, escapeAndTheButton_closeIt_andItCanBeShownAgain)
 {
     panel.orderFrontRegardless();
