@@ -151,7 +151,7 @@ bool SdBus::_step(Deadline deadline)
 void SdBus::exchange(qsizetype count, const std::function<SdBusMessage(qsizetype)>& make,
                      const std::function<void(qsizetype, sd_bus_message*)>& answered, Deadline deadline)
 {
-    if (!_bus || count <= 0)
+    if (!isOpen() || count <= 0)
         return;
     {
         Exchange exchange(_bus, count, answered);

@@ -27,7 +27,7 @@ public:
     [[nodiscard]] static std::unique_ptr<SdBus> open(const QByteArray& address, Deadline deadline);
     ~SdBus() override;
 
-    [[nodiscard]] bool isOpen() const { return _bus != nullptr; }
+    [[nodiscard]] bool isOpen() const { return _bus && sd_bus_is_open(_bus) > 0; }
 
     /// A call without arguments, to be filled in; null when a name or path is not valid.
     [[nodiscard]] SdBusMessage methodCall(const QByteArray& service, const QByteArray& path,

@@ -1,0 +1,423 @@
+// SPDX-License-Identifier: MIT
+// The reader against an application that does what a test has written down, on a bus of its own.
+#include "platform/linux/AtspiApplications.h"
+#include "platform/linux/AtspiConstants.h"
+#include "platform/linux/AtspiMenuSource.h"
+#include "platform/linux/MenuBarSearch.h"
+#include "tests/contract/BusDaemon.h"
+#include "tests/contract/ScriptedApplication.h"
+
+#include <QElapsedTimer>
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+using namespace tarnwick;
+using namespace tarnwick::atspi;
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+using Object = ScriptedApplication::Object;
+using Objects = QMap<QByteArray, Object>;
+
+constexpr quint64 bit(State state)
+{
+    return quint64{1} << state;
+}
+
+constexpr quint64 Usable = bit(StateSensitive) | bit(StateEnabled) | bit(StateVisible);
+
+/// A menu at "/menu" with this many items "Item N" at "/N".
+Objects menuOf(int items)
+{
+    Objects objects;
+    for (int i = 0; i < items; ++i) {
+        const QByteArray number = QByteArray::number(i);
+        objects["/" + number] = {"Item " + number, RoleMenuItem, Usable, {}, {}};
+        objects["/menu"].children.append("/" + number);
+    }
+    objects["/menu"].role = RoleMenu;
+    return objects;
+}
+
+class AtspiBusTest : public ::testing::Test
+{
+protected:
+    void publish(const QByteArray& toolkit, const Objects& objects)
+    {
+        application = std::make_unique<ScriptedApplication>(daemon.address(), toolkit, objects);
+        ASSERT_TRUE(bus.connection(Deadline::in(2s)));
+    }
+    [[nodiscard]] BusReference at(const QByteArray& path) const
+    {
+        BusReference reference = bus.root(application->service());
+        reference.path = path;
+        return reference;
+    }
+    QList<MenuRow> menu() { return source.readMenu(at("/menu")).value_or(QList<MenuRow>()); }
+    QStringList titles()
+    {
+        QStringList found;
+        for (const MenuRow& row : menu())
+            found.append(row.title);
+        return found;
+    }
+    [[nodiscard]] int presses() const { return application->count(u"DoAction"_s); }
+
+    BusDaemon daemon;
+    std::unique_ptr<ScriptedApplication> application;
+    AtspiBus bus;
+    ReadingBudget budget;
+    AtspiMenuSource source{bus, budget};
+};
+
+} // namespace
+
+TEST_F(AtspiBusTest, aGtkMenu_costsFourMessagesAnItemAndOne)
+{
+    publish("gtk", menuOf(30));
+    EXPECT_EQ(menu().size(), 30);
+    EXPECT_EQ(application->count(u"Get ToolkitName"_s), 1) << "once an application";
+    application->forgetCalls();
+    EXPECT_EQ(menu().size(), 30);
+    EXPECT_EQ(application->calls().size(), 1 + 4 * 30);
+    EXPECT_EQ(application->count(u"GetChildAtIndex"_s), 0) << "the role tells what holds a menu";
+}
+
+TEST_F(AtspiBusTest, aQtMenu_costsFiveMessagesAnItemAndOne)
+{
+    publish("Qt", menuOf(30));
+    EXPECT_EQ(menu().size(), 30);
+    application->forgetCalls();
+    EXPECT_EQ(menu().size(), 30);
+    EXPECT_EQ(application->calls().size(), 1 + 5 * 30);
+}
+
+TEST_F(AtspiBusTest, aBarOfMenus_tellsThatRolesTell)
+{
+    Objects objects = menuOf(3);
+    objects["/bar"] = {"", RoleMenuBar, Usable, {}, {"/menu"}};
+    objects["/menu"].name = "File";
+    objects["/menu"].states = Usable;
+    publish("VCL", objects);
+    const auto entries = source.readBar(at("/bar"));
+    ASSERT_TRUE(entries && entries->size() == 1);
+    EXPECT_EQ(entries->first().kind, MenuRow::Kind::Holder);
+    application->forgetCalls();
+    EXPECT_EQ(menu().size(), 3);
+    EXPECT_EQ(application->calls().size(), 1 + 4 * 3);
+}
+
+TEST_F(AtspiBusTest, aChildThatIsNoMenu_isNoSubmenu)
+{
+    Objects objects = menuOf(2);
+    objects["/0"].children = {"/label"};
+    objects["/label"] = {"Item 0", 29, Usable, {}, {}};
+    objects["/1"].children = {"/popup"};
+    objects["/popup"] = {"", RolePopupMenu, Usable, {}, {}};
+    publish("another", objects);
+    const auto rows = menu();
+    ASSERT_EQ(rows.size(), 2);
+    EXPECT_EQ(rows[0].kind, MenuRow::Kind::Item);
+    EXPECT_EQ(rows[1].kind, MenuRow::Kind::Holder);
+    EXPECT_EQ(rows[1].contents.path, "/popup");
+}
+
+TEST_F(AtspiBusTest, aMenuInBetween_isPassedThrough)
+{
+    Objects objects = menuOf(2);
+    objects["/outer"] = {"File", RoleMenu, Usable, {}, {"/menu"}};
+    objects["/menu"].role = RolePopupMenu;
+    publish("gtk", objects);
+    const auto rows = source.readMenu(at("/outer"));
+    ASSERT_TRUE(rows);
+    EXPECT_EQ(rows->size(), 2);
+}
+
+TEST_F(AtspiBusTest, nothingIsAsked_thatHarmsTheApplication)
+{
+    for (const char* toolkit : {"gtk", "Qt", "another"}) {
+        publish(toolkit, menuOf(3));
+        EXPECT_EQ(menu().size(), 3);
+        EXPECT_FALSE(findMenuBar(bus, at("/menu"), Deadline::in(1s)));
+        for (const QString& call : application->calls()) {
+            const QString member = call.section(u' ', 0, 0);
+            const QStringList harmless{u"Get"_s,           u"GetChildren"_s,     u"GetRole"_s, u"GetState"_s,
+                                       u"GetKeyBinding"_s, u"GetChildAtIndex"_s, u"Ping"_s};
+            EXPECT_TRUE(harmless.contains(member)) << call.toStdString();
+        }
+    }
+}
+
+TEST_F(AtspiBusTest, answersThatMakeNoSense_areMissing)
+{
+    publish("gtk", menuOf(4));
+    application->setInterceptor([](sd_bus_message* call) {
+        const QByteArrayView path = sd_bus_message_get_path(call);
+        const QByteArrayView member = sd_bus_message_get_member(call);
+        if (path == "/1" && member == "GetRole")
+            return sd_bus_reply_method_return(call, "s", "menu item") >= 0;
+        if (path == "/2" && member == "Get")
+            return sd_bus_reply_method_return(call, "v", "as", 1, "Item 2") >= 0;
+        if (path == "/3" && member == "GetState")
+            return sd_bus_reply_method_errorf(call, SD_BUS_ERROR_FAILED, "no") >= 0;
+        return false;
+    });
+    const auto rows = menu();
+    ASSERT_EQ(rows.size(), 2);
+    EXPECT_EQ(rows[0].title, u"Item 0"_s);
+    EXPECT_EQ(rows[1].title, u"Item 3"_s);
+    EXPECT_FALSE(rows[1].enabled);
+}
+
+TEST_F(AtspiBusTest, aNameOfManyBytes_isCut)
+{
+    Objects objects = menuOf(1);
+    objects["/0"].name = QByteArray(1'000'000, 'x');
+    publish("gtk", objects);
+    EXPECT_EQ(titles().value(0).size(), 64 * 1024);
+}
+
+TEST_F(AtspiBusTest, thousandsOfCalls_goOutInPortions)
+{
+    publish("gtk", menuOf(1));
+    QList<AtspiFacts> facts(6000);
+    QList<AtspiInquiry> inquiries;
+    for (AtspiFacts& one : facts) {
+        one.reference = at("/0");
+        inquiries.append({&one, AtspiQuestion::Name});
+    }
+    bus.ask(inquiries, Deadline::in(20s));
+    EXPECT_EQ(application->count(u"Get Name"_s), 6000);
+    for (const AtspiFacts& one : facts)
+        EXPECT_EQ(one.name, u"Item 0"_s);
+
+    application->forgetCalls();
+    application->setInterceptor([](sd_bus_message*) { return true; }); // no answer
+    bus.ask(inquiries, Deadline::in(500ms));
+    EXPECT_EQ(application->count(u"Get Name"_s), 2000) << "no more than this may be outstanding";
+}
+
+TEST_F(AtspiBusTest, whatHasNotComeByTheDeadline_isMissing)
+{
+    publish("gtk", menuOf(3));
+    application->setInterceptor([](sd_bus_message* call) {
+        return QByteArrayView(sd_bus_message_get_path(call)) == "/1"; // never answered
+    });
+    QElapsedTimer time;
+    time.start();
+    EXPECT_EQ(titles(), (QStringList{u"Item 0"_s, u"Item 2"_s}));
+    EXPECT_GE(time.elapsed(), 450);
+    EXPECT_LE(time.elapsed(), 900);
+
+    time.start();
+    EXPECT_TRUE(titles().isEmpty()) << "the event's time is used up";
+    EXPECT_LE(time.elapsed(), 200);
+
+    application->setInterceptor({});
+    QTest::qWait(1);
+    EXPECT_EQ(titles().size(), 3) << "the next event has its own";
+}
+
+TEST_F(AtspiBusTest, theBusCanGoAndComeBack)
+{
+    publish("gtk", menuOf(3));
+    const BusReference old = at("/menu");
+    EXPECT_EQ(menu().size(), 3);
+    daemon.stop();
+    EXPECT_FALSE(source.readMenu(old));
+    QElapsedTimer time;
+    time.start();
+    for (int i = 0; i < 20; ++i)
+        EXPECT_FALSE(source.readMenu(old));
+    EXPECT_LE(time.elapsed(), 400) << "it does not try again and again";
+
+    daemon.start();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return bus.connection(Deadline::in(1s)) != nullptr; }, 5000));
+    publish("gtk", menuOf(2));
+    EXPECT_EQ(menu().size(), 2);
+    EXPECT_FALSE(source.readMenu(old)) << "names of the old connection mean nothing";
+    MenuRow row;
+    row.item = old;
+    EXPECT_FALSE(source.press(row)) << "least of all for a press";
+}
+
+TEST_F(AtspiBusTest, withoutABus_nothingIsReadAndNothingWaits)
+{
+    daemon.stop();
+    QElapsedTimer time;
+    time.start();
+    AtspiApplications applications(bus);
+    EXPECT_FALSE(applications.roots(Deadline::in(2s)));
+    EXPECT_FALSE(source.readMenu({":1.1", "/menu", 0}));
+    EXPECT_LE(time.elapsed(), 500);
+}
+
+TEST_F(AtspiBusTest, aBusThatDoesNotWelcomeUs_isGivenUp)
+{
+    daemon.stop();
+    QTemporaryDir directory;
+    const QByteArray path = directory.filePath(u"deaf"_s).toLocal8Bit();
+    const int listening = socket(AF_UNIX, SOCK_STREAM, 0);
+    sockaddr_un name{};
+    name.sun_family = AF_UNIX;
+    std::copy(path.cbegin(), path.cend(), name.sun_path);
+    ASSERT_EQ(bind(listening, reinterpret_cast<const sockaddr*>(&name), sizeof name), 0);
+    ASSERT_EQ(listen(listening, 5), 0);
+    qputenv("AT_SPI_BUS_ADDRESS", "unix:path=" + path);
+    QElapsedTimer time;
+    time.start();
+    EXPECT_EQ(bus.connection(Deadline::in(200ms)), nullptr);
+    EXPECT_GE(time.elapsed(), 190);
+    EXPECT_LE(time.elapsed(), 600);
+    close(listening);
+}
+
+TEST_F(AtspiBusTest, theFirstMenuBar_isTheFirstInDocumentOrder)
+{
+    Objects objects;
+    objects["/window"] = {"", RoleFrame, Usable, {}, {"/panel", "/root"}};
+    objects["/panel"] = {"", 39, Usable, {}, {"/inner"}};
+    objects["/inner"] = {"", 39, Usable, {}, {"/scroll"}};
+    objects["/scroll"] = {"", 49, Usable, {}, {"/first"}};
+    objects["/first"] = {"", RoleMenuBar, Usable, {}, {}};
+    objects["/root"] = {"", 39, Usable, {}, {"/second"}};
+    objects["/second"] = {"", RoleMenuBar, Usable, {}, {}};
+    publish("VCL", objects);
+    EXPECT_EQ(findMenuBar(bus, at("/window"), Deadline::in(1s)).path, "/first");
+    application->change("/scroll", [](Object& scroll) { scroll.children.clear(); });
+    EXPECT_EQ(findMenuBar(bus, at("/window"), Deadline::in(1s)).path, "/second");
+}
+
+TEST_F(AtspiBusTest, theSearch_leavesOutWhatMayBeLarge)
+{
+    for (const quint32 role : {RoleTable, RoleTreeTable, RoleTree, RoleList, RoleListBox, RoleTerminal,
+                               RoleDocumentFrame, RoleDocumentSpreadsheet, RoleDocumentPresentation,
+                               RoleDocumentText, RoleDocumentWeb, RoleDocumentEmail, RoleText}) {
+        Objects objects;
+        objects["/window"] = {"", RoleFrame, Usable, {}, {"/large"}};
+        objects["/large"] = {"", role, Usable, {}, {"/bar"}};
+        objects["/bar"] = {"", RoleMenuBar, Usable, {}, {}};
+        publish("gtk", objects);
+        EXPECT_FALSE(findMenuBar(bus, at("/window"), Deadline::in(1s))) << role;
+        EXPECT_EQ(application->count(u"GetChildren /large"_s), 0) << role;
+    }
+}
+
+TEST_F(AtspiBusTest, theSearch_isBoundedInBreadthAndDepth)
+{
+    Objects objects;
+    objects["/window"] = {"", RoleFrame, Usable, {}, {"/managing", "/wide"}};
+    objects["/managing"] = {"", 39, Usable | bit(StateManagesDescendants), {}, {"/bar"}};
+    objects["/bar"] = {"", RoleMenuBar, Usable, {}, {}};
+    objects["/wide"] = {"", 39, Usable, {}, QList<QByteArray>(201, "/bar")};
+    publish("gtk", objects);
+    EXPECT_FALSE(findMenuBar(bus, at("/window"), Deadline::in(1s)));
+    EXPECT_EQ(application->count(u"GetChildren"_s), 1);
+    application->change("/wide", [](Object& wide) { wide.children.removeLast(); });
+    EXPECT_EQ(findMenuBar(bus, at("/window"), Deadline::in(1s)).path, "/bar");
+
+    for (const int depth : {8, 9}) {
+        Objects chain;
+        for (int i = 0; i < depth; ++i)
+            chain["/" + QByteArray::number(i)] = {"", 39, Usable, {}, {"/" + QByteArray::number(i + 1)}};
+        chain["/" + QByteArray::number(depth)] = {"", RoleMenuBar, Usable, {}, {}};
+        publish("gtk", chain);
+        EXPECT_EQ(bool(findMenuBar(bus, at("/0"), Deadline::in(1s))), depth <= 8);
+    }
+}
+
+TEST_F(AtspiBusTest, aTreeThatLoops_ends)
+{
+    Objects objects;
+    objects["/window"] = {"", RoleFrame, Usable, {}, {"/window", "/window"}};
+    publish("gtk", objects);
+    EXPECT_FALSE(findMenuBar(bus, at("/window"), Deadline::in(1s)));
+}
+
+TEST_F(AtspiBusTest, aPress_isSentOnceAndNotWaitedFor)
+{
+    publish("gtk", menuOf(1));
+    application->setInterceptor([](sd_bus_message* call) {
+        return QByteArrayView(sd_bus_message_get_member(call)) == "DoAction"; // as while a dialog is open
+    });
+    const MenuRow row = menu().value(0);
+    QElapsedTimer time;
+    time.start();
+    EXPECT_TRUE(source.press(row));
+    EXPECT_LE(time.elapsed(), 200);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return presses() > 0; }, 2000));
+    QTest::qWait(400);
+    EXPECT_EQ(presses(), 1);
+}
+
+TEST_F(AtspiBusTest, aPress_asksForNoReply)
+{
+    publish("gtk", menuOf(1));
+    std::atomic<int> expecting = -1;
+    application->setInterceptor([&](sd_bus_message* call) {
+        if (QByteArrayView(sd_bus_message_get_member(call)) == "DoAction")
+            expecting = sd_bus_message_get_expect_reply(call);
+        return false;
+    });
+    EXPECT_TRUE(source.press(menu().value(0)));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return expecting >= 0; }, 2000));
+    EXPECT_EQ(expecting, 0);
+}
+
+TEST_F(AtspiBusTest, anItemThatIsDisabledForAMoment_isWaitedForThenPressedOnce)
+{
+    publish("gtk", menuOf(1));
+    const MenuRow row = menu().value(0);
+    application->change("/0", [](Object& item) { item.states = bit(StateVisible); });
+    EXPECT_TRUE(source.press(row));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return application->count(u"GetState"_s) >= 4; }, 2000));
+    EXPECT_EQ(presses(), 0);
+    application->change("/0", [](Object& item) { item.states = Usable; });
+    ASSERT_TRUE(QTest::qWaitFor([&] { return presses() > 0; }, 2000));
+    QTest::qWait(400);
+    EXPECT_EQ(presses(), 1);
+}
+
+TEST_F(AtspiBusTest, anItemThatStaysDisabled_isPressedAfterAQuarterOfASecond)
+{
+    publish("gtk", menuOf(1));
+    const MenuRow row = menu().value(0);
+    application->change("/0", [](Object& item) { item.states = bit(StateVisible); });
+    QElapsedTimer time;
+    time.start();
+    EXPECT_TRUE(source.press(row));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return presses() > 0; }, 2000));
+    EXPECT_GE(time.elapsed(), 240);
+    QTest::qWait(300);
+    EXPECT_EQ(presses(), 1);
+}
+
+TEST_F(AtspiBusTest, anApplicationThatDoesNotAnswer_isStillPressedOnce)
+{
+    publish("gtk", menuOf(1));
+    const MenuRow row = menu().value(0);
+    application->setInterceptor([](sd_bus_message*) { return true; });
+    EXPECT_TRUE(source.press(row));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return presses() > 0; }, 2000));
+    QTest::qWait(600);
+    EXPECT_EQ(presses(), 1);
+}
+
+TEST_F(AtspiBusTest, anItemThatWasDisabledInTheMenu_isNotAskedAgain)
+{
+    Objects objects = menuOf(1);
+    objects["/0"].states = bit(StateVisible);
+    publish("gtk", objects);
+    const MenuRow row = menu().value(0);
+    EXPECT_FALSE(row.enabled);
+    application->forgetCalls();
+    EXPECT_TRUE(source.press(row));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return presses() > 0; }, 2000));
+    EXPECT_EQ(application->calls().size(), 1);
+}
