@@ -292,7 +292,7 @@ std::optional<QString> UIElementUtilities::descriptionOfValueBeingVerbose(const 
 
 QString UIElementUtilities::stringDescriptionOfAXValueBeingVerbose(const AXValue& value, bool verbose)
 {
-    const QString terse = terseDescription(value);
+    QString terse = terseDescription(value);
     if (!verbose)
         return terse;
     switch (value.type()) {

@@ -142,8 +142,11 @@ bool CScanner::_take(char byte)
 
 bool CScanner::_takeWord(QByteArrayView word)
 {
-    return std::all_of(word.begin(), word.end(),
-                       [this](char byte) { return _take(byte) || _take(byte & ~0x20); });
+    if (_rest.size() < word.size() ||
+        !std::equal(word.begin(), word.end(), _rest.begin(), [](char a, char b) { return a == lower(b); }))
+        return false;
+    _rest = _rest.sliced(word.size());
+    return true;
 }
 
 bool CScanner::_takeSign()

@@ -48,11 +48,6 @@ QVariant read(const QString& attribute, const UIElementRef& element)
     return UIElementUtilities::valueOfAttributeOfUIElement(attribute, element);
 }
 
-std::shared_ptr<MenuItem> firstItemTitled(const Menu& menu, const std::optional<QString>& title)
-{
-    return title ? menu.itemWithTitle(*title) : nullptr;
-}
-
 bool isTrue(const QVariant& value)
 {
     return value.typeId() == QMetaType::Bool && value.toBool();
@@ -64,6 +59,30 @@ QVariantMap descriptor(const QString& type, const QVariant& item = u"Nothing"_s)
 }
 
 } // namespace
+
+/// A menu that is being filled: items are appended to it and none is taken away meanwhile.
+struct AppAccessibility::Filling
+{
+    explicit Filling(Menu& filled) : menu(filled) {}
+
+    Menu& menu;
+    QList<UIElementRef> path; ///< the elements whose children are being added, outermost first
+
+    /// As Menu::itemWithTitle(), but looking at each item once however often it is asked.
+    [[nodiscard]] std::shared_ptr<MenuItem> itemWithTitle(const QString& title)
+    {
+        for (; _known < menu.numberOfItems(); ++_known) {
+            const auto& item = menu.itemArray().at(_known);
+            if (!_firstItems.contains(item->title()))
+                _firstItems.insert(item->title(), item);
+        }
+        return _firstItems.value(title);
+    }
+
+private:
+    QHash<QString, std::shared_ptr<MenuItem>> _firstItems;
+    int _known = 0;
+};
 
 AppAccessibility::AppAccessibility() = default;
 
@@ -170,40 +189,40 @@ void AppAccessibility::updateRootMenu()
 void AppAccessibility::processAXMenuAsNSMenuWithParentMenuAndPrevDesc(
     const UIElementRef& element, Menu& menu, const std::optional<QString>& previousTitle)
 {
-    QList<UIElementRef> path;
-    _addChildren(element, menu, previousTitle, path);
+    Filling filling(menu);
+    _addChildren(filling, element, previousTitle);
 }
 
-void AppAccessibility::_addChildren(const UIElementRef& element, Menu& menu,
-                                    const std::optional<QString>& previousTitle, QList<UIElementRef>& path)
+void AppAccessibility::_addChildren(Filling& filling, const UIElementRef& element,
+                                    const std::optional<QString>& previousTitle)
 {
-    if (path.size() >= deepestItem || path.contains(element))
+    if (filling.path.size() >= deepestItem || filling.path.contains(element))
         return;
     const auto children = menuItemsIn(element);
     if (!children)
         return;
-    path.append(element);
+    filling.path.append(element);
     for (const UIElementRef& child : *children) {
         const QVariantMap found = getMenuItemForElement(child);
         const QString type = found.value(u"Type"_s).toString();
         if (type == menuItemRole) {
             const auto item = found.value(u"MenuItem"_s).value<std::shared_ptr<MenuItem>>();
-            menu.addItem(item);
-            _addChildren(child, menu, item->title(), path);
+            filling.menu.addItem(item);
+            _addChildren(filling, child, item->title());
         } else if (type == menuRole) {
-            _attachSubmenu(menu, previousTitle);
+            _attachSubmenu(filling, previousTitle);
         }
     }
-    path.removeLast();
+    filling.path.removeLast();
 }
 
-void AppAccessibility::_attachSubmenu(Menu& menu, const std::optional<QString>& previousTitle)
+void AppAccessibility::_attachSubmenu(Filling& filling, const std::optional<QString>& previousTitle)
 {
     const auto submenu = Menu::create(u"Sub Menu for: "_s + previousTitle.value_or(u"(null)"_s));
     submenu->setDelegate(this);
     submenu->setAutoenablesItems(false);
     // Looked up by title: of two items with one title the first gets both submenus, the later one stays.
-    if (const auto item = firstItemTitled(menu, previousTitle)) {
+    if (const auto item = previousTitle ? filling.itemWithTitle(*previousTitle) : nullptr) {
         item->setAction({});
         item->setSubmenu(submenu);
     }

@@ -121,10 +121,10 @@ public:
 
 private:
     AppAccessibility();
-    /// `path` holds the elements whose children are being added.
-    void _addChildren(const UIElementRef& element, Menu& menu, const std::optional<QString>& previousTitle,
-                      QList<UIElementRef>& path);
-    void _attachSubmenu(Menu& menu, const std::optional<QString>& previousTitle);
+    struct Filling;
+    void _addChildren(Filling& filling, const UIElementRef& element,
+                      const std::optional<QString>& previousTitle);
+    void _attachSubmenu(Filling& filling, const std::optional<QString>& previousTitle);
     void _setKeyEquivalent(MenuItem& item, const QVariant& character, const QVariant& glyph) const;
     void _finishRootMenu();
     void _fillSubmenu(Menu& menu);

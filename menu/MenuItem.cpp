@@ -13,7 +13,7 @@ MenuItem::~MenuItem() = default;
 std::shared_ptr<MenuItem> MenuItem::create(const QString& title, const QString& action,
                                            const QString& keyEquivalent)
 {
-    const std::shared_ptr<MenuItem> item(new MenuItem);
+    std::shared_ptr<MenuItem> item(new MenuItem);
     item->_title = title;
     item->_action = action;
     item->_keyEquivalent = keyEquivalent;

@@ -511,6 +511,18 @@ TEST_F(AppAccessibilityTest, submenus_ofTwoHoldersWithOneTitle_goToTheFirst)
     EXPECT_EQ(titlesOf(*opened(u"File"_s)), QStringList{u"first"_s});
 }
 
+TEST_F(AppAccessibilityTest, secondMenuOfAnItem_attachesToTheItemsOfTheFirst)
+{
+    show(u"File\n  Same\n    one\n"_s);
+    const auto second =
+        accessibility.addElement(accessibility.menuItem(application, {u"File"_s}), u"AXMenu"_s);
+    accessibility.addMenuEntry(second, MenuFile::parse(u"Same\n  two\n"_s).front());
+    const auto file = opened(u"File"_s);
+    EXPECT_EQ(titlesOf(*file), (QStringList{u"Same"_s, u"Same"_s}));
+    EXPECT_TRUE(file->itemAtIndex(0)->hasSubmenu());
+    EXPECT_FALSE(file->itemAtIndex(1)->hasSubmenu());
+}
+
 TEST_F(AppAccessibilityTest, menuBelowASeparator_goesToTheFirstSeparator)
 {
     show(u"Go\n  A\n"_s);

@@ -22,15 +22,13 @@ public:
     {
         if (!std::setlocale(LC_ALL, "de_DE.UTF-8") && _make())
             std::setlocale(LC_ALL, "de_DE.UTF-8");
-        if (inEffect())
-            std::locale::global(std::locale(""));
+        std::locale::global(std::locale(std::locale::classic(), new Punctuation)); // the locale owns it
         QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
     }
 
     ~CommaLocale()
     {
         std::locale::global(std::locale::classic());
-        qunsetenv("LC_ALL");
         qunsetenv("LOCPATH");
         std::setlocale(LC_ALL, _before.c_str());
         QLocale::setDefault(QLocale::system());
@@ -48,6 +46,13 @@ public:
     }
 
 private:
+    class Punctuation final : public std::numpunct<char>
+    {
+        [[nodiscard]] char do_decimal_point() const override { return ','; }
+        [[nodiscard]] char do_thousands_sep() const override { return '.'; }
+        [[nodiscard]] std::string do_grouping() const override { return "\3"; }
+    };
+
     bool _make()
     {
         const QString name = QStringLiteral("de_DE.UTF-8");
@@ -56,7 +61,6 @@ private:
                               {QStringLiteral("-i"), QStringLiteral("de_DE"), QStringLiteral("-f"),
                                QStringLiteral("UTF-8"), _folder.filePath(name)}) == 0;
         qputenv("LOCPATH", _folder.path().toLocal8Bit());
-        qputenv("LC_ALL", name.toLatin1());
         return made;
     }
 
