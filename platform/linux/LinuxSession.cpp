@@ -38,8 +38,13 @@ void reopen()
         const bool more = delegate->applicationShouldHandleReopenHasVisibleWindows(anyWindowVisible());
 }
 
-/// Qt ends with a crash report where there is no display; a user deserves a sentence.
-int& countForReachableDisplay(QtArguments& arguments)
+// Qt publishes its own windows and menus to screen readers only when this is set, or when accessibility was
+// on before Qt started.
+constexpr char publishAlways[] = "QT_LINUX_ACCESSIBILITY_ALWAYS_ON";
+
+/// The count of arguments, for a Qt that is about to start. Qt ends with a crash report where there is no
+/// display; a user deserves a sentence.
+int& countForStartOfQt(QtArguments& arguments)
 {
     if (arguments.namesX11()) {
         xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
@@ -50,6 +55,7 @@ int& countForReachableDisplay(QtArguments& arguments)
             std::exit(EXIT_FAILURE);
         }
     }
+    qputenv(publishAlways, "1");
     return arguments.argc();
 }
 
@@ -74,8 +80,9 @@ void endWithTheDisplay()
 } // namespace
 
 LinuxSession::LinuxSession(int argc, char** argv)
-    : _arguments(argc, argv), _application(countForReachableDisplay(_arguments), _arguments.argv())
+    : _arguments(argc, argv), _application(countForStartOfQt(_arguments), _arguments.argv())
 {
+    qunsetenv(publishAlways); // not for the programs that are started from here
     QCoreApplication::setOrganizationName(desktop_names::OrganizationName);
     QCoreApplication::setApplicationName(desktop_names::ApplicationName);
     QGuiApplication::setApplicationDisplayName(desktop_names::ApplicationName);

@@ -40,7 +40,7 @@ class Demo:
         print(f"   windows of the editor: {before}")
         session.screen.move(*POINTER)
         popup = self._step(f"move the pointer to {POINTER[0]}, {POINTER[1]} and press Option-Z", tarnwick.open)
-        self._step("read the menu", lambda: wait_for(lambda: len(reader.titles()) > 1, "the entries of the menu"))
+        self._step("read the menu", lambda: reader.wait_for(1))
         print(f"   a menu at {popup.frame[0]}, {popup.frame[1]}: {self._titles(reader, 0)}")
         self._picture("1-menu")
 
