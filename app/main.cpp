@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/Desktop.h"
 #include "app/MainInterface.h"
+#include "prefs/PreferencesWindowController.h"
 
 using namespace tarnwick;
 
@@ -13,7 +14,8 @@ int main(int argc, char** argv)
     AppDelegate::initialize();
     std::unique_ptr<MainInterface> interface;
     return desktop.session->run([&interface] {
-        interface = std::make_unique<MainInterface>([] { return nullptr; });
+        interface =
+            std::make_unique<MainInterface>([] { return std::make_unique<PreferencesWindowController>(); });
         interface->finishLaunching();
     });
 }

@@ -8,6 +8,8 @@
 #include <functional>
 #include <optional>
 
+class QWidget;
+
 namespace tarnwick {
 
 /// The desktop that the applications run on. GUI thread only.
@@ -43,6 +45,15 @@ public:
     [[nodiscard]] virtual QStringList searchPathForDirectoriesInDomains(SearchPathDirectory directory,
                                                                         SearchPathDomainMask domains,
                                                                         bool expandTilde) const = 0;
+
+    enum CollectionBehavior : quint32 { WindowCollectionBehaviorCanJoinAllSpaces = 1 };
+
+    /// Lets `window` show on whichever workspace is in front, from its next showing on; a desktop without
+    /// workspaces has nothing to do.
+    virtual void setCollectionBehavior(QWidget& /*window*/, CollectionBehavior /*behavior*/) {}
+
+    /// Whether every menu bar of this desktop begins with a menu of the system.
+    [[nodiscard]] virtual bool menuBarsHaveSystemMenu() const { return false; }
 };
 
 } // namespace tarnwick

@@ -2,6 +2,7 @@
 #include "platform/linux/LinuxWorkspace.h"
 
 #include "platform/linux/UrlOpener.h"
+#include "platform/linux/X11AllWorkspaces.h"
 #include "platform/qt/MenuTracking.h"
 
 #include <utility>
@@ -34,6 +35,12 @@ bool LinuxWorkspace::installAppFrontSwitchedHandler(std::function<void()> switch
     }
     _switched = std::move(switched);
     return true;
+}
+
+void LinuxWorkspace::setCollectionBehavior(QWidget& window, CollectionBehavior behavior)
+{
+    if (behavior == WindowCollectionBehaviorCanJoinAllSpaces)
+        new X11AllWorkspaces(window); // goes with the window
 }
 
 void LinuxWorkspace::_frontChanged(const FrontWindow& front)

@@ -26,6 +26,7 @@ public:
     [[nodiscard]] QStringList searchPathForDirectoriesInDomains(SearchPathDirectory directory,
                                                                 SearchPathDomainMask domains,
                                                                 bool expandTilde) const override;
+    void setCollectionBehavior(QWidget& window, CollectionBehavior behavior) override;
 
 private:
     void _frontChanged(const FrontWindow& front);

@@ -6,6 +6,8 @@
 #include <QList>
 #include <QMap>
 
+#include <utility>
+
 namespace tarnwick {
 
 /// A desktop that the test plays. Opens nothing.
@@ -16,7 +18,9 @@ public:
     bool tellsSwitches = true;               ///< lever: whether switches can be observed at all
     bool opens = true;                       ///< lever: whether there is a program for what is opened
     QStringList preferencePanes;             ///< lever: the directories of settings panes
-    QList<QUrl> opened;                      ///< look: what was asked to be opened, in order
+    bool systemMenu = false;                 ///< lever: menu bars begin with a menu of the system
+    QList<std::pair<QWidget*, quint32>> collectionBehaviors; ///< look: window and behaviour, in order
+    QList<QUrl> opened;                                      ///< look: what was asked to be opened, in order
 
     /// Lever: the user brings an application to the front; observers hear of it now.
     void switchTo(const QString& name, std::optional<qint64> processIdentifier)
@@ -55,6 +59,13 @@ public:
         return directory == PreferencePanesDirectory && domains == SystemDomainMask ? preferencePanes
                                                                                     : QStringList();
     }
+
+    void setCollectionBehavior(QWidget& window, CollectionBehavior behavior) override
+    {
+        collectionBehaviors.append({&window, behavior});
+    }
+
+    [[nodiscard]] bool menuBarsHaveSystemMenu() const override { return systemMenu; }
 
 private:
     QList<std::function<void()>> _handlers;

@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: MIT
+#include "prefs/GeneralOptionsPane.h"
+
+#include "app/SettingsKeys.h"
+#include "foundation/Application.h"
+#include "prefs/DefaultsBinding.h"
+#include "prefs/PaneLayout.h"
+
+#include <QCheckBox>
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QVBoxLayout>
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int LargestFontSize = 72;
+
+} // namespace
+
+GeneralOptionsPane::GeneralOptionsPane(ActionTarget& target, ActionSender& sender,
+                                       bool menuBarsHaveSystemMenu)
+    : _target(target), _sender(sender)
+{
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(PaneMargin, PaneMargin, PaneMargin, PaneMargin);
+    _addProgramOptions(*column);
+    column->addWidget(makeSeparator());
+    _addMenuOptions(*column, menuBarsHaveSystemMenu);
+    _addFontSize(*column);
+    column->addWidget(makeSeparator());
+    _addButtons(*column);
+}
+
+void GeneralOptionsPane::_addProgramOptions(QVBoxLayout& column)
+{
+    _launchCheckBox = _addCheckBox(column, tr("Start Tarnwick when I &log in"), TWLaunchOnLoginKey);
+    connect(_launchCheckBox, &QCheckBox::clicked, this,
+            [this] { Application::shared().sendActionToFrom(u"startAtLogin:"_s, &_target, &_sender); });
+    _addCheckBox(column, tr("Show Tarnwick's &icon in the status area"), TWShowStatusBarIconKey);
+    auto* hint = makeHint(tr("Without the icon, start Tarnwick again to come back to this window."));
+    hint->setIndent(PaneIndent);
+    column.addWidget(hint);
+}
+
+void GeneralOptionsPane::_addMenuOptions(QVBoxLayout& column, bool menuBarsHaveSystemMenu)
+{
+    if (menuBarsHaveSystemMenu)
+        _addCheckBox(column, tr("Include the s&ystem menu"), TWShowAppleMenuKey);
+    _addCheckBox(column, tr("Include the &application's own menu, the one with its name"),
+                 TWShowApplicationMenuKey);
+    _addCheckBox(column, tr("Show &keyboard shortcuts beside the menu items"), TWShowKeyEquivalentsKey);
+    _addCheckBox(column, tr("Show al&ternative items only while their modifier key is held"),
+                 TWFoldAlternateKey);
+}
+
+void GeneralOptionsPane::_addFontSize(QVBoxLayout& column)
+{
+    auto* size = new QSpinBox;
+    size->setRange(0, LargestFontSize);
+    size->setSpecialValueText(tr("Standard"));
+    size->setSuffix(tr(" points"));
+    bindSpinBox(*size, TWFontSizeSmallKey);
+    auto* label = new QLabel(tr("Text &size of the menu:"));
+    label->setBuddy(size);
+    size->setAccessibleName(tr("Text size of the menu"));
+
+    auto* row = new QHBoxLayout;
+    row->addWidget(label);
+    row->addWidget(size);
+    row->addStretch();
+    column.addLayout(row);
+}
+
+void GeneralOptionsPane::_addButtons(QVBoxLayout& column)
+{
+    auto* row = new QHBoxLayout;
+    row->addWidget(_makeButton(tr("&Reset to Defaults"), u"resetButton:"_s));
+    row->addStretch();
+    row->addWidget(_makeButton(tr("&Quit Tarnwick"), u"quitFennrick:"_s));
+    column.addLayout(row);
+}
+
+QCheckBox* GeneralOptionsPane::_addCheckBox(QVBoxLayout& column, const QString& text, const QString& key)
+{
+    auto* box = new QCheckBox(text);
+    box->setObjectName(key);
+    bindCheckBox(*box, key);
+    column.addWidget(box);
+    return box;
+}
+
+QPushButton* GeneralOptionsPane::_makeButton(const QString& text, const QString& action)
+{
+    auto* button = new QPushButton(text);
+    button->setObjectName(action);
+    button->setAutoDefault(false);
+    connect(button, &QPushButton::clicked, this,
+            [this, action] { Application::shared().sendActionToFrom(action, &_target, &_sender); });
+    return button;
+}
+
+} // namespace tarnwick

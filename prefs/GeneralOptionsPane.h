@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QWidget>
+
+class QCheckBox;
+class QPushButton;
+class QVBoxLayout;
+
+namespace tarnwick {
+
+class ActionTarget;
+class ActionSender;
+
+/// How the program starts and shows itself, and what its menu holds.
+class GeneralOptionsPane final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// Sends "startAtLogin:", "resetButton:" and "quitFennrick:" to `target`, which is not owned. The check
+    /// box for the system's menu is there only where menu bars have one.
+    GeneralOptionsPane(ActionTarget& target, ActionSender& sender, bool menuBarsHaveSystemMenu);
+
+    [[nodiscard]] QCheckBox* launchCheckBox() const { return _launchCheckBox; }
+
+private:
+    void _addProgramOptions(QVBoxLayout& column);
+    void _addMenuOptions(QVBoxLayout& column, bool menuBarsHaveSystemMenu);
+    void _addFontSize(QVBoxLayout& column);
+    void _addButtons(QVBoxLayout& column);
+    QCheckBox* _addCheckBox(QVBoxLayout& column, const QString& text, const QString& key);
+    QPushButton* _makeButton(const QString& text, const QString& action);
+
+    ActionTarget& _target;
+    ActionSender& _sender;
+    QCheckBox* _launchCheckBox = nullptr;
+};
+
+} // namespace tarnwick

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QWidget>
+
+class QFormLayout;
+class QVBoxLayout;
+
+namespace tarnwick {
+
+class ActionTarget;
+class SRRecorderControl;
+class TWMouseButtonIdentifier;
+
+/// What opens the menu: a hot key, an extra mouse button.
+class HotKeyPane final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// The mouse-button control sends "mouseButtonChanged:" to `target`, which is not owned.
+    explicit HotKeyPane(ActionTarget& target);
+
+    [[nodiscard]] SRRecorderControl* shortcutRecorder() const { return _shortcutRecorder; }
+    [[nodiscard]] TWMouseButtonIdentifier* mouseButtonIdentifier() const { return _mouseButtonIdentifier; }
+
+private:
+    void _addHotKey(QVBoxLayout& column);
+    void _addMouseButton(QVBoxLayout& column, ActionTarget& target);
+    void _addField(QVBoxLayout& column, const QString& label, QWidget& field, const QString& hint);
+
+    SRRecorderControl* _shortcutRecorder = nullptr;
+    TWMouseButtonIdentifier* _mouseButtonIdentifier = nullptr;
+};
+
+} // namespace tarnwick

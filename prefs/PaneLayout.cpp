@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+#include "prefs/PaneLayout.h"
+
+#include <QEvent>
+#include <QFrame>
+
+namespace tarnwick {
+
+namespace {
+
+constexpr double HintSize = 0.88; ///< of the usual text
+constexpr double HintInk = 0.72;
+
+/// Keeps its quieter ink when the desktop changes its colours.
+class Hint final : public QLabel
+{
+public:
+    explicit Hint(const QString& text) : QLabel(text)
+    {
+        QFont small = font();
+        small.setPointSizeF(small.pointSizeF() * HintSize);
+        setFont(small);
+        setWordWrap(true);
+        _quieten();
+    }
+
+    void changeEvent(QEvent* event) override
+    {
+        QLabel::changeEvent(event);
+        if (event->type() == QEvent::PaletteChange && !_quietening)
+            _quieten();
+    }
+
+private:
+    void _quieten()
+    {
+        _quietening = true;
+        setPalette({}); // what it inherits
+        QColor ink = palette().color(QPalette::WindowText);
+        ink.setAlphaF(float(HintInk));
+        QPalette quiet = palette();
+        quiet.setColor(QPalette::WindowText, ink);
+        setPalette(quiet);
+        _quietening = false;
+    }
+
+    bool _quietening = false;
+};
+
+} // namespace
+
+QLabel* makeHint(const QString& text)
+{
+    return new Hint(text);
+}
+
+QFrame* makeSeparator()
+{
+    auto* line = new QFrame;
+    line->setFrameShape(QFrame::HLine);
+    line->setFrameShadow(QFrame::Sunken);
+    return line;
+}
+
+} // namespace tarnwick

@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: MIT
+#include "prefs/PreferencesWindow.h"
+
+#include "foundation/Workspace.h"
+#include "prefs/AboutPane.h"
+#include "prefs/GeneralOptionsPane.h"
+#include "prefs/HotKeyPane.h"
+#include "prefs/PaneIcon.h"
+#include "prefs/PreferencesToolbar.h"
+
+#include <QCloseEvent>
+#include <QKeySequence>
+#include <QLayout>
+#include <QShortcut>
+
+#include <algorithm>
+#include <utility>
+
+namespace tarnwick {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int LeastWidth = 480;
+
+} // namespace
+
+PreferencesWindow::PreferencesWindow(ActionTarget& target, ActionSender& sender,
+                                     std::function<void()> willClose)
+    : _willClose(std::move(willClose)), _toolbar(new PreferencesToolbar(target, this)),
+      _contentView(new QWidget(this)), _panesNotShown(new QWidget(this)), _hotKeyView(new HotKeyPane(target)),
+      _generalOptionsView(
+          new GeneralOptionsPane(target, sender, Workspace::shared().menuBarsHaveSystemMenu())),
+      _aboutView(new AboutPane(target, sender))
+{
+    setObjectName(u"TWPreferences"_s);
+    setAttribute(Qt::WA_QuitOnClose, false);
+    setWindowFlag(Qt::WindowMaximizeButtonHint, false);
+    _panesNotShown->hide();
+    _addToolbarItems();
+    _sizePanes();
+    setWindowTitle(_toolbar->items().front()->plainLabel());
+    for (const auto& keys : {QKeySequence(QKeySequence::Close), QKeySequence(QKeySequence::Cancel)})
+        connect(new QShortcut(keys, this), &QShortcut::activated, this, &QWidget::close);
+}
+
+PreferencesWindow::~PreferencesWindow() = default;
+
+void PreferencesWindow::_addToolbarItems()
+{
+    _toolbar->addItem(
+        std::make_unique<ToolbarItem>(u"hotKey"_s, tr("H&ot Key"), 200, paneIcon(PaneIcon::HotKey)));
+    _toolbar->addItem(
+        std::make_unique<ToolbarItem>(u"general"_s, tr("&General"), 100, paneIcon(PaneIcon::General)));
+    _toolbar->addItem(
+        std::make_unique<ToolbarItem>(u"about"_s, tr("Abo&ut"), 400, paneIcon(PaneIcon::About)));
+}
+
+void PreferencesWindow::_sizePanes()
+{
+    const QList<QWidget*> panes{_hotKeyView, _generalOptionsView, _aboutView};
+    int width = std::max(LeastWidth, _toolbar->sizeHint().width());
+    for (QWidget* pane : panes) {
+        pane->setParent(_panesNotShown);
+        pane->ensurePolished();
+        width = std::max(width, pane->minimumSizeHint().width());
+    }
+    for (QWidget* pane : panes) {
+        const int forWidth = pane->layout()->totalHeightForWidth(width);
+        pane->resize(width, forWidth >= 0 ? forWidth : pane->sizeHint().height());
+    }
+    setFixedSize(width, _toolbar->sizeHint().height() + _hotKeyView->height());
+}
+
+void PreferencesWindow::removePanes()
+{
+    const auto shown = _contentView->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+    for (QWidget* pane : shown)
+        pane->setParent(_panesNotShown);
+}
+
+void PreferencesWindow::addPane(QWidget& pane)
+{
+    const QPoint origin = pane.pos();
+    pane.setParent(_contentView);
+    pane.move(origin);
+    pane.show();
+}
+
+void PreferencesWindow::resizeEvent(QResizeEvent* /*event*/)
+{
+    const int barHeight = _toolbar->sizeHint().height();
+    _toolbar->setGeometry(0, 0, width(), barHeight);
+    _contentView->setGeometry(0, barHeight, width(), std::max(0, height() - barHeight));
+}
+
+void PreferencesWindow::closeEvent(QCloseEvent* event)
+{
+    _willClose();
+    event->accept();
+}
+
+} // namespace tarnwick
