@@ -52,7 +52,7 @@ void AboutPane::_addText(QBoxLayout& column)
 void AboutPane::_addLinks(QBoxLayout& column, ActionTarget& target, ActionSender& sender)
 {
     auto* maker = new QPushButton(tr("&Quorlane Home Page"));
-    auto* sibling = new QPushButton(tr("&Ostravane Home Page"));
+    auto* sibling = new QPushButton(tr("O&stravane Home Page"));
     auto* row = new QHBoxLayout;
     row->addStretch();
     for (QPushButton* link : {maker, sibling}) {

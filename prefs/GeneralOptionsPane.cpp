@@ -30,10 +30,10 @@ GeneralOptionsPane::GeneralOptionsPane(ActionTarget& target, ActionSender& sende
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(PaneMargin, PaneMargin, PaneMargin, PaneMargin);
     _addProgramOptions(*column);
-    column->addWidget(makeSeparator());
+    column->addLayout(makeSeparator());
     _addMenuOptions(*column, menuBarsHaveSystemMenu);
     _addFontSize(*column);
-    column->addWidget(makeSeparator());
+    column->addLayout(makeSeparator());
     _addButtons(*column);
 }
 

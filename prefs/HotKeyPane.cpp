@@ -8,9 +8,8 @@
 #include "shortcut/SRRecorderControl.h"
 
 #include <QCheckBox>
-#include <QFrame>
 #include <QGridLayout>
-#include <QVBoxLayout>
+#include <QLayout>
 
 namespace tarnwick {
 
@@ -19,44 +18,40 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int FieldWidth = 220;
+constexpr int TitleGap = 6;
 
-QCheckBox* makeSwitch(const QString& text, const QString& key)
-{
-    auto* box = new QCheckBox(text);
-    box->setObjectName(key);
-    bindCheckBox(*box, key);
-    return box;
-}
+enum Column { IndentColumn, TitleColumn, FieldColumn, RestColumn };
 
 } // namespace
 
 HotKeyPane::HotKeyPane(ActionTarget& target)
 {
-    auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(PaneMargin, PaneMargin, PaneMargin, PaneMargin);
-    _addHotKey(*column);
-    column->addSpacing(6);
-    column->addWidget(makeSeparator());
-    column->addSpacing(6);
-    _addMouseButton(*column, target);
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(PaneMargin, PaneMargin, PaneMargin, PaneMargin);
+    grid->setColumnMinimumWidth(IndentColumn, PaneIndent);
+    grid->setHorizontalSpacing(0);
+    grid->setColumnStretch(RestColumn, 1);
+    _addHotKey(*grid);
+    grid->addLayout(makeSeparator(), grid->rowCount(), 0, 1, -1);
+    _addMouseButton(*grid, target);
 }
 
-void HotKeyPane::_addHotKey(QVBoxLayout& column)
+void HotKeyPane::_addHotKey(QGridLayout& grid)
 {
-    column.addWidget(makeSwitch(tr("Open the menu with a &hot key"), TWEnableHotKeyKey));
+    _addSwitch(grid, tr("Open the menu with a &hot key"), TWEnableHotKeyKey);
     _shortcutRecorder = new SRRecorderControl;
     _shortcutRecorder->setStyle(1);
     _shortcutRecorder->setAnimates(true);
     _shortcutRecorder->setCanCaptureGlobalHotKeys(true); // a shortcut of the desktop is told, not carried out
     _addField(
-        column, tr("&Shortcut:"), *_shortcutRecorder,
+        grid, tr("&Shortcut:"), *_shortcutRecorder,
         tr("Click the field or press Space in it, then press the new keys together. Escape keeps the old "
            "ones."));
 }
 
-void HotKeyPane::_addMouseButton(QVBoxLayout& column, ActionTarget& target)
+void HotKeyPane::_addMouseButton(QGridLayout& grid, ActionTarget& target)
 {
-    column.addWidget(makeSwitch(tr("Open the menu with an e&xtra mouse button"), TWEnableMouseButtonKey));
+    _addSwitch(grid, tr("Open the menu with an e&xtra mouse button"), TWEnableMouseButtonKey);
     _mouseButtonIdentifier = new TWMouseButtonIdentifier;
     _mouseButtonIdentifier->setTarget(&target);
     _mouseButtonIdentifier->setAction(u"mouseButtonChanged:"_s);
@@ -65,23 +60,29 @@ void HotKeyPane::_addMouseButton(QVBoxLayout& column, ActionTarget& target)
         _mouseButtonIdentifier->setButtonNumber(value.toULongLong());
     });
     _addField(
-        column, tr("Mouse &button:"), *_mouseButtonIdentifier,
+        grid, tr("Mouse &button:"), *_mouseButtonIdentifier,
         tr("Click the field with the button that is to open the menu: the middle one, or one at the side "
            "of the mouse."));
 }
 
-void HotKeyPane::_addField(QVBoxLayout& column, const QString& label, QWidget& field, const QString& hint)
+void HotKeyPane::_addSwitch(QGridLayout& grid, const QString& text, const QString& key)
+{
+    auto* box = new QCheckBox(text);
+    box->setObjectName(key);
+    bindCheckBox(*box, key);
+    grid.addWidget(box, grid.rowCount(), 0, 1, -1);
+}
+
+void HotKeyPane::_addField(QGridLayout& grid, const QString& label, QWidget& field, const QString& hint)
 {
     auto* title = new QLabel(label);
     title->setBuddy(&field);
+    title->setContentsMargins(0, 0, TitleGap, 0);
     field.setFixedWidth(FieldWidth);
-    auto* grid = new QGridLayout;
-    grid->setContentsMargins(PaneIndent, 0, 0, 0);
-    grid->addWidget(title, 0, 0, Qt::AlignRight | Qt::AlignVCenter);
-    grid->addWidget(&field, 0, 1);
-    grid->addWidget(makeHint(hint), 1, 1, 1, 2);
-    grid->setColumnStretch(2, 1);
-    column.addLayout(grid);
+    const int row = grid.rowCount();
+    grid.addWidget(title, row, TitleColumn, Qt::AlignRight | Qt::AlignVCenter);
+    grid.addWidget(&field, row, FieldColumn);
+    grid.addWidget(makeHint(hint), row + 1, FieldColumn, 1, -1);
 }
 
 } // namespace tarnwick

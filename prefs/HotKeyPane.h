@@ -3,8 +3,7 @@
 
 #include <QWidget>
 
-class QFormLayout;
-class QVBoxLayout;
+class QGridLayout;
 
 namespace tarnwick {
 
@@ -25,9 +24,10 @@ public:
     [[nodiscard]] TWMouseButtonIdentifier* mouseButtonIdentifier() const { return _mouseButtonIdentifier; }
 
 private:
-    void _addHotKey(QVBoxLayout& column);
-    void _addMouseButton(QVBoxLayout& column, ActionTarget& target);
-    void _addField(QVBoxLayout& column, const QString& label, QWidget& field, const QString& hint);
+    void _addHotKey(QGridLayout& grid);
+    void _addMouseButton(QGridLayout& grid, ActionTarget& target);
+    void _addSwitch(QGridLayout& grid, const QString& text, const QString& key);
+    void _addField(QGridLayout& grid, const QString& label, QWidget& field, const QString& hint);
 
     SRRecorderControl* _shortcutRecorder = nullptr;
     TWMouseButtonIdentifier* _mouseButtonIdentifier = nullptr;

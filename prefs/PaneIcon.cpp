@@ -4,8 +4,8 @@
 #include <QApplication>
 #include <QIconEngine>
 #include <QPainter>
-#include <QPainterPath>
 #include <QPalette>
+#include <QPolygonF>
 
 #include <cmath>
 #include <numbers>
@@ -35,37 +35,30 @@ void drawKeycap(QPainter& painter, const Inks& inks)
     painter.drawPolyline(QPolygonF({{12.5, 10.5}, {19.5, 10.5}, {12.5, 19}, {19.5, 19}}));
 }
 
-QPainterPath gear()
+QPolygonF gear()
 {
     constexpr int Teeth = 8;
     constexpr double Outer = 13;
     constexpr double Inner = 9.8;
     constexpr double ToothWidth = 0.52; // share of a turn of one tooth
-    QPainterPath path;
+    QPolygonF outline;
     for (int tooth = 0; tooth < Teeth; ++tooth) {
         const double turn = 2 * std::numbers::pi / Teeth;
         const double middle = tooth * turn - std::numbers::pi / 2;
-        const auto point = [&](double radius, double offset) {
+        const auto corner = [&](double radius, double offset) {
             return QPointF(Side / 2 + radius * std::cos(middle + offset * turn),
                            Side / 2 + radius * std::sin(middle + offset * turn));
         };
-        const QPointF corners[] = {point(Inner, -ToothWidth / 2), point(Outer, -ToothWidth / 3),
-                                   point(Outer, ToothWidth / 3), point(Inner, ToothWidth / 2)};
-        for (const QPointF& corner : corners) {
-            if (path.isEmpty())
-                path.moveTo(corner);
-            else
-                path.lineTo(corner);
-        }
+        outline << corner(Inner, -ToothWidth / 2) << corner(Outer, -ToothWidth / 3)
+                << corner(Outer, ToothWidth / 3) << corner(Inner, ToothWidth / 2);
     }
-    path.closeSubpath();
-    return path;
+    return outline;
 }
 
 void drawGear(QPainter& painter, const Inks& inks)
 {
     painter.setBrush(Qt::NoBrush);
-    painter.drawPath(gear());
+    painter.drawPolygon(gear());
     painter.setPen(QPen(inks.accent, 2.4));
     painter.drawEllipse(QPointF(Side / 2, Side / 2), 4, 4);
 }

@@ -3,6 +3,7 @@
 
 #include <QEvent>
 #include <QFrame>
+#include <QVBoxLayout>
 
 namespace tarnwick {
 
@@ -10,6 +11,7 @@ namespace {
 
 constexpr double HintSize = 0.88; ///< of the usual text
 constexpr double HintInk = 0.72;
+constexpr int SeparatorSpace = 6;
 
 /// Keeps its quieter ink when the desktop changes its colours.
 class Hint final : public QLabel
@@ -54,12 +56,15 @@ QLabel* makeHint(const QString& text)
     return new Hint(text);
 }
 
-QFrame* makeSeparator()
+QLayout* makeSeparator()
 {
     auto* line = new QFrame;
     line->setFrameShape(QFrame::HLine);
     line->setFrameShadow(QFrame::Sunken);
-    return line;
+    auto* layout = new QVBoxLayout;
+    layout->setContentsMargins(0, SeparatorSpace, 0, SeparatorSpace);
+    layout->addWidget(line);
+    return layout;
 }
 
 } // namespace tarnwick

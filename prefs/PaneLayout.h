@@ -4,8 +4,7 @@
 #include <QLabel>
 #include <QString>
 
-class QBoxLayout;
-class QFrame;
+class QLayout;
 
 namespace tarnwick {
 
@@ -18,7 +17,7 @@ inline constexpr int PaneIndent = 24;
 /// A line of smaller, quieter text that explains the control above it.
 [[nodiscard]] QLabel* makeHint(const QString& text);
 
-/// A thin line between two groups of controls.
-[[nodiscard]] QFrame* makeSeparator();
+/// A thin line between two groups of controls, with space around it.
+[[nodiscard]] QLayout* makeSeparator();
 
 } // namespace tarnwick

@@ -88,11 +88,22 @@ void PreferencesWindow::addPane(QWidget& pane)
     pane.show();
 }
 
-void PreferencesWindow::resizeEvent(QResizeEvent* /*event*/)
+QWidget& PreferencesWindow::contentView() const
+{
+    _layOut(); // a hidden window is told of its size only when it is shown
+    return *_contentView;
+}
+
+void PreferencesWindow::_layOut() const
 {
     const int barHeight = _toolbar->sizeHint().height();
     _toolbar->setGeometry(0, 0, width(), barHeight);
     _contentView->setGeometry(0, barHeight, width(), std::max(0, height() - barHeight));
+}
+
+void PreferencesWindow::resizeEvent(QResizeEvent* /*event*/)
+{
+    _layOut();
 }
 
 void PreferencesWindow::closeEvent(QCloseEvent* event)

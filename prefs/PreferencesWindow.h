@@ -29,7 +29,8 @@ public:
     ~PreferencesWindow() override;
 
     [[nodiscard]] PreferencesToolbar& toolbar() const { return *_toolbar; }
-    [[nodiscard]] QWidget& contentView() const { return *_contentView; }
+    /// At its place in the window, also while the window is hidden.
+    [[nodiscard]] QWidget& contentView() const;
     [[nodiscard]] HotKeyPane& hotKeyView() const { return *_hotKeyView; }
     [[nodiscard]] GeneralOptionsPane& generalOptionsView() const { return *_generalOptionsView; }
     [[nodiscard]] AboutPane& aboutView() const { return *_aboutView; }
@@ -46,6 +47,7 @@ protected:
 private:
     void _addToolbarItems();
     void _sizePanes();
+    void _layOut() const;
 
     std::function<void()> _willClose;
     PreferencesToolbar* _toolbar;
