@@ -44,7 +44,7 @@ protected:
 
     FakeApplication application;
     RecordingDelegate delegate;
-    std::shared_ptr<Menu> bar = makeMainMenu(application);
+    std::shared_ptr<Menu> bar = makeMainMenu(application, ControlKeyMask);
 };
 
 TEST_F(MainMenuTest, entries_areThreeMenus_andNoneIsNamedAsTheProgram)
