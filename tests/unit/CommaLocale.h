@@ -37,7 +37,12 @@ public:
     CommaLocale(const CommaLocale&) = delete;
     CommaLocale& operator=(const CommaLocale&) = delete;
 
-    /// Whether the C library really prints a comma; a test without it is skipped.
+    static constexpr const char* whyMissing = "de_DE.UTF-8 is not installed, and localedef could not make it";
+
+    /// Whether a test that cannot have the locale fails instead of being skipped.
+    [[nodiscard]] static bool required() { return qEnvironmentVariableIsSet("TARNWICK_REQUIRE_TOOLS"); }
+
+    /// Whether the C library really prints a comma.
     [[nodiscard]] bool inEffect() const
     {
         char text[8] = {};
