@@ -2,12 +2,13 @@
 """The adapters for hot keys, buttons and the pop-up, without the rest of the program: tests/fixtures/PopUpDriver.cpp."""
 import os
 import pathlib
+import random
 import statistics
 import time
 
 from Xlib import X
 
-from harness.applications import DATA, Fixture
+from harness.applications import DATA, Fixture, mousepad
 from harness.case import DesktopTest, main
 from harness.popup import PopUps
 from harness.screen import LEFT, MIDDLE, RIGHT
@@ -70,9 +71,11 @@ class PopUpTest(DesktopTest):
     options = ()
     kit = "gtk3"
 
+    menu = "editor.menu"
+
     @classmethod
     def prepare(cls):
-        cls.application = Fixture(cls.session, cls.kit)
+        cls.application = Fixture(cls.session, cls.kit, menu=cls.menu)
         cls.driver = Driver(cls.session, *cls.options)
 
     def setUp(self):
@@ -266,18 +269,115 @@ class TheFocus(PopUpTest):
         other.program.stop()
         self.assertEqual(self.driver.wait_until_returned(), "returned 0")
 
-    def test_the_menu_opens_without_any_window(self):
-        other = Fixture(self.session, "qt6", title="Other")
-        self.screen.activate(other.window)
-        self.screen.root.set_input_focus(X.RevertToNone, X.CurrentTime)
-        self.screen.display.sync()
-        self.screen.display.set_input_focus(X.NONE, X.RevertToNone, X.CurrentTime)
-        self.screen.display.sync()
-        self.driver.open()
-        self.highlight("First")
+
+class AnEmptyDesktop(DesktopTest):
+    """No window and no window manager: the focus is where the pointer is."""
+
+    session_options = {"window_manager": False}
+
+    def test_opens_the_menu_all_the_same(self):
+        driver = Driver(self.session)
+        self.screen.move(100, 100)
+        driver.open()
+        self.screen.tap("Down")
         self.screen.tap("Return")
-        self.assertEqual(self.driver.wait_until_returned(), "returned 1")
-        other.program.stop()
+        self.assertEqual(driver.wait_until_returned(), "returned 1")
+        self.assertEqual(driver.lines("chosen"), ["chosen First"])
+        self.assertEqual(self.screen.grabs_left(), [])
+
+
+class AProgramThatGreysOutItsEntriesWithoutTheFocus(DesktopTest):
+    """Mousepad offers Paste while its text area has the focus only."""
+
+    @classmethod
+    def prepare(cls):
+        cls.connect_accessibility().switch_on()
+        cls.application = mousepad(cls.session)
+        cls.driver = Driver(cls.session)
+        cls.session.set_clipboard("text")
+
+    def can_paste(self):
+        edit = next(item for item in self.application.bar_items(self.bus) if item.title == "Edit")
+        return next(item.enabled for item in edit.node.items() if item.title == "Paste")
+
+    def test_offers_them_while_the_menu_is_open(self):
+        wait_for(self.can_paste, "something to paste")
+        for _ in range(10):
+            self.driver.open()
+            for _ in range(8):
+                self.screen.tap("Down")
+            self.screen.tap("Up")
+            self.assertTrue(self.can_paste())
+            self.driver.close()
+        self.assertTrue(self.can_paste())
+
+
+class ManyRounds(PopUpTest):
+    """Whatever is done in whatever order, nothing stays grabbed and the next menu opens."""
+
+    menu = "popup.menu"  # of the application, too: the keys that reach it must not end it
+    rounds = int(os.environ.get("TARNWICK_ROUNDS", "60"))
+
+    def step(self, choice):
+        if choice.random() < 0.3:
+            time.sleep(choice.random() * 0.03)
+        action = choice.choice(("key", "key", "key", "letter", "modified", "move", "move", "click", "extra", "trigger",
+                                "modifier", "wheel"))
+        if action == "key":
+            self.screen.tap(choice.choice(("Down", "Up", "Left", "Right", "Home", "End", "Return", "Escape", "Tab")))
+        elif action == "letter":
+            self.screen.tap(choice.choice("sclfrx"))
+        elif action == "modified":
+            self.screen.tap(choice.choice(("Down", "w", "Return")), choice.choice(("Alt_L", "Control_L", "Super_L")))
+        elif action == "modifier":
+            self.screen.tap(choice.choice(("Alt_L", "Control_L", "Shift_L", "Super_L")))
+        elif action == "move":
+            self.screen.move(self.place[0] + choice.randint(-60, 250), self.place[1] + choice.randint(-30, 150))
+        elif action == "click":
+            self.screen.click(choice.choice((LEFT, LEFT, RIGHT)))
+        elif action == "extra":
+            self.screen.click(BACK)  # the middle button pastes, and ends a Qt 6.4 program when there is nothing to paste
+        elif action == "wheel":
+            self.screen.click(choice.choice((4, 5)))
+        else:
+            self.screen.tap(TRIGGER, OPTION)
+
+    def test_leave_nothing_grabbed(self):
+        seed = int(os.environ.get("TARNWICK_SEED", "20240607"))
+        for number in range(self.rounds):
+            choice = random.Random(seed + number)
+            self.setUp()
+            self.screen.tap(TRIGGER, OPTION) if number % 2 else self.screen.click(BACK)
+            for _ in range(choice.randint(1, 12)):
+                self.step(choice)
+            try:
+                self.finish()
+            except AssertionError as failure:
+                raise AssertionError(f"with TARNWICK_SEED={seed + number}") from failure
+
+    def finish(self):
+        def over():
+            if not self.driver.popups.count() and not self.screen.grabs_left():
+                return True
+            self.screen.tap("Escape")  # the application's own menu, too, which a right click may have opened
+            return False
+        wait_for(over, "nothing open and nothing grabbed", step=0.03)
+
+
+class ManyRoundsOverQt5(ManyRounds):
+    kit = "qt5"
+
+
+class ManyRoundsOverQt6(ManyRounds):
+    kit = "qt6"
+
+
+class TheFocusOfQt5(TheFocus):
+    kit = "qt5"
+
+
+class TheFocusOfQt6(TheFocus):
+    kit = "qt6"
 
 
 class TheHotKey(PopUpTest):
