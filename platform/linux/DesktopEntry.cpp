@@ -11,7 +11,7 @@ namespace tarnwick {
 
 namespace {
 
-constexpr qint64 LargestFile = 1024 * 1024;
+constexpr qint64 LargestFile = 1024LL * 1024;
 
 QString unescaped(const QString& value, QChar listSeparator = {})
 {

@@ -20,7 +20,7 @@ namespace {
 using Shortcuts = std::optional<QList<DesktopShortcut>>;
 
 constexpr std::chrono::milliseconds TimeLimit(1500);
-constexpr qint64 LargestFile = 4 * 1024 * 1024;
+constexpr qint64 LargestFile = 4LL * 1024 * 1024;
 
 void append(QList<DesktopShortcut>& list, const QStringList& accelerators)
 {

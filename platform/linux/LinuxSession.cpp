@@ -85,7 +85,6 @@ LinuxSession::LinuxSession(int argc, char** argv)
     qunsetenv(publishAlways); // not for the programs that are started from here
     QCoreApplication::setOrganizationName(desktop_names::OrganizationName);
     QCoreApplication::setApplicationName(desktop_names::ApplicationName);
-    QGuiApplication::setApplicationDisplayName(desktop_names::ApplicationName);
     QGuiApplication::setDesktopFileName(desktop_names::BusName);
     QGuiApplication::setWindowIcon(QIcon(u":/resources/TarnwickMenuBarIcon.png"_s));
     _instance = std::make_unique<SessionInstance>(QDBusConnection::sessionBus());

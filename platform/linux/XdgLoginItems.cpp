@@ -21,9 +21,7 @@ namespace {
 class AutostartItem final : public LoginItems::Item
 {
 public:
-    AutostartItem(QFileInfo file, QStringList command) : _file(std::move(file)), _command(std::move(command))
-    {
-    }
+    AutostartItem(const QFileInfo& file, QStringList command) : _file(file), _command(std::move(command)) {}
 
     [[nodiscard]] const QFileInfo& file() const { return _file; }
 

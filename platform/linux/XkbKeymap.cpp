@@ -99,7 +99,7 @@ QString XkbKeymap::text(quint16 keyCode, bool shift, bool alt) const
     // Keypad keys type with Num Lock on, and only without Shift.
     const QList<const char*> tries[] = {held, QList(held) << XKB_MOD_NAME_NUM, {XKB_MOD_NAME_NUM}};
     for (const auto& modifiers : tries) {
-        const QString text = typed(_state(modifiers).get(), keyCode);
+        QString text = typed(_state(modifiers).get(), keyCode);
         if (!text.isEmpty())
             return text;
     }

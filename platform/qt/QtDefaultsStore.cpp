@@ -15,7 +15,7 @@ namespace tarnwick {
 
 namespace {
 
-constexpr qint64 LargestFile = 4 * 1024 * 1024;
+constexpr qint64 LargestFile = 4LL * 1024 * 1024;
 constexpr auto OwnerOnly = QFile::ReadOwner | QFile::WriteOwner;
 
 /// Makes the missing folders of `path`, each for the user only. False when one could not be made.
