@@ -5,7 +5,7 @@
 BUILD_PACKAGES=(
     ca-certificates cmake g++ ninja-build pkg-config
     qt6-base-dev qt6-base-dev-tools qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools libgl-dev
-    libsystemd-dev libxcb1-dev libxcb-res0-dev libxcb-xinput-dev libxcb-xkb-dev libxkbcommon-dev libxkbcommon-x11-dev
+    libsystemd-dev libxcb1-dev libxcb-res0-dev libxcb-xfixes0-dev libxcb-xinput-dev libxcb-xkb-dev libxkbcommon-dev libxkbcommon-x11-dev
 )
 # What it talks to while it runs.
 RUN_PACKAGES=(at-spi2-core dbus xkb-data fonts-dejavu-core)
