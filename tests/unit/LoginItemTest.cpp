@@ -89,7 +89,7 @@ TEST_F(LoginItemTest, appURL_isTheFileUrlOfWhatTheUserStarts)
     FakeApplication application;
     application.bundle = u"/opt/my programs/Tarnwick"_s;
     Application::setShared(&application);
-    EXPECT_EQ(PreferencesWindowController().appURL(), QUrl(u"file:///opt/my%20programs/Tarnwick"_s));
+    EXPECT_EQ(PreferencesWindowController::appURL(), QUrl(u"file:///opt/my%20programs/Tarnwick"_s));
     Application::setShared(nullptr);
 }
 
