@@ -9,6 +9,7 @@
 #include <sys/eventfd.h>
 #include <thread>
 #include <unistd.h>
+#include <utility>
 
 namespace tarnwick {
 
@@ -108,7 +109,10 @@ private:
     void _look()
     {
         _select();
-        const auto front = _filter.see(_windows.front(), FrontWindowFilter::Time::clock::now());
+        auto seen = _windows.front();
+        if (seen && *seen && _watchEnd(seen->window))
+            seen = _windows.front(); // it may have gone before it was watched
+        const auto front = _filter.see(seen, FrontWindowFilter::Time::clock::now());
         xcb_flush(_connection.get());
         if (!front)
             return;
@@ -137,10 +141,27 @@ private:
             _watchFocus(xcb_query_tree_children(tree.get())[i]);
     }
 
+    /// Not every window manager tells when the active window goes.
+    bool _watchEnd(xcb_window_t window)
+    {
+        if (window == _watched)
+            return false;
+        const xcb_window_t previous = std::exchange(_watched, window);
+        _watchFocus(previous);
+        _watchFocus(window);
+        return true;
+    }
+
     void _watchFocus(xcb_window_t window)
     {
-        const std::uint32_t mask = *_managed ? XCB_EVENT_MASK_NO_EVENT : XCB_EVENT_MASK_FOCUS_CHANGE;
+        const std::uint32_t mask =
+            window == _watched ? _focusMask() | XCB_EVENT_MASK_STRUCTURE_NOTIFY : _focusMask();
         xcb_change_window_attributes(_connection.get(), window, XCB_CW_EVENT_MASK, &mask);
+    }
+
+    [[nodiscard]] std::uint32_t _focusMask() const
+    {
+        return *_managed ? XCB_EVENT_MASK_NO_EVENT : XCB_EVENT_MASK_FOCUS_CHANGE;
     }
 
     OwnConnection _connection;
@@ -148,6 +169,7 @@ private:
     X11Windows _windows;
     FrontWindowFilter _filter;
     std::optional<bool> _managed;
+    xcb_window_t _watched = XCB_WINDOW_NONE;
     std::function<void(const FrontWindow&)> _changed;
     std::mutex _mutex;
     FrontWindow _latest; ///< guarded by the mutex

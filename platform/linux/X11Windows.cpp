@@ -36,8 +36,14 @@ std::optional<FrontWindow> X11Windows::front()
     }
     if (window == XCB_WINDOW_NONE)
         return FrontWindow{};
-    if (!_counts(window))
+    switch (_standing(window)) {
+    case Standing::Gone: // not every window manager says so
+        return FrontWindow{};
+    case Standing::Other:
         return std::nullopt;
+    case Standing::Application:
+        break;
+    }
     return FrontWindow{window, processIdentifier(window)};
 }
 
@@ -62,18 +68,21 @@ xcb_window_t X11Windows::_focused()
     return XCB_WINDOW_NONE;
 }
 
-bool X11Windows::_counts(xcb_window_t window)
+X11Windows::Standing X11Windows::_standing(xcb_window_t window)
 {
     const XcbOwned<xcb_get_window_attributes_reply_t> attributes(
         xcb_get_window_attributes_reply(_x11.get(), xcb_get_window_attributes(_x11.get(), window), nullptr));
-    if (!attributes || attributes->override_redirect != 0)
-        return false;
+    if (!attributes || attributes->map_state == XCB_MAP_STATE_UNMAPPED)
+        return Standing::Gone;
+    if (attributes->override_redirect != 0)
+        return Standing::Other;
     const auto types = _x11.property32(window, "_NET_WM_WINDOW_TYPE").value_or(QList<std::uint32_t>());
-    return std::none_of(types.cbegin(), types.cend(), [this](std::uint32_t type) {
+    const bool other = std::any_of(types.cbegin(), types.cend(), [this](std::uint32_t type) {
         return type == _x11.atom("_NET_WM_WINDOW_TYPE_DOCK") ||
                type == _x11.atom("_NET_WM_WINDOW_TYPE_TOOLTIP") ||
                type == _x11.atom("_NET_WM_WINDOW_TYPE_NOTIFICATION");
     });
+    return other ? Standing::Other : Standing::Application;
 }
 
 QList<xcb_window_t> X11Windows::_all()
@@ -87,7 +96,7 @@ QList<xcb_window_t> X11Windows::_all()
         return windows;
     const xcb_window_t* children = xcb_query_tree_children(tree.get());
     for (int i = 0; i < xcb_query_tree_children_length(tree.get()); ++i)
-        if (_x11.propertyText(children[i], "WM_CLASS") && _counts(children[i]))
+        if (_x11.propertyText(children[i], "WM_CLASS") && _standing(children[i]) == Standing::Application)
             windows.append(children[i]);
     return windows;
 }

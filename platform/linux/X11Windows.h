@@ -29,7 +29,7 @@ public:
 
     /// Whether a window manager keeps the root's properties.
     [[nodiscard]] bool managed();
-    /// The active window, or none; nothing when the active one is no application's window: a dock, a
+    /// The active window, or none, also when it has just gone; nothing when the active one is no application's window: a dock, a
     /// tooltip, a notification, or one that the window manager does not manage. Without a window manager
     /// that tells, the window with the input focus.
     [[nodiscard]] std::optional<FrontWindow> front();
@@ -49,7 +49,8 @@ public:
 
 private:
     [[nodiscard]] xcb_window_t _focused();
-    [[nodiscard]] bool _counts(xcb_window_t window);
+    enum class Standing { Application, Other, Gone };
+    [[nodiscard]] Standing _standing(xcb_window_t window);
     [[nodiscard]] bool _isOfThisMachine(xcb_window_t window);
     [[nodiscard]] std::optional<qint64> _clientProcess(xcb_window_t window);
     [[nodiscard]] QList<xcb_window_t> _all();

@@ -1,0 +1,441 @@
+// SPDX-License-Identifier: MIT
+// The window in front, its switches and its attributes, under a window manager and without one.
+#include "platform/linux/LinuxWorkspace.h"
+
+#include "ax/AXValue.h"
+#include "menu/Menu.h"
+#include "platform/linux/AtspiAccessibility.h"
+#include "platform/linux/X11WindowFrame.h"
+#include "platform/qt/MenuTracking.h"
+#include "tests/contract/DesktopControl.h"
+#include "tests/contract/FixtureProgram.h"
+#include "tests/fakes/FakeApplication.h"
+
+#include <QElapsedTimer>
+#include <QSignalSpy>
+#include <QWidget>
+#include <gtest/gtest.h>
+
+using namespace tarnwick;
+using namespace tarnwick::desktop_control;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int Limit = 10'000; // ms
+
+class LinuxWorkspaceTest : public ::testing::Test
+{
+protected:
+    LinuxWorkspaceTest()
+    {
+        Application::setShared(&application);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return windows.managed(); }, Limit)) << "no window manager";
+        EXPECT_TRUE(accessibility.apiEnabled());
+        EXPECT_TRUE(workspace.installAppFrontSwitchedHandler([this] {
+            const auto active = workspace.activeApplication();
+            switches.append(active ? active->processIdentifier.value_or(0) : -1);
+        }));
+    }
+
+    ~LinuxWorkspaceTest() override { Application::setShared(nullptr); }
+
+    std::optional<QVariant> value(const UIElementRef& of, const QString& attribute)
+    {
+        return accessibility.copyAttributeValue(of, attribute);
+    }
+    UIElementRef element(const UIElementRef& of, const QString& attribute)
+    {
+        return value(of, attribute).value_or(QVariant()).value<UIElementRef>();
+    }
+    UIElementRef frontApplication()
+    {
+        return element(accessibility.createSystemWide(), u"AXFocusedApplication"_s);
+    }
+    UIElementRef frontWindow() { return element(frontApplication(), u"AXFocusedWindow"_s); }
+    QString text(const UIElementRef& of, const QString& attribute)
+    {
+        return value(of, attribute).value_or(QVariant()).toString();
+    }
+    QStringList barTitles()
+    {
+        QStringList titles;
+        const auto children = value(element(frontApplication(), u"AXMenuBar"_s), AXChildrenAttribute);
+        for (const QVariant& child : children.value_or(QVariant()).toList())
+            titles.append(text(child.value<UIElementRef>(), AXTitleAttribute));
+        return titles;
+    }
+
+    bool waitUntilFront(const FixtureProgram& program)
+    {
+        return QTest::qWaitFor(
+            [&] {
+                const auto active = workspace.activeApplication();
+                return active && active->processIdentifier == program.processIdentifier() &&
+                       !barTitles().isEmpty();
+            },
+            Limit);
+    }
+    /// The program's window with this title, once it is there.
+    xcb_window_t windowOf(const FixtureProgram& program, const QString& title)
+    {
+        xcb_window_t found = XCB_WINDOW_NONE;
+        EXPECT_TRUE(QTest::qWaitFor(
+            [&] {
+                for (const xcb_window_t window : windows.windowsOf(program.processIdentifier()))
+                    if (windows.title(window) == title)
+                        found = window;
+                return found != XCB_WINDOW_NONE;
+            },
+            Limit))
+            << title.toStdString();
+        return found;
+    }
+    bool waitUntilActive(xcb_window_t window)
+    {
+        return QTest::qWaitFor([&] { return accessibility.activeWindow().current().window == window; },
+                               Limit);
+    }
+    /// Activates without letting the event loop run, as while a handler sleeps.
+    void activateAsleep(xcb_window_t window)
+    {
+        activate(window);
+        for (int i = 0; i < 500 && accessibility.activeWindow().current().window != window; ++i)
+            QTest::qSleep(10);
+        QTest::qSleep(30);
+    }
+    bool waitForSwitches(qsizetype count)
+    {
+        const bool came = QTest::qWaitFor([&] { return switches.size() >= count; }, Limit);
+        QTest::qWait(50); // one too many would have come by now
+        return came;
+    }
+
+    FakeApplication application;
+    AtspiAccessibility accessibility;
+    LinuxWorkspace workspace{accessibility.activeWindow(), accessibility.names(), accessibility.menuBars()};
+    X11Windows windows{X11Connection::shared()};
+    QList<qint64> switches; ///< the active process at each announcement; -1 when none is active
+};
+
+} // namespace
+
+TEST_F(LinuxWorkspaceTest, everySwitchOfProcess_isAnnouncedOnce)
+{
+    const FixtureProgram first(u"gtk3"_s);
+    ASSERT_TRUE(waitUntilFront(first));
+    EXPECT_TRUE(waitForSwitches(1));
+    const FixtureProgram second(u"qt6"_s);
+    ASSERT_TRUE(waitUntilFront(second));
+    EXPECT_TRUE(waitForSwitches(2));
+    activate(windowOf(first, u"Fixture"_s));
+    ASSERT_TRUE(waitUntilFront(first));
+    EXPECT_TRUE(waitForSwitches(3));
+    EXPECT_EQ(switches, (QList<qint64>{first.processIdentifier(), second.processIdentifier(),
+                                       first.processIdentifier()}));
+    EXPECT_EQ(workspace.activeApplication()->name, u"menu_fixture_gtk3"_s);
+    EXPECT_EQ(text(frontApplication(), AXTitleAttribute), u"menu_fixture_gtk3"_s);
+    EXPECT_EQ(value(frontApplication(), u"AXFrontmost"_s), QVariant(true));
+    EXPECT_EQ(value(accessibility.createApplication(second.processIdentifier()), u"AXFrontmost"_s),
+              QVariant(false));
+}
+
+TEST_F(LinuxWorkspaceTest, switchesWhileTheProgramSleeps_areNotMerged)
+{
+    const FixtureProgram first(u"gtk3"_s);
+    ASSERT_TRUE(waitUntilFront(first));
+    const FixtureProgram second(u"qt6"_s);
+    ASSERT_TRUE(waitUntilFront(second));
+    const xcb_window_t firstWindow = windowOf(first, u"Fixture"_s);
+    const xcb_window_t secondWindow = windowOf(second, u"Fixture"_s);
+    ASSERT_TRUE(waitForSwitches(2));
+    switches.clear();
+    activateAsleep(firstWindow);
+    activateAsleep(secondWindow);
+    activateAsleep(firstWindow);
+    activateAsleep(secondWindow);
+    EXPECT_EQ(switches.size(), 0) << "nothing is announced but from the event loop";
+    EXPECT_TRUE(waitForSwitches(4));
+    EXPECT_EQ(switches.size(), 4);
+}
+
+TEST_F(LinuxWorkspaceTest, aSwitchWithinTheHandler_isAnnouncedAfterIt)
+{
+    const FixtureProgram first(u"gtk3"_s);
+    ASSERT_TRUE(waitUntilFront(first));
+    const xcb_window_t firstWindow = windowOf(first, u"Fixture"_s);
+    ASSERT_TRUE(waitForSwitches(1));
+    int depth = 0;
+    int calls = 0;
+    ASSERT_TRUE(workspace.installAppFrontSwitchedHandler([&] {
+        EXPECT_EQ(depth++, 0) << "within itself";
+        if (++calls == 1)
+            activateAsleep(firstWindow);
+        --depth;
+    }));
+    const FixtureProgram second(u"qt6"_s);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return calls >= 2; }, Limit));
+    QTest::qWait(50);
+    EXPECT_EQ(calls, 2);
+}
+
+TEST_F(LinuxWorkspaceTest, aSecondWindowOfTheSameProgram_isASwitchWithItsOwnBar)
+{
+    for (const QString& toolkit : {u"gtk3"_s, u"qt5"_s, u"qt6"_s}) {
+        SCOPED_TRACE(toolkit.toStdString());
+        const FixtureProgram program(toolkit, {u"--windows"_s, u"2"_s});
+        ASSERT_TRUE(waitUntilFront(program));
+        const xcb_window_t one = windowOf(program, u"Fixture"_s);
+        const xcb_window_t two = windowOf(program, u"Fixture 2"_s);
+        activate(one);
+        ASSERT_TRUE(waitUntilActive(one));
+        QTest::qWait(100);
+        switches.clear();
+        activate(two);
+        ASSERT_TRUE(waitUntilActive(two));
+        EXPECT_TRUE(waitForSwitches(1));
+        EXPECT_TRUE(barTitles().contains(u"Window 2"_s)) << barTitles().join(u' ').toStdString();
+        QTest::qWait(1);
+        activate(one);
+        ASSERT_TRUE(waitUntilActive(one));
+        EXPECT_TRUE(waitForSwitches(2));
+        EXPECT_FALSE(barTitles().contains(u"Window 2"_s)) << barTitles().join(u' ').toStdString();
+        EXPECT_EQ(switches.size(), 2);
+        EXPECT_EQ(value(frontApplication(), u"AXWindows"_s)->toList().size(), 2);
+    }
+}
+
+TEST_F(LinuxWorkspaceTest, aDialog_isNoSwitchAndHasItsWindowsBar)
+{
+    for (const QString& toolkit : {u"gtk3"_s, u"qt5"_s, u"qt6"_s}) {
+        SCOPED_TRACE(toolkit.toStdString());
+        const FixtureProgram program(toolkit, {u"--dialog"_s});
+        const xcb_window_t dialog = windowOf(program, u"Fixture Dialog"_s);
+        activate(dialog);
+        ASSERT_TRUE(waitUntilActive(dialog));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return barTitles().contains(u"File"_s); }, Limit))
+            << "its bar can be read meanwhile";
+        EXPECT_EQ(text(frontWindow(), u"AXRoleDescription"_s), u"sheet"_s) << "modal to its window";
+        EXPECT_EQ(text(frontWindow(), AXTitleAttribute), u"Fixture Dialog"_s);
+        EXPECT_EQ(value(frontWindow(), u"AXMain"_s), QVariant(false));
+        QTest::qWait(100);
+        switches.clear();
+        activate(windowOf(program, u"Fixture"_s));
+        QTest::qWait(200);
+        activate(dialog);
+        QTest::qWait(200);
+        EXPECT_TRUE(switches.isEmpty());
+    }
+}
+
+TEST_F(LinuxWorkspaceTest, withoutAWindow_thereIsAnApplicationWithoutAMenuBar)
+{
+    {
+        const FixtureProgram program(u"qt6"_s);
+        ASSERT_TRUE(waitUntilFront(program));
+        ASSERT_TRUE(waitForSwitches(1));
+        switches.clear();
+    }
+    EXPECT_TRUE(waitForSwitches(1));
+    EXPECT_EQ(switches, QList<qint64>{-1});
+    EXPECT_FALSE(workspace.activeApplication());
+    const UIElementRef none = frontApplication();
+    ASSERT_TRUE(none);
+    EXPECT_EQ(text(none, AXRoleAttribute), AXApplicationRole);
+    EXPECT_FALSE(value(none, u"AXMenuBar"_s));
+    EXPECT_FALSE(accessibility.copyAttributeNames(none)->contains(u"AXMenuBar"_s));
+    EXPECT_FALSE(accessibility.getPid(none));
+}
+
+TEST_F(LinuxWorkspaceTest, docksTooltipsNotificationsAndUnmanagedWindows_doNotCount)
+{
+    const FixtureProgram program(u"gtk3"_s);
+    ASSERT_TRUE(waitUntilFront(program));
+    ASSERT_TRUE(waitForSwitches(1));
+    const xcb_window_t own = windowOf(program, u"Fixture"_s);
+    QList<xcb_window_t> others{makeWindow("DOCK"), makeWindow("TOOLTIP"), makeWindow("NOTIFICATION"),
+                               makeWindow({}, true)};
+    QTest::qWait(100);
+    activate(own);
+    ASSERT_TRUE(waitUntilActive(own));
+    switches.clear();
+    for (const xcb_window_t other : others) {
+        tellActive(other);
+        QTest::qWait(300);
+        EXPECT_EQ(accessibility.activeWindow().current().window, own);
+        EXPECT_EQ(barTitles().value(0), u"File"_s);
+    }
+    EXPECT_TRUE(switches.isEmpty());
+    for (const xcb_window_t other : others)
+        destroy(other);
+}
+
+TEST_F(LinuxWorkspaceTest, aShortNone_isNotASwitch)
+{
+    const FixtureProgram program(u"gtk3"_s);
+    ASSERT_TRUE(waitUntilFront(program));
+    ASSERT_TRUE(waitForSwitches(1));
+    const xcb_window_t own = windowOf(program, u"Fixture"_s);
+    switches.clear();
+    tellActive(XCB_WINDOW_NONE);
+    EXPECT_EQ(workspace.activeApplication()->processIdentifier, program.processIdentifier());
+    tellActive(own);
+    QTest::qWait(400);
+    EXPECT_TRUE(switches.isEmpty());
+}
+
+TEST_F(LinuxWorkspaceTest, aSwitchWhileOurMenuIsOpen_closesItAndIsAnnouncedAfterwards)
+{
+    const FixtureProgram first(u"gtk3"_s);
+    ASSERT_TRUE(waitUntilFront(first));
+    ASSERT_TRUE(waitForSwitches(1));
+    switches.clear();
+    QSignalSpy cancelled(&MenuTracking::shared(), &MenuTracking::cancelRequested);
+    MenuTracking::shared().begin();
+    const FixtureProgram second(u"qt6"_s);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return cancelled.count() > 0; }, Limit));
+    QTest::qWait(100);
+    EXPECT_TRUE(switches.isEmpty());
+    MenuTracking::shared().end();
+    EXPECT_TRUE(switches.isEmpty()) << "the call that popped the menu up has not returned";
+    EXPECT_TRUE(waitForSwitches(1));
+    EXPECT_EQ(switches, QList<qint64>{second.processIdentifier()});
+}
+
+TEST_F(LinuxWorkspaceTest, aWindow_isMovedAndResizedAsItReads)
+{
+    for (const QString& toolkit : {u"gtk3"_s, u"qt6"_s}) {
+        SCOPED_TRACE(toolkit.toStdString());
+        const FixtureProgram program(toolkit);
+        ASSERT_TRUE(waitUntilFront(program));
+        const UIElementRef window = frontWindow();
+        const auto position = [&] { return value(window, AXPositionAttribute)->value<AXValue>(); };
+        const auto size = [&] { return value(window, AXSizeAttribute)->value<AXValue>(); };
+        EXPECT_EQ(text(window, AXRoleAttribute), u"AXWindow"_s);
+        EXPECT_EQ(text(window, u"AXRoleDescription"_s), u"window"_s);
+        EXPECT_EQ(text(window, AXTitleAttribute), u"Fixture"_s);
+        EXPECT_EQ(value(window, u"AXMain"_s), QVariant(true));
+        EXPECT_TRUE(element(window, AXParentAttribute) == frontApplication());
+        EXPECT_EQ(accessibility.getPid(window), program.processIdentifier());
+        EXPECT_EQ(accessibility.isAttributeSettable(window, AXPositionAttribute), true);
+        EXPECT_EQ(accessibility.isAttributeSettable(window, AXSizeAttribute), true);
+        EXPECT_EQ(accessibility.isAttributeSettable(window, AXTitleAttribute), false);
+
+        const AXValue place(QPointF(150, 90));
+        EXPECT_TRUE(accessibility.setAttributeValue(window, AXPositionAttribute, QVariant::fromValue(place)));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return position() == place; }, Limit));
+        const AXValue extent(QSizeF(500, 400));
+        EXPECT_TRUE(accessibility.setAttributeValue(window, AXSizeAttribute, QVariant::fromValue(extent)));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return size() == extent; }, Limit));
+        EXPECT_TRUE(position() == place) << "the corner stays";
+        EXPECT_FALSE(accessibility.setAttributeValue(window, AXSizeAttribute, QVariant::fromValue(place)));
+        EXPECT_FALSE(accessibility.setAttributeValue(window, AXPositionAttribute, 7));
+    }
+}
+
+TEST_F(LinuxWorkspaceTest, aWindowThatIsGone_readsAsMissing)
+{
+    const xcb_window_t window = makeWindow({});
+    ASSERT_TRUE(waitUntilActive(window));
+    const UIElementRef gone = frontWindow();
+    destroy(window);
+    for (const QString& attribute :
+         {AXTitleAttribute, AXPositionAttribute, AXSizeAttribute, u"AXRoleDescription"_s, u"AXMain"_s})
+        EXPECT_FALSE(value(gone, attribute)) << attribute.toStdString();
+    EXPECT_FALSE(accessibility.setAttributeValue(gone, AXPositionAttribute,
+                                                 QVariant::fromValue(AXValue(QPointF(1, 1)))));
+}
+
+TEST_F(LinuxWorkspaceTest, windowTypes_haveTheirWords)
+{
+    const std::pair<QByteArray, QString> rows[] = {
+        {"NORMAL", u"window"_s},           {"DIALOG", u"dialog"_s}, {"UTILITY", u"floating window"_s},
+        {"TOOLBAR", u"floating window"_s}, {"", u"window"_s},
+    };
+    for (const auto& [type, word] : rows) {
+        const xcb_window_t window = makeWindow(type);
+        activate(window);
+        ASSERT_TRUE(waitUntilActive(window)) << type.toStdString();
+        EXPECT_EQ(text(frontWindow(), u"AXRoleDescription"_s), word) << type.toStdString();
+        destroy(window);
+    }
+}
+
+TEST_F(LinuxWorkspaceTest, ourOwnWindow_isAnsweredWithoutTheBus)
+{
+    application.menuBar = Menu::create({});
+    const auto item = MenuItem::create(u"Tarnwick"_s);
+    item->setSubmenu(Menu::create(u"Tarnwick"_s));
+    application.menuBar->addItem(item);
+    QWidget window;
+    window.show();
+    ASSERT_TRUE(waitUntilActive(static_cast<xcb_window_t>(window.winId())));
+    EXPECT_TRUE(waitForSwitches(1));
+    EXPECT_EQ(switches.last(), QCoreApplication::applicationPid());
+    QElapsedTimer time;
+    time.start();
+    EXPECT_EQ(barTitles(), QStringList(u"Application"_s));
+    EXPECT_LE(time.elapsed(), 250) << "asking ourselves over the bus would run into the limit";
+    EXPECT_EQ(workspace.activeApplication()->name, QCoreApplication::applicationName());
+}
+
+TEST_F(LinuxWorkspaceTest, publishing_isSwitchedOnAndTheScreenReaderIsNot)
+{
+    QProcess status;
+    const auto property = [&](const QString& name) {
+        status.start(u"dbus-send"_s, {u"--session"_s, u"--print-reply=literal"_s, u"--dest=org.a11y.Bus"_s,
+                                      u"/org/a11y/bus"_s, u"org.freedesktop.DBus.Properties.Get"_s,
+                                      u"string:org.a11y.Status"_s, u"string:"_s + name});
+        status.waitForFinished();
+        return QString::fromUtf8(status.readAllStandardOutput()).simplified();
+    };
+    EXPECT_TRUE(property(u"IsEnabled"_s).endsWith(u"boolean true"_s));
+    EXPECT_TRUE(property(u"ScreenReaderEnabled"_s).endsWith(u"boolean false"_s));
+}
+
+TEST_F(LinuxWorkspaceTest, directories_areThoseOfSettingsPanes)
+{
+    EXPECT_EQ(workspace
+                  .searchPathForDirectoriesInDomains(Workspace::PreferencePanesDirectory,
+                                                     Workspace::SystemDomainMask, true)
+                  .size(),
+              1);
+    EXPECT_TRUE(workspace
+                    .searchPathForDirectoriesInDomains(Workspace::PreferencePanesDirectory,
+                                                       static_cast<Workspace::SearchPathDomainMask>(1), true)
+                    .isEmpty());
+}
+
+// The last: the window manager does not come back.
+TEST_F(LinuxWorkspaceTest, zWithoutAWindowManager_theFocusTells)
+{
+    const FixtureProgram first(u"gtk3"_s);
+    ASSERT_TRUE(waitUntilFront(first));
+    const FixtureProgram second(u"qt6"_s);
+    ASSERT_TRUE(waitUntilFront(second));
+    const xcb_window_t firstWindow = windowOf(first, u"Fixture"_s);
+    const xcb_window_t secondWindow = windowOf(second, u"Fixture"_s);
+    ASSERT_TRUE(waitForSwitches(2));
+
+    QProcess manager;
+    manager.start(u"openbox"_s, {u"--sm-disable"_s, u"--replace"_s});
+    ASSERT_TRUE(manager.waitForStarted());
+    QTest::qWait(500);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return windows.managed(); }, Limit)) << "replaced";
+    activate(firstWindow);
+    ASSERT_TRUE(waitUntilFront(first)) << "the new one is followed";
+    activate(secondWindow);
+    ASSERT_TRUE(waitUntilFront(second));
+    manager.kill();
+    manager.waitForFinished();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !windows.managed(); }, Limit));
+    QTest::qWait(100);
+    switches.clear();
+    focus(firstWindow);
+    ASSERT_TRUE(waitUntilFront(first));
+    EXPECT_TRUE(waitForSwitches(1));
+    focus(secondWindow);
+    ASSERT_TRUE(waitUntilFront(second));
+    EXPECT_TRUE(waitForSwitches(2));
+    EXPECT_EQ(switches, (QList<qint64>{first.processIdentifier(), second.processIdentifier()}));
+}
