@@ -2,6 +2,7 @@
 #include "platform/linux/LinuxSymbolicHotKeys.h"
 
 #include "platform/linux/KeyCodes.h"
+#include "platform/linux/X11Connection.h"
 #include "platform/linux/XkbKeymap.h"
 
 #include <QGuiApplication>
@@ -38,12 +39,13 @@ std::optional<SymbolicHotKey> hotKeyOf(const DesktopShortcut& shortcut, const Xk
 
 } // namespace
 
-LinuxSymbolicHotKeys::LinuxSymbolicHotKeys(Desktop desktop) : _desktop(std::move(desktop))
+LinuxSymbolicHotKeys::LinuxSymbolicHotKeys(Desktop desktop)
+    : _desktop(std::move(desktop)), _keyboard(X11Connection::shared())
 {
     // Without the focus there is nothing to record, and the keyboard belongs to others.
     connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, [this](const QWindow* window) {
         if (!window)
-            _hold.reset();
+            _keyboard.release();
     });
 }
 
@@ -69,11 +71,7 @@ std::optional<QList<SymbolicHotKey>> LinuxSymbolicHotKeys::copySymbolicHotKeys(q
 
 SymbolicHotKeys::ModeToken LinuxSymbolicHotKeys::pushSymbolicHotKeyMode(quint32 options)
 {
-    if (!(options & AllHotKeysDisabled))
-        return 0;
-    if (!_hold)
-        _hold = X11KeyboardHold::take();
-    if (!_hold)
+    if (!(options & AllHotKeysDisabled) || !X11Connection::shared() || !_keyboard.take(1))
         return 0;
     _modes.insert(++_lastToken);
     return _lastToken;
@@ -82,7 +80,7 @@ SymbolicHotKeys::ModeToken LinuxSymbolicHotKeys::pushSymbolicHotKeyMode(quint32 
 void LinuxSymbolicHotKeys::popSymbolicHotKeyMode(ModeToken token)
 {
     if (_modes.remove(token) && _modes.isEmpty())
-        _hold.reset();
+        _keyboard.release();
 }
 
 bool LinuxSymbolicHotKeys::_heldElsewhere(qint64 keyCode, quint32 modifiers) const

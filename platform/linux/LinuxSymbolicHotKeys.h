@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/linux/DesktopShortcutStores.h"
-#include "platform/linux/X11KeyboardHold.h"
+#include "platform/linux/X11KeyboardGrab.h"
 #include "shortcut/SymbolicHotKeys.h"
 
 #include <QObject>
@@ -16,7 +16,7 @@ namespace tarnwick {
 class XkbKeymap;
 
 /// The shortcuts that the desktop has written down, and whatever else the X server says is held. They are
-/// switched off by holding the keyboard, while one of our windows has the focus.
+/// switched off by holding the whole keyboard, while one of our windows has the focus.
 class LinuxSymbolicHotKeys final : public QObject, public SymbolicHotKeys
 {
     Q_OBJECT
@@ -47,7 +47,7 @@ private:
     Desktop _desktop;
     ModeToken _lastToken = 0;
     QSet<ModeToken> _modes;
-    std::unique_ptr<X11KeyboardHold> _hold;
+    X11KeyboardGrab _keyboard;
 };
 
 } // namespace tarnwick

@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 #include <xkbcommon/xkbcommon-keysyms.h>
@@ -91,6 +92,20 @@ esac
     EXPECT_EQ(keysyms(read({u"ubuntu"_s, u"GNOME"_s})), (QList<quint32>{XKB_KEY_F4, XKB_KEY_e, XKB_KEY_x}));
     EXPECT_EQ(keysyms(read({u"MATE"_s})), (QList<quint32>{XKB_KEY_F1, XKB_KEY_c}));
     EXPECT_EQ(keysyms(read({u"X-Cinnamon"_s})), (QList<quint32>{XKB_KEY_d, XKB_KEY_e}));
+}
+
+TEST_F(DesktopShortcutStoresTest, realSettings_areReadWhereTheyAreInstalled)
+{
+    if (!QFile::exists(u"/usr/share/glib-2.0/schemas/org.gnome.desktop.wm.keybindings.gschema.xml"_s) ||
+        QStandardPaths::findExecutable(u"gsettings"_s).isEmpty())
+        GTEST_SKIP() << "no GNOME settings on this machine";
+    qputenv("GSETTINGS_BACKEND", "memory"); // the defaults, and none of the user's own
+    const auto shortcuts = read({u"GNOME"_s});
+    qunsetenv("GSETTINGS_BACKEND");
+    ASSERT_TRUE(shortcuts);
+    EXPECT_TRUE(shortcuts->contains(DesktopShortcut{XKB_KEY_F4, 0, 0x800})) << "close a window";
+    EXPECT_TRUE(shortcuts->contains(DesktopShortcut{XKB_KEY_Tab, 0, 0x800})) << "switch windows";
+    EXPECT_GT(shortcuts->size(), 20);
 }
 
 TEST_F(DesktopShortcutStoresTest, settingsProgramThatFails_meansThatNothingIsKnown)
