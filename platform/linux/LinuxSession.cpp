@@ -39,7 +39,7 @@ void reopen()
 }
 
 // Qt publishes its own windows and menus to screen readers only when this is set, or when accessibility was
-// on before Qt started.
+// on before Qt started. It looks for it once the accessibility bus has answered, so it stays set.
 constexpr char publishAlways[] = "QT_LINUX_ACCESSIBILITY_ALWAYS_ON";
 
 /// The count of arguments, for a Qt that is about to start. Qt ends with a crash report where there is no
@@ -82,7 +82,6 @@ void endWithTheDisplay()
 LinuxSession::LinuxSession(int argc, char** argv)
     : _arguments(argc, argv), _application(countForStartOfQt(_arguments), _arguments.argv())
 {
-    qunsetenv(publishAlways); // not for the programs that are started from here
     QCoreApplication::setOrganizationName(desktop_names::OrganizationName);
     QCoreApplication::setApplicationName(desktop_names::ApplicationName);
     QGuiApplication::setDesktopFileName(desktop_names::BusName);
