@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/Desktop.h"
 #include "app/MainInterface.h"
+#include "app/Translations.h"
 #include "prefs/PreferencesWindowController.h"
 
 using namespace tarnwick;
@@ -11,6 +12,7 @@ int main(int argc, char** argv)
     desktop.makeShared();
     if (desktop.session->handedOverToRunningInstance())
         return 0;
+    const Translations translations;
     AppDelegate::initialize();
     std::unique_ptr<MainInterface> interface;
     return desktop.session->run([&interface] {

@@ -18,12 +18,12 @@ struct ToolbarItem final : ActionSender
     }
 
     QString identifier;
-    QString label; ///< with "&" before its mnemonic
+    QString label; ///< with "&" before its mnemonic, or with "(&X)" at the end where no letter serves
     int tag;
     QIcon icon;
 
     /// The label as it reads.
-    [[nodiscard]] QString plainLabel() const { return QString(label).remove(u'&'); }
+    [[nodiscard]] QString plainLabel() const;
 };
 
 } // namespace tarnwick

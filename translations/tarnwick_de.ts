@@ -1,0 +1,302 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de" sourcelanguage="en">
+<context>
+    <name>ShortcutRecorder</name>
+    <message>
+        <source>Space</source>
+        <translation>Leertaste</translation>
+    </message>
+    <message>
+        <source>Pad %@</source>
+        <translation>Ziffernblock %@</translation>
+    </message>
+    <message>
+        <source>Command + </source>
+        <translation>Befehl + </translation>
+    </message>
+    <message>
+        <source>Option + </source>
+        <translation>Option + </translation>
+    </message>
+    <message>
+        <source>Control + </source>
+        <translation>Control + </translation>
+    </message>
+    <message>
+        <source>Shift + </source>
+        <translation>Umschalt + </translation>
+    </message>
+    <message>
+        <source>The key combination %@ can't be used!</source>
+        <translation>Das Tastenkürzel %@ kann nicht verwendet werden.</translation>
+    </message>
+    <message>
+        <source>The key combination "%@" can't be used because %@.</source>
+        <translation>Das Tastenkürzel „%@“ kann nicht verwendet werden: %@.</translation>
+    </message>
+    <message>
+        <source>it's already used</source>
+        <translation>es wird bereits verwendet</translation>
+    </message>
+    <message>
+        <source>The key combination "%@" can't be used because it's already used by a system-wide keyboard shortcut. (If you really want to use this key combination, most shortcuts can be changed in the Keyboard &amp; Mouse panel in System Preferences.)</source>
+        <translation>Das Tastenkürzel „%@“ kann nicht verwendet werden, weil es bereits systemweit vergeben ist. (Die meisten Tastenkürzel lassen sich in den Systemeinstellungen unter „Tastatur &amp; Maus“ ändern, falls Sie genau dieses verwenden möchten.)</translation>
+    </message>
+    <message>
+        <source>The key combination "%@" can't be used because it's already used by the menu item "%@".</source>
+        <translation>Das Tastenkürzel „%@“ kann nicht verwendet werden, weil es bereits zum Menüeintrag „%@“ gehört.</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Alert</source>
+        <translation>Hinweis</translation>
+    </message>
+    <message>
+        <source>Click to record shortcut</source>
+        <translation>Klicken zum Aufnehmen</translation>
+    </message>
+    <message>
+        <source>Type shortcut</source>
+        <translation>Tastenkürzel drücken</translation>
+    </message>
+    <message>
+        <source>Use old shortcut</source>
+        <translation>Altes Kürzel behalten</translation>
+    </message>
+    <message>
+        <source>Shortcut</source>
+        <translation>Tastenkürzel</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>keines</translation>
+    </message>
+    <message>
+        <source>%@, %@</source>
+        <translation>%@, %@</translation>
+    </message>
+    <message>
+        <source>%@, %@, press Space to record</source>
+        <translation>%@, %@, zum Aufnehmen Leertaste drücken</translation>
+    </message>
+    <message>
+        <source>%@, recording, type shortcut or press Escape to cancel</source>
+        <translation>%@, Aufnahme läuft, Tastenkürzel drücken oder mit Escape abbrechen</translation>
+    </message>
+    <message>
+        <source>Command</source>
+        <translation>Befehl</translation>
+    </message>
+    <message>
+        <source>Option</source>
+        <translation>Option</translation>
+    </message>
+    <message>
+        <source>Control</source>
+        <translation>Control</translation>
+    </message>
+    <message>
+        <source>Shift</source>
+        <translation>Umschalt</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Rückschritt</translation>
+    </message>
+    <message>
+        <source>Forward Delete</source>
+        <translation>Entfernen</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Löschen</translation>
+    </message>
+    <message>
+        <source>Left Arrow</source>
+        <translation>Pfeil nach links</translation>
+    </message>
+    <message>
+        <source>Right Arrow</source>
+        <translation>Pfeil nach rechts</translation>
+    </message>
+    <message>
+        <source>Up Arrow</source>
+        <translation>Pfeil nach oben</translation>
+    </message>
+    <message>
+        <source>Down Arrow</source>
+        <translation>Pfeil nach unten</translation>
+    </message>
+    <message>
+        <source>End</source>
+        <translation>Ende</translation>
+    </message>
+    <message>
+        <source>Home</source>
+        <translation>Pos 1</translation>
+    </message>
+    <message>
+        <source>Escape</source>
+        <translation>Escape</translation>
+    </message>
+    <message>
+        <source>Page Down</source>
+        <translation>Bild ab</translation>
+    </message>
+    <message>
+        <source>Page Up</source>
+        <translation>Bild auf</translation>
+    </message>
+    <message>
+        <source>Return</source>
+        <translation>Eingabe</translation>
+    </message>
+    <message>
+        <source>Enter</source>
+        <translation>Enter im Ziffernblock</translation>
+    </message>
+    <message>
+        <source>Tab</source>
+        <translation>Tabulator</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>Hilfe</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::PreferencesWindow</name>
+    <message>
+        <source>H&amp;ot Key</source>
+        <translation>&amp;Tastenkürzel</translation>
+    </message>
+    <message>
+        <source>&amp;General</source>
+        <translation>Allge&amp;mein</translation>
+    </message>
+    <message>
+        <source>Abo&amp;ut</source>
+        <translation>Übe&amp;r</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::HotKeyPane</name>
+    <message>
+        <source>Open the menu with a &amp;hot key</source>
+        <translation>Das Menü mit einem Ta&amp;stenkürzel öffnen</translation>
+    </message>
+    <message>
+        <source>&amp;Shortcut:</source>
+        <translation>&amp;Kürzel:</translation>
+    </message>
+    <message>
+        <source>Click the field or press Space in it, then press the new keys together. Escape keeps the old ones.</source>
+        <translation>Klicken Sie in das Feld oder drücken Sie darin die Leertaste und dann die neuen Tasten zusammen. Escape behält die alten.</translation>
+    </message>
+    <message>
+        <source>Open the menu with an e&amp;xtra mouse button</source>
+        <translation>Das Menü mit einer &amp;zusätzlichen Maustaste öffnen</translation>
+    </message>
+    <message>
+        <source>Mouse button</source>
+        <translation>Maustaste</translation>
+    </message>
+    <message>
+        <source>Mouse &amp;button:</source>
+        <translation>Ma&amp;ustaste:</translation>
+    </message>
+    <message>
+        <source>Click the field with the button that is to open the menu: the middle one, or one at the side of the mouse.</source>
+        <translation>Klicken Sie mit der Taste in das Feld, die das Menü öffnen soll: der mittleren oder einer an der Seite der Maus.</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::TWMouseButtonIdentifier</name>
+    <message>
+        <source>Button Number: %i</source>
+        <translation>Tastennummer: %i</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::GeneralOptionsPane</name>
+    <message>
+        <source>Start Tarnwick when I &amp;log in</source>
+        <translation>Tarnwick beim &amp;Anmelden starten</translation>
+    </message>
+    <message>
+        <source>Show Tarnwick's &amp;icon in the status area</source>
+        <translation>&amp;Symbol von Tarnwick im Statusbereich zeigen</translation>
+    </message>
+    <message>
+        <source>Without the icon, start Tarnwick again to come back to this window.</source>
+        <translation>Ohne das Symbol kommen Sie zu diesem Fenster, indem Sie Tarnwick noch einmal starten.</translation>
+    </message>
+    <message>
+        <source>Include the s&amp;ystem menu</source>
+        <translation>Das S&amp;ystemmenü aufnehmen</translation>
+    </message>
+    <message>
+        <source>Include the &amp;application's own menu, the one with its name</source>
+        <translation>Das &amp;eigene Menü des Programms aufnehmen, das dessen Namen trägt</translation>
+    </message>
+    <message>
+        <source>Show &amp;keyboard shortcuts beside the menu items</source>
+        <translation>Tasten&amp;kürzel neben den Menüeinträgen zeigen</translation>
+    </message>
+    <message>
+        <source>Show al&amp;ternative items only while their modifier key is held</source>
+        <translation>A&amp;lternative Einträge nur bei gehaltener Sondertaste zeigen</translation>
+    </message>
+    <message>
+        <source>Standard</source>
+        <translation>Standard</translation>
+    </message>
+    <message>
+        <source> points</source>
+        <translation> Punkt</translation>
+    </message>
+    <message>
+        <source>Text &amp;size of the menu:</source>
+        <translation>Schrift&amp;größe des Menüs:</translation>
+    </message>
+    <message>
+        <source>Text size of the menu</source>
+        <translation>Schriftgröße des Menüs</translation>
+    </message>
+    <message>
+        <source>&amp;Reset to Defaults</source>
+        <translation>&amp;Zurücksetzen</translation>
+    </message>
+    <message>
+        <source>&amp;Quit Tarnwick</source>
+        <translation>Tarnwick &amp;beenden</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::AboutPane</name>
+    <message>
+        <source>Version %1</source>
+        <translation>Version %1</translation>
+    </message>
+    <message>
+        <source>The menu bar of the application in front, at the pointer.</source>
+        <translation>Die Menüleiste des vordersten Programms am Mauszeiger.</translation>
+    </message>
+    <message>
+        <source>&amp;Quorlane Home Page</source>
+        <translation>Website von &amp;Quorlane</translation>
+    </message>
+    <message>
+        <source>O&amp;stravane Home Page</source>
+        <translation>Website von &amp;Ostravane</translation>
+    </message>
+    <message>
+        <source>Opens in the web browser</source>
+        <translation>Wird im Webbrowser geöffnet</translation>
+    </message>
+</context>
+</TS>

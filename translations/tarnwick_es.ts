@@ -1,0 +1,302 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="es" sourcelanguage="en">
+<context>
+    <name>ShortcutRecorder</name>
+    <message>
+        <source>Space</source>
+        <translation>Espacio</translation>
+    </message>
+    <message>
+        <source>Pad %@</source>
+        <translation>Teclado num. %@</translation>
+    </message>
+    <message>
+        <source>Command + </source>
+        <translation>Comando + </translation>
+    </message>
+    <message>
+        <source>Option + </source>
+        <translation>Opción + </translation>
+    </message>
+    <message>
+        <source>Control + </source>
+        <translation>Control + </translation>
+    </message>
+    <message>
+        <source>Shift + </source>
+        <translation>Mayúsculas + </translation>
+    </message>
+    <message>
+        <source>The key combination %@ can't be used!</source>
+        <translation>No se puede usar la combinación de teclas %@.</translation>
+    </message>
+    <message>
+        <source>The key combination "%@" can't be used because %@.</source>
+        <translation>No se puede usar la combinación de teclas «%@»: %@.</translation>
+    </message>
+    <message>
+        <source>it's already used</source>
+        <translation>ya está en uso</translation>
+    </message>
+    <message>
+        <source>The key combination "%@" can't be used because it's already used by a system-wide keyboard shortcut. (If you really want to use this key combination, most shortcuts can be changed in the Keyboard &amp; Mouse panel in System Preferences.)</source>
+        <translation>No se puede usar la combinación de teclas «%@» porque ya es un atajo de teclado de todo el sistema. (Si de verdad desea usarla, la mayoría de los atajos se pueden cambiar en el panel Teclado y ratón de Preferencias del Sistema.)</translation>
+    </message>
+    <message>
+        <source>The key combination "%@" can't be used because it's already used by the menu item "%@".</source>
+        <translation>No se puede usar la combinación de teclas «%@» porque ya la usa el elemento de menú «%@».</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>Aceptar</translation>
+    </message>
+    <message>
+        <source>Alert</source>
+        <translation>Alerta</translation>
+    </message>
+    <message>
+        <source>Click to record shortcut</source>
+        <translation>Clic para grabar atajo</translation>
+    </message>
+    <message>
+        <source>Type shortcut</source>
+        <translation>Pulse el atajo</translation>
+    </message>
+    <message>
+        <source>Use old shortcut</source>
+        <translation>Usar el atajo anterior</translation>
+    </message>
+    <message>
+        <source>Shortcut</source>
+        <translation>Atajo</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>ninguno</translation>
+    </message>
+    <message>
+        <source>%@, %@</source>
+        <translation>%@, %@</translation>
+    </message>
+    <message>
+        <source>%@, %@, press Space to record</source>
+        <translation>%@, %@, pulse Espacio para grabar</translation>
+    </message>
+    <message>
+        <source>%@, recording, type shortcut or press Escape to cancel</source>
+        <translation>%@, grabando, pulse el atajo o Escape para cancelar</translation>
+    </message>
+    <message>
+        <source>Command</source>
+        <translation>Comando</translation>
+    </message>
+    <message>
+        <source>Option</source>
+        <translation>Opción</translation>
+    </message>
+    <message>
+        <source>Control</source>
+        <translation>Control</translation>
+    </message>
+    <message>
+        <source>Shift</source>
+        <translation>Mayúsculas</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Retroceso</translation>
+    </message>
+    <message>
+        <source>Forward Delete</source>
+        <translation>Suprimir</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Borrar</translation>
+    </message>
+    <message>
+        <source>Left Arrow</source>
+        <translation>Flecha izquierda</translation>
+    </message>
+    <message>
+        <source>Right Arrow</source>
+        <translation>Flecha derecha</translation>
+    </message>
+    <message>
+        <source>Up Arrow</source>
+        <translation>Flecha arriba</translation>
+    </message>
+    <message>
+        <source>Down Arrow</source>
+        <translation>Flecha abajo</translation>
+    </message>
+    <message>
+        <source>End</source>
+        <translation>Fin</translation>
+    </message>
+    <message>
+        <source>Home</source>
+        <translation>Inicio</translation>
+    </message>
+    <message>
+        <source>Escape</source>
+        <translation>Escape</translation>
+    </message>
+    <message>
+        <source>Page Down</source>
+        <translation>Avanzar página</translation>
+    </message>
+    <message>
+        <source>Page Up</source>
+        <translation>Retroceder página</translation>
+    </message>
+    <message>
+        <source>Return</source>
+        <translation>Intro</translation>
+    </message>
+    <message>
+        <source>Enter</source>
+        <translation>Intro del teclado numérico</translation>
+    </message>
+    <message>
+        <source>Tab</source>
+        <translation>Tabulador</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>Ayuda</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::PreferencesWindow</name>
+    <message>
+        <source>H&amp;ot Key</source>
+        <translation>Ata&amp;jo</translation>
+    </message>
+    <message>
+        <source>&amp;General</source>
+        <translation>&amp;General</translation>
+    </message>
+    <message>
+        <source>Abo&amp;ut</source>
+        <translation>A&amp;cerca de</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::HotKeyPane</name>
+    <message>
+        <source>Open the menu with a &amp;hot key</source>
+        <translation>Abrir el menú con un atajo de &amp;teclado</translation>
+    </message>
+    <message>
+        <source>&amp;Shortcut:</source>
+        <translation>Tec&amp;las del atajo:</translation>
+    </message>
+    <message>
+        <source>Click the field or press Space in it, then press the new keys together. Escape keeps the old ones.</source>
+        <translation>Haga clic en el campo o pulse Espacio en él y, después, pulse las nuevas teclas a la vez. Escape conserva las anteriores.</translation>
+    </message>
+    <message>
+        <source>Open the menu with an e&amp;xtra mouse button</source>
+        <translation>Abrir el menú con un botón &amp;adicional del ratón</translation>
+    </message>
+    <message>
+        <source>Mouse button</source>
+        <translation>Botón del ratón</translation>
+    </message>
+    <message>
+        <source>Mouse &amp;button:</source>
+        <translation>&amp;Botón del ratón:</translation>
+    </message>
+    <message>
+        <source>Click the field with the button that is to open the menu: the middle one, or one at the side of the mouse.</source>
+        <translation>Haga clic en el campo con el botón que debe abrir el menú: el central o uno lateral del ratón.</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::TWMouseButtonIdentifier</name>
+    <message>
+        <source>Button Number: %i</source>
+        <translation>Número de botón: %i</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::GeneralOptionsPane</name>
+    <message>
+        <source>Start Tarnwick when I &amp;log in</source>
+        <translation>&amp;Iniciar Tarnwick al iniciar sesión</translation>
+    </message>
+    <message>
+        <source>Show Tarnwick's &amp;icon in the status area</source>
+        <translation>&amp;Mostrar el icono de Tarnwick en el área de estado</translation>
+    </message>
+    <message>
+        <source>Without the icon, start Tarnwick again to come back to this window.</source>
+        <translation>Sin el icono, vuelva a abrir Tarnwick para regresar a esta ventana.</translation>
+    </message>
+    <message>
+        <source>Include the s&amp;ystem menu</source>
+        <translation>Incluir el menú del &amp;sistema</translation>
+    </message>
+    <message>
+        <source>Include the &amp;application's own menu, the one with its name</source>
+        <translation>Incluir el menú &amp;propio de la aplicación, el que lleva su nombre</translation>
+    </message>
+    <message>
+        <source>Show &amp;keyboard shortcuts beside the menu items</source>
+        <translation>Mostrar los atajos de &amp;teclado junto a los elementos</translation>
+    </message>
+    <message>
+        <source>Show al&amp;ternative items only while their modifier key is held</source>
+        <translation>Mostrar los e&amp;lementos alternativos solo con su tecla pulsada</translation>
+    </message>
+    <message>
+        <source>Standard</source>
+        <translation>Estándar</translation>
+    </message>
+    <message>
+        <source> points</source>
+        <translation> puntos</translation>
+    </message>
+    <message>
+        <source>Text &amp;size of the menu:</source>
+        <translation>Tamaño del te&amp;xto del menú:</translation>
+    </message>
+    <message>
+        <source>Text size of the menu</source>
+        <translation>Tamaño del texto del menú</translation>
+    </message>
+    <message>
+        <source>&amp;Reset to Defaults</source>
+        <translation>&amp;Restablecer</translation>
+    </message>
+    <message>
+        <source>&amp;Quit Tarnwick</source>
+        <translation>Salir de Tar&amp;nwick</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::AboutPane</name>
+    <message>
+        <source>Version %1</source>
+        <translation>Versión %1</translation>
+    </message>
+    <message>
+        <source>The menu bar of the application in front, at the pointer.</source>
+        <translation>La barra de menús de la aplicación activa, junto al puntero.</translation>
+    </message>
+    <message>
+        <source>&amp;Quorlane Home Page</source>
+        <translation>Web de &amp;Quorlane</translation>
+    </message>
+    <message>
+        <source>O&amp;stravane Home Page</source>
+        <translation>Web de &amp;Ostravane</translation>
+    </message>
+    <message>
+        <source>Opens in the web browser</source>
+        <translation>Se abre en el navegador web</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,302 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="fr" sourcelanguage="en">
+<context>
+    <name>ShortcutRecorder</name>
+    <message>
+        <source>Space</source>
+        <translation>Espace</translation>
+    </message>
+    <message>
+        <source>Pad %@</source>
+        <translation>Pavé num. %@</translation>
+    </message>
+    <message>
+        <source>Command + </source>
+        <translation>Commande + </translation>
+    </message>
+    <message>
+        <source>Option + </source>
+        <translation>Option + </translation>
+    </message>
+    <message>
+        <source>Control + </source>
+        <translation>Contrôle + </translation>
+    </message>
+    <message>
+        <source>Shift + </source>
+        <translation>Maj + </translation>
+    </message>
+    <message>
+        <source>The key combination %@ can't be used!</source>
+        <translation>La combinaison de touches %@ ne peut pas être utilisée.</translation>
+    </message>
+    <message>
+        <source>The key combination "%@" can't be used because %@.</source>
+        <translation>La combinaison de touches « %@ » ne peut pas être utilisée : %@.</translation>
+    </message>
+    <message>
+        <source>it's already used</source>
+        <translation>elle est déjà utilisée</translation>
+    </message>
+    <message>
+        <source>The key combination "%@" can't be used because it's already used by a system-wide keyboard shortcut. (If you really want to use this key combination, most shortcuts can be changed in the Keyboard &amp; Mouse panel in System Preferences.)</source>
+        <translation>La combinaison de touches « %@ » ne peut pas être utilisée, car elle sert déjà de raccourci clavier à l’ensemble du système. (Si vous tenez à l’utiliser, la plupart des raccourcis peuvent être modifiés dans le panneau Clavier et souris des Préférences Système.)</translation>
+    </message>
+    <message>
+        <source>The key combination "%@" can't be used because it's already used by the menu item "%@".</source>
+        <translation>La combinaison de touches « %@ » ne peut pas être utilisée, car elle est déjà associée à l’élément de menu « %@ ».</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Alert</source>
+        <translation>Alerte</translation>
+    </message>
+    <message>
+        <source>Click to record shortcut</source>
+        <translation>Cliquer pour enregistrer</translation>
+    </message>
+    <message>
+        <source>Type shortcut</source>
+        <translation>Saisir le raccourci</translation>
+    </message>
+    <message>
+        <source>Use old shortcut</source>
+        <translation>Garder l’ancien</translation>
+    </message>
+    <message>
+        <source>Shortcut</source>
+        <translation>Raccourci</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>aucun</translation>
+    </message>
+    <message>
+        <source>%@, %@</source>
+        <translation>%@, %@</translation>
+    </message>
+    <message>
+        <source>%@, %@, press Space to record</source>
+        <translation>%@, %@, appuyez sur Espace pour enregistrer</translation>
+    </message>
+    <message>
+        <source>%@, recording, type shortcut or press Escape to cancel</source>
+        <translation>%@, enregistrement, saisissez le raccourci ou appuyez sur Échap pour annuler</translation>
+    </message>
+    <message>
+        <source>Command</source>
+        <translation>Commande</translation>
+    </message>
+    <message>
+        <source>Option</source>
+        <translation>Option</translation>
+    </message>
+    <message>
+        <source>Control</source>
+        <translation>Contrôle</translation>
+    </message>
+    <message>
+        <source>Shift</source>
+        <translation>Maj</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Retour arrière</translation>
+    </message>
+    <message>
+        <source>Forward Delete</source>
+        <translation>Supprimer</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Effacer</translation>
+    </message>
+    <message>
+        <source>Left Arrow</source>
+        <translation>Flèche gauche</translation>
+    </message>
+    <message>
+        <source>Right Arrow</source>
+        <translation>Flèche droite</translation>
+    </message>
+    <message>
+        <source>Up Arrow</source>
+        <translation>Flèche haut</translation>
+    </message>
+    <message>
+        <source>Down Arrow</source>
+        <translation>Flèche bas</translation>
+    </message>
+    <message>
+        <source>End</source>
+        <translation>Fin</translation>
+    </message>
+    <message>
+        <source>Home</source>
+        <translation>Origine</translation>
+    </message>
+    <message>
+        <source>Escape</source>
+        <translation>Échap</translation>
+    </message>
+    <message>
+        <source>Page Down</source>
+        <translation>Page suivante</translation>
+    </message>
+    <message>
+        <source>Page Up</source>
+        <translation>Page précédente</translation>
+    </message>
+    <message>
+        <source>Return</source>
+        <translation>Entrée</translation>
+    </message>
+    <message>
+        <source>Enter</source>
+        <translation>Entrée du pavé numérique</translation>
+    </message>
+    <message>
+        <source>Tab</source>
+        <translation>Tabulation</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>Aide</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::PreferencesWindow</name>
+    <message>
+        <source>H&amp;ot Key</source>
+        <translation>&amp;Raccourci</translation>
+    </message>
+    <message>
+        <source>&amp;General</source>
+        <translation>&amp;Général</translation>
+    </message>
+    <message>
+        <source>Abo&amp;ut</source>
+        <translation>À pr&amp;opos</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::HotKeyPane</name>
+    <message>
+        <source>Open the menu with a &amp;hot key</source>
+        <translation>Ouvrir le menu avec un raccourci c&amp;lavier</translation>
+    </message>
+    <message>
+        <source>&amp;Shortcut:</source>
+        <translation>&amp;Touches :</translation>
+    </message>
+    <message>
+        <source>Click the field or press Space in it, then press the new keys together. Escape keeps the old ones.</source>
+        <translation>Cliquez dans le champ ou appuyez-y sur Espace, puis appuyez sur les nouvelles touches en même temps. Échap garde les anciennes.</translation>
+    </message>
+    <message>
+        <source>Open the menu with an e&amp;xtra mouse button</source>
+        <translation>Ouvrir le menu avec un bouton &amp;supplémentaire de la souris</translation>
+    </message>
+    <message>
+        <source>Mouse button</source>
+        <translation>Bouton de la souris</translation>
+    </message>
+    <message>
+        <source>Mouse &amp;button:</source>
+        <translation>&amp;Bouton :</translation>
+    </message>
+    <message>
+        <source>Click the field with the button that is to open the menu: the middle one, or one at the side of the mouse.</source>
+        <translation>Cliquez dans le champ avec le bouton qui doit ouvrir le menu : celui du milieu ou un bouton latéral de la souris.</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::TWMouseButtonIdentifier</name>
+    <message>
+        <source>Button Number: %i</source>
+        <translation>Bouton numéro : %i</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::GeneralOptionsPane</name>
+    <message>
+        <source>Start Tarnwick when I &amp;log in</source>
+        <translation>Lancer Tarnwick à l’ouverture de &amp;session</translation>
+    </message>
+    <message>
+        <source>Show Tarnwick's &amp;icon in the status area</source>
+        <translation>Afficher l’&amp;icône de Tarnwick dans la zone d’état</translation>
+    </message>
+    <message>
+        <source>Without the icon, start Tarnwick again to come back to this window.</source>
+        <translation>Sans l’icône, lancez de nouveau Tarnwick pour revenir à cette fenêtre.</translation>
+    </message>
+    <message>
+        <source>Include the s&amp;ystem menu</source>
+        <translation>Inclure le menu du s&amp;ystème</translation>
+    </message>
+    <message>
+        <source>Include the &amp;application's own menu, the one with its name</source>
+        <translation>Inclure le menu &amp;propre à l’application, celui qui porte son nom</translation>
+    </message>
+    <message>
+        <source>Show &amp;keyboard shortcuts beside the menu items</source>
+        <translation>Afficher les raccourcis &amp;clavier à côté des éléments</translation>
+    </message>
+    <message>
+        <source>Show al&amp;ternative items only while their modifier key is held</source>
+        <translation>N’afficher les éléments de re&amp;mplacement que touche maintenue</translation>
+    </message>
+    <message>
+        <source>Standard</source>
+        <translation>Standard</translation>
+    </message>
+    <message>
+        <source> points</source>
+        <translation> points</translation>
+    </message>
+    <message>
+        <source>Text &amp;size of the menu:</source>
+        <translation>&amp;Taille du texte du menu :</translation>
+    </message>
+    <message>
+        <source>Text size of the menu</source>
+        <translation>Taille du texte du menu</translation>
+    </message>
+    <message>
+        <source>&amp;Reset to Defaults</source>
+        <translation>Réta&amp;blir les réglages</translation>
+    </message>
+    <message>
+        <source>&amp;Quit Tarnwick</source>
+        <translation>&amp;Quitter Tarnwick</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::AboutPane</name>
+    <message>
+        <source>Version %1</source>
+        <translation>Version %1</translation>
+    </message>
+    <message>
+        <source>The menu bar of the application in front, at the pointer.</source>
+        <translation>La barre des menus de l’application au premier plan, au pointeur.</translation>
+    </message>
+    <message>
+        <source>&amp;Quorlane Home Page</source>
+        <translation>Site de &amp;Quorlane</translation>
+    </message>
+    <message>
+        <source>O&amp;stravane Home Page</source>
+        <translation>Site d’O&amp;stravane</translation>
+    </message>
+    <message>
+        <source>Opens in the web browser</source>
+        <translation>S’ouvre dans le navigateur web</translation>
+    </message>
+</context>
+</TS>

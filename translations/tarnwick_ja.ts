@@ -1,0 +1,302 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="ja" sourcelanguage="en">
+<context>
+    <name>ShortcutRecorder</name>
+    <message>
+        <source>Space</source>
+        <translation>スペース</translation>
+    </message>
+    <message>
+        <source>Pad %@</source>
+        <translation>テンキー %@</translation>
+    </message>
+    <message>
+        <source>Command + </source>
+        <translation>コマンド + </translation>
+    </message>
+    <message>
+        <source>Option + </source>
+        <translation>オプション + </translation>
+    </message>
+    <message>
+        <source>Control + </source>
+        <translation>コントロール + </translation>
+    </message>
+    <message>
+        <source>Shift + </source>
+        <translation>シフト + </translation>
+    </message>
+    <message>
+        <source>The key combination %@ can't be used!</source>
+        <translation>キーの組み合わせ %@ は使用できません。</translation>
+    </message>
+    <message>
+        <source>The key combination "%@" can't be used because %@.</source>
+        <translation>キーの組み合わせ「%@」は使用できません。理由: %@。</translation>
+    </message>
+    <message>
+        <source>it's already used</source>
+        <translation>すでに使用されています</translation>
+    </message>
+    <message>
+        <source>The key combination "%@" can't be used because it's already used by a system-wide keyboard shortcut. (If you really want to use this key combination, most shortcuts can be changed in the Keyboard &amp; Mouse panel in System Preferences.)</source>
+        <translation>キーの組み合わせ「%@」は、システム全体のキーボードショートカットとしてすでに使用されているため使用できません。（どうしてもこの組み合わせを使いたい場合は、ほとんどのショートカットをシステム環境設定の「キーボードとマウス」で変更できます。）</translation>
+    </message>
+    <message>
+        <source>The key combination "%@" can't be used because it's already used by the menu item "%@".</source>
+        <translation>キーの組み合わせ「%@」は、メニュー項目「%@」ですでに使用されているため使用できません。</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Alert</source>
+        <translation>警告</translation>
+    </message>
+    <message>
+        <source>Click to record shortcut</source>
+        <translation>クリックして記録</translation>
+    </message>
+    <message>
+        <source>Type shortcut</source>
+        <translation>ショートカットを入力</translation>
+    </message>
+    <message>
+        <source>Use old shortcut</source>
+        <translation>以前のものを使用</translation>
+    </message>
+    <message>
+        <source>Shortcut</source>
+        <translation>ショートカット</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>なし</translation>
+    </message>
+    <message>
+        <source>%@, %@</source>
+        <translation>%@、%@</translation>
+    </message>
+    <message>
+        <source>%@, %@, press Space to record</source>
+        <translation>%@、%@、記録するにはスペースキーを押してください</translation>
+    </message>
+    <message>
+        <source>%@, recording, type shortcut or press Escape to cancel</source>
+        <translation>%@、記録中、ショートカットを入力するか Escape で取り消し</translation>
+    </message>
+    <message>
+        <source>Command</source>
+        <translation>コマンド</translation>
+    </message>
+    <message>
+        <source>Option</source>
+        <translation>オプション</translation>
+    </message>
+    <message>
+        <source>Control</source>
+        <translation>コントロール</translation>
+    </message>
+    <message>
+        <source>Shift</source>
+        <translation>シフト</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>デリート</translation>
+    </message>
+    <message>
+        <source>Forward Delete</source>
+        <translation>前方削除</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>クリア</translation>
+    </message>
+    <message>
+        <source>Left Arrow</source>
+        <translation>左矢印</translation>
+    </message>
+    <message>
+        <source>Right Arrow</source>
+        <translation>右矢印</translation>
+    </message>
+    <message>
+        <source>Up Arrow</source>
+        <translation>上矢印</translation>
+    </message>
+    <message>
+        <source>Down Arrow</source>
+        <translation>下矢印</translation>
+    </message>
+    <message>
+        <source>End</source>
+        <translation>エンド</translation>
+    </message>
+    <message>
+        <source>Home</source>
+        <translation>ホーム</translation>
+    </message>
+    <message>
+        <source>Escape</source>
+        <translation>エスケープ</translation>
+    </message>
+    <message>
+        <source>Page Down</source>
+        <translation>ページダウン</translation>
+    </message>
+    <message>
+        <source>Page Up</source>
+        <translation>ページアップ</translation>
+    </message>
+    <message>
+        <source>Return</source>
+        <translation>リターン</translation>
+    </message>
+    <message>
+        <source>Enter</source>
+        <translation>エンター</translation>
+    </message>
+    <message>
+        <source>Tab</source>
+        <translation>タブ</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>ヘルプ</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::PreferencesWindow</name>
+    <message>
+        <source>H&amp;ot Key</source>
+        <translation>ホットキー(&amp;O)</translation>
+    </message>
+    <message>
+        <source>&amp;General</source>
+        <translation>一般(&amp;G)</translation>
+    </message>
+    <message>
+        <source>Abo&amp;ut</source>
+        <translation>情報(&amp;U)</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::HotKeyPane</name>
+    <message>
+        <source>Open the menu with a &amp;hot key</source>
+        <translation>ホットキーでメニューを開く(&amp;H)</translation>
+    </message>
+    <message>
+        <source>&amp;Shortcut:</source>
+        <translation>ショートカット(&amp;S):</translation>
+    </message>
+    <message>
+        <source>Click the field or press Space in it, then press the new keys together. Escape keeps the old ones.</source>
+        <translation>欄をクリックするか、欄の中でスペースキーを押してから、新しいキーを同時に押します。Escape キーで元のままになります。</translation>
+    </message>
+    <message>
+        <source>Open the menu with an e&amp;xtra mouse button</source>
+        <translation>マウスの追加ボタンでメニューを開く(&amp;X)</translation>
+    </message>
+    <message>
+        <source>Mouse button</source>
+        <translation>マウスボタン</translation>
+    </message>
+    <message>
+        <source>Mouse &amp;button:</source>
+        <translation>マウスボタン(&amp;B):</translation>
+    </message>
+    <message>
+        <source>Click the field with the button that is to open the menu: the middle one, or one at the side of the mouse.</source>
+        <translation>メニューを開くのに使うボタン（中央のボタン、またはマウスの側面のボタン）で欄をクリックします。</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::TWMouseButtonIdentifier</name>
+    <message>
+        <source>Button Number: %i</source>
+        <translation>ボタン番号: %i</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::GeneralOptionsPane</name>
+    <message>
+        <source>Start Tarnwick when I &amp;log in</source>
+        <translation>ログイン時に Tarnwick を起動(&amp;L)</translation>
+    </message>
+    <message>
+        <source>Show Tarnwick's &amp;icon in the status area</source>
+        <translation>状態表示領域に Tarnwick のアイコンを表示(&amp;I)</translation>
+    </message>
+    <message>
+        <source>Without the icon, start Tarnwick again to come back to this window.</source>
+        <translation>アイコンがないときは、もう一度 Tarnwick を起動するとこのウインドウに戻れます。</translation>
+    </message>
+    <message>
+        <source>Include the s&amp;ystem menu</source>
+        <translation>システムメニューを含める(&amp;Y)</translation>
+    </message>
+    <message>
+        <source>Include the &amp;application's own menu, the one with its name</source>
+        <translation>アプリケーション自身の名前のメニューを含める(&amp;A)</translation>
+    </message>
+    <message>
+        <source>Show &amp;keyboard shortcuts beside the menu items</source>
+        <translation>メニュー項目の横にキーボードショートカットを表示(&amp;K)</translation>
+    </message>
+    <message>
+        <source>Show al&amp;ternative items only while their modifier key is held</source>
+        <translation>修飾キーを押している間だけ代替項目を表示(&amp;T)</translation>
+    </message>
+    <message>
+        <source>Standard</source>
+        <translation>標準</translation>
+    </message>
+    <message>
+        <source> points</source>
+        <translation> ポイント</translation>
+    </message>
+    <message>
+        <source>Text &amp;size of the menu:</source>
+        <translation>メニューの文字サイズ(&amp;S):</translation>
+    </message>
+    <message>
+        <source>Text size of the menu</source>
+        <translation>メニューの文字サイズ</translation>
+    </message>
+    <message>
+        <source>&amp;Reset to Defaults</source>
+        <translation>デフォルトに戻す(&amp;R)</translation>
+    </message>
+    <message>
+        <source>&amp;Quit Tarnwick</source>
+        <translation>Tarnwick を終了(&amp;Q)</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::AboutPane</name>
+    <message>
+        <source>Version %1</source>
+        <translation>バージョン %1</translation>
+    </message>
+    <message>
+        <source>The menu bar of the application in front, at the pointer.</source>
+        <translation>最前面のアプリケーションのメニューバーをポインタの位置に。</translation>
+    </message>
+    <message>
+        <source>&amp;Quorlane Home Page</source>
+        <translation>&amp;Quorlane のホームページ</translation>
+    </message>
+    <message>
+        <source>O&amp;stravane Home Page</source>
+        <translation>O&amp;stravane のホームページ</translation>
+    </message>
+    <message>
+        <source>Opens in the web browser</source>
+        <translation>Web ブラウザで開きます</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,302 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="zh_CN" sourcelanguage="en">
+<context>
+    <name>ShortcutRecorder</name>
+    <message>
+        <source>Space</source>
+        <translation>空格</translation>
+    </message>
+    <message>
+        <source>Pad %@</source>
+        <translation>小键盘 %@</translation>
+    </message>
+    <message>
+        <source>Command + </source>
+        <translation>Command + </translation>
+    </message>
+    <message>
+        <source>Option + </source>
+        <translation>Option + </translation>
+    </message>
+    <message>
+        <source>Control + </source>
+        <translation>Control + </translation>
+    </message>
+    <message>
+        <source>Shift + </source>
+        <translation>Shift + </translation>
+    </message>
+    <message>
+        <source>The key combination %@ can't be used!</source>
+        <translation>无法使用组合键 %@！</translation>
+    </message>
+    <message>
+        <source>The key combination "%@" can't be used because %@.</source>
+        <translation>无法使用组合键“%@”，因为%@。</translation>
+    </message>
+    <message>
+        <source>it's already used</source>
+        <translation>它已被使用</translation>
+    </message>
+    <message>
+        <source>The key combination "%@" can't be used because it's already used by a system-wide keyboard shortcut. (If you really want to use this key combination, most shortcuts can be changed in the Keyboard &amp; Mouse panel in System Preferences.)</source>
+        <translation>无法使用组合键“%@”，因为它已被系统级键盘快捷键占用。（如果确实要使用此组合键，大多数快捷键可以在“系统偏好设置”的“键盘与鼠标”面板中更改。）</translation>
+    </message>
+    <message>
+        <source>The key combination "%@" can't be used because it's already used by the menu item "%@".</source>
+        <translation>无法使用组合键“%@”，因为菜单项“%@”已使用它。</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>好</translation>
+    </message>
+    <message>
+        <source>Alert</source>
+        <translation>提醒</translation>
+    </message>
+    <message>
+        <source>Click to record shortcut</source>
+        <translation>点按以录制快捷键</translation>
+    </message>
+    <message>
+        <source>Type shortcut</source>
+        <translation>键入快捷键</translation>
+    </message>
+    <message>
+        <source>Use old shortcut</source>
+        <translation>使用原快捷键</translation>
+    </message>
+    <message>
+        <source>Shortcut</source>
+        <translation>快捷键</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>无</translation>
+    </message>
+    <message>
+        <source>%@, %@</source>
+        <translation>%@，%@</translation>
+    </message>
+    <message>
+        <source>%@, %@, press Space to record</source>
+        <translation>%@，%@，按空格键录制</translation>
+    </message>
+    <message>
+        <source>%@, recording, type shortcut or press Escape to cancel</source>
+        <translation>%@，正在录制，请键入快捷键或按 Esc 键取消</translation>
+    </message>
+    <message>
+        <source>Command</source>
+        <translation>Command</translation>
+    </message>
+    <message>
+        <source>Option</source>
+        <translation>Option</translation>
+    </message>
+    <message>
+        <source>Control</source>
+        <translation>Control</translation>
+    </message>
+    <message>
+        <source>Shift</source>
+        <translation>Shift</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>退格键</translation>
+    </message>
+    <message>
+        <source>Forward Delete</source>
+        <translation>向前删除键</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>清除键</translation>
+    </message>
+    <message>
+        <source>Left Arrow</source>
+        <translation>左箭头</translation>
+    </message>
+    <message>
+        <source>Right Arrow</source>
+        <translation>右箭头</translation>
+    </message>
+    <message>
+        <source>Up Arrow</source>
+        <translation>上箭头</translation>
+    </message>
+    <message>
+        <source>Down Arrow</source>
+        <translation>下箭头</translation>
+    </message>
+    <message>
+        <source>End</source>
+        <translation>End 键</translation>
+    </message>
+    <message>
+        <source>Home</source>
+        <translation>Home 键</translation>
+    </message>
+    <message>
+        <source>Escape</source>
+        <translation>Esc 键</translation>
+    </message>
+    <message>
+        <source>Page Down</source>
+        <translation>下翻页键</translation>
+    </message>
+    <message>
+        <source>Page Up</source>
+        <translation>上翻页键</translation>
+    </message>
+    <message>
+        <source>Return</source>
+        <translation>回车键</translation>
+    </message>
+    <message>
+        <source>Enter</source>
+        <translation>小键盘回车键</translation>
+    </message>
+    <message>
+        <source>Tab</source>
+        <translation>Tab 键</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>帮助键</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::PreferencesWindow</name>
+    <message>
+        <source>H&amp;ot Key</source>
+        <translation>快捷键(&amp;O)</translation>
+    </message>
+    <message>
+        <source>&amp;General</source>
+        <translation>通用(&amp;G)</translation>
+    </message>
+    <message>
+        <source>Abo&amp;ut</source>
+        <translation>关于(&amp;U)</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::HotKeyPane</name>
+    <message>
+        <source>Open the menu with a &amp;hot key</source>
+        <translation>使用快捷键打开菜单(&amp;H)</translation>
+    </message>
+    <message>
+        <source>&amp;Shortcut:</source>
+        <translation>快捷键(&amp;S):</translation>
+    </message>
+    <message>
+        <source>Click the field or press Space in it, then press the new keys together. Escape keeps the old ones.</source>
+        <translation>点按此栏，或在其中按空格键，然后同时按下新的按键。按 Esc 键保留原来的按键。</translation>
+    </message>
+    <message>
+        <source>Open the menu with an e&amp;xtra mouse button</source>
+        <translation>使用额外的鼠标按键打开菜单(&amp;X)</translation>
+    </message>
+    <message>
+        <source>Mouse button</source>
+        <translation>鼠标按键</translation>
+    </message>
+    <message>
+        <source>Mouse &amp;button:</source>
+        <translation>鼠标按键(&amp;B):</translation>
+    </message>
+    <message>
+        <source>Click the field with the button that is to open the menu: the middle one, or one at the side of the mouse.</source>
+        <translation>用要打开菜单的按键点按此栏：中键，或鼠标侧面的按键。</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::TWMouseButtonIdentifier</name>
+    <message>
+        <source>Button Number: %i</source>
+        <translation>按键编号：%i</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::GeneralOptionsPane</name>
+    <message>
+        <source>Start Tarnwick when I &amp;log in</source>
+        <translation>登录时启动 Tarnwick(&amp;L)</translation>
+    </message>
+    <message>
+        <source>Show Tarnwick's &amp;icon in the status area</source>
+        <translation>在状态区显示 Tarnwick 图标(&amp;I)</translation>
+    </message>
+    <message>
+        <source>Without the icon, start Tarnwick again to come back to this window.</source>
+        <translation>没有图标时，再次启动 Tarnwick 即可回到此窗口。</translation>
+    </message>
+    <message>
+        <source>Include the s&amp;ystem menu</source>
+        <translation>包含系统菜单(&amp;Y)</translation>
+    </message>
+    <message>
+        <source>Include the &amp;application's own menu, the one with its name</source>
+        <translation>包含以应用程序命名的菜单(&amp;A)</translation>
+    </message>
+    <message>
+        <source>Show &amp;keyboard shortcuts beside the menu items</source>
+        <translation>在菜单项旁显示键盘快捷键(&amp;K)</translation>
+    </message>
+    <message>
+        <source>Show al&amp;ternative items only while their modifier key is held</source>
+        <translation>仅在按住修饰键时显示替代项(&amp;T)</translation>
+    </message>
+    <message>
+        <source>Standard</source>
+        <translation>标准</translation>
+    </message>
+    <message>
+        <source> points</source>
+        <translation> 磅</translation>
+    </message>
+    <message>
+        <source>Text &amp;size of the menu:</source>
+        <translation>菜单文字大小(&amp;S):</translation>
+    </message>
+    <message>
+        <source>Text size of the menu</source>
+        <translation>菜单文字大小</translation>
+    </message>
+    <message>
+        <source>&amp;Reset to Defaults</source>
+        <translation>恢复默认设置(&amp;R)</translation>
+    </message>
+    <message>
+        <source>&amp;Quit Tarnwick</source>
+        <translation>退出 Tarnwick(&amp;Q)</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::AboutPane</name>
+    <message>
+        <source>Version %1</source>
+        <translation>版本 %1</translation>
+    </message>
+    <message>
+        <source>The menu bar of the application in front, at the pointer.</source>
+        <translation>最前面应用程序的菜单栏，就在指针处。</translation>
+    </message>
+    <message>
+        <source>&amp;Quorlane Home Page</source>
+        <translation>&amp;Quorlane 主页</translation>
+    </message>
+    <message>
+        <source>O&amp;stravane Home Page</source>
+        <translation>O&amp;stravane 主页</translation>
+    </message>
+    <message>
+        <source>Opens in the web browser</source>
+        <translation>在网页浏览器中打开</translation>
+    </message>
+</context>
+</TS>
