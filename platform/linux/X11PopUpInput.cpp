@@ -24,6 +24,9 @@ constexpr auto look = 20ms;
 constexpr auto pointerPatience = 1000ms;
 constexpr auto settlePatience = 600ms;
 constexpr auto focusFollowsPress = 300ms;
+/// A window manager grabs keyboard and pointer for its shortcut a moment after the key.
+constexpr auto shortcutTakesEffect = 50ms;
+constexpr auto takeBackPatience = 600ms;
 constexpr int dragThreshold = 10; // X pixels
 
 bool takeWithin(X11PointerGrab& pointer, int attempts)
@@ -45,6 +48,8 @@ X11PopUpInput::X11PopUpInput(X11Connection& connection, xcb_window_t keeper)
 {
     _buttonTimer.setInterval(look);
     connect(&_buttonTimer, &QTimer::timeout, this, &X11PopUpInput::_followButton);
+    _takeBackTimer.setSingleShot(true);
+    connect(&_takeBackTimer, &QTimer::timeout, this, &X11PopUpInput::_takeKeyboardBack);
     _settleTimer.setInterval(look);
     connect(&_settleTimer, &QTimer::timeout, this, &X11PopUpInput::_settleIfUp);
     if (const auto* extension = xcb_get_extension_data(connection.get(), &xcb_input_id))
@@ -123,6 +128,7 @@ bool X11PopUpInput::settle()
 {
     _settling = true;
     _buttonTimer.stop();
+    _takeBackTimer.stop();
     _settleDeadline.setRemainingTime(settlePatience);
     _settleTimer.start();
     return _isUp();
@@ -134,8 +140,8 @@ bool X11PopUpInput::end()
     QCoreApplication::instance()->removeNativeEventFilter(this);
     X11RawInput::shared().disconnect(this);
     _keyWatch.reset();
-    _buttonTimer.stop();
-    _settleTimer.stop();
+    for (QTimer* timer : {&_buttonTimer, &_takeBackTimer, &_settleTimer})
+        timer->stop();
     _focusWatch.stop();
     _pointer.release();
     _keyboard.release();
@@ -235,16 +241,39 @@ void X11PopUpInput::_yield()
 
 void X11PopUpInput::_takeKeyboardBackIfUp()
 {
-    if (!_keyboard.yielded() || (pointerState(_connection).modifiers & _modifierMap.shortcutBits()))
+    if (!_keyboard.yielded() || _takeBackTimer.isActive() || _anyShortcutModifierDown())
         return;
-    if (!_takeKeyboardInFront()) {
+    _takeBackDeadline.setRemainingTime(takeBackPatience);
+    _takeBackTimer.start(shortcutTakesEffect);
+}
+
+void X11PopUpInput::_takeKeyboardBack()
+{
+    if (_anyShortcutModifierDown())
+        return;
+    if (outermostWindow(_connection, focusWindow(_connection)) != _front) {
         Q_EMIT lost();
+    } else if (_keyboard.take(1)) {
+        _focusWatch.start(_keyboard.window());
+        _takePointerWhenFree();
+    } else if (_takeBackDeadline.hasExpired()) {
+        Q_EMIT lost();
+    } else {
+        _takeBackTimer.start(look);
+    }
+}
+
+void X11PopUpInput::_takePointerWhenFree()
+{
+    if (_buttonTimer.isActive() || _pointer.take())
         return;
-    }
-    if (!_buttonTimer.isActive() && !_pointer.take()) {
-        _pointerDeadline.setRemainingTime(pointerPatience);
-        _buttonTimer.start();
-    }
+    _pointerDeadline.setRemainingTime(pointerPatience);
+    _buttonTimer.start();
+}
+
+bool X11PopUpInput::_anyShortcutModifierDown() const
+{
+    return (pointerState(_connection).modifiers & _modifierMap.shortcutBits()) != 0;
 }
 
 /// Fails when another window has come to the front meanwhile.

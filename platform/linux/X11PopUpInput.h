@@ -76,6 +76,9 @@ private:
     void _modifiersMayHaveChanged();
     void _yield();
     void _takeKeyboardBackIfUp();
+    void _takeKeyboardBack();
+    void _takePointerWhenFree();
+    [[nodiscard]] bool _anyShortcutModifierDown() const;
     [[nodiscard]] bool _takeKeyboardInFront();
     void _focusMayBeLost();
     void _followButton();
@@ -101,6 +104,9 @@ private:
     bool _startedByButton = false;
     QElapsedTimer _sinceStart;
     QDeadlineTimer _pointerDeadline;
+
+    QTimer _takeBackTimer;
+    QDeadlineTimer _takeBackDeadline;
 
     bool _settling = false;
     QDeadlineTimer _settleDeadline;

@@ -163,8 +163,24 @@ void QMenuView::_showAlternates()
     if (!anyAlternate || _menu->itemArray() != _shownItems)
         return;
     const auto shown = itemsShownWithModifiers(*_menu, _heldModifiers);
+    const QAction* active = activeAction();
     for (const Entry& entry : std::as_const(_entries))
         entry.action->setVisible(shown.contains(entry.item));
+    if (active && !active->isVisible())
+        _highlight(_shownInPlaceOf(active));
+}
+
+QAction* QMenuView::_shownInPlaceOf(const QAction* hidden) const
+{
+    // An item stands before its alternates, which have its key equivalent.
+    qsizetype first = _entryOf(hidden) - _entries.constData();
+    const auto keyEquivalentAt = [this](qsizetype index) { return _entries.at(index).item->keyEquivalent(); };
+    while (first > 0 && _entries.at(first).item->isAlternate() &&
+           keyEquivalentAt(first - 1) == keyEquivalentAt(first))
+        --first;
+    const auto shown = std::find_if(_entries.cbegin() + first, _entries.cend(),
+                                    [](const Entry& entry) { return entry.action->isVisible(); });
+    return shown == _entries.cend() ? nullptr : shown->action;
 }
 
 bool QMenuView::event(QEvent* event)
@@ -224,7 +240,7 @@ bool QMenuView::_moveToLetter(const QKeyEvent& event)
 void QMenuView::_highlight(QAction* action)
 {
     // The toolkit would open the entry's submenu at once; a disabled one stays closed.
-    QMenu* submenu = action->menu();
+    QMenu* submenu = action ? action->menu() : nullptr;
     if (submenu)
         submenu->setAttribute(Qt::WA_Disabled, true);
     setActiveAction(action);

@@ -58,6 +58,7 @@ private:
     void _addEntry(const std::shared_ptr<MenuItem>& item);
     void _closed();
     void _showAlternates();
+    [[nodiscard]] QAction* _shownInPlaceOf(const QAction* hidden) const;
     void _noticeHighlight();
     [[nodiscard]] bool _moveToLetter(const QKeyEvent& event);
     void _highlight(QAction* action);

@@ -263,6 +263,20 @@ TEST_F(QMenuViewTest, alternates_areShownWhileTheirModifiersAreHeld)
     EXPECT_EQ(shownTexts(view), QStringList{u"Close\tCtrl+W"_s});
 }
 
+TEST_F(QMenuViewTest, theHighlight_staysInPlaceWhenAnAlternateComesAndGoes)
+{
+    add(root, u"Minimize"_s, u"w"_s, CommandKeyMask | ShiftKeyMask);
+    add(root, u"Close"_s, u"w"_s, CommandKeyMask);
+    add(root, u"Close All"_s, u"w"_s, CommandKeyMask | AlternateKeyMask)->setAlternate(true);
+    add(root, u"Last"_s);
+    open();
+    view.setActiveAction(view.actions().at(1));
+    view.setHeldModifiers(AlternateKeyMask);
+    EXPECT_EQ(view.activeAction()->text(), u"Close All\tCtrl+Alt+W"_s);
+    view.setHeldModifiers(0);
+    EXPECT_EQ(view.activeAction()->text(), u"Close\tCtrl+W"_s);
+}
+
 TEST_F(QMenuViewTest, alternatesOfASubmenu_followTheModifiers)
 {
     const auto submenu = Menu::create(u"sub"_s);
