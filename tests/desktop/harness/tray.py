@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: MIT
 """Both kinds of tray: one that takes windows in, and one that items are described to on the bus."""
 from gi.repository import Gio, GLib
+from Xlib import error
 
 from .waiting import wait_for
 
@@ -29,7 +30,10 @@ def embedded_icon(screen, pid):
             if found:
                 return found
         return None
-    return search(screen.root)
+    try:
+        return search(screen.root)
+    except error.XError:  # a window went while it was looked at
+        return None
 
 
 class PublishedTray:
