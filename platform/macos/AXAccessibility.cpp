@@ -3,6 +3,7 @@
 
 #include "ax/AXValue.h"
 #include "foundation/Clock.h"
+#include "foundation/Workspace.h"
 #include "platform/macos/CfText.h"
 #include "platform/macos/CfValue.h"
 #include "platform/macos/SystemFunction.h"
@@ -14,6 +15,7 @@ namespace tarnwick {
 namespace {
 
 constexpr double PatienceInSeconds = 0.5;
+const QString focusedApplication = QStringLiteral("AXFocusedApplication");
 
 static_assert(quint32{kAXValueTypeCGPoint} == quint32(AXValueType::Point));
 static_assert(quint32{kAXValueTypeCGSize} == quint32(AXValueType::Size));
@@ -23,8 +25,10 @@ static_assert(quint32{kAXValueTypeCFRange} == quint32(AXValueType::Range));
 class AXElement final : public UIElement
 {
 public:
-    explicit AXElement(CfOwned<AXUIElementRef> element) : _element(std::move(element)) {}
+    enum class Kind { Ordinary, SystemWide };
+    AXElement(CfOwned<AXUIElementRef> element, Kind kind) : _element(std::move(element)), _kind(kind) {}
 
+    [[nodiscard]] bool isSystemWide() const { return _kind == Kind::SystemWide; }
     [[nodiscard]] AXUIElementRef get() const { return _element.get(); }
 
     [[nodiscard]] bool isEqualTo(const UIElement& other) const override
@@ -35,11 +39,18 @@ public:
 
 private:
     CfOwned<AXUIElementRef> _element;
+    Kind _kind;
 };
 
-UIElementRef handleFor(CfOwned<AXUIElementRef> element)
+UIElementRef handleFor(CfOwned<AXUIElementRef> element, AXElement::Kind kind = AXElement::Kind::Ordinary)
 {
-    return element ? UIElementRef(std::make_shared<AXElement>(std::move(element))) : UIElementRef();
+    return element ? UIElementRef(std::make_shared<AXElement>(std::move(element), kind)) : UIElementRef();
+}
+
+bool isSystemWide(const UIElementRef& handle)
+{
+    const auto* element = dynamic_cast<const AXElement*>(handle.get());
+    return element && element->isSystemWide();
 }
 
 /// Null for an empty handle and for one of another adapter.
@@ -173,7 +184,7 @@ bool AXAccessibility::isProcessTrusted()
 
 UIElementRef AXAccessibility::createSystemWide()
 {
-    return handleFor(CfOwned<AXUIElementRef>(AXUIElementCreateSystemWide()));
+    return handleFor(CfOwned<AXUIElementRef>(AXUIElementCreateSystemWide()), AXElement::Kind::SystemWide);
 }
 
 UIElementRef AXAccessibility::createApplication(qint64 processIdentifier)
@@ -207,7 +218,7 @@ std::optional<QVariant> AXAccessibility::copyAttributeValue(const UIElementRef& 
     if (!_ask(element, [&] {
             return AXUIElementCopyAttributeValue(systemElement(element), cfString(attribute).get(), &value);
         }))
-        return std::nullopt;
+        return isSystemWide(element) && attribute == focusedApplication ? _activeApplication() : std::nullopt;
     const CfOwned<CFTypeRef> owned(value);
     return value ? std::optional(variantOf(value, accessibilityValueOf)) : std::nullopt;
 }
@@ -276,6 +287,14 @@ bool AXAccessibility::performAction(const UIElementRef& element, const QString& 
     const AXError error = AXUIElementPerformAction(system, cfString(action).get());
     // An item that opens a dialog answers when the dialog has closed: it was sent all the same.
     return error == kAXErrorSuccess || error == kAXErrorCannotComplete;
+}
+
+std::optional<QVariant> AXAccessibility::_activeApplication()
+{
+    const auto active = Workspace::shared().activeApplication();
+    if (!active || !active->processIdentifier)
+        return std::nullopt;
+    return QVariant::fromValue(createApplication(*active->processIdentifier));
 }
 
 bool AXAccessibility::_ask(const UIElementRef& element, const std::function<qint32()>& call)

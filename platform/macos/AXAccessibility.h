@@ -44,6 +44,8 @@ private:
     /// Runs `call`, which gives an AXError, unless the element's application is silent. False on any error.
     [[nodiscard]] bool _ask(const UIElementRef& element, const std::function<qint32()>& call);
 
+    [[nodiscard]] std::optional<QVariant> _activeApplication();
+
     bool _prompted = false;
     QHash<qint64, double> _silentUntil; ///< by process identifier, on Clock's time
 };

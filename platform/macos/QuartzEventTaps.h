@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "foundation/Clock.h"
 #include "mouse/EventTaps.h"
 
 #include <memory>
@@ -30,7 +31,11 @@ public:
 private:
     class Tap;
     [[nodiscard]] Tap* _tap(EventTapRef tap) const;
+    void _waitForAccess();
+    void _openWaiting();
+
     std::vector<std::unique_ptr<Tap>> _taps; ///< tap n at index n − 1, the released ones too
+    std::unique_ptr<Clock::Timer> _nextTry;  ///< while some tap waits
 };
 
 } // namespace tarnwick

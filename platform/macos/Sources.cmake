@@ -24,7 +24,8 @@ set(TARNWICK_MACOS_SIMULATED
 set(TARNWICK_MACOS_COMPILED
     MacSession.cpp
     SystemFunction.cpp
-    openDesktop.cpp)
+    openDesktop.cpp
+    openInspection.cpp)
 set(TARNWICK_MACOS_OBJC
     AppKitAlerts.mm
     AppKitMenus.mm

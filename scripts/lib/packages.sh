@@ -22,6 +22,27 @@ TEST_PACKAGES=(
     clang gnustep-make libgnustep-gui-dev libobjc-12-dev
 )
 
+# On macOS they come from Homebrew. No list is empty: the bash there is too old for that.
+if [ "$(uname -s)" = Darwin ]; then
+    BUILD_PACKAGES=(bash cmake ninja pkgconf qt)
+    RUN_PACKAGES=(qt)
+    DEMO_PACKAGES=(python)
+    TEST_PACKAGES=(googletest google-benchmark clang-format)
+fi
+
+_need_brew_packages() {
+    if ! command -v brew >/dev/null; then
+        echo "This Mac has no Homebrew (https://brew.sh). Tarnwick needs what corresponds to these packages:" >&2
+        printf '  %s\n' "$@" >&2
+        echo "Going on with what is installed." >&2
+        return 0
+    fi
+    local package
+    for package in "$@"; do
+        brew list --versions "$package" >/dev/null 2>&1 || brew install "$package"
+    done
+}
+
 _missing_packages() {
     local package
     for package in "$@"; do
@@ -29,8 +50,13 @@ _missing_packages() {
     done
 }
 
-# need_packages NAME...: installs those that are missing with apt; where there is no apt, names them all and goes on.
+# need_packages NAME...: installs those that are missing with apt, on macOS with Homebrew; where there is neither, names
+# them all and goes on.
 need_packages() {
+    if [ "$(uname -s)" = Darwin ]; then
+        _need_brew_packages "$@"
+        return
+    fi
     if ! command -v apt-get >/dev/null || ! command -v dpkg-query >/dev/null; then
         echo "This system has no apt. Tarnwick needs what corresponds to these Debian packages:" >&2
         printf '  %s\n' "$@" >&2

@@ -3,6 +3,7 @@
 
 #include "ax/AXValue.h"
 #include "tests/fakes/FakeClock.h"
+#include "tests/fakes/FakeWorkspace.h"
 #include "tests/macos/MacTest.h"
 
 #include <QUrl>
@@ -18,6 +19,7 @@ protected:
     {
         MacTest::SetUp();
         Clock::setShared(&clock);
+        Workspace::setShared(&workspace);
         mac.systemWide = std::make_shared<AxNode>();
         mac.applications = {editor, other};
         editor->processIdentifier = 100;
@@ -29,6 +31,7 @@ protected:
     {
         accessibility.reset();
         Clock::setShared(nullptr);
+        Workspace::setShared(nullptr);
         MacTest::TearDown();
     }
 
@@ -57,6 +60,7 @@ protected:
     }
 
     FakeClock clock;
+    FakeWorkspace workspace;
     AxNodeRef editor = std::make_shared<AxNode>();
     AxNodeRef other = std::make_shared<AxNode>();
     std::unique_ptr<AXAccessibility> accessibility;
@@ -106,6 +110,7 @@ TEST_F(AXAccessibilityTest, accessForAllPrograms_isAskedWhereTheSystemHasSuchATh
 
 TEST_F(AXAccessibilityTest, trust_asksTheUserTheFirstTimeOnly)
 {
+    mac.processTrusted = false;
     EXPECT_FALSE(ax().isProcessTrusted());
     EXPECT_FALSE(ax().isProcessTrusted());
     mac.processTrusted = true;
@@ -137,6 +142,28 @@ TEST_F(AXAccessibilityTest, systemWide_isEmptyWhereThereIsNoAccessibility)
 {
     mac.systemWide.reset();
     EXPECT_FALSE(ax().createSystemWide());
+}
+
+TEST_F(AXAccessibilityTest, focusedApplicationThatTheSystemDoesNotName_isTheWorkspacesActiveOne)
+{
+    const auto systemWide = ax().createSystemWide();
+    workspace.active = Workspace::ActiveApplication{u"Other"_s, 200};
+    mac.processTrusted = false;
+    const auto focused = ax().copyAttributeValue(systemWide, u"AXFocusedApplication"_s);
+    ASSERT_TRUE(focused) << "without access";
+    EXPECT_EQ(ax().getPid(focused->value<UIElementRef>()), 200);
+    EXPECT_FALSE(ax().copyAttributeValue(focused->value<UIElementRef>(), u"AXMenuBar"_s));
+    mac.processTrusted = true;
+    mac.systemWide->attributes.clear();
+    EXPECT_TRUE(ax().copyAttributeValue(systemWide, u"AXFocusedApplication"_s)) << "with no answer";
+
+    EXPECT_FALSE(ax().copyAttributeValue(systemWide, u"AXRole"_s)) << "that attribute only";
+    EXPECT_FALSE(ax().copyAttributeValue(ax().createApplication(100), u"AXFocusedApplication"_s))
+        << "and of that element only";
+    workspace.active->processIdentifier.reset();
+    EXPECT_FALSE(ax().copyAttributeValue(systemWide, u"AXFocusedApplication"_s));
+    workspace.active.reset();
+    EXPECT_FALSE(ax().copyAttributeValue(systemWide, u"AXFocusedApplication"_s));
 }
 
 TEST_F(AXAccessibilityTest, elements_areEqualWhenTheyStandForTheSame)

@@ -142,7 +142,6 @@ protected:
     {
         MacTest::SetUp();
         mac.accessGranted = true;
-        mac.processTrusted = true;
         mac.preferences.insert(TWFirstRunKey, true);
         const auto editor = fake.addApplication(EditorPid, u"Editor"_s);
         fake.setMenuBar(editor, MenuFile::read(u"editor"_s));
@@ -310,7 +309,7 @@ TEST_F(CoreOnMacTest, settingOff_removesTheLoginItem)
     EXPECT_EQ(mac.loginItems, QStringList{u"/Applications/Other.app"_s});
 }
 
-TEST_F(CoreOnMacTest, missingAccess_asksTheUserBothWays)
+TEST_F(CoreOnMacTest, startWithoutAccess_asksForItAndLeavesARunningProgram)
 {
     mac.accessGranted = false;
     mac.processTrusted = false;
@@ -319,6 +318,30 @@ TEST_F(CoreOnMacTest, missingAccess_asksTheUserBothWays)
     EXPECT_EQ(desktop->alerts.shown.size(), 1);
     EXPECT_EQ(mac.callsOf(u"AXAPIEnabled"_s).size(), 1);
     EXPECT_EQ(mac.callsOf(u"AXIsProcessTrustedWithOptions"_s).size(), 1);
+    EXPECT_EQ(desktop->statusBar.items().size(), 1);
+    EXPECT_TRUE(mac.pressHotKey({6, 0x800}));
+    EXPECT_EQ(desktop->menus->popUps.size(), 1);
+    EXPECT_EQ(mac.enabledTaps(), 0);
+
+    // The user gives access while it runs: the next switch of the front application fills the menu.
+    mac.processTrusted = true;
+    desktop->clock.advance(2);
+    EXPECT_EQ(mac.enabledTaps(), 1);
+    mac.switchFront();
+    mac.pressHotKey({6, 0x800});
+    EXPECT_TRUE(desktop->menus->popUps.last().menu->itemWithTitle(u"File"_s));
+}
+
+TEST_F(CoreOnMacTest, leavingAtTheRequestForAccess_endsBeforeThereIsAStatusItem)
+{
+    mac.accessGranted = false;
+    mac.processTrusted = false;
+    desktop->alerts.answer = 1002;
+    start();
+    EXPECT_TRUE(desktop->application.terminating());
+    EXPECT_TRUE(desktop->statusBar.items().isEmpty());
+    EXPECT_TRUE(mac.callsOf(u"RegisterEventHotKey"_s).isEmpty());
+    keptForLife.clear(); // the tap never came to be
 }
 
 TEST_F(CoreOnMacTest, buttonIdentifier_tapsAsTheTriggerDoes)

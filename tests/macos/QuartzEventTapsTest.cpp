@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/macos/QuartzEventTaps.h"
 
+#include "tests/fakes/FakeClock.h"
 #include "tests/macos/MacTest.h"
 
 using namespace Qt::StringLiterals;
@@ -14,10 +15,18 @@ protected:
     // The order of destruction matters: the system is looked at once the adapter is gone.
     std::unique_ptr<QuartzEventTaps> taps = std::make_unique<QuartzEventTaps>();
     QList<quint32> seen;
+    FakeClock clock;
+
+    void SetUp() override
+    {
+        MacTest::SetUp();
+        Clock::setShared(&clock);
+    }
 
     void TearDown() override
     {
         taps.reset();
+        Clock::setShared(nullptr);
         MacTest::TearDown();
     }
 
@@ -176,6 +185,55 @@ TEST_F(QuartzEventTapsTest, refusedTap_isZero)
 {
     mac.fail(u"CGEventTapCreate"_s);
     EXPECT_EQ(createSeeing(), 0u);
+}
+
+TEST_F(QuartzEventTapsTest, tapRefusedForWantOfAccess_waitsForItInTheStateThatItIsToHave)
+{
+    mac.processTrusted = false;
+    const EventTapRef tap = createSeeing();
+    ASSERT_NE(tap, 0u) << "the program goes on, and asks for access";
+    taps->addSourceToMainRunLoop(tap);
+    taps->enable(tap, false);
+    taps->enable(tap, true);
+    EXPECT_TRUE(mac.callsOf(u"CGEventTapEnable"_s).isEmpty());
+    clock.advance(10);
+    EXPECT_EQ(mac.callsOf(u"CGEventTapCreate"_s).size(), 1) << "no tap is tried without access";
+    EXPECT_EQ(clock.pending(), 1);
+    mac.processTrusted = true;
+    clock.advance(2);
+    EXPECT_EQ(mac.callsOf(u"CGEventTapCreate"_s),
+              (QList<QVariantList>{{2, 0, 0, 0x2000000ull}, {2, 0, 0, 0x2000000ull}}));
+    EXPECT_EQ(mac.callsOf(u"CGEventTapEnable"_s), (QList<QVariantList>{{true}})) << "the last state";
+    keptForLife.append(u"CFMachPortCreateRunLoopSource"_s);
+    EXPECT_EQ(clock.pending(), 0);
+    EXPECT_TRUE(mac.sendEvent(25));
+    EXPECT_EQ(seen, QList<quint32>{25});
+}
+
+TEST_F(QuartzEventTapsTest, waitingTapThatIsReleased_isNotMadeAnyMore)
+{
+    mac.processTrusted = false;
+    const EventTapRef tap = createSeeing();
+    const EventTapRef other = createSeeing();
+    taps->release(tap);
+    mac.processTrusted = true;
+    clock.advance(2);
+    EXPECT_EQ(mac.callsOf(u"CGEventTapCreate"_s).size(), 3);
+    taps->release(other);
+    EXPECT_EQ(clock.pending(), 0);
+}
+
+TEST_F(QuartzEventTapsTest, waitingTapThatIsRefusedAgain_waitsOn)
+{
+    mac.processTrusted = false;
+    EXPECT_NE(createSeeing(), 0u);
+    mac.processTrusted = true;
+    mac.fail(u"CGEventTapCreate"_s);
+    clock.advance(2);
+    EXPECT_EQ(clock.pending(), 1);
+    mac.repair(u"CGEventTapCreate"_s);
+    clock.advance(2);
+    EXPECT_EQ(clock.pending(), 0);
 }
 
 TEST_F(QuartzEventTapsTest, endOfTheProgram_switchesTheTapsOffThatAreLeft)

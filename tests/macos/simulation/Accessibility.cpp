@@ -48,6 +48,8 @@ AxNode* answering(AXUIElementRef reference, const QString& function, AXError& er
     AxNode* node = element ? element->node.get() : nullptr;
     if (const auto status = mac().failure(function))
         error = static_cast<AXError>(*status);
+    else if (!mac().accessGranted && !mac().processTrusted)
+        error = kAXErrorAPIDisabled;
     else if (!node || node->gone)
         error = kAXErrorInvalidUIElement;
     else if (node->hung)

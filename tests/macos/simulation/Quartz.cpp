@@ -104,7 +104,7 @@ CFMachPortRef CGEventTapCreate(CGEventTapLocation tap, CGEventTapPlacement place
 {
     mac().record(u"CGEventTapCreate"_s,
                  {uint(tap), uint(place), uint(options), qulonglong(eventsOfInterest)});
-    if (mac().failure(u"CGEventTapCreate"_s))
+    if (mac().failure(u"CGEventTapCreate"_s) || !mac().processTrusted)
         return nullptr;
     auto* made = objects().make<MacTap>();
     made->eventsOfInterest = eventsOfInterest;

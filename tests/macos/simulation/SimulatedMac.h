@@ -70,7 +70,7 @@ public:
     void takeAway(const QString& function) { _missing.insert(function); }
 
     bool accessGranted = false;                      ///< to all programs
-    bool processTrusted = false;                     ///< to this one
+    bool processTrusted = true;                      ///< to this one; taps need it
     AxNodeRef systemWide;                            ///< null: no accessibility at all
     QList<AxNodeRef> applications;                   ///< found by their process identifiers
     QList<QRectF> displays{QRectF{0, 0, 1440, 900}}; ///< the main one first, top left origin

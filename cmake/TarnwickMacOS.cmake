@@ -1,0 +1,32 @@
+# What a build on macOS needs besides: Objective-C++, and the architectures that Qt is there for.
+enable_language(OBJCXX)
+set(CMAKE_OBJCXX_STANDARD 20)
+set(CMAKE_OBJCXX_STANDARD_REQUIRED ON)
+set(CMAKE_OBJCXX_EXTENSIONS OFF)
+
+# Homebrew's Qt is built for the machine's own architecture only; the installer of the Qt project brings both.
+function(tarnwick_keep_architectures_of_qt)
+    get_target_property(library Qt6::Core IMPORTED_LOCATION_RELEASE)
+    if(NOT library)
+        get_target_property(library Qt6::Core IMPORTED_LOCATION)
+    endif()
+    execute_process(COMMAND lipo -archs "${library}" OUTPUT_VARIABLE available OUTPUT_STRIP_TRAILING_WHITESPACE
+        RESULT_VARIABLE status)
+    if(NOT status EQUAL 0)
+        return()
+    endif()
+    separate_arguments(available)
+    set(kept "")
+    foreach(architecture IN LISTS CMAKE_OSX_ARCHITECTURES)
+        if(architecture IN_LIST available)
+            list(APPEND kept ${architecture})
+        else()
+            message(WARNING "${library} has no ${architecture}: the program is built without it")
+        endif()
+    endforeach()
+    set(CMAKE_OSX_ARCHITECTURES "${kept}" PARENT_SCOPE)
+endfunction()
+
+if(CMAKE_OSX_ARCHITECTURES)
+    tarnwick_keep_architectures_of_qt()
+endif()

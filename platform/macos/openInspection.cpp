@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#include "app/Inspection.h"
+#include "platform/macos/AXAccessibility.h"
+#include "platform/macos/AppKitWorkspace.h"
+#include "platform/macos/CGScreens.h"
+#include "platform/macos/MacSession.h"
+#include "platform/qt/KeyEquivalentText.h"
+#include "platform/qt/QtApplication.h"
+#include "platform/qt/QtClock.h"
+#include "platform/qt/QtFonts.h"
+#include "shortcut/KeyStrings.h"
+
+namespace tarnwick {
+
+Inspection openInspection(int& argc, char** argv)
+{
+    // A program without a bundle would come to the front otherwise, and be the application that it reads.
+    qputenv("QT_MAC_DISABLE_FOREGROUND_APPLICATION_TRANSFORM", "1");
+    Inspection inspection;
+    inspection.session = std::make_unique<MacSession>(argc, argv);
+    const QtEventConverter withoutKeyboard(
+        {[](const QKeyEvent&) { return std::optional<quint16>(); }, [](quint16, bool) { return QString(); }});
+    inspection.application = std::make_unique<QtApplication>(withoutKeyboard);
+    inspection.clock = std::make_unique<QtClock>();
+    inspection.fonts = std::make_unique<QtFonts>();
+    inspection.screens = std::make_unique<CGScreens>();
+    inspection.accessibility = std::make_unique<AXAccessibility>();
+    inspection.workspace = std::make_unique<AppKitWorkspace>();
+    inspection.keyEquivalentText = [](const QString& keyEquivalent, quint64 modifierMask) {
+        const QString key = keyEquivalentText(keyEquivalent, 0);
+        return key.isEmpty() ? key : SRStringForCocoaModifierFlags(modifierMask) + key;
+    };
+    return inspection;
+}
+
+} // namespace tarnwick
