@@ -19,6 +19,7 @@ namespace {
 
 constexpr int FieldWidth = 220;
 constexpr int TitleGap = 6;
+constexpr int FieldInset = 2; ///< both fields leave that much for their focus ring
 
 enum Column { IndentColumn, TitleColumn, FieldColumn, RestColumn };
 
@@ -82,7 +83,9 @@ void HotKeyPane::_addField(QGridLayout& grid, const QString& label, QWidget& fie
     const int row = grid.rowCount();
     grid.addWidget(title, row, TitleColumn, Qt::AlignRight | Qt::AlignVCenter);
     grid.addWidget(&field, row, FieldColumn);
-    grid.addWidget(makeHint(hint), row + 1, FieldColumn, 1, -1);
+    QLabel* explanation = makeHint(hint);
+    explanation->setContentsMargins(FieldInset, 0, 0, 0);
+    grid.addWidget(explanation, row + 1, FieldColumn, 1, -1);
 }
 
 } // namespace tarnwick
