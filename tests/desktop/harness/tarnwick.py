@@ -32,7 +32,8 @@ class Tarnwick:
         self.settings_file = session.directory / "home/.config/Quorlane/Tarnwick.conf"
         self.settings_file.parent.mkdir(parents=True, exist_ok=True)
         self.settings_file.write_bytes(content or settings_text(settings).encode())
-        self.program = session.run(os.environ["TARNWICK_BINARY"], QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
+        self.program_file = os.environ["TARNWICK_BINARY"]
+        self.program = session.run(self.program_file, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
         self.popups = PopUps(session.screen, self.pid)
 
     @property
