@@ -108,6 +108,12 @@ MacObjects& MacObjects::instance()
     return objects;
 }
 
+MacObjects::~MacObjects()
+{
+    qDeleteAll(_objects);
+    qDeleteAll(_permanent);
+}
+
 void MacObjects::clear()
 {
     qDeleteAll(_objects);

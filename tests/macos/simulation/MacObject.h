@@ -90,6 +90,9 @@ class MacObjects
 {
 public:
     static MacObjects& instance();
+    ~MacObjects();
+    MacObjects(const MacObjects&) = delete;
+    MacObjects& operator=(const MacObjects&) = delete;
     void clear();
 
     template <typename Object>
@@ -125,6 +128,7 @@ public:
     static void letGo(MacObject* object);
 
 private:
+    MacObjects() = default;
     [[nodiscard]] MacObject* _find(const void* reference);
     static void _wrongType(const void* reference);
     QList<MacObject*> _objects;
