@@ -2,6 +2,7 @@
 #include "platform/linux/X11EventTaps.h"
 
 #include "platform/linux/X11RawInput.h"
+#include "platform/qt/MenuTracking.h"
 
 namespace tarnwick {
 
@@ -52,6 +53,9 @@ void X11EventTaps::release(EventTapRef tap)
 void X11EventTaps::_buttonPressed(quint32 button)
 {
     if (button != middleButton && button < firstExtraButton)
+        return;
+    // A press while a menu is open triggers nothing; it may close that menu before a queued call comes.
+    if (MenuTracking::shared().active())
         return;
     // The newest tap stands at the head. One call each: a callback that opens a menu keeps nobody waiting.
     for (auto tap = _taps.crbegin(); tap != _taps.crend(); ++tap)
