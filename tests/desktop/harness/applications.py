@@ -13,14 +13,18 @@ _TEXT = 61
 
 
 class Application:
-    """A program with a window; made when its window is in front."""
+    """A program with a window; made when one of its windows is in front."""
 
     def __init__(self, session, command, title=""):
         self._session = session
         self._accessible = None
         self.program = session.run(*command)
         self.window = self._first_window(title)
-        session.screen.wait_until_active(self.window)
+        wait_for(self.is_in_front, f"{self.program.name} in front")
+
+    def is_in_front(self):
+        front = self._session.screen.active_window()
+        return front is not None and front.pid == self.pid
 
     def _first_window(self, title):
         def find():

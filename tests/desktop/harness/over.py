@@ -30,20 +30,10 @@ class OverAnApplication(DesktopTest):
 
     @classmethod
     def wait_for_titles(cls, titles):
-        """Waits until the menu begins with `titles`: some time after another application has come to the front."""
-        cls.tarnwick.wait_until_ready()
+        """Waits until the menu begins with `titles`."""
         reader = cls.tarnwick.reader(cls.bus)
-        seen = []
-
-        def begins():
-            cls.tarnwick.open()
-            reader.wait_for(1)
-            seen[:] = [item.title for item in reader.items()]
-            cls.tarnwick.close_menu()
-            return seen[:len(titles)] == titles
-
         try:
-            wait_for(begins, f"a menu of {titles}, last seen {seen}", step=0.1)
+            cls.tarnwick.wait_for_titles(reader, titles)
         finally:
             reader.close()
 

@@ -45,15 +45,6 @@ class Window:
         corner = self.handle.translate_coords(self._screen.root, 0, 0)
         return -corner.x, -corner.y, geometry.width, geometry.height
 
-    def is_inside_another(self):
-        """Whether it is shown in a window of another program, like an icon in a tray."""
-        try:
-            parent = self.handle.query_tree().parent
-        except error.XError:
-            return False
-        owner = Window(self._screen, parent).pid if parent and parent.id != self._screen.root.id else None
-        return owner is not None and owner != self.pid
-
     @property
     def center(self):
         x, y, width, height = self.frame
@@ -106,16 +97,6 @@ class Screen:
             if attributes.override_redirect and attributes.map_state == X.IsViewable:
                 found.append(Window(self, handle))
         return found
-
-    def all_windows(self, below=None):
-        """Every window of the display, those inside others too."""
-        try:
-            children = (below or self.root).query_tree().children
-        except error.XError:
-            return
-        for handle in children:
-            yield Window(self, handle)
-            yield from self.all_windows(handle)
 
     def active_window(self):
         value = self.property_of(self.root, "_NET_ACTIVE_WINDOW")

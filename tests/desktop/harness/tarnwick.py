@@ -60,6 +60,29 @@ class Tarnwick:
         self._hold_trigger_until(lambda: self.popups.count() == 1, limit)
         return self.popups.wait_for(1, limit)[0]
 
+    def titles(self, reader):
+        """What the menu shows at the top now; nothing when a switch of the application has closed it meanwhile."""
+        try:
+            self.open(limit=1.0)
+            reader.wait_for(1, limit=1.0)
+            return reader.titles()
+        except (TimedOut, IndexError):
+            return []
+        finally:
+            self.close_menu()
+
+    def wait_for_titles(self, reader, titles):
+        """Waits until the menu begins with `titles`: some time after another application has come to the front."""
+        seen = [[]]
+
+        def begins():
+            seen[0] = self.titles(reader)
+            return bool(seen[0]) and seen[0][:len(titles)] == titles
+        try:
+            wait_for(begins, f"a menu of {titles}", step=0.1)
+        except TimedOut as error:
+            raise TimedOut(f"{error}, last seen {seen[0]}; Tarnwick wrote: {self.program.output}") from None
+
     def _hold_trigger_until(self, condition, limit):
         self._session.screen.press(OPTION)
         self._session.screen.press(TRIGGER)

@@ -1,0 +1,85 @@
+# SPDX-License-Identifier: MIT
+"""tarnwick-inspect prints what Tarnwick sees, in the form of the menu files of the tests."""
+import json
+import os
+import subprocess
+
+from harness.applications import DATA, KITS, Fixture
+from harness.case import DesktopTest, main
+
+
+def menu_lines():
+    """The editor's menu as it is when nothing is selected and nothing is in the clipboard.
+
+    What cannot be told is left out: that an entry could be checked, and a key that is a shortcut all by itself.
+    """
+    lines = [line for line in (DATA / "editor.menu").read_text().splitlines() if line and not line.startswith("#")]
+    for command in ("Cut", "Copy", "Paste"):
+        lines = [line.replace(f"  {command}\t", f"  -{command}\t") for line in lines]
+    lines = [line.removesuffix("\tF3") for line in lines]
+    return [line.replace("+", "", 1) if line.strip().startswith("+") else line for line in lines]
+
+
+class Inspecting(DesktopTest):
+    @classmethod
+    def prepare(cls):
+        cls.connect_accessibility().switch_on()
+
+    def in_front(self, kit):
+        fixture = Fixture(self.session, kit)
+        self.addCleanup(fixture.program.stop)
+        fixture.accessible(self.bus)
+        return fixture
+
+    def inspect(self, *options):
+        return subprocess.run([os.environ["TARNWICK_INSPECT"], *options], env=self.session.environment, timeout=20,
+                              check=False, capture_output=True, text=True)
+
+    def printed(self, *options):
+        result = self.inspect(*options)
+        self.assertEqual(result.returncode, 0, result.stderr)
+        return [line for line in result.stdout.splitlines() if not line.startswith("#")]
+
+    def test_all_prints_the_whole_bar_of_the_application_in_front(self):
+        for kit in KITS:
+            with self.subTest(kit):
+                fixture = self.in_front(kit)
+                self.assertEqual(self.printed("--all"), menu_lines())
+                fixture.program.stop()
+
+    def test_without_options_prints_the_bar_alone(self):
+        self.in_front("gtk3")
+        self.assertEqual(self.printed(), [line for line in menu_lines() if not line.startswith(" ")])
+
+    def test_pid_names_an_application_behind(self):
+        behind = self.in_front("qt6")
+        front = Fixture(self.session, "gtk3", menu="viewer.menu", title="Front")
+        self.addCleanup(front.program.stop)
+        front.accessible(self.bus)
+        self.assertEqual(self.printed()[:2], ["File", "Image"])
+        self.assertEqual(self.printed("--all", "--pid", str(behind.pid)), menu_lines())
+
+    def test_json_prints_the_same(self):
+        fixture = self.in_front("gtk3")
+        printed = json.loads(self.inspect("--all", "--json").stdout)
+        self.assertEqual(printed["pid"], fixture.pid)
+        self.assertEqual([entry["title"] for entry in printed["menu"]], ["File", "Edit", "View", "Help"])
+
+    def test_report_describes_the_window_in_front(self):
+        self.in_front("gtk3")
+        result = self.inspect("--report")
+        self.assertEqual(result.returncode, 0, result.stderr)
+        self.assertIn("Fixture gtk3", result.stdout)
+
+    def test_leaves_nothing_behind(self):
+        fixture = self.in_front("gtk3")
+        self.inspect("--all")
+        self.assertFalse((self.session.directory / "home/.config/Quorlane").exists())
+        self.assertEqual(self.screen.grabs_left(), [])
+        self.screen.tap(52, "Alt_L")  # nobody holds the hot key
+        self.screen.type("x")
+        fixture.wait_for_line("typed", "x")
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,114 @@
+# SPDX-License-Identifier: MIT
+"""An extra button opens the menu, and the click goes on to the application."""
+from harness.case import main
+from harness.over import OverGtk3, OverQt5, OverQt6
+from harness.screen import LEFT, MIDDLE, RIGHT
+from harness.tarnwick import OPTION, TRIGGER
+from harness.waiting import holds_for, wait_for
+
+EXTRA_BUTTONS = (MIDDLE, 8, 9)
+
+
+class AnExtraButtonOver:
+    settings = {"EnableMouseButton": True}
+
+    def menus(self):
+        return self.tarnwick.popups.count()
+
+    def setUp(self):
+        super().setUp()
+        x, y, width, height = self.application.window.frame
+        self.here = (x + 40, y + 60)
+        self.elsewhere = (x + width - 20, y + height - 20)  # not the desktop: a click there opens its own menu
+        self.screen.move(*self.here)
+
+    def test_opens_the_menu_once_and_it_stays(self):
+        for button in EXTRA_BUTTONS:
+            with self.subTest(button=button):
+                self.application.forget()
+                pointer = self.screen.pointer()
+                self.screen.click(button)
+                self.assertEqual(self.tarnwick.popups.wait_for(1)[0].frame[:2], pointer)
+                holds_for(lambda: self.menus() == 1, 0.3, "the menu did not stay")
+                self.screen.tap("Escape")
+                self.tarnwick.wait_until_closed()
+                holds_for(lambda: self.menus() == 0, 0.3, "the menu came back")
+                wait_for(lambda: self.application.lines("button") == [str(button)], "the click in the application", 3.0)
+                self.assert_nothing_is_held()
+
+    def test_held_for_a_while_opens_a_menu_that_stays_after_the_release(self):
+        self.screen.press_button(MIDDLE)
+        holds_for(lambda: True, 0.15, "")
+        self.screen.release_button(MIDDLE)
+        self.tarnwick.popups.wait_for(1)
+        holds_for(lambda: self.menus() == 1, 0.3, "the menu did not stay")
+
+    def test_elsewhere_closes_the_menu_and_does_not_open_it_again(self):
+        for button in EXTRA_BUTTONS:
+            with self.subTest(button=button):
+                self.tarnwick.open()
+                self.screen.click(button, at=self.elsewhere)
+                self.tarnwick.wait_until_closed()
+                holds_for(lambda: self.menus() == 0, 0.4, "the menu came back")
+                self.assert_nothing_is_held()
+                self.screen.move(*self.here)
+
+    def test_chooses_with_the_menu_that_it_opened(self):
+        self.screen.click(8)
+        self.tarnwick.popups.wait_for(1)
+        for key in ("h", "Right", "c", "Return"):
+            self.screen.tap(key)
+        self.application.wait_for_line("chosen", "Help > Contents")
+        self.assertEqual(self.application.chosen(), ["Help > Contents"])
+
+    def test_primary_and_secondary_do_not_open_it(self):
+        for button in (LEFT, RIGHT):
+            self.screen.click(button)
+        holds_for(lambda: self.menus() == 0, 0.4, "a menu opened")
+        self.screen.tap("Escape")  # the menu that the text field has at the secondary button
+        wait_for(lambda: self.screen.grabs_left() == [], "that menu closed")
+
+    def test_hot_key_while_the_menu_is_open_does_nothing_more(self):
+        self.screen.click(MIDDLE)
+        self.tarnwick.popups.wait_for(1)
+        self.screen.tap(TRIGGER, OPTION)
+        holds_for(lambda: self.menus() == 1, 0.3, "the menu did not stay alone")
+        self.screen.tap("Escape")
+        self.tarnwick.wait_until_closed()
+        holds_for(lambda: self.menus() == 0, 0.3, "the menu came back")
+
+
+class AnExtraButtonOverGtk3(AnExtraButtonOver, OverGtk3):
+    pass
+
+
+class AnExtraButtonOverQt5(AnExtraButtonOver, OverQt5):
+    pass
+
+
+class AnExtraButtonOverQt6(AnExtraButtonOver, OverQt6):
+    pass
+
+
+class AnotherButtonCode(OverGtk3):
+    """The code is the kind of the event, 25 for every extra button, and not the number of the button."""
+
+    settings = {"EnableMouseButton": True, "MouseButton": 26}
+
+    def test_opens_the_menu_with_no_button(self):
+        for button in EXTRA_BUTTONS:
+            self.screen.click(button, at=self.application.window.center)
+        holds_for(lambda: self.tarnwick.popups.count() == 0, 0.6, "a menu opened")
+        self.tarnwick.open()
+
+
+class TheMouseTriggerSwitchedOff(OverGtk3):
+    def test_opens_the_menu_with_no_button(self):
+        for button in EXTRA_BUTTONS:
+            self.screen.click(button, at=self.application.window.center)
+        holds_for(lambda: self.tarnwick.popups.count() == 0, 0.6, "a menu opened")
+        self.tarnwick.open()
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,100 @@
+# SPDX-License-Identifier: MIT
+"""What Tarnwick never does to other programs, because it would harm them."""
+from gi.repository import GLib
+
+from harness.applications import KITS, Fixture
+from harness.case import DesktopTest, main
+from harness.monitor import BusMonitor
+from harness.navigation import Navigation
+from harness.over import OWN_ENTRY
+from harness.tarnwick import Tarnwick
+from harness.waiting import wait_for
+
+FORBIDDEN = {
+    "org.freedesktop.DBus.Properties.GetAll": "it ends programs of Qt before 6.5",
+    "org.a11y.atspi.Registry.RegisterEvent": "it makes every program send its keys over the bus",
+    "org.a11y.atspi.Cache.GetItems": "it makes GTK programs watch their keys",
+    "org.a11y.atspi.Collection.GetMatches": "it hangs spreadsheets",
+    "org.a11y.atspi.Application.GetApplicationBusAddress": "it makes GTK programs watch their keys",
+    "org.a11y.atspi.DeviceEventController.RegisterKeystrokeListener": "it makes every program send its keys over the bus",
+    "org.a11y.atspi.DeviceEventController.RegisterDeviceEventListener": "the same",
+}
+PRESS = "org.a11y.atspi.Action.DoAction"
+
+
+class AWholeScenario(DesktopTest):
+    @classmethod
+    def prepare(cls):
+        bus = cls.connect_accessibility()
+        cls.monitors = [BusMonitor(cls.session, address)
+                        for address in (bus.address, cls.session.environment["DBUS_SESSION_BUS_ADDRESS"])]
+        cls.tarnwick = Tarnwick(cls.session, EnableMouseButton=True)
+        wait_for(bus.is_enabled, "accessibility switched on", step=0.05)
+        cls.tarnwick.wait_until_ready()
+        cls.chosen = [cls.walk_through(kit) for kit in KITS]
+        cls.calls = [cls.own_calls(monitor) for monitor in cls.monitors]
+
+    @classmethod
+    def walk_through(cls, kit):
+        """Opens every menu of a program, by keyboard and by mouse, and chooses one entry; returns the program."""
+        fixture = Fixture(cls.session, kit)
+        titles = [item.title for item in fixture.bar_items(cls.bus)]
+        reader = cls.tarnwick.reader(cls.bus)
+        go = Navigation(cls.screen, reader)
+        cls.tarnwick.wait_for_titles(reader, titles + ["", OWN_ENTRY])
+        cls.tarnwick.open()
+        reader.wait_for(1)
+        for title in titles:
+            go.enter(title)
+            go.leave()
+        cls.tarnwick.close_menu()
+        reader.wait_for(0)
+        cls.screen.click(8)
+        reader.wait_for(1)
+        go.choose("File", "Open Recent", "Older", "2018.txt")
+        fixture.wait_for_line("chosen", "File > Open Recent > Older > 2018.txt")
+        reader.close()
+        return fixture
+
+    @classmethod
+    def own_calls(cls, monitor):
+        """What the program under test has called, over all its connections to one bus."""
+        own = {name for name in cls.names_on(monitor) if cls.process_of(monitor, name) == cls.tarnwick.pid}
+        assert own, "the program under test is on neither bus"
+        return [call for call in monitor.calls() if call.sender in own]
+
+    @classmethod
+    def names_on(cls, monitor):
+        return {call.sender for call in monitor.calls()}
+
+    @classmethod
+    def process_of(cls, monitor, name):
+        return monitor.ask_bus("GetConnectionUnixProcessID", GLib.Variant("(s)", (name,)))
+
+    def test_was_seen(self):
+        """Else the silence of the others proves nothing."""
+        methods = {call.method for call in self.calls[0]}
+        self.assertIn("org.a11y.atspi.Accessible.GetChildren", methods)
+        self.assertIn("org.freedesktop.DBus.Properties.Get", methods)
+
+    def test_holds_no_forbidden_call(self):
+        for method, reason in FORBIDDEN.items():
+            with self.subTest(method, reason=reason):
+                self.assertEqual([call for call in self.calls[0] if call.method == method], [])
+
+    def test_leaves_the_screen_reader_off(self):
+        self.assertEqual([call for call in self.calls[1] if "ScreenReaderEnabled" in call.texts and
+                          call.member == "Set"], [])
+
+    def test_leaves_the_application_menus_to_their_registrar(self):
+        self.assertEqual([call for calls in self.calls for call in calls if
+                          "com.canonical.AppMenu.Registrar" in call.texts and call.member == "RequestName"], [])
+
+    def test_presses_only_what_was_chosen(self):
+        self.assertEqual(len([call for call in self.calls[0] if call.method == PRESS]), len(self.chosen))
+        for fixture in self.chosen:
+            self.assertEqual(fixture.chosen(), ["File > Open Recent > Older > 2018.txt"])
+
+
+if __name__ == "__main__":
+    main()
