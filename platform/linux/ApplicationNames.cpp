@@ -14,7 +14,7 @@ namespace {
 QByteArray processFile(qint64 processIdentifier, const char* name)
 {
     QFile file(u"/proc/%1/%2"_s.arg(processIdentifier).arg(QLatin1StringView(name)));
-    return file.open(QIODevice::ReadOnly) ? file.read(64 * 1024) : QByteArray();
+    return file.open(QIODevice::ReadOnly) ? file.read(qint64{64} * 1024) : QByteArray();
 }
 
 /// Field 22 of the process' statistics; the program's name before it may hold blanks and brackets.
@@ -69,10 +69,10 @@ QString ApplicationNames::_entryName(qint64 processIdentifier)
     for (const xcb_window_t window : _windows.windowsOf(processIdentifier))
         names.append(_windows.applicationNames(window));
     for (const QString& name : std::as_const(names))
-        if (const QString found = _entries.nameForWindowClass(name); !found.isEmpty())
+        if (QString found = _entries.nameForWindowClass(name); !found.isEmpty())
             return found;
     for (const QString& program : programsOf(processIdentifier))
-        if (const QString found = _entries.nameForProgram(program); !found.isEmpty())
+        if (QString found = _entries.nameForProgram(program); !found.isEmpty())
             return found;
     return {};
 }

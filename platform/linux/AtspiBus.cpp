@@ -43,7 +43,7 @@ SdBusMessage processIdentifierOf(SdBus& bus, const QByteArray& service)
 
 QByteArray AtspiBus::sessionAddress()
 {
-    const QByteArray address = qgetenv("DBUS_SESSION_BUS_ADDRESS");
+    QByteArray address = qgetenv("DBUS_SESSION_BUS_ADDRESS");
     if (!address.isEmpty())
         return address;
     const QByteArray directory = qgetenv("XDG_RUNTIME_DIR");
@@ -52,7 +52,7 @@ QByteArray AtspiBus::sessionAddress()
 
 QByteArray AtspiBus::address(Deadline deadline)
 {
-    const QByteArray given = qgetenv("AT_SPI_BUS_ADDRESS");
+    QByteArray given = qgetenv("AT_SPI_BUS_ADDRESS");
     if (!given.isEmpty())
         return given;
     const auto session = SdBus::open(sessionAddress(), deadline);

@@ -10,7 +10,7 @@
 /// that is no UTF-8 give nothing.
 namespace tarnwick::atspi {
 
-inline constexpr qsizetype MaximumTextBytes = 64 * 1024;
+inline constexpr qsizetype MaximumTextBytes = qsizetype{64} * 1024;
 inline constexpr qsizetype MaximumChildren = 20'000;
 
 /// A plain string. Longer ones than 64 KiB are cut at a whole character.

@@ -33,7 +33,7 @@ BusReference AtspiMenuBars::of(const FrontWindow& front)
     for (const xcb_window_t window : _windows.withOwners(front.window)) {
         const FrontWindow one{window, window == front.window ? front.processIdentifier
                                                              : _windows.processIdentifier(window)};
-        if (const BusReference bar = _ofOneWindow(one, window == front.window, reading.deadline()))
+        if (BusReference bar = _ofOneWindow(one, window == front.window, reading.deadline()))
             return bar;
     }
     return front.processIdentifier ? _ofAnyWindow(*front.processIdentifier, reading.deadline())
@@ -50,7 +50,7 @@ BusReference AtspiMenuBars::_ofOneWindow(const FrontWindow& window, bool active,
     const auto match = _match(window, active, deadline);
     if (!match)
         return {};
-    const BusReference bar = findMenuBar(_bus, match->window, deadline);
+    BusReference bar = findMenuBar(_bus, match->window, deadline);
     if (bar && match->certain) {
         if (_known.size() >= MaximumWindows)
             _known.clear();
@@ -105,7 +105,7 @@ QList<AtspiFacts> AtspiMenuBars::_windowsOf(const QList<BusReference>& roots, De
 BusReference AtspiMenuBars::_ofAnyWindow(qint64 processIdentifier, Deadline deadline)
 {
     for (const AtspiFacts& window : _windowsOf(_applications.rootsOf(processIdentifier, deadline), deadline))
-        if (const BusReference bar = findMenuBar(_bus, window.reference, deadline))
+        if (BusReference bar = findMenuBar(_bus, window.reference, deadline))
             return bar;
     return {};
 }
