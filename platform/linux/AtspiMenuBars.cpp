@@ -25,7 +25,7 @@ AtspiMenuBars::AtspiMenuBars(AtspiBus& bus, AtspiApplications& applications, X11
 {
 }
 
-BusReference AtspiMenuBars::of(const FrontWindow& front)
+AtspiMenuBars::Found AtspiMenuBars::of(const FrontWindow& front)
 {
     const ReadingBudget::Reading reading(_budget);
     if (!front || !_bus.connection(reading.deadline()))
@@ -34,10 +34,9 @@ BusReference AtspiMenuBars::of(const FrontWindow& front)
         const FrontWindow one{window, window == front.window ? front.processIdentifier
                                                              : _windows.processIdentifier(window)};
         if (BusReference bar = _ofOneWindow(one, window == front.window, reading.deadline()))
-            return bar;
+            return {bar, window};
     }
-    return front.processIdentifier ? _ofAnyWindow(*front.processIdentifier, reading.deadline())
-                                   : BusReference();
+    return front.processIdentifier ? _ofAnyWindow(*front.processIdentifier, reading.deadline()) : Found();
 }
 
 BusReference AtspiMenuBars::_ofOneWindow(const FrontWindow& window, bool active, Deadline deadline)
@@ -102,11 +101,17 @@ QList<AtspiFacts> AtspiMenuBars::_windowsOf(const QList<BusReference>& roots, De
     return windows;
 }
 
-BusReference AtspiMenuBars::_ofAnyWindow(qint64 processIdentifier, Deadline deadline)
+AtspiMenuBars::Found AtspiMenuBars::_ofAnyWindow(qint64 processIdentifier, Deadline deadline)
 {
-    for (const AtspiFacts& window : _windowsOf(_applications.rootsOf(processIdentifier, deadline), deadline))
-        if (BusReference bar = findMenuBar(_bus, window.reference, deadline))
-            return bar;
+    for (const AtspiFacts& window :
+         _windowsOf(_applications.rootsOf(processIdentifier, deadline), deadline)) {
+        const BusReference bar = findMenuBar(_bus, window.reference, deadline);
+        if (!bar)
+            continue;
+        const auto known =
+            std::find_if(_known.cbegin(), _known.cend(), [&](const Known& one) { return one.bar == bar; });
+        return {bar, known == _known.cend() ? xcb_window_t{XCB_WINDOW_NONE} : known.key()};
+    }
     return {};
 }
 

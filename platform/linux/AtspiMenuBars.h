@@ -17,9 +17,15 @@ public:
     /// All must outlive this.
     AtspiMenuBars(AtspiBus& bus, AtspiApplications& applications, X11Windows& windows, ReadingBudget& budget);
 
+    struct Found
+    {
+        BusReference bar;
+        xcb_window_t owner = XCB_WINDOW_NONE; ///< none when it is not known which window has it
+    };
+
     /// The window's own menu bar, else that of a window it is transient for, else that of any window of the
     /// same application; empty when there is none.
-    [[nodiscard]] BusReference of(const FrontWindow& front);
+    [[nodiscard]] Found of(const FrontWindow& front);
 
 private:
     struct Known
@@ -28,7 +34,7 @@ private:
         BusReference bar;
     };
     BusReference _ofOneWindow(const FrontWindow& window, bool active, Deadline deadline);
-    BusReference _ofAnyWindow(qint64 processIdentifier, Deadline deadline);
+    Found _ofAnyWindow(qint64 processIdentifier, Deadline deadline);
     std::optional<AtspiWindowMatch> _match(const FrontWindow& window, bool active, Deadline deadline);
     QList<AtspiFacts> _windowsOf(const QList<BusReference>& roots, Deadline deadline);
 

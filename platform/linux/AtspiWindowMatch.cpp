@@ -10,8 +10,12 @@ namespace tarnwick {
 std::optional<AtspiWindowMatch> AtspiWindowMatch::among(const QList<AtspiFacts>& windows,
                                                         const std::optional<QString>& title, bool active)
 {
-    if (windows.size() == 1)
-        return AtspiWindowMatch{windows.first().reference, true};
+    if (windows.size() == 1) {
+        // Programs may append to the title what the accessible name does not have.
+        const QString name = windows.first().name.value_or(QString());
+        return AtspiWindowMatch{windows.first().reference,
+                                !name.isEmpty() && title && title->startsWith(name)};
+    }
     QList<AtspiFacts> named = windows;
     named.removeIf([&](const AtspiFacts& facts) { return !title || facts.name != title; });
     if (named.size() == 1)

@@ -10,16 +10,19 @@ namespace tarnwick {
 FoundMenuBar MenuBars::of(const FrontWindow& front)
 {
     if (front.processIdentifier == QCoreApplication::applicationPid())
-        return OwnMenuSource::hasBar() ? FoundMenuBar{&_own, OwnMenuSource::bar()} : FoundMenuBar{};
-    const BusReference bar = _inTree.of(front);
-    return bar ? FoundMenuBar{&_tree, bar} : FoundMenuBar{};
+        return OwnMenuSource::hasBar() ? FoundMenuBar{&_own, OwnMenuSource::bar(), XCB_WINDOW_NONE}
+                                       : FoundMenuBar{};
+    const AtspiMenuBars::Found found = _inTree.of(front);
+    return found.bar ? FoundMenuBar{&_tree, found.bar, found.owner} : FoundMenuBar{};
 }
 
 MenuBarOwner MenuBars::ownerOf(const FrontWindow& front)
 {
-    if (const FoundMenuBar found = of(front))
-        return {found.bar};
-    return {{}, _windows.withOwners(front.window).value(0)};
+    const FoundMenuBar found = of(front);
+    if (!found)
+        return {_windows.withOwners(front.window).last(), {}};
+    return found.owner != XCB_WINDOW_NONE ? MenuBarOwner{found.owner, {}}
+                                          : MenuBarOwner{XCB_WINDOW_NONE, found.bar};
 }
 
 } // namespace tarnwick

@@ -10,15 +10,17 @@ struct FoundMenuBar
 {
     MenuSource* source = nullptr;
     BusReference bar;
+    xcb_window_t owner = XCB_WINDOW_NONE; ///< none when it belongs to no window in particular
 
     explicit operator bool() const { return source != nullptr; }
 };
 
-/// What tells one menu bar from another: the bar itself, or the window where none has been found.
+/// What tells one menu bar from another: the window that has it, else the bar itself. Not the bar first:
+/// which of two windows of the same title has it, is known a moment after the switch only.
 struct MenuBarOwner
 {
-    BusReference bar;
     xcb_window_t window = XCB_WINDOW_NONE;
+    BusReference bar;
 
     friend bool operator==(const MenuBarOwner&, const MenuBarOwner&) = default;
 };

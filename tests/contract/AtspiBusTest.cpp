@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The reader against an application that does what a test has written down, on a bus of its own.
-#include "platform/linux/AtspiApplications.h"
+#include "platform/linux/AtspiAccess.h"
 #include "platform/linux/AtspiConstants.h"
 #include "platform/linux/AtspiMenuSource.h"
 #include "platform/linux/MenuBarSearch.h"
@@ -420,4 +420,105 @@ TEST_F(AtspiBusTest, anItemThatWasDisabledInTheMenu_isNotAskedAgain)
     EXPECT_TRUE(source.press(row));
     ASSERT_TRUE(QTest::qWaitFor([&] { return presses() > 0; }, 2000));
     EXPECT_EQ(application->calls().size(), 1);
+}
+
+namespace {
+
+/// The accessibility services as a session has them, played by the test: the answer to each call by its name.
+class AtspiAccessTest : public ::testing::Test
+{
+protected:
+    AtspiAccessTest()
+    {
+        qunsetenv("AT_SPI_BUS_ADDRESS");
+        qputenv("DBUS_SESSION_BUS_ADDRESS", daemon.address());
+        services.setInterceptor([this](sd_bus_message* call) {
+            const QByteArrayView member = sd_bus_message_get_member(call);
+            if (member == "GetAddress")
+                return _reply(call, hasAddress, "s", daemon.address().constData());
+            if (member == "GetChildren")
+                return _reply(call, registryAnswers, "a(so)", 0);
+            if (member == "Get")
+                return _reply(call, hasStatus, "v", "b", int(enabled));
+            return _reply(call, canBeSwitchedOn, "");
+        });
+    }
+    ~AtspiAccessTest() override { qunsetenv("DBUS_SESSION_BUS_ADDRESS"); }
+
+    QStringList calls()
+    {
+        QStringList members;
+        for (const QString& call : services.calls())
+            members.append(call.section(u' ', 0, call.startsWith("Get "_L1) ? 1 : 0));
+        return members;
+    }
+
+    BusDaemon daemon;
+    ScriptedApplication services{daemon.address(), {}, {}, {"org.a11y.Bus", RegistryService}};
+    std::atomic<bool> hasAddress = true;
+    std::atomic<bool> registryAnswers = true;
+    std::atomic<bool> hasStatus = true;
+    std::atomic<bool> enabled = false;
+    std::atomic<bool> canBeSwitchedOn = true;
+    AtspiBus bus;
+    AtspiApplications applications{bus};
+    AtspiAccess access{bus, applications};
+
+private:
+    template <typename... Arguments>
+    bool _reply(sd_bus_message* call, bool well, Arguments... arguments)
+    {
+        if (well)
+            return sd_bus_reply_method_return(call, arguments...) >= 0;
+        return sd_bus_reply_method_errorf(call, SD_BUS_ERROR_FAILED, "no") >= 0;
+    }
+};
+
+} // namespace
+
+TEST_F(AtspiAccessTest, open_asksForTheAddressThenTheRegistryAndSwitchesOnLast)
+{
+    EXPECT_TRUE(access.open());
+    EXPECT_EQ(calls(), (QStringList{u"GetAddress"_s, u"GetChildren"_s, u"Get IsEnabled"_s, u"Set"_s}));
+    EXPECT_TRUE(access.granted());
+    EXPECT_EQ(calls().size(), 4) << "granted() asks nobody again";
+}
+
+TEST_F(AtspiAccessTest, whatIsOnAlready_isLeftAsItIs)
+{
+    enabled = true;
+    EXPECT_TRUE(access.open());
+    EXPECT_EQ(calls(), (QStringList{u"GetAddress"_s, u"GetChildren"_s, u"Get IsEnabled"_s}));
+}
+
+TEST_F(AtspiAccessTest, withoutAnAddress_nothingElseIsTouched)
+{
+    hasAddress = false;
+    EXPECT_FALSE(access.open());
+    EXPECT_FALSE(access.granted());
+    EXPECT_EQ(calls(), QStringList(u"GetAddress"_s));
+}
+
+TEST_F(AtspiAccessTest, withoutARegistry_nothingIsSwitchedOn)
+{
+    registryAnswers = false;
+    EXPECT_FALSE(access.open());
+    EXPECT_EQ(calls(), (QStringList{u"GetAddress"_s, u"GetChildren"_s}));
+}
+
+TEST_F(AtspiAccessTest, whatCannotBeSwitchedOn_isNoAccess)
+{
+    canBeSwitchedOn = false;
+    EXPECT_FALSE(access.granted()) << "the first time it looks for itself";
+    EXPECT_EQ(calls().last(), u"Set"_s);
+    canBeSwitchedOn = true;
+    EXPECT_TRUE(access.open()) << "and it can be asked again";
+    EXPECT_TRUE(access.granted());
+}
+
+TEST_F(AtspiAccessTest, aStatusThatCannotBeRead_isSwitchedOn)
+{
+    hasStatus = false;
+    EXPECT_TRUE(access.open());
+    EXPECT_EQ(calls().last(), u"Set"_s);
 }

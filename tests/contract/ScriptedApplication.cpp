@@ -11,7 +11,8 @@ using namespace Qt::StringLiterals;
 namespace tarnwick {
 
 ScriptedApplication::ScriptedApplication(const QByteArray& address, const QByteArray& toolkit,
-                                         const QMap<QByteArray, Object>& objects)
+                                         const QMap<QByteArray, Object>& objects,
+                                         const QList<QByteArray>& names)
     : _toolkit(toolkit), _objects(objects)
 {
     const char* name = nullptr;
@@ -22,6 +23,9 @@ ScriptedApplication::ScriptedApplication(const QByteArray& address, const QByteA
     if (!connected)
         throw std::runtime_error("no bus for the scripted application");
     _service = name;
+    for (const QByteArray& wanted : names)
+        if (sd_bus_request_name(_bus, wanted.constData(), 0) < 0)
+            throw std::runtime_error("a name is taken");
     _thread = std::thread([this] { _run(); });
 }
 

@@ -29,9 +29,9 @@ public:
         QList<QByteArray> children; ///< paths
     };
 
-    /// `objects` by path; "toolkit" is what its root answers.
+    /// `objects` by path; "toolkit" is what its root answers. It claims the well-known `names`.
     ScriptedApplication(const QByteArray& address, const QByteArray& toolkit,
-                        const QMap<QByteArray, Object>& objects);
+                        const QMap<QByteArray, Object>& objects, const QList<QByteArray>& names = {});
     ~ScriptedApplication();
     ScriptedApplication(const ScriptedApplication&) = delete;
     ScriptedApplication& operator=(const ScriptedApplication&) = delete;

@@ -79,13 +79,13 @@ TEST(FrontWindowFilter, aShortNone_isNoChange)
 
 TEST(FrontSwitches, aDialogOfTheSameMenuBar_isNoSwitch)
 {
-    const MenuBarOwner bar{{":1.5", "/bar", 1}};
-    const MenuBarOwner otherBar{{":1.5", "/other", 1}};
-    QHash<xcb_window_t, MenuBarOwner> owners{{10, bar}, {12, bar}, {11, otherBar}};
+    const MenuBarOwner editor{10, {}};
+    const MenuBarOwner other{11, {}};
+    QHash<xcb_window_t, MenuBarOwner> owners{{10, editor}, {12, editor}, {11, other}};
     int questions = 0;
     FrontSwitches switches(Editor, [&](const FrontWindow& front) {
         ++questions;
-        return owners.value(front.window, MenuBarOwner{{}, front.window});
+        return owners.value(front.window, MenuBarOwner{front.window, {}});
     });
     EXPECT_FALSE(switches.isSwitch(Editor));
     EXPECT_EQ(questions, 0);
@@ -122,7 +122,9 @@ TEST(AtspiWindowMatch, among_findsTheWindowByWhatIsTold)
                      : u"none"_s;
     };
     EXPECT_EQ(among({}, u"One"_s, true), u"none"_s);
-    EXPECT_EQ(among({one}, u"Another title"_s, false), u"/1 certain"_s) << "the only window";
+    EXPECT_EQ(among({one}, u"One"_s, false), u"/1 certain"_s);
+    EXPECT_EQ(among({one}, u"One - Editor"_s, false), u"/1 certain"_s) << "titles may be longer";
+    EXPECT_EQ(among({one}, u"Another title"_s, false), u"/1"_s) << "the only window so far";
     EXPECT_EQ(among({one, two}, u"One"_s, true), u"/1 certain"_s) << "the title goes before the state";
     EXPECT_EQ(among({one, two, twoAgain}, u"Two"_s, true), u"/2"_s) << "the active one of several";
     EXPECT_EQ(among({one, twoAgain, two}, u"Two"_s, false), u"/3"_s)
