@@ -3,6 +3,9 @@
 import os
 import time
 
+from Xlib import X
+from Xlib.ext import xtest
+
 from harness.case import DesktopTest, main
 from harness.navigation import Navigation
 from harness.preferences import (BUTTON, CHECK_BOX, Preferences, stored, wait_until_stored, windows_of)
@@ -145,6 +148,17 @@ class TheMouseButton(ThePreferences):
         self.screen.release_button(MIDDLE)
         wait_until_stored(self.tarnwick, MouseButton=25)
         self.assertEqual(self.preferences.mouse_button.name, "Mouse button, Button Number: 25")
+
+    def test_is_learned_when_press_and_release_come_without_a_pause(self):
+        for _ in range(3):
+            self.start_with_window(MouseButton=0)
+            self.screen.move(*self.preferences.mouse_button.center)
+            for kind in (X.ButtonPress, X.ButtonRelease):
+                xtest.fake_input(self.screen.display, kind, MIDDLE)
+            self.screen.display.sync()
+            wait_for(lambda: stored(self.tarnwick)["MouseButton"] != "0", "another mouse button stored")
+            self.assertEqual(stored(self.tarnwick)["MouseButton"], "25")
+            self.tarnwick.stop()
 
     def test_is_not_learned_from_the_first_two(self):
         self.start_with_window(MouseButton=0)

@@ -19,11 +19,16 @@ class Preferences:
         self.window = wait_for(self._find, "the preferences window")
         self._screen.wait_until_active(self.window)
         self.application = bus.application(tarnwick.pid)
+        wait_for(self._knows_its_place, "a window that knows where it is", step=0.02)
         self.recorder = Recorder(self._screen, self.control("Shortcut, ", BUTTON))
         self.mouse_button = self.control("Mouse button, ", LABEL)
 
     def _find(self):
         return next(iter(windows_of(self._screen, self._tarnwick.pid)), None)
+
+    def _knows_its_place(self):
+        """Whether the toolkit has heard where the window manager has put the window."""
+        return any(node.frame == self.window.frame for node in self.application.children)
 
     def control(self, name, role, limit=5.0):
         """The control that shows and whose name begins so."""
