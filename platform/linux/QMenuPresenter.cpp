@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/QMenuPresenter.h"
 
-#include "foundation/Application.h"
-#include "foundation/NotificationCenter.h"
 #include "menu/Menu.h"
 #include "menu/MenuItem.h"
 #include "platform/linux/ScreenSpaces.h"
 #include "platform/linux/X11Connection.h"
 #include "platform/linux/X11PopUpInput.h"
+#include "platform/qt/MenuChoice.h"
 #include "platform/qt/MenuTracking.h"
 #include "platform/qt/QMenuView.h"
 
@@ -15,8 +14,6 @@
 #include <QCursor>
 #include <QEventLoop>
 #include <QMouseEvent>
-
-using namespace Qt::StringLiterals;
 
 namespace tarnwick {
 
@@ -84,11 +81,7 @@ bool QMenuPresenter::popUpMenuPositioningItem(const std::shared_ptr<Menu>& menu,
     // What was chosen was meant for the application that was in front.
     if (!choice || !sameFocus)
         return false;
-    Application::shared().sendActionToFrom(choice->item->action(), choice->item->target().get(),
-                                           choice->item.get());
-    NotificationCenter::defaultCenter().postNotificationName(
-        QString::fromUtf16(MenuDidSendActionNotificationName), choice->menu.get(),
-        {{u"MenuItem"_s, choice->item->title()}});
+    performMenuChoice(choice->menu, choice->item);
     return true;
 }
 

@@ -16,6 +16,8 @@ public:
     [[nodiscard]] QStringList searchPathForDirectoriesInDomains(SearchPathDirectory directory,
                                                                 SearchPathDomainMask domains,
                                                                 bool expandTilde) const override;
+    void setCollectionBehavior(QWidget& window, CollectionBehavior behavior) override;
+    [[nodiscard]] bool menuBarsHaveSystemMenu() const override { return true; }
 
 private:
     CarbonFrontSwitch _frontSwitch;

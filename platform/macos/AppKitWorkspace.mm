@@ -3,6 +3,8 @@
 
 #include "platform/macos/NsText.h"
 
+#include <QWidget>
+
 #import <AppKit/AppKit.h>
 #include <utility>
 
@@ -10,6 +12,8 @@ namespace tarnwick {
 
 static_assert(int(NSPreferencePanesDirectory) == int(Workspace::PreferencePanesDirectory));
 static_assert(int(NSSystemDomainMask) == int(Workspace::SystemDomainMask));
+static_assert(int(NSWindowCollectionBehaviorCanJoinAllSpaces) ==
+              int(Workspace::WindowCollectionBehaviorCanJoinAllSpaces));
 
 std::optional<Workspace::ActiveApplication> AppKitWorkspace::activeApplication() const
 {
@@ -52,6 +56,12 @@ QStringList AppKitWorkspace::searchPathForDirectoriesInDomains(SearchPathDirecto
                                                                expandTilde))
         paths.append(textOfNsString(path));
     return paths;
+}
+
+void AppKitWorkspace::setCollectionBehavior(QWidget& window, CollectionBehavior behavior)
+{
+    NSView* view = reinterpret_cast<NSView*>(window.winId());
+    [[view window] setCollectionBehavior:static_cast<NSWindowCollectionBehavior>(behavior)];
 }
 
 } // namespace tarnwick

@@ -3,6 +3,7 @@
 
 #include "platform/macos/AppKitWindows.h"
 #include "platform/macos/MacBundle.h"
+#include "platform/qt/MenuTracking.h"
 
 #include <QEvent>
 #include <QWidget>
@@ -33,8 +34,11 @@ MacApplication::MacApplication(QtEventConverter converter)
 void MacApplication::terminate(ActionSender* sender)
 {
     QtApplication::terminate(sender);
-    if (terminating())
-        abortModalAlert();
+    if (!terminating())
+        return;
+    // These run loops of their own, which the end of Qt's does not reach.
+    MenuTracking::shared().cancel();
+    abortModalAlert();
 }
 
 void MacApplication::activateIgnoringOtherApps(bool ignoringOtherApps)

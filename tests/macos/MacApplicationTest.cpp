@@ -8,6 +8,7 @@
 #include "platform/macos/MacKeyboard.h"
 #include "platform/macos/ReopenEvent.h"
 #include "platform/macos/TISKeyboardLayout.h"
+#include "platform/qt/MenuTracking.h"
 #include "tests/macos/MacTest.h"
 
 #include <QCoreApplication>
@@ -66,7 +67,7 @@ TEST_F(MacApplicationTest, windowThatIsShownOrRaised_comesInFrontOfAllApplicatio
     EXPECT_EQ(mac.callsOf(u"orderFrontRegardless"_s).size(), 2) << "neither controls nor hidden windows";
 }
 
-TEST_F(MacApplicationTest, termination_endsAnOpenAlertUnlessItIsRefused)
+TEST_F(MacApplicationTest, termination_endsAnOpenAlertOrMenuUnlessItIsRefused)
 {
     class Refusing final : public ApplicationDelegate
     {
@@ -77,12 +78,20 @@ TEST_F(MacApplicationTest, termination_endsAnOpenAlertUnlessItIsRefused)
         void perform(const QString& /*action*/, ActionSender* /*sender*/) override {}
     } delegate;
     application.setDelegate(&delegate);
+    int cancels = 0;
+    const auto cancelling =
+        QObject::connect(&MenuTracking::shared(), &MenuTracking::cancelRequested, [&cancels] { ++cancels; });
+    MenuTracking::shared().begin();
     application.terminate(nullptr);
     EXPECT_TRUE(mac.callsOf(u"abortModal"_s).isEmpty());
+    EXPECT_EQ(cancels, 0);
     delegate.agrees = true;
     application.terminate(nullptr);
     EXPECT_TRUE(application.terminating());
     EXPECT_EQ(mac.callsOf(u"abortModal"_s).size(), 1);
+    EXPECT_EQ(cancels, 1);
+    MenuTracking::shared().end();
+    QObject::disconnect(cancelling);
     application.setDelegate(nullptr);
 }
 
