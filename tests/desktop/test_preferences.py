@@ -187,6 +187,7 @@ class TheOptions(ThePreferences):
         self.assertIn(os.path.realpath(self.tarnwick.program_file), self.login_entry().read_text())
         wait_until_stored(self.tarnwick, LaunchOnLogin="true")
         self.restart()
+        self.tarnwick.wait_until_ready()  # or the next start would be the first
         preferences = self.start_again()
         preferences.show_pane("General")
         self.assertTrue(preferences.is_checked("Start Tarnwick when I log in"))
@@ -206,6 +207,7 @@ class TheOptions(ThePreferences):
             self.preferences.click(box, CHECK_BOX)
             wait_until_stored(self.tarnwick, **{key: str(not before[box]).lower()})
         self.restart()
+        self.tarnwick.wait_until_ready()  # or the next start would be the first
         preferences = self.start_again()
         preferences.show_pane("General")
         self.assertEqual({box: preferences.is_checked(box) for box in boxes},
