@@ -112,7 +112,8 @@ QList<xcb_window_t> X11Windows::windowsOf(qint64 processIdentifier)
 bool X11Windows::_isOfThisMachine(xcb_window_t window)
 {
     const auto machine = _x11.propertyText(window, "WM_CLIENT_MACHINE");
-    return !machine || QString::fromLocal8Bit(*machine) == QSysInfo::machineHostName();
+    const auto host = [](const QString& name) { return name.section(u'.', 0, 0); }; // without its domain
+    return !machine || host(QString::fromLocal8Bit(*machine)) == host(QSysInfo::machineHostName());
 }
 
 std::optional<qint64> X11Windows::_clientProcess(xcb_window_t window)

@@ -20,7 +20,8 @@ struct FrontWindow
     friend bool operator==(const FrontWindow&, const FrontWindow&) = default;
 };
 
-/// What windows say of themselves and of each other. A window that is gone says nothing.
+/// What windows say of themselves and of each other. A window that is gone says nothing, but
+/// the server may still know whose it was.
 class X11Windows
 {
 public:
@@ -29,9 +30,9 @@ public:
 
     /// Whether a window manager keeps the root's properties.
     [[nodiscard]] bool managed();
-    /// The active window, or none, also when it has just gone; nothing when the active one is no application's window: a dock, a
-    /// tooltip, a notification, or one that the window manager does not manage. Without a window manager
-    /// that tells, the window with the input focus.
+    /// The active window, or none, also when it has just gone; nothing when the active one is no
+    /// application's window: a dock, a tooltip, a notification, or one that the window manager does not
+    /// manage. Without a window manager that tells, the window with the input focus.
     [[nodiscard]] std::optional<FrontWindow> front();
     /// The managed windows of a process, oldest first.
     [[nodiscard]] QList<xcb_window_t> windowsOf(qint64 processIdentifier);

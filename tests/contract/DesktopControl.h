@@ -26,10 +26,26 @@ inline void activate(xcb_window_t window)
     x11.sync();
 }
 
-/// A mapped top-level window of this process, of the given type ("DOCK").
-inline xcb_window_t makeWindow(const QByteArray& type, bool overrideRedirect = false)
+inline void setText(X11Connection& x11, xcb_window_t window, const QByteArray& property,
+                    const QByteArray& text)
 {
-    X11Connection& x11 = X11Connection::shared();
+    xcb_change_property(x11.get(), XCB_PROP_MODE_REPLACE, window, x11.atom(property), XCB_ATOM_STRING, 8,
+                        static_cast<std::uint32_t>(text.size()), text.constData());
+    x11.sync();
+}
+
+inline void setNumber(X11Connection& x11, xcb_window_t window, const QByteArray& property,
+                      std::uint32_t number)
+{
+    xcb_change_property(x11.get(), XCB_PROP_MODE_REPLACE, window, x11.atom(property), XCB_ATOM_CARDINAL, 32,
+                        1, &number);
+    x11.sync();
+}
+
+/// A mapped top-level window of this process, of the given type ("DOCK").
+inline xcb_window_t makeWindow(const QByteArray& type, bool overrideRedirect = false,
+                               X11Connection& x11 = X11Connection::shared())
+{
     const xcb_window_t window = xcb_generate_id(x11.get());
     const std::uint32_t redirect = overrideRedirect ? 1 : 0;
     xcb_create_window(x11.get(), XCB_COPY_FROM_PARENT, window, x11.root(), 600, 600, 100, 50, 0,

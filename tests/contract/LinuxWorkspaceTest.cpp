@@ -406,6 +406,54 @@ TEST_F(LinuxWorkspaceTest, directories_areThoseOfSettingsPanes)
                     .isEmpty());
 }
 
+TEST_F(LinuxWorkspaceTest, theServer_knowsAWindowsProcessBest)
+{
+    X11Connection& x11 = X11Connection::shared();
+    const xcb_window_t window = makeWindow({});
+    setNumber(x11, window, "_NET_WM_PID", 2); // as seen from inside a sandbox
+    EXPECT_EQ(windows.processIdentifier(window), QCoreApplication::applicationPid());
+    const QByteArray host = QSysInfo::machineHostName().toLocal8Bit();
+    setText(x11, window, "WM_CLIENT_MACHINE", host);
+    EXPECT_EQ(windows.processIdentifier(window), QCoreApplication::applicationPid());
+    setText(x11, window, "WM_CLIENT_MACHINE", host + ".example.org");
+    EXPECT_EQ(windows.processIdentifier(window), QCoreApplication::applicationPid());
+    setText(x11, window, "WM_CLIENT_MACHINE", "elsewhere");
+    EXPECT_EQ(windows.processIdentifier(window), std::nullopt) << "a number of another machine";
+    destroy(window);
+}
+
+TEST_F(LinuxWorkspaceTest, whereTheServerDoesNotTell_theWindowDoes)
+{
+    QProcess server;
+    server.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-extension"_s, u"X-Resource"_s});
+    ASSERT_TRUE(server.waitForReadyRead(Limit));
+    const QByteArray display = ":" + server.readAllStandardOutput().trimmed();
+    xcb_connection_t* connection = xcb_connect(display.constData(), nullptr);
+    X11Connection x11(connection);
+    const xcb_window_t window = makeWindow({}, false, x11);
+    EXPECT_EQ(X11Windows(x11).processIdentifier(window), std::nullopt);
+    setNumber(x11, window, "_NET_WM_PID", 4711);
+    EXPECT_EQ(X11Windows(x11).processIdentifier(window), 4711);
+    xcb_disconnect(connection);
+    server.kill();
+    server.waitForFinished();
+}
+
+TEST_F(LinuxWorkspaceTest, windowsThatAreTransientInACircle_end)
+{
+    X11Connection& x11 = X11Connection::shared();
+    const xcb_window_t one = makeWindow({});
+    const xcb_window_t two = makeWindow({});
+    EXPECT_EQ(windows.withOwners(one), QList<xcb_window_t>{one});
+    setNumber(x11, one, "WM_TRANSIENT_FOR", two);
+    setNumber(x11, two, "WM_TRANSIENT_FOR", one);
+    EXPECT_EQ(windows.withOwners(one), (QList<xcb_window_t>{one, two}));
+    setNumber(x11, two, "WM_TRANSIENT_FOR", x11.root());
+    EXPECT_EQ(windows.withOwners(one), (QList<xcb_window_t>{one, two})) << "the root is no owner";
+    destroy(one);
+    destroy(two);
+}
+
 // The last: the window manager does not come back.
 TEST_F(LinuxWorkspaceTest, zWithoutAWindowManager_theFocusTells)
 {

@@ -112,6 +112,26 @@ TEST_F(AtspiDecode, anotherType_givesNothing)
     EXPECT_FALSE(decodeReferences(reply("as", 1, ":1.5").get(), 1));
 }
 
+TEST_F(AtspiDecode, textThatIsNoUtf8_givesNothing)
+{
+    const SdBusMessage message = reply("s", "abc");
+    const char* bytes = nullptr;
+    ASSERT_GT(sd_bus_message_read_basic(message.get(), SD_BUS_TYPE_STRING, &bytes), 0);
+    const_cast<char*>(bytes)[1] = '\xFF'; // as another program may send it
+    sd_bus_message_rewind(message.get(), 1);
+    EXPECT_FALSE(decodeText(message.get()));
+}
+
+TEST_F(AtspiDecode, aReplyThatIsCutOff_givesNothing)
+{
+    const SdBusMessage message = reply("s", "abc");
+    const char* bytes = nullptr;
+    ASSERT_GT(sd_bus_message_read_basic(message.get(), SD_BUS_TYPE_STRING, &bytes), 0);
+    const_cast<char*>(bytes)[-4] = 100; // the length, which promises more than there is
+    sd_bus_message_rewind(message.get(), 1);
+    EXPECT_FALSE(decodeText(message.get()));
+}
+
 TEST_F(AtspiDecode, numbersAndFlags_areRead)
 {
     EXPECT_EQ(decodeNumberProperty(reply("v", "i", -3).get()), -3);

@@ -6,8 +6,12 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <filesystem>
+
 using namespace tarnwick;
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -69,6 +73,8 @@ TEST_F(DesktopEntriesTest, starters_areNoPrograms)
 TEST_F(DesktopEntriesTest, aNewFile_isSeen)
 {
     write(u"shared/a.desktop"_s, "Name=First\nExec=first\n");
+    const auto shared = directory.filePath(u"shared"_s).toStdString();
+    std::filesystem::last_write_time(shared, std::filesystem::file_time_type::clock::now() - 1h);
     EXPECT_EQ(entries.nameForProgram(u"second"_s), QString());
     write(u"shared/c.desktop"_s, "Name=Second\nExec=second\n");
     EXPECT_EQ(entries.nameForProgram(u"second"_s), u"Second"_s);
