@@ -704,6 +704,56 @@ class AMenuThatIsRebuiltWhileItIsShown(PopUpTest):
         self.assertEqual(self.driver.lines("chosen", "notified"), ["chosen First", "notified First"])
 
 
+class OverAWindowOfTheProgramItself(DesktopTest):
+    option = "--window"
+
+    @classmethod
+    def prepare(cls):
+        cls.driver = Driver(cls.session, cls.option)
+        cls.window = cls.screen.window_titled("Driver")
+        cls.screen.wait_until_active(cls.window)
+        cls.screen.move(*cls.window.center)
+
+    def text(self):
+        return (self.driver.lines("text") or ["text "])[-1][5:]
+
+    def test_keys_go_to_the_menu_while_it_is_open_and_to_the_window_before_and_after(self):
+        self.screen.type("a")
+        wait_for(lambda: self.text() == "a", "the letter in the window")
+        self.driver.open()
+        self.screen.type("l")
+        self.screen.tap("Escape")
+        self.assertEqual(self.driver.wait_until_returned(), "returned 0")
+        self.assertEqual(self.driver.lines("highlight", "text"), ["highlight root > Last\tone"])
+        self.screen.type("b")
+        wait_for(lambda: self.text() == "ab", "the letter in the window")
+
+    def test_a_choice_is_carried_out(self):
+        self.driver.open()
+        self.screen.tap("Down")
+        self.screen.tap("Return")
+        self.assertEqual(self.driver.wait_until_returned(), "returned 1")
+
+    def test_a_click_into_the_window_closes_the_menu(self):
+        frame = self.driver.open().frame
+        self.screen.click(at=(frame[0] - 10, frame[1]))
+        self.assertEqual(self.driver.wait_until_returned(), "returned 0")
+
+
+class OverAModalWindowOfTheProgramItself(OverAWindowOfTheProgramItself):
+    option = "--modal"
+
+
+class ACancelledMenu(PopUpTest):
+    options = ("--cancel",)
+
+    def test_closes_without_choosing(self):
+        self.driver.open()
+        self.screen.tap("Down")
+        self.assertEqual(self.driver.wait_until_returned(), "returned 0")
+        self.assertEqual(self.driver.lines("did-close"), ["did-close root"])
+
+
 class RightToLeft(PopUpTest):
     options = ("--rtl",)
 
