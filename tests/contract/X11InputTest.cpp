@@ -1,0 +1,166 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/LinuxScreens.h"
+#include "platform/linux/X11Connection.h"
+#include "platform/linux/X11EventTaps.h"
+#include "platform/linux/X11HotKeys.h"
+#include "tests/contract/EventTapsContract.h"
+#include "tests/contract/HotKeysContract.h"
+
+#include <QProcess>
+#include <QTest>
+#include <gtest/gtest.h>
+
+using namespace tarnwick;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr quint32 F5 = 96;
+constexpr quint32 F6 = 97;
+constexpr quint32 J = 38;
+constexpr quint32 Command = 0x100;
+constexpr quint32 Shift = 0x200;
+constexpr quint32 Option = 0x800;
+constexpr quint32 Control = 0x1000;
+
+/// Lets the user do something; the server has dealt with it, and so have we, when it returns.
+void user(const QStringList& doing)
+{
+    EXPECT_EQ(QProcess::execute(u"xdotool"_s, doing), 0);
+    X11Connection::shared().sync();
+    QTest::qWait(0);
+}
+
+void press(const QString& combination)
+{
+    user({u"key"_s, combination});
+}
+
+TEST(X11HotKeys, keepsThePromisesOfHotKeys)
+{
+    X11HotKeys hotKeys;
+    hotKeysContract(hotKeys, [] { press(u"alt+F5"_s); });
+}
+
+TEST(X11HotKeys, eachModifierIsItsKey)
+{
+    struct Row
+    {
+        quint32 modifiers;
+        QString combination;
+    };
+    const Row rows[] = {{Command, u"super+j"_s},
+                        {Option, u"alt+j"_s},
+                        {Control, u"ctrl+j"_s},
+                        {Control | Shift, u"ctrl+shift+j"_s},
+                        {Command | Control | Option, u"super+ctrl+alt+j"_s},
+                        {0, u"j"_s}};
+    for (const Row& row : rows) {
+        X11HotKeys hotKeys;
+        int presses = 0;
+        hotKeys.installEventHandler([&] {
+            ++presses;
+            return HotKeys::noErr;
+        });
+        ASSERT_TRUE(hotKeys.registerEventHotKey(J, row.modifiers, {}, 0)) << row.combination.toStdString();
+        for (const Row& pressed : rows) {
+            presses = 0;
+            press(pressed.combination);
+            EXPECT_EQ(presses, pressed.modifiers == row.modifiers ? 1 : 0)
+                << row.combination.toStdString() << " registered, pressed "
+                << pressed.combination.toStdString();
+        }
+    }
+}
+
+TEST(X11HotKeys, severalCombinationsAreHeldAtOnce)
+{
+    X11HotKeys hotKeys;
+    int presses = 0;
+    hotKeys.installEventHandler([&] {
+        ++presses;
+        return HotKeys::noErr;
+    });
+    const auto first = hotKeys.registerEventHotKey(F5, Option, {}, 0);
+    const auto second = hotKeys.registerEventHotKey(F6, Option, {}, 0);
+    ASSERT_TRUE(first && second);
+    EXPECT_NE(*first, *second);
+    EXPECT_FALSE(hotKeys.registerEventHotKey(F5, Option, {}, 0)) << "ours already";
+    hotKeys.unregisterEventHotKey(*first);
+    press(u"alt+F6"_s);
+    EXPECT_EQ(presses, 1);
+}
+
+TEST(X11HotKeys, theOneThatEnds_givesItsCombinationsBack)
+{
+    {
+        X11HotKeys ends;
+        ASSERT_TRUE(ends.registerEventHotKey(F5, Option, {}, 0));
+    }
+    X11HotKeys next;
+    EXPECT_TRUE(next.registerEventHotKey(F5, Option, {}, 0));
+}
+
+TEST(X11EventTaps, keepsThePromisesOfEventTaps)
+{
+    X11EventTaps taps;
+    eventTapsContract(taps, [] { user({u"click"_s, u"8"_s}); });
+}
+
+TEST(X11EventTaps, theMiddleAndTheExtraButtonsAreTheOnesThatCount)
+{
+    X11EventTaps taps;
+    int presses = 0;
+    const EventTapRef tap =
+        taps.create(EventTaps::AnnotatedSessionEventTap, EventTaps::HeadInsertEventTap,
+                    EventTaps::EventTapOptionDefault, 0x2000000, [&](quint32, const TappedEvent* event) {
+                        ++presses;
+                        return event;
+                    });
+    taps.addSourceToMainRunLoop(tap);
+    taps.enable(tap, true);
+    for (int button = 1; button <= 9; ++button) {
+        presses = 0;
+        user({u"click"_s, QString::number(button)});
+        EXPECT_EQ(presses, button == 2 || button >= 8 ? 1 : 0) << button;
+    }
+}
+
+TEST(X11EventTaps, aCallbackMayReleaseItsOwnTapAndThoseToCome)
+{
+    X11EventTaps taps;
+    int presses = 0;
+    EventTapRef older = 0;
+    EventTapRef newer = 0;
+    older = taps.create(EventTaps::AnnotatedSessionEventTap, EventTaps::HeadInsertEventTap,
+                        EventTaps::EventTapOptionDefault, 0x2000000, [&](quint32, const TappedEvent* event) {
+                            ++presses;
+                            return event;
+                        });
+    newer = taps.create(EventTaps::AnnotatedSessionEventTap, EventTaps::HeadInsertEventTap,
+                        EventTaps::EventTapOptionDefault, 0x2000000, [&](quint32, const TappedEvent* event) {
+                            ++presses;
+                            taps.release(newer);
+                            taps.release(older);
+                            return event;
+                        });
+    for (const EventTapRef tap : {older, newer}) {
+        taps.addSourceToMainRunLoop(tap);
+        taps.enable(tap, true);
+    }
+    user({u"click"_s, u"2"_s});
+    EXPECT_EQ(presses, 1);
+}
+
+TEST(LinuxScreens, thePointerIsMeasuredFromTheBottomLeft)
+{
+    const LinuxScreens screens;
+    const auto frames = screens.frames();
+    ASSERT_EQ(frames.size(), 1);
+    EXPECT_EQ(frames.first().topLeft(), QPointF(0, 0));
+    EXPECT_EQ(screens.mainDisplayBounds(), frames.first());
+    user({u"mousemove"_s, u"30"_s, u"50"_s});
+    EXPECT_EQ(screens.mouseLocation(), QPointF(30, frames.first().height() - 50));
+}
+
+} // namespace
