@@ -4,6 +4,8 @@
 #include "platform/linux/X11RawInput.h"
 #include "platform/qt/MenuTracking.h"
 
+#include <vector>
+
 namespace tarnwick {
 
 namespace {
@@ -54,13 +56,16 @@ void X11EventTaps::_buttonPressed(quint32 button)
 {
     if (button != middleButton && button < firstExtraButton)
         return;
-    // A press while a menu is open triggers nothing; it may close that menu before a queued call comes.
-    if (MenuTracking::shared().active())
-        return;
-    // The newest tap stands at the head. One call each: a callback that opens a menu keeps nobody waiting.
+    // A callback may open a menu, which runs an event loop: not from inside the filter. While one is open no
+    // other opens, and told later the press could come when it has just closed.
+    const auto way = MenuTracking::shared().active() ? Qt::DirectConnection : Qt::QueuedConnection;
+    std::vector<EventTapRef> refs; // the newest tap stands at the head
     for (auto tap = _taps.crbegin(); tap != _taps.crend(); ++tap)
+        refs.push_back(tap->first);
+    // One call each: a callback that opens a menu keeps nobody waiting.
+    for (const EventTapRef ref : refs)
         QMetaObject::invokeMethod(
-            this, [this, ref = tap->first] { _deliver(ref); }, Qt::QueuedConnection);
+            this, [this, ref] { _deliver(ref); }, way);
 }
 
 void X11EventTaps::_deliver(EventTapRef ref)

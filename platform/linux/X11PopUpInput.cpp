@@ -251,16 +251,13 @@ void X11PopUpInput::_takeKeyboardBack()
 {
     if (_anyShortcutModifierDown())
         return;
-    if (outermostWindow(_connection, focusWindow(_connection)) != _front) {
-        Q_EMIT lost();
-    } else if (_keyboard.take(1)) {
-        _focusWatch.start(_keyboard.window());
+    const bool inFront = outermostWindow(_connection, focusWindow(_connection)) == _front;
+    if (inFront && _takeKeyboardInFront(1))
         _takePointerWhenFree();
-    } else if (_takeBackDeadline.hasExpired()) {
-        Q_EMIT lost();
-    } else {
+    else if (inFront && !_takeBackDeadline.hasExpired())
         _takeBackTimer.start(look);
-    }
+    else
+        Q_EMIT lost();
 }
 
 void X11PopUpInput::_takePointerWhenFree()
@@ -277,9 +274,9 @@ bool X11PopUpInput::_anyShortcutModifierDown() const
 }
 
 /// Fails when another window has come to the front meanwhile.
-bool X11PopUpInput::_takeKeyboardInFront()
+bool X11PopUpInput::_takeKeyboardInFront(int attempts)
 {
-    if (!_keyboard.take(attemptsForKey) || outermostWindow(_connection, focusWindow(_connection)) != _front)
+    if (!_keyboard.take(attempts) || outermostWindow(_connection, focusWindow(_connection)) != _front)
         return false;
     _focusWatch.start(_keyboard.window());
     return true;
@@ -294,7 +291,7 @@ void X11PopUpInput::_focusMayBeLost()
         return;
     }
     _front = front;
-    if (!_keyboard.yielded() && !_takeKeyboardInFront())
+    if (!_keyboard.yielded() && !_takeKeyboardInFront(attemptsForKey))
         Q_EMIT lost();
 }
 

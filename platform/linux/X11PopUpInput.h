@@ -79,7 +79,7 @@ private:
     void _takeKeyboardBack();
     void _takePointerWhenFree();
     [[nodiscard]] bool _anyShortcutModifierDown() const;
-    [[nodiscard]] bool _takeKeyboardInFront();
+    [[nodiscard]] bool _takeKeyboardInFront(int attempts);
     void _focusMayBeLost();
     void _followButton();
     void _settleIfUp();

@@ -23,7 +23,7 @@ public:
     [[nodiscard]] bool available() const { return _opcode != 0; }
 
     /// While one is alive, key releases are reported: otherwise nobody's typing is looked at. Those are not
-    /// that happen while the keyboard is grabbed by this program, which gets them as events then.
+    /// that happen while this program has the keyboard grabbed on the root window: it gets them as events.
     class KeyWatch
     {
     public:

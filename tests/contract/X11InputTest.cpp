@@ -6,6 +6,8 @@
 #include "tests/contract/EventTapsContract.h"
 #include "tests/contract/HotKeysContract.h"
 
+#include <QAbstractNativeEventFilter>
+#include <QApplication>
 #include <QProcess>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -23,11 +25,54 @@ constexpr quint32 Shift = 0x200;
 constexpr quint32 Option = 0x800;
 constexpr quint32 Control = 0x1000;
 
+/// An event that we send to ourselves: when it comes, every event before it has been dealt with.
+class Marker final : public QAbstractNativeEventFilter
+{
+public:
+    Marker()
+    {
+        xcb_create_window(_x11.get(), 0, _window, _x11.root(), 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
+                          XCB_COPY_FROM_PARENT, 0, nullptr);
+        xcb_client_message_event_t message{};
+        message.response_type = XCB_CLIENT_MESSAGE;
+        message.format = 32;
+        message.window = _window;
+        message.type = XCB_ATOM_CARDINAL;
+        xcb_send_event(_x11.get(), 0, _window, 0, static_cast<const char*>(static_cast<void*>(&message)));
+        qApp->installNativeEventFilter(this);
+        xcb_flush(_x11.get());
+    }
+    ~Marker() override
+    {
+        qApp->removeNativeEventFilter(this);
+        xcb_destroy_window(_x11.get(), _window);
+    }
+    Marker(const Marker&) = delete;
+    Marker& operator=(const Marker&) = delete;
+
+    bool nativeEventFilter(const QByteArray& /*eventType*/, void* message, qintptr* /*result*/) override
+    {
+        const auto* event = static_cast<const xcb_client_message_event_t*>(message);
+        _came = _came || ((event->response_type & 0x7F) == XCB_CLIENT_MESSAGE && event->window == _window);
+        return false;
+    }
+
+    [[nodiscard]] bool comes()
+    {
+        return QTest::qWaitFor([this] { return _came; });
+    }
+
+private:
+    X11Connection& _x11 = X11Connection::shared();
+    xcb_window_t _window = xcb_generate_id(_x11.get());
+    bool _came = false;
+};
+
 /// Lets the user do something; the server has dealt with it, and so have we, when it returns.
 void user(const QStringList& doing)
 {
     EXPECT_EQ(QProcess::execute(u"xdotool"_s, doing), 0);
-    X11Connection::shared().sync();
+    EXPECT_TRUE(Marker().comes());
     QTest::qWait(0);
 }
 
