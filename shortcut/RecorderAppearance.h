@@ -74,8 +74,9 @@ struct RecorderAppearance
 /// `color` moved towards `strong` only as far as it takes to stand out from `ground`.
 [[nodiscard]] inline QColor legible(const QColor& color, const QColor& strong, const QColor& ground)
 {
-    for (double share = 0; share < 1; share += 0.05) {
-        const QColor candidate = blended(color, share, strong);
+    constexpr int Steps = 20;
+    for (int step = 0; step < Steps; ++step) {
+        const QColor candidate = blended(color, double(step) / Steps, strong);
         if (contrast(candidate, ground) >= RecorderAppearance::LeastContrast)
             return candidate;
     }

@@ -27,12 +27,12 @@ std::shared_ptr<const SharedImage> SRSharedImageProvider::supportingImageWithNam
     };
     static QHash<QString, std::shared_ptr<const SharedImage>> cache;
 
-    if (const auto cached = cache.value(name))
+    if (auto cached = cache.value(name))
         return cached;
     const auto found = methods.constFind(name);
     if (found == methods.cend())
         return nullptr;
-    const auto image = std::make_shared<const SharedImage>(found->size(), found->draw);
+    auto image = std::make_shared<const SharedImage>(found->size(), found->draw);
     cache.insert(name, image);
     return image;
 }

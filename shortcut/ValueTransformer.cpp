@@ -3,8 +3,6 @@
 
 #include <QHash>
 
-#include <utility>
-
 namespace tarnwick {
 
 namespace {
@@ -27,11 +25,11 @@ std::shared_ptr<ValueTransformer> ValueTransformer::valueTransformerForName(cons
     return transformersByName().value(name);
 }
 
-void ValueTransformer::setValueTransformerForName(std::shared_ptr<ValueTransformer> transformer,
+void ValueTransformer::setValueTransformerForName(const std::shared_ptr<ValueTransformer>& transformer,
                                                   const QString& name)
 {
     if (transformer)
-        transformersByName().insert(name, std::move(transformer));
+        transformersByName().insert(name, transformer);
     else
         transformersByName().remove(name);
 }

@@ -22,7 +22,7 @@ public:
 
     /// Null for a name that was not set. A null `transformer` takes the name away.
     [[nodiscard]] static std::shared_ptr<ValueTransformer> valueTransformerForName(const QString& name);
-    static void setValueTransformerForName(std::shared_ptr<ValueTransformer> transformer,
+    static void setValueTransformerForName(const std::shared_ptr<ValueTransformer>& transformer,
                                            const QString& name);
 
 protected:
