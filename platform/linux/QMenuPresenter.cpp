@@ -59,7 +59,8 @@ QMenuPresenter::QMenuPresenter()
     _keeper.setAttribute(Qt::WA_ShowWithoutActivating);
     _keeper.setCursor(Qt::ArrowCursor);
     _keeper.setGeometry(QRect(offScreen, QSize(1, 1)));
-    _keeper.show();
+    if (X11Connection::shared())
+        _keeper.show();
     connect(&MenuTracking::shared(), &MenuTracking::cancelRequested, this, &QMenuPresenter::cancelTracking);
 }
 

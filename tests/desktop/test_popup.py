@@ -22,12 +22,12 @@ BACK, FORWARD = 8, 9
 class Driver:
     """The driver program in a session, with its output as lines."""
 
-    def __init__(self, session, *options, menu="popup.menu"):
+    def __init__(self, session, *options, menu="popup.menu", **environment):
         path = pathlib.Path(os.environ["TARNWICK_FIXTURES"]) / "popup_driver"
         require(path)
         self._session = session
         self._forgotten = 0
-        self.program = session.run(path, DATA / menu, *options)
+        self.program = session.run(path, DATA / menu, *options, **environment)
         self.popups = PopUps(session.screen, self.program.pid)
         wait_for(lambda: self.all_lines() and self.all_lines()[0] in ("ready", "refused"), "the driver")
 
@@ -69,6 +69,7 @@ class PopUpTest(DesktopTest):
     """A fixture application in front and the driver behind it."""
 
     options = ()
+    environment = {}
     kit = "gtk3"
 
     menu = "editor.menu"
@@ -76,7 +77,7 @@ class PopUpTest(DesktopTest):
     @classmethod
     def prepare(cls):
         cls.application = Fixture(cls.session, cls.kit, menu=cls.menu)
-        cls.driver = Driver(cls.session, *cls.options)
+        cls.driver = Driver(cls.session, *cls.options, **cls.environment)
 
     def setUp(self):
         self.screen.activate(self.application.window)
@@ -517,6 +518,19 @@ class SomebodyElsesGrab(PopUpTest):
         self.assertEqual(self.application.typed(), [])
 
 
+    def test_of_the_pointer_is_waited_for_a_second_at_a_button(self):
+        self.screen.root.grab_pointer(False, 0, X.GrabModeAsync, X.GrabModeAsync, 0, 0, X.CurrentTime)
+        self.screen.display.sync()
+        begin = time.monotonic()
+        self.screen.click(BACK)
+        self.driver.wait_until_returned()
+        waited = time.monotonic() - begin
+        self.screen.display.ungrab_pointer(X.CurrentTime)
+        self.screen.display.sync()
+        self.assertEqual(self.driver.lines("returned"), ["returned 0"])
+        self.assertLess(waited, 2.0)
+
+
 class AnExtraButton(PopUpTest):
     def test_opens_the_menu_and_reaches_the_application_as_well(self):
         for button in (MIDDLE, BACK, FORWARD):
@@ -642,6 +656,42 @@ class ScreenEdges(PopUpTest):
                                 (1279, 799, 1279 - width, 799 - height), (0, 0, 0, 0)):
             self.screen.move(x, y)
             self.assertEqual(self.driver.open().frame[:2], (left, top))
+            self.driver.close()
+
+
+class SeveralMonitors(DesktopTest):
+    """Two monitors side by side; the menu stays on the one where the pointer is."""
+
+    session_options = {"size": "1600x800"}
+    tools = ("xrandr",)
+
+    @classmethod
+    def prepare(cls):
+        cls.session.call("xrandr", "--setmonitor", "left", "800/200x800/200+0+0", "screen")
+        cls.session.call("xrandr", "--setmonitor", "right", "800/200x800/200+800+0", "none")
+        cls.driver = Driver(cls.session)
+
+    def test_each_have_edges_of_their_own(self):
+        self.screen.move(300, 300)
+        width, height = self.driver.open().frame[2:]
+        self.driver.close()
+        for at, corner in (((780, 300), (780 - width, 300)), ((800, 300), (800, 300)),
+                           ((1590, 790), (1590 - width, 790 - height))):
+            self.screen.move(*at)
+            self.assertEqual(self.driver.open().frame[:2], corner)
+            self.driver.close()
+
+
+class AScaledDesktop(PopUpTest):
+    environment = {"QT_SCALE_FACTOR": "1.5"}
+
+    def test_opens_the_menu_at_the_pointer_and_chooses_where_it_points(self):
+        for x, y in ((151, 97), (600, 301)):
+            self.screen.move(x, y)
+            frame = self.driver.open().frame
+            self.assertLessEqual(max(abs(frame[0] - x), abs(frame[1] - y)), 1)
+            self.screen.move(x + 30, y + 48)
+            wait_for(lambda: self.highlighted() == "Sub", "the second entry highlighted")
             self.driver.close()
 
 
