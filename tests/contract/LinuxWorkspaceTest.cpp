@@ -228,6 +228,30 @@ TEST_F(LinuxWorkspaceTest, aDialog_isNoSwitchAndHasItsWindowsBar)
     }
 }
 
+TEST_F(LinuxWorkspaceTest, aWindowWithoutABarOfItsOwn_hasThatOfAnotherOfItsProgram)
+{
+    for (const QString& toolkit : {u"gtk3"_s, u"qt6"_s}) {
+        SCOPED_TRACE(toolkit.toStdString());
+        const FixtureProgram program(toolkit, {u"--dialog"_s});
+        const xcb_window_t dialog = windowOf(program, u"Fixture Dialog"_s);
+        const xcb_window_t window = windowOf(program, u"Fixture"_s);
+        activate(window);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return barTitles().contains(u"File"_s); }, Limit));
+        X11Connection& x11 = X11Connection::shared();
+        xcb_delete_property(x11.get(), dialog, XCB_ATOM_WM_TRANSIENT_FOR);
+        x11.sync();
+        QTest::qWait(100);
+        switches.clear();
+        for (const xcb_window_t next : {dialog, window, dialog}) {
+            activate(next);
+            QTest::qWait(200);
+            EXPECT_TRUE(barTitles().contains(u"File"_s));
+            QTest::qWait(1);
+        }
+        EXPECT_TRUE(switches.isEmpty()) << "the bar's owner is the same";
+    }
+}
+
 TEST_F(LinuxWorkspaceTest, withoutAWindow_thereIsAnApplicationWithoutAMenuBar)
 {
     {
