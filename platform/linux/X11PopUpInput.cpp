@@ -23,7 +23,7 @@ constexpr auto pauseBetweenAttempts = 5ms;
 constexpr auto look = 20ms;
 constexpr auto pointerPatience = 1000ms;
 constexpr auto settlePatience = 600ms;
-constexpr auto focusFollowsPress = 300ms;
+constexpr auto focusFollowsPress = 500ms;
 /// A window manager grabs keyboard and pointer for its shortcut a moment after the key.
 constexpr auto shortcutTakesEffect = 50ms;
 constexpr auto takeBackPatience = 600ms;
@@ -50,6 +50,8 @@ X11PopUpInput::X11PopUpInput(X11Connection& connection, xcb_window_t keeper)
     connect(&_buttonTimer, &QTimer::timeout, this, &X11PopUpInput::_followButton);
     _takeBackTimer.setSingleShot(true);
     connect(&_takeBackTimer, &QTimer::timeout, this, &X11PopUpInput::_takeKeyboardBack);
+    _lookAtFocusTimer.setSingleShot(true);
+    connect(&_lookAtFocusTimer, &QTimer::timeout, this, &X11PopUpInput::_focusMayBeLost);
     _settleTimer.setInterval(look);
     connect(&_settleTimer, &QTimer::timeout, this, &X11PopUpInput::_settleIfUp);
     if (const auto* extension = xcb_get_extension_data(connection.get(), &xcb_input_id))
@@ -65,7 +67,8 @@ X11PopUpInput::~X11PopUpInput()
 bool X11PopUpInput::begin()
 {
     const X11PointerState pointer = pointerState(_connection);
-    _startedByButton = pointer.anyButtonDown;
+    // A quick click is over by now, and the window manager may still be about to answer it.
+    _startedByButton = pointer.anyButtonDown || X11RawInput::shared().pressedWithin(focusFollowsPress);
     // A button trigger over an application whose own menu is open: that menu has the keyboard and keeps it.
     if (!_keyboard.take(_startedByButton ? attemptsForButton : attemptsForKey))
         return false;
@@ -129,6 +132,7 @@ bool X11PopUpInput::settle()
     _settling = true;
     _buttonTimer.stop();
     _takeBackTimer.stop();
+    _lookAtFocusTimer.stop();
     _settleDeadline.setRemainingTime(settlePatience);
     _settleTimer.start();
     return _isUp();
@@ -140,7 +144,7 @@ bool X11PopUpInput::end()
     QCoreApplication::instance()->removeNativeEventFilter(this);
     X11RawInput::shared().disconnect(this);
     _keyWatch.reset();
-    for (QTimer* timer : {&_buttonTimer, &_takeBackTimer, &_settleTimer})
+    for (QTimer* timer : {&_buttonTimer, &_takeBackTimer, &_lookAtFocusTimer, &_settleTimer})
         timer->stop();
     _focusWatch.stop();
     _pointer.release();
@@ -286,6 +290,10 @@ void X11PopUpInput::_focusMayBeLost()
 {
     const xcb_window_t front = outermostWindow(_connection, focusWindow(_connection));
     const bool followsPress = _startedByButton && !_sinceStart.hasExpired(focusFollowsPress.count());
+    if (followsPress && front == XCB_WINDOW_NONE) {
+        _lookAtFocusTimer.start(look); // on its way from one window to another
+        return;
+    }
     if (front == XCB_WINDOW_NONE || (front != _front && !followsPress)) {
         Q_EMIT lost();
         return;

@@ -106,6 +106,7 @@ private:
     QDeadlineTimer _pointerDeadline;
 
     QTimer _takeBackTimer;
+    QTimer _lookAtFocusTimer;
     QDeadlineTimer _takeBackDeadline;
 
     bool _settling = false;

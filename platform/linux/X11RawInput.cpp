@@ -80,6 +80,7 @@ bool X11RawInput::nativeEventFilter(const QByteArray& /*eventType*/, void* messa
     const auto* raw = static_cast<const xcb_input_raw_button_press_event_t*>(message);
     switch (event->event_type) {
     case XCB_INPUT_RAW_BUTTON_PRESS:
+        _sincePress.start();
         Q_EMIT buttonPressed(raw->detail);
         break;
     case XCB_INPUT_RAW_BUTTON_RELEASE:

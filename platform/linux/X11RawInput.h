@@ -2,7 +2,10 @@
 #pragma once
 
 #include <QAbstractNativeEventFilter>
+#include <QElapsedTimer>
 #include <QObject>
+
+#include <chrono>
 
 namespace tarnwick {
 
@@ -33,6 +36,12 @@ public:
         KeyWatch& operator=(const KeyWatch&) = delete;
     };
 
+    /// Whether a button was pressed at most so long ago, be it up again or not.
+    [[nodiscard]] bool pressedWithin(std::chrono::milliseconds time) const
+    {
+        return _sincePress.isValid() && !_sincePress.hasExpired(time.count());
+    }
+
     bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
 
 Q_SIGNALS:
@@ -50,6 +59,7 @@ private:
     X11Connection& _connection;
     quint8 _opcode = 0;
     int _keyWatches = 0;
+    QElapsedTimer _sincePress;
 };
 
 } // namespace tarnwick
