@@ -6,6 +6,7 @@
 #include "platform/linux/X11Keyboard.h"
 
 #include <QCoreApplication>
+#include <QWidget>
 #include <xcb/xinput.h>
 
 #include <chrono>
@@ -165,7 +166,7 @@ bool X11PopUpInput::nativeEventFilter(const QByteArray& /*eventType*/, void* mes
     if (type == XCB_KEY_PRESS || type == XCB_KEY_RELEASE)
         return _filterKey(*static_cast<xcb_key_press_event_t*>(message), type == XCB_KEY_PRESS);
     if (type == XCB_GE_GENERIC)
-        return _isCrossingByGrab(message);
+        return _isCrossingByGrab(message) || _isClickIntoOwnWindow(message);
     if (_focusWatch.tellsLoss(*event))
         _focusMayBeLost();
     return false;
@@ -202,6 +203,22 @@ bool X11PopUpInput::_isCrossingByGrab(const void* message) const
     const bool crossing = event->extension == _inputOpcode &&
                           (event->event_type == XCB_INPUT_ENTER || event->event_type == XCB_INPUT_LEAVE);
     return crossing && event->mode != XCB_INPUT_NOTIFY_MODE_NORMAL;
+}
+
+bool X11PopUpInput::_isClickIntoOwnWindow(const void* message)
+{
+    const auto* event = static_cast<const xcb_input_button_press_event_t*>(message);
+    if (event->extension != _inputOpcode)
+        return false;
+    if (event->event_type == XCB_INPUT_BUTTON_RELEASE)
+        return _swallowedButtons.erase(event->detail) > 0;
+    if (event->event_type != XCB_INPUT_BUTTON_PRESS || event->event == _keeper)
+        return false;
+    const QWidget* window = QWidget::find(event->event);
+    if (!window || window->windowType() == Qt::Popup)
+        return false;
+    _swallowedButtons.insert(event->detail);
+    return true;
 }
 
 void X11PopUpInput::_modifierPressed(quint8 keyCode)

@@ -16,6 +16,7 @@
 #include <QTimer>
 
 #include <optional>
+#include <set>
 
 namespace tarnwick {
 
@@ -68,6 +69,9 @@ private:
     [[nodiscard]] bool _filterKey(xcb_key_press_event_t& event, bool press);
     /// The pointer seems to leave and enter windows as it is grabbed and given back; no menu is to notice.
     [[nodiscard]] bool _isCrossingByGrab(const void* message) const;
+    /// The click that opens the menu over a window of our own may come after the menu is there: the toolkit
+    /// would give it to the menu, which would close.
+    [[nodiscard]] bool _isClickIntoOwnWindow(const void* message);
     void _holdKeysThatAreDown();
     /// A modifier state without what the keys mean that are down since the start.
     [[nodiscard]] quint16 _pressedSinceStart(quint16 state) const;
@@ -96,6 +100,7 @@ private:
 
     bool _begun = false;
     quint8 _inputOpcode = 0;
+    std::set<quint32> _swallowedButtons;
     std::optional<X11RawInput::KeyWatch> _keyWatch;
 
     QTimer _buttonTimer;
