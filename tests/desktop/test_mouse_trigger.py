@@ -1,9 +1,10 @@
 # SPDX-License-Identifier: MIT
 """An extra button opens the menu, and the click goes on to the application."""
-from harness.case import main
+from harness.case import DesktopTest, main
 from harness.over import OverGtk3, OverQt5, OverQt6
+from harness.preferences import Preferences
 from harness.screen import LEFT, MIDDLE, RIGHT
-from harness.tarnwick import OPTION, TRIGGER
+from harness.tarnwick import OPTION, TRIGGER, Tarnwick
 from harness.waiting import holds_for, wait_for
 
 EXTRA_BUTTONS = (MIDDLE, 8, 9)
@@ -88,6 +89,20 @@ class AnExtraButtonOverQt5(AnExtraButtonOver, OverQt5):
 
 class AnExtraButtonOverQt6(AnExtraButtonOver, OverQt6):
     pass
+
+
+class AnExtraButtonOverTheProgramsOwnWindow(DesktopTest):
+    def test_opens_a_menu_that_stays(self):
+        self.connect_accessibility().switch_on()
+        tarnwick = Tarnwick(self.session, FirstRun=False, EnableMouseButton=True)
+        window = Preferences(self.session, self.bus, tarnwick).window
+        tarnwick.wait_until_ready()
+        x, y, _, height = window.frame
+        for button in EXTRA_BUTTONS * 2:
+            self.screen.click(button, at=(x + 20, y + height - 10))
+            tarnwick.popups.wait_for(1)
+            holds_for(lambda: tarnwick.popups.count() == 1, 0.3, f"the menu of button {button} did not stay")
+            tarnwick.close_menu()
 
 
 class AnotherButtonCode(OverGtk3):

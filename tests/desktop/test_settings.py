@@ -1,30 +1,38 @@
 # SPDX-License-Identifier: MIT
-"""What each setting does, found in the settings file at the start."""
+"""What each setting does: found in the settings file at the start, and changed while Tarnwick runs."""
 from harness.accessible import Item
 from harness.applications import Fixture
 from harness.case import DesktopTest, main
 from harness.navigation import Navigation
 from harness.over import OWN_ENTRY
+from harness.preferences import CHECK_BOX, SPIN_BUTTON, Preferences, wait_until_stored
 from harness.tarnwick import Tarnwick
+from harness.tray import embedded_icon
+from harness.waiting import TimedOut, holds_for, wait_for
 
+ENTRY_HEIGHT = 16  # pixels, at least
 OWN = [Item("", separator=True), Item(OWN_ENTRY, holds_menu=True)]
 
 
-class ASetting(DesktopTest):
+class Settings(DesktopTest):
     @classmethod
     def prepare(cls):
         cls.connect_accessibility()
         cls.application = Fixture(cls.session, "gtk3")
         cls.bar = cls.application.bar_items(cls.bus)
+        cls.titles = [item.title for item in cls.bar]
 
     def start(self, **settings):
         """Starts Tarnwick over the fixture with these settings, and reads its menus."""
         self.tarnwick = Tarnwick(self.session, **settings)
         self.addCleanup(self.tarnwick.stop)
+        self.tarnwick.wait_until_ready()
+        self.read_back()
+
+    def read_back(self):
         self.reader = self.tarnwick.reader(self.bus)
         self.addCleanup(self.reader.close)
         self.go = Navigation(self.screen, self.reader)
-        self.tarnwick.wait_until_ready()
 
     def open_menu(self):
         self.tarnwick.open()
@@ -34,6 +42,14 @@ class ASetting(DesktopTest):
         node = self.reader.item(title).node
         return (node.name.split("\t") + [node.key_binding])[1]
 
+    def assert_shortcuts_show(self, show):
+        self.open_menu()
+        self.go.enter("File")
+        self.assertEqual(self.shortcut_of("Save"), "Ctrl+S" if show else "")
+        self.tarnwick.close_menu()
+
+
+class ASetting(Settings):
     def test_the_first_menu_is_there_at_the_start(self):
         """Tarnwick came after the application here, and no switch has happened since."""
         self.start()
@@ -70,6 +86,97 @@ class ASetting(DesktopTest):
             self.reader.close()
             self.tarnwick.stop()
         self.assertGreater(heights[1], 1.5 * heights[0])
+
+
+class AChange(Settings):
+    """Made in the preferences window of the running program."""
+
+    tools = ("tint2",)
+
+    def start_with_window(self, pane, **settings):
+        self.tarnwick = Tarnwick(self.session, FirstRun=False, **settings)
+        self.addCleanup(self.tarnwick.stop)
+        self.preferences = Preferences(self.session, self.bus, self.tarnwick)
+        self.wait_for_own_menus()
+        if pane:
+            self.preferences.show_pane(pane)
+
+    def wait_for_own_menus(self):
+        """Over Tarnwick's own window. Nothing is read back there: keys in its windows would take a detour meanwhile."""
+        wait_for(lambda: self.height() > 4 * ENTRY_HEIGHT, "Tarnwick's own menus in the menu", step=0.1)
+
+    def switch(self, box, **expected):
+        self.preferences.click(box, CHECK_BOX)
+        wait_until_stored(self.tarnwick, **expected)
+
+    def bring_application_to_front(self, titles):
+        self.screen.activate(self.application.window)
+        self.read_back()
+        self.tarnwick.wait_for_titles(self.reader, titles + ["", OWN_ENTRY])
+
+    def bring_window_to_front(self):
+        self.reader.close()
+        self.screen.activate(self.preferences.window)
+        self.wait_for_own_menus()
+
+    def height(self):
+        try:
+            return self.tarnwick.open(limit=1.0).frame[3]
+        except TimedOut:
+            return 0
+        finally:
+            self.tarnwick.close_menu()
+
+    def test_of_the_shortcuts_shows_in_the_menus_that_open_next(self):
+        self.start_with_window("General")
+        self.switch("Show keyboard shortcuts", ShowKeyEquivalents="true")
+        self.bring_application_to_front(self.titles)
+        self.assert_shortcuts_show(True)
+        self.bring_window_to_front()
+        self.switch("Show keyboard shortcuts", ShowKeyEquivalents="false")
+        self.bring_application_to_front(self.titles)
+        self.assert_shortcuts_show(False)
+
+    def test_of_the_application_menu_waits_for_the_next_application(self):
+        self.start_with_window("General")
+        before = self.height()
+        self.switch("Include the application's own menu", ShowApplicationMenu="false")
+        self.assertEqual(self.height(), before)
+        self.bring_application_to_front([])
+
+    def test_of_the_font_size_waits_for_the_next_application(self):
+        self.start_with_window("General")
+        own = self.height()
+        self.bring_application_to_front(self.titles)
+        application = self.height()
+        self.bring_window_to_front()
+        size = self.preferences.control("Text size of the menu", SPIN_BUTTON)
+        self.screen.click(at=size.center)
+        self.screen.tap("a", "Control_L")
+        self.screen.type("30\t")
+        wait_until_stored(self.tarnwick, FontSizeSmall=30)
+        self.assertEqual(self.height(), own)
+        self.bring_application_to_front(self.titles)
+        self.assertGreater(self.height(), 1.5 * application)
+
+    def test_of_the_mouse_button_acts_at_once(self):
+        self.start_with_window(None)
+        self.screen.click(8)
+        holds_for(lambda: self.tarnwick.popups.count() == 0, 0.4, "a menu opened")
+        self.switch("Open the menu with an extra mouse button", EnableMouseButton="true")
+        self.screen.click(8)
+        self.tarnwick.popups.wait_for(1)
+        self.tarnwick.close_menu()
+
+    def test_of_the_status_item_acts_at_once(self):
+        tray = self.session.run("tint2")
+        self.addCleanup(tray.stop)
+        self.start_with_window("General")
+        wait_for(lambda: embedded_icon(self.screen, self.tarnwick.pid), "an icon in the tray")
+        self.switch("Show Tarnwick's icon", ShowStatusBarIcon="false")
+        wait_for(lambda: not embedded_icon(self.screen, self.tarnwick.pid), "no icon in the tray")
+        self.switch("Show Tarnwick's icon", ShowStatusBarIcon="true")
+        wait_for(lambda: embedded_icon(self.screen, self.tarnwick.pid), "a new icon in the tray")
 
 
 if __name__ == "__main__":

@@ -4,7 +4,7 @@ from .accessible import CHECKED, SHOWING
 from .screen import LEFT, MIDDLE
 from .waiting import wait_for
 
-ALERT, CHECK_BOX, LABEL, BUTTON = 2, 7, 29, 43
+ALERT, CHECK_BOX, LABEL, BUTTON, SPIN_BUTTON = 2, 7, 29, 43, 52
 _ALERT_TITLE = "Tarnwick"
 _SMALL_BUTTON = 10  # from the right end of the recorder to inside of both of its small buttons
 _FROM_LEFT = 40

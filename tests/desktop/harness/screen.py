@@ -179,7 +179,7 @@ class Screen:
 
     def type(self, text):
         for letter in text:
-            self.tap({" ": "space", "\n": "Return"}.get(letter, letter))
+            self.tap({" ": "space", "\n": "Return", "\t": "Tab"}.get(letter, letter))
 
     def move(self, x, y):
         xtest.fake_input(self.display, X.MotionNotify, x=x, y=y)

@@ -24,12 +24,14 @@ def embedded_icon(screen, pid):
     def search(window):
         for child in window.query_tree().children:
             owner = screen.property_of(child, "_NET_WM_PID")
-            if owner and owner[0] == pid and window.id != screen.root.id and child.get_attributes().map_state == 2:
+            embedded = window.id != screen.root.id and child.id not in managed
+            if owner and owner[0] == pid and embedded and child.get_attributes().map_state == 2:
                 return child
             found = search(child)
             if found:
                 return found
         return None
+    managed = {window.id for window in screen.windows()}  # the window manager has put a frame around them
     try:
         return search(screen.root)
     except error.XError:  # a window went while it was looked at
