@@ -86,7 +86,9 @@ bool X11PopUpInput::begin()
     if (_startedByButton) {
         _pressedAt = QPoint(pointer.x, pointer.y);
         _pointerDeadline.setRemainingTime(pointerPatience);
-        _buttonTimer.start();
+        // After a quick click it may be free already.
+        if (pointer.anyButtonDown || !_pointer.take())
+            _buttonTimer.start();
     }
 
     auto& raw = X11RawInput::shared();
