@@ -70,7 +70,18 @@ std::optional<EventHotKeyRef> X11HotKeys::registerEventHotKey(quint32 keyCode, q
     if (!grab)
         return std::nullopt;
     _grabs.emplace(++_lastRef, std::move(grab));
+    _ignoreUntilUp(key);
     return _lastRef;
+}
+
+// A combination that has just been recorded may still be held down: its repeats are no presses.
+void X11HotKeys::_ignoreUntilUp(quint8 keyCode)
+{
+    if (!keysDown(_connection).test(keyCode))
+        return;
+    _heldKeys.hold(keyCode);
+    _firedKey = keyCode;
+    _forgetHeldKeyWhenUp();
 }
 
 bool X11HotKeys::unregisterEventHotKey(EventHotKeyRef hotKey)

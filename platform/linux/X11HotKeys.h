@@ -22,7 +22,8 @@ class X11KeyGrab;
 
 /// Hot keys as passive grabs of physical keys on Qt's own X connection, so that the pop-up can take the
 /// keyboard over while the hot key is still down. Without an X server nothing can be registered. A press
-/// while a menu is open is dropped, and so are the repeats of a key that is held down.
+/// while a menu is open is dropped, and so are the repeats of a key that is held down, be it since before it
+/// was registered.
 class X11HotKeys final : public QObject, public QAbstractNativeEventFilter, public HotKeys
 {
     Q_OBJECT
@@ -47,6 +48,7 @@ private:
     [[nodiscard]] bool _isRegistered(quint8 keyCode, quint16 state) const;
     [[nodiscard]] bool _isKeyboardMapChange(quint8 eventType, const void* event) const;
     void _keyPressed(const xcb_key_press_event_t& event);
+    void _ignoreUntilUp(quint8 keyCode);
     void _menuEnded();
     void _forgetHeldKeyWhenUp();
     void _offerPress();

@@ -16,6 +16,9 @@ namespace {
 constexpr auto pauseBetweenAttempts = 5ms;
 constexpr int windowIsGone = -1;
 
+/// The server knows one keyboard grab for the whole connection: the last one that was taken.
+X11KeyboardGrab* lastTaken = nullptr;
+
 } // namespace
 
 bool X11KeyboardGrab::take(int attempts)
@@ -35,6 +38,7 @@ bool X11KeyboardGrab::take(int attempts)
         _dropPassive();
         _window = window;
         _mode = Mode::Taken;
+        lastTaken = this;
         return true;
     }
     return false;
@@ -75,7 +79,11 @@ void X11KeyboardGrab::release()
     if (_mode == Mode::None)
         return;
     _dropPassive();
-    letGoOfKey();
+    // It may have ended with its window, and the keyboard be another's since.
+    if (lastTaken == this) {
+        letGoOfKey();
+        lastTaken = nullptr;
+    }
     _mode = Mode::None;
 }
 

@@ -8,6 +8,7 @@ from harness.tarnwick import OPTION, Tarnwick
 from harness.waiting import holds_for, wait_for
 
 CONTROL, SUPER, SHIFT = "Control_L", "Super_L", "Shift_L"
+UNTIL_REPEATS = 1.2  # seconds after which a held key has been repeated several times
 A_WHILE = 0.4  # seconds in which a menu would have come
 OPTION_Z = {"TriggerCharacterUInt": 6, "TriggerModifiers": 0x80000}
 CONTROL_SUPER_X = {"TriggerCharacterUInt": 7, "TriggerModifiers": 0x140000}
@@ -66,6 +67,17 @@ class ANewHotKey(Recording):
                 self.assert_does_nothing("z", OPTION)
                 if not restarted:
                     self.restart()
+
+    def test_does_not_open_the_menu_while_its_keys_are_still_held_from_recording(self):
+        self.recorder.start()
+        for key in (CONTROL, SUPER, "x"):
+            self.screen.press(key)
+        wait_until_stored(self.tarnwick, **CONTROL_SUPER_X)
+        holds_for(lambda: self.tarnwick.popups.count() == 0, UNTIL_REPEATS, "a repeat opened the menu")
+        for key in ("x", SUPER, CONTROL):
+            self.screen.release(key)
+        wait_for(lambda: self.screen.grabs_left() == [], "the keyboard free")
+        self.assert_opens_menu("x", CONTROL, SUPER)
 
     def test_has_its_text_stored_last(self):
         self.recorder.start()

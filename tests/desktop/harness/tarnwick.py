@@ -93,13 +93,14 @@ class Tarnwick:
         self._session.screen.release(OPTION)
 
     def close_menu(self):
-        """Presses Escape until no menu is open."""
-        def closed():
-            if self.popups.count() == 0:
-                return True
+        """Presses Escape for each menu that is open, and never when none is: it might close something else."""
+        end = time.monotonic() + 10
+        while (before := self.popups.count()) and time.monotonic() < end:
             self._session.screen.tap("Escape")
-            return False
-        wait_for(closed, "the menu closed", step=0.02)
+            try:
+                wait_for(lambda count=before: self.popups.count() < count, "a menu closed", limit=1.0, step=0.002)
+            except TimedOut:
+                continue
         self.wait_until_closed()
 
     def wait_until_closed(self, limit=5.0):
