@@ -26,7 +26,7 @@ QString escapedTitle(const QString& title)
 void appendText(QString& text, const QList<ReportedEntry>& entries, int level)
 {
     for (const ReportedEntry& entry : entries) {
-        text += QString(level * 2, u' ');
+        text += QString(qsizetype(level) * 2, u' ');
         if (entry.separator) {
             text += u"---\n"_s;
             continue;
@@ -59,8 +59,9 @@ QList<ReportedEntry> MenuReport::read(bool all)
 QList<ReportedEntry> MenuReport::_read(Menu& menu, int levels)
 {
     QList<ReportedEntry> entries;
-    const auto items = menu.itemArray();
-    for (const auto& item : items) {
+    // Reading a submenu may change this one.
+    for (qsizetype index = 0; index < menu.itemArray().size(); ++index) {
+        const auto item = menu.itemArray().at(index);
         ReportedEntry entry;
         entry.title = item->title();
         entry.separator = item->isSeparatorItem();

@@ -9,9 +9,9 @@ namespace tarnwick {
 class X11Connection;
 
 /// The keyboard, taken in a way that the application with the focus doesn't notice: grabbed on its own focus
-/// window, since the server tells a grab as a move of the focus to the grab's window. Taking the keyboard with
-/// another object takes it from this one, whose release then does nothing. Released when destroyed. GUI thread
-/// only.
+/// window, since the server tells a grab as a move of the focus to the grab's window. Taking the keyboard
+/// with another object takes it from this one, whose release then does nothing. Released when destroyed. GUI
+/// thread only.
 class X11KeyboardGrab
 {
 public:

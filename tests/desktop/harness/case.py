@@ -45,11 +45,14 @@ class DesktopTest(unittest.TestCase):
             cls.addClassCleanup(cls.bus.close)
         return cls.bus
 
-    def run(self, result=None):
-        before = len(result.failures) + len(result.errors) if result else 0
-        super().run(result)
-        if result and len(result.failures) + len(result.errors) > before:
+    def doCleanups(self):
+        """What a failed test leaves is kept first: the clean-up ends the programs that it is about."""
+        if self._outcome and not self._outcome.success:
             self._keep_evidence(self.id().split(".", 1)[-1])
+        return super().doCleanups()
+
+    def run(self, result=None):
+        super().run(result)
         if getattr(self, "screen", None):
             self.screen.release_everything()
         return result
