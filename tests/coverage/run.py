@@ -1,0 +1,87 @@
+# SPDX-License-Identifier: MIT
+"""Compares what Tarnwick shows of real applications with the menus that they open themselves.
+
+Environment: TARNWICK_INSPECT, the program that prints the menus as Tarnwick would show them.
+"""
+import argparse
+import json
+import os
+import pathlib
+import signal
+import subprocess
+import sys
+import time
+
+_HERE = pathlib.Path(__file__).resolve().parent
+sys.path.insert(0, str(_HERE.parent / "desktop"))
+
+import catalogue  # noqa: E402
+import report  # noqa: E402
+
+_LIMIT = 400  # seconds for one application
+
+
+def main():
+    arguments = _arguments()
+    known = catalogue.applications()
+    unknown = [name for name in arguments.names if name not in known]
+    if unknown:
+        print(f"coverage: no such application: {', '.join(unknown)}; --list tells what there is.", file=sys.stderr)
+        return 2
+    if arguments.list:
+        print("\n".join(known))
+        return 0
+    chosen = [known[name] for name in arguments.names] or list(known.values())
+    if arguments.packages:
+        print("\n".join(catalogue.packages(chosen)))
+        return 0
+    table = pathlib.Path(arguments.output)
+    rows = [_measured(application) for application in chosen]
+    old = report.load(table.with_suffix(".json")) if arguments.names else []
+    rows = report.merged(old, rows, list(known))
+    report.write(table, rows, catalogue.explanations())
+    print(report.summary(rows))
+    return 0 if all(report.is_explained(row, catalogue.explanations()) for row in rows) else 1
+
+
+def _arguments():
+    parser = argparse.ArgumentParser(prog="scripts/coverage", description=__doc__.splitlines()[0])
+    parser.add_argument("names", nargs="*", help="applications; all without")
+    parser.add_argument("--list", action="store_true", help="print their names and stop")
+    parser.add_argument("--packages", action="store_true", help=argparse.SUPPRESS)
+    parser.add_argument("--output", default="docs/coverage.md", help="the table; the JSON file stands next to it")
+    return parser.parse_args()
+
+
+def _measured(application):
+    print(f"{application['name']} …", end="", flush=True)
+    signal.signal(signal.SIGALRM, _give_up)
+    signal.alarm(_LIMIT)
+    start = time.monotonic()
+    try:
+        row = _measurement(application)
+    except Exception as error:  # pylint: disable=broad-except  # one application must not keep others from their turn
+        row = report.failed(application, f"{type(error).__name__}: {error}".splitlines()[0])
+    finally:
+        signal.alarm(0)
+    print(f" {report.one_line(row)} ({time.monotonic() - start:.0f} s)", flush=True)
+    return row
+
+
+def _give_up(_number, _frame):
+    raise TimeoutError(f"not done after {_LIMIT} s")
+
+
+def _measurement(application):
+    import running  # needs what a desktop test needs; the list does not
+    return running.measured(application, os.environ["TARNWICK_INSPECT"], _version(application))
+
+
+def _version(application):
+    result = subprocess.run(["dpkg-query", "-W", "-f", "${Version}", application["packages"][0]], capture_output=True,
+                            text=True, check=False)
+    return result.stdout.strip()
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,86 @@
+# SPDX-License-Identifier: MIT
+"""What counts as right, and how what is wrong is named."""
+import unittest
+
+from comparison import compare
+from entries import Entry, shown_entries, without_idle_separators
+
+
+def bar(*entries):
+    return [Entry(title="File", holds_menu=True, entries=list(entries))]
+
+
+def found(truth, shown):
+    """Kind and path below File of each difference."""
+    result = compare(bar(*truth), bar(*shown))
+    return [(each.kind, each.path.removeprefix("File > ")) for each in result.differences]
+
+
+A, B, C, D = (Entry(title=letter) for letter in "ABCD")
+LINE = Entry(separator=True)
+
+
+class Comparison(unittest.TestCase):
+    def test_names_each_kind(self):
+        rows = [
+            ("nothing", [A, LINE, B], [A, LINE, B], []),
+            ("missing", [A, B], [A], [("missing", "B")]),
+            ("extra", [A], [A, B], [("extra", "B")]),
+            ("extra in front", [A], [B, A], [("extra", "B")]),
+            ("order", [A, B, C], [C, A, B], [("order", "C")]),
+            ("title", [A, B, C], [A, D, C], [("title", "B")]),
+            ("separator missing", [A, LINE, B], [A, B], [("separator", "--- [A]")]),
+            ("separator too many", [A, B], [A, LINE, B], [("separator", "--- [A]")]),
+            ("submenu", [A], [Entry("A", holds_menu=True)], [("submenu", "A")]),
+            ("enabled", [A], [Entry("A", enabled=False)], [("enabled", "A")]),
+            ("checked", [A], [Entry("A", checked=True)], [("checked", "A")]),
+            ("shortcut", [Entry("A", shortcut="Ctrl+A")], [A], [("shortcut", "A")]),
+            ("two at once", [A], [Entry("A", enabled=False, checked=True)], [("enabled", "A"), ("checked", "A")]),
+            ("titles that occur twice", [A, A, B], [A, B], [("missing", "A")]),
+        ]
+        for name, truth, shown, expected in rows:
+            with self.subTest(name):
+                self.assertEqual(found(truth, shown), expected)
+
+    def test_counts_the_bar_by_itself(self):
+        result = compare(bar(A, B), [*bar(A), Entry("Help")])
+        self.assertEqual((result.bar, result.bar_right), (2, 1))
+        self.assertEqual((result.items, result.right), (2, 1))
+        self.assertEqual(result.wrong_by_kind(), {"missing": 1, "extra": 1})
+
+    def test_says_what_is_expected_and_what_is_shown(self):
+        result = compare(bar(Entry("A", shortcut="Ctrl+A")), bar(Entry("A", enabled=False)))
+        self.assertEqual([(each.expected, each.shown) for each in result.differences],
+                         [("yes", "no"), ("Ctrl+A", "none")])
+
+    def test_all_below_a_missing_submenu_is_missing(self):
+        self.assertEqual(found([Entry("A", holds_menu=True, entries=[B])], []),
+                         [("missing", "A"), ("missing", "A > B")])
+
+    def test_what_was_not_opened_is_listed_and_not_compared(self):
+        closed = Entry("A", holds_menu=True, unread="it is greyed")
+        result = compare(bar(closed), bar(Entry("A", holds_menu=True, entries=[B])))
+        self.assertEqual(result.differences, [])
+        self.assertEqual(result.unread, [{"path": "File > A", "why": "it is greyed"}])
+
+    def test_counts_shortcuts_apart_by_cause(self):
+        result = compare(bar(Entry("A", apart="why"), Entry("B", apart="why")), bar(A, B))
+        self.assertEqual((dict(result.apart), result.right), ({"why": 2}, 2))
+
+
+class Entries(unittest.TestCase):
+    def test_separators_are_kept_where_they_separate(self):
+        self.assertEqual(without_idle_separators([LINE, A, LINE, LINE, B, LINE]), [A, LINE, B])
+        self.assertEqual(without_idle_separators([LINE]), [])
+
+    def test_what_the_inspector_prints_is_understood(self):
+        printed = [{"title": "File", "enabled": True, "checked": False, "submenu": True, "entries": [
+            {"title": "New", "enabled": False, "checked": True, "keyEquivalent": "Ctrl+N"}, {"separator": True},
+            {"title": "More", "enabled": True, "checked": False, "submenu": True, "entries": []}]}]
+        self.assertEqual(shown_entries(printed), [Entry("File", holds_menu=True, entries=[
+            Entry("New", enabled=False, checked=True, shortcut="Ctrl+N"), LINE,
+            Entry("More", holds_menu=True, entries=[])])])
+
+
+if __name__ == "__main__":
+    unittest.main()

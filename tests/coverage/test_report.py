@@ -1,0 +1,97 @@
+# SPDX-License-Identifier: MIT
+"""The table and its explanations."""
+import json
+import pathlib
+import tempfile
+import unittest
+
+import catalogue
+import report
+from comparison import compare
+from entries import Entry
+
+APPLICATION = {"name": "editor", "toolkit": "GTK 3"}
+EXPLAINED = {"applications": ["editor"], "entries": ["Edit > Pas*"], "kinds": ["enabled"],
+             "why": "Known when the menu opens only."}
+
+
+def row(shown_enabled=False):
+    truth = [Entry("Edit", holds_menu=True, entries=[Entry("Paste", apart="no code"), Entry("Cut")])]
+    shown = [Entry("Edit", holds_menu=True, entries=[Entry("Paste", enabled=shown_enabled), Entry("Cut")])]
+    result = compare(truth, shown)
+    return report.row(APPLICATION, result, 0.0421, opened=compare(truth, truth))
+
+
+class Report(unittest.TestCase):
+    def test_a_row_holds_figures_and_differences(self):
+        one = row()
+        self.assertEqual((one["bar_right"], one["bar"], one["right"], one["items"]), (1, 1, 1, 2))
+        self.assertEqual((one["wrong_by_kind"], one["apart"]), ({"enabled": 1}, {"no code": 1}))
+        self.assertEqual(one["milliseconds"], 42)
+        self.assertEqual([each["path"] for each in one["differences"]], ["Edit > Paste"])
+        self.assertEqual(json.loads(json.dumps(one)), one)
+
+    def test_the_page_has_a_line_for_each_application_and_a_sum(self):
+        page = report.markdown([row(), {**row(True), "name": "viewer"}], [])
+        self.assertIn("| editor |  | GTK 3 | 1/1 | 2 | 1 | 50.0 % | 1 enabled | 1 | 100.0 % | 42 ms |", page)
+        self.assertIn("| **all 2** |  |  | **2/2** | **4** | **3** | **75.0 %** | **1 enabled** | **2** |", page)
+        self.assertIn("| no code | 2 |", page)
+
+    def test_a_difference_stands_under_its_explanation(self):
+        page = report.markdown([row()], [EXPLAINED])
+        self.assertIn("- Known when the menu opens only.\n  - enabled: `Edit > Paste`: yes, shown: no", page)
+        self.assertNotIn("Not explained", page)
+        self.assertIn("**Not explained.**", report.markdown([row()], []))
+
+    def test_an_explanation_covers_its_application_kind_and_entries_only(self):
+        self.assertTrue(report.is_explained(row(), [EXPLAINED]))
+        for other in ({"applications": ["viewer"]}, {"kinds": ["missing"]}, {"entries": ["Paste"]}):
+            with self.subTest(other):
+                self.assertFalse(report.is_explained(row(), [{**EXPLAINED, **other}]))
+
+    def test_brackets_in_a_pattern_are_brackets(self):
+        difference = {"path": "Edit > --- [Paste]", "kind": "separator"}
+        known = [{**EXPLAINED, "kinds": ["separator"], "entries": ["Edit > --- [Paste]"]}]
+        self.assertIsNotNone(catalogue.explanation_of(difference, "editor", known))
+
+    def test_a_failed_application_is_named_with_its_reason(self):
+        lost = report.failed({**APPLICATION, "name": "viewer"}, "it did not start")
+        page = report.markdown([row(True), lost], [])
+        self.assertIn("- viewer: it did not start", page)
+        self.assertFalse(report.is_explained(lost, []))
+        self.assertIn("1 of 2 applications", report.summary([row(), lost]))
+
+    def test_a_new_run_keeps_the_rows_of_other_applications_in_the_order_of_the_list(self):
+        old = [{"name": "a", "right": 1}, {"name": "b", "right": 1}]
+        self.assertEqual(report.merged(old, [{"name": "b", "right": 2}, {"name": "c"}], ["c", "b", "a"]),
+                         [{"name": "c"}, {"name": "b", "right": 2}, {"name": "a", "right": 1}])
+
+    def test_what_is_written_is_read_again(self):
+        with tempfile.TemporaryDirectory() as directory:
+            table = pathlib.Path(directory) / "coverage.md"
+            self.assertEqual(report.load(table.with_suffix(".json")), [])
+            report.write(table, [row()], [])
+            self.assertEqual(report.load(table.with_suffix(".json")), [row()])
+            self.assertEqual(table.read_text(encoding="utf-8"), report.markdown([row()], []))
+
+
+class Catalogue(unittest.TestCase):
+    def test_every_application_can_be_installed_and_started(self):
+        for name, each in catalogue.applications().items():
+            with self.subTest(name):
+                self.assertTrue(each["packages"] and each["command"] and each["toolkit"])
+
+    def test_a_package_is_named_once(self):
+        chosen = [{"packages": ["a", "b"]}, {"packages": ["b", "c"]}]
+        self.assertEqual(catalogue.packages(chosen), ["a", "b", "c"])
+
+    def test_explanations_name_applications_of_the_list_and_give_a_reason(self):
+        known = catalogue.applications()
+        for each in catalogue.explanations():
+            with self.subTest(each["why"]):
+                self.assertTrue(each["why"] and each["entries"] and each["kinds"])
+                self.assertLessEqual(set(each["applications"]), set(known))
+
+
+if __name__ == "__main__":
+    unittest.main()
