@@ -184,6 +184,11 @@ QStringList DesktopEntry::command() const
     return command;
 }
 
+QString DesktopEntry::stringValue(const QString& text)
+{
+    return escaped(text);
+}
+
 QString DesktopEntry::execValue(const QStringList& command)
 {
     QStringList quoted;

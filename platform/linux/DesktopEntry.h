@@ -29,6 +29,8 @@ public:
     /// The words of the command in "Exec", field codes left out; empty when its quoting is wrong.
     [[nodiscard]] QStringList command() const;
 
+    /// `text` as the value of a key, with everything escaped that needs to be.
+    [[nodiscard]] static QString stringValue(const QString& text);
     /// `command` as the value of "Exec", with everything quoted and escaped that needs to be.
     [[nodiscard]] static QString execValue(const QStringList& command);
 

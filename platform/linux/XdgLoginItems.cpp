@@ -85,11 +85,14 @@ public:
 
     void insertBeforeFirst(const QUrl& applicationUrl) override
     {
-        const QString exec = DesktopEntry::execValue({applicationUrl.toLocalFile()});
+        const QString path = applicationUrl.toLocalFile();
+        const QString exec = DesktopEntry::execValue({path});
+        // When the program has been uninstalled, the entry that stays in the user's home starts nothing.
+        const QString tryExec = DesktopEntry::stringValue(path);
         _write(desktop_names::BusName + u".desktop"_s,
-               u"[Desktop Entry]\nType=Application\nName=%1\nExec=%2\nIcon=%3\nTerminal=false\n"
+               u"[Desktop Entry]\nType=Application\nName=%1\nExec=%2\nTryExec=%4\nIcon=%3\nTerminal=false\n"
                u"X-GNOME-Autostart-enabled=true\n"_s.arg(desktop_names::ApplicationName, exec,
-                                                         desktop_names::BusName));
+                                                         desktop_names::BusName, tryExec));
     }
 
     void remove(const LoginItems::Item& item) override

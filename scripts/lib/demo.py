@@ -7,6 +7,7 @@ Prints what it saw at each step, leaves screenshots, and ends with a status othe
 import argparse
 import os
 import pathlib
+import shutil
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
@@ -91,6 +92,7 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--program", type=pathlib.Path, required=True)
     parser.add_argument("--screenshots", type=pathlib.Path, required=True)
+    parser.add_argument("--keep-home", type=pathlib.Path, help="leave here what the programs wrote into their home")
     arguments = parser.parse_args()
 
     session = Session()
@@ -103,6 +105,8 @@ def main():
         print(f"The screen as it was: {arguments.screenshots / 'failure.png'}", file=sys.stderr)
         return 1
     finally:
+        if arguments.keep_home:
+            shutil.copytree(session.directory / "home", arguments.keep_home, dirs_exist_ok=True)
         session.stop()
     print("Everything happened.")
     return 0

@@ -14,6 +14,8 @@ DEMO_PACKAGES=(
     xvfb openbox mousepad xdotool imagemagick x11-utils x11-xserver-utils x11-xkb-utils
     python3 python3-gi gir1.2-atspi-2.0 python3-xlib
 )
+# What makes the package for Debian and Ubuntu, and what looks at it.
+PACKAGE_PACKAGES=(appstream desktop-file-utils dpkg-dev file gzip lintian mandoc)
 # What the tests need besides: fixtures of every toolkit, applications, checkers.
 TEST_PACKAGES=(
     libgtest-dev libgmock-dev libbenchmark-dev libgtk-3-dev qtbase5-dev libxcb-damage0-dev libxcb-xtest0-dev
@@ -27,6 +29,7 @@ if [ "$(uname -s)" = Darwin ]; then
     BUILD_PACKAGES=(bash cmake ninja pkgconf qt)
     RUN_PACKAGES=(qt)
     DEMO_PACKAGES=(python)
+    PACKAGE_PACKAGES=(cmake)
     TEST_PACKAGES=(googletest google-benchmark clang-format)
 fi
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "platform/linux/DesktopEntry.h"
 #include "platform/linux/XdgLoginItems.h"
 #include "tests/contract/LoginItemsContract.h"
 #include "tests/fakes/FakeLoginItems.h"
@@ -35,6 +36,19 @@ TEST(LoginItems, autostartEntries_keepTheContract)
     entry.close();
     XdgLoginItems items(configuration.path(), {}, {});
     loginItemsContract(items, Application, Other);
+}
+
+TEST(LoginItems, autostartEntry_startsNothingOnceTheProgramIsGone)
+{
+    const QTemporaryDir configuration;
+    XdgLoginItems items(configuration.path(), {}, {});
+    const QString program = u"/opt/a b\\c/tarnwick"_s;
+    items.createSessionLoginItems()->insertBeforeFirst(QUrl::fromLocalFile(program));
+    const auto entry =
+        DesktopEntry::read(configuration.filePath(u"autostart/example.quorlane.Tarnwick.desktop"_s));
+    ASSERT_TRUE(entry);
+    EXPECT_EQ(entry->string(u"TryExec"_s), program);
+    EXPECT_EQ(entry->command(), QStringList{program});
 }
 
 } // namespace

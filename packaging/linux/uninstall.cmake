@@ -1,0 +1,12 @@
+# Takes away what the last `cmake --install` of this build has put in place; the user's settings stay.
+if(NOT EXISTS "${MANIFEST}")
+    message(FATAL_ERROR "Nothing was installed from this build: there is no ${MANIFEST}")
+endif()
+file(STRINGS "${MANIFEST}" files)
+foreach(file IN LISTS files)
+    set(file "$ENV{DESTDIR}${file}")
+    if(EXISTS "${file}" OR IS_SYMLINK "${file}")
+        file(REMOVE "${file}")
+        message(STATUS "Removed ${file}")
+    endif()
+endforeach()
