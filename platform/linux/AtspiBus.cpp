@@ -30,6 +30,15 @@ SdBusMessage indexed(SdBus& bus, const BusReference& of, const char* interface, 
     return message;
 }
 
+SdBusMessage extents(SdBus& bus, const BusReference& of)
+{
+    constexpr std::uint32_t OnTheScreen = 0;
+    SdBusMessage message = bus.methodCall(of.service, of.path, atspi::ComponentInterface, "GetExtents");
+    if (message && sd_bus_message_append(message.get(), "u", OnTheScreen) < 0)
+        message.reset();
+    return message;
+}
+
 SdBusMessage processIdentifierOf(SdBus& bus, const QByteArray& service)
 {
     SdBusMessage message = bus.methodCall("org.freedesktop.DBus", "/org/freedesktop/DBus",
@@ -100,6 +109,8 @@ SdBusMessage AtspiBus::_call(const BusReference& reference, AtspiQuestion questi
         return stateCall(reference);
     case AtspiQuestion::KeyBinding:
         return indexed(*_bus, reference, ActionInterface, "GetKeyBinding", 0);
+    case AtspiQuestion::Area:
+        return extents(*_bus, reference);
     case AtspiQuestion::Toolkit:
         return property(*_bus, reference, ApplicationInterface, "ToolkitName");
     case AtspiQuestion::ChildCount:

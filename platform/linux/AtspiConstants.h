@@ -51,6 +51,7 @@ constexpr bool has(quint64 states, State state)
 
 inline constexpr const char* AccessibleInterface = "org.a11y.atspi.Accessible";
 inline constexpr const char* ActionInterface = "org.a11y.atspi.Action";
+inline constexpr const char* ComponentInterface = "org.a11y.atspi.Component";
 inline constexpr const char* ApplicationInterface = "org.a11y.atspi.Application";
 inline constexpr const char* PropertiesInterface = "org.freedesktop.DBus.Properties";
 inline constexpr const char* RegistryService = "org.a11y.atspi.Registry";

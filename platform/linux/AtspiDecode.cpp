@@ -79,6 +79,17 @@ std::optional<quint32> decodeUnsigned(sd_bus_message* reply)
     return value;
 }
 
+std::optional<bool> decodeArea(sd_bus_message* reply)
+{
+    std::int32_t x = 0;
+    std::int32_t y = 0;
+    std::int32_t width = 0;
+    std::int32_t height = 0;
+    if (sd_bus_message_read(reply, "(iiii)", &x, &y, &width, &height) <= 0)
+        return std::nullopt;
+    return width > 0 && height > 0;
+}
+
 std::optional<quint64> decodeStates(sd_bus_message* reply)
 {
     const void* words = nullptr;
@@ -129,6 +140,9 @@ void decodeAnswer(AtspiQuestion question, sd_bus_message* reply, AtspiFacts& fac
         break;
     case AtspiQuestion::KeyBinding:
         facts.keyBinding = decodeText(reply);
+        break;
+    case AtspiQuestion::Area:
+        facts.hasArea = decodeArea(reply);
         break;
     case AtspiQuestion::Toolkit:
         facts.toolkit = decodeTextProperty(reply);

@@ -19,6 +19,8 @@ inline constexpr qsizetype MaximumChildren = 20'000;
 [[nodiscard]] std::optional<QString> decodeTextProperty(sd_bus_message* reply);
 [[nodiscard]] std::optional<int> decodeNumberProperty(sd_bus_message* reply);
 [[nodiscard]] std::optional<bool> decodeFlagProperty(sd_bus_message* reply);
+/// Whether a rectangle (x, y, width, height) is one.
+[[nodiscard]] std::optional<bool> decodeArea(sd_bus_message* reply);
 [[nodiscard]] std::optional<quint32> decodeUnsigned(sd_bus_message* reply);
 /// Two words, the lower one first; a missing upper word counts as 0.
 [[nodiscard]] std::optional<quint64> decodeStates(sd_bus_message* reply);

@@ -19,6 +19,7 @@ struct AtspiFacts
     std::optional<quint32> role = {};
     std::optional<quint64> states = {};
     std::optional<QString> keyBinding = {};
+    std::optional<bool> hasArea = {};    ///< whether it takes room, now or once its menu opens
     std::optional<QString> toolkit = {}; ///< of an application's root only
     std::optional<int> childCount = {};
     std::optional<BusReference> firstChild = {}; ///< empty when there is none
@@ -32,6 +33,7 @@ enum class AtspiQuestion {
     Role,
     States,
     KeyBinding,
+    Area,
     Toolkit,
     ChildCount,
     FirstChild,

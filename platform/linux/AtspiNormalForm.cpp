@@ -32,22 +32,32 @@ bool anyHas(const QList<AtspiFacts>& items, State state)
     });
 }
 
+bool anyHasArea(const QList<AtspiFacts>& items)
+{
+    return std::any_of(items.cbegin(), items.cend(),
+                       [](const AtspiFacts& facts) { return facts.hasArea.value_or(false); });
+}
+
 /// What the states mean in one menu.
 struct StateRules
 {
     bool visibleTells;
+    bool areaTells; ///< not where nothing has one: such a menu has not been laid out
     State enabling;
 
-    StateRules(const QList<AtspiFacts>& items, AtspiToolkit toolkit)
-        : visibleTells(toolkit == AtspiToolkit::Gtk ||
-                       (toolkit != AtspiToolkit::Qt && anyHas(items, StateVisible))),
+    StateRules(const QList<AtspiFacts>& items, AtspiToolkit toolkit, MenuLevel level)
+        : visibleTells(
+              toolkit == AtspiToolkit::Gtk ||
+              ((toolkit != AtspiToolkit::Qt || level == MenuLevel::Bar) && anyHas(items, StateVisible))),
+          areaTells(anyHasArea(items)),
           enabling(anyHas(items, StateSensitive) ? StateSensitive : StateEnabled)
     {
     }
 
     [[nodiscard]] bool hidden(const AtspiFacts& facts) const
     {
-        return visibleTells && facts.states && !has(*facts.states, StateVisible);
+        return (visibleTells && facts.states && !has(*facts.states, StateVisible)) ||
+               (areaTells && !facts.hasArea.value_or(true));
     }
 };
 
@@ -96,12 +106,14 @@ QList<AtspiQuestion> itemQuestions(AtspiToolkit toolkit, MenuLevel level)
         questions.append(AtspiQuestion::KeyBinding);
     if (toolkit == AtspiToolkit::Qt || toolkit == AtspiToolkit::Unknown)
         questions.append(AtspiQuestion::FirstChild);
+    if (toolkit == AtspiToolkit::Qt && level == MenuLevel::Menu)
+        questions.append(AtspiQuestion::Area);
     return questions;
 }
 
 QList<MenuRow> normalForm(const QList<AtspiFacts>& items, AtspiToolkit toolkit, MenuLevel level)
 {
-    const StateRules rules(items, toolkit);
+    const StateRules rules(items, toolkit, level);
     QList<MenuRow> rows;
     rows.reserve(items.size());
     for (const AtspiFacts& facts : items) {

@@ -9,7 +9,7 @@ namespace tarnwick {
 enum class AtspiToolkit {
     Gtk,    ///< the role tells which items hold a submenu, the state VISIBLE which are hidden
     Bridge, ///< like Gtk, but VISIBLE may be missing from everything in a closed menu
-    Qt,     ///< holders have one child, the submenu; hidden items have no name
+    Qt,     ///< holders have one child, the submenu; hidden items take no room, and no state tells them
     Unknown ///< neither is known yet
 };
 

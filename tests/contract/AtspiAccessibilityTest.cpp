@@ -39,6 +39,17 @@ protected:
         const auto item = children(menuBar()).value(index).value<UIElementRef>();
         return children(item).value(0).value<UIElementRef>();
     }
+    QStringList titles(const UIElementRef& of)
+    {
+        QTest::qWait(1);
+        QStringList found;
+        const QVariantList all = children(of);
+        for (const QVariant& child : all)
+            found.append(accessibility.copyAttributeValue(child.value<UIElementRef>(), AXTitleAttribute)
+                             .value_or(QVariant())
+                             .toString());
+        return found;
+    }
     bool waitUntilFront(const FixtureProgram& program)
     {
         return QTest::qWaitFor(
@@ -66,6 +77,17 @@ TEST_P(OnToolkit, accessibility_keepsTheContract)
         .pressed = [&](qsizetype count) { return program.chosen(count); },
     });
     contract.run();
+}
+
+TEST_P(OnToolkit, hiddenEntries_areLeftOut)
+{
+    const FixtureProgram program(toolkit(), {}, u"hidden"_s);
+    ASSERT_TRUE(waitUntilFront(program));
+    EXPECT_EQ(titles(menuBar()), (QStringList{u"File"_s, u"Edit"_s}));
+    EXPECT_EQ(titles(menu(0)), (QStringList{u"Open"_s, u"Print"_s}));
+    EXPECT_EQ(titles(menu(1)), QStringList(u"Redo"_s));
+    const auto print = children(menu(0)).value(1).value<UIElementRef>();
+    EXPECT_EQ(titles(children(print).value(0).value<UIElementRef>()), QStringList(u"Page"_s));
 }
 
 TEST_P(OnToolkit, aStoppedProgram_costsHalfASecondAnEvent)

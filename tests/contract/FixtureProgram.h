@@ -10,11 +10,13 @@
 
 namespace tarnwick {
 
-/// A fixture program with the test's editor menu, running in the session of the test. It ends with this.
+/// A fixture program with the menu of a file in tests/data, running in the session of the test. It ends with
+/// this.
 class FixtureProgram
 {
 public:
-    explicit FixtureProgram(const QString& toolkit, const QStringList& options = {})
+    explicit FixtureProgram(const QString& toolkit, const QStringList& options = {},
+                            const QString& menu = QStringLiteral("editor"))
     {
         using namespace Qt::StringLiterals;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -22,9 +24,9 @@ public:
         _process.setProcessEnvironment(environment);
         _process.setProcessChannelMode(QProcess::ForwardedChannels);
         _log = _directory.filePath(u"log"_s);
-        _process.start(QStringLiteral(TARNWICK_FIXTURES "/menu_fixture_") + toolkit,
-                       QStringList{QStringLiteral(TARNWICK_TEST_DATA "/editor.menu"), u"--log"_s, _log} +
-                           options);
+        _process.start(
+            QStringLiteral(TARNWICK_FIXTURES "/menu_fixture_") + toolkit,
+            QStringList{QStringLiteral(TARNWICK_TEST_DATA "/%1.menu").arg(menu), u"--log"_s, _log} + options);
         _process.waitForStarted();
     }
     ~FixtureProgram()

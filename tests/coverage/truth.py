@@ -83,7 +83,7 @@ class OpenedMenus:
     def _entry(self, node):
         """Nothing for what is not drawn."""
         role, states = node.role, node.states
-        if VISIBLE not in states or role == TEAROFF or not _has_area(node):
+        if VISIBLE not in states or role == TEAROFF or not node.takes_room():
             return None
         if role == SEPARATOR:
             return Entry(separator=True, node=node)
@@ -126,8 +126,3 @@ def _contents(holder):
     if len(children) == 1 and children[0].role in (POPUP_MENU, MENU) and not children[0].name.strip():
         return children[0].children
     return children
-
-
-def _has_area(node):
-    frame = node.frame
-    return frame is None or frame[2] > 0 and frame[3] > 0

@@ -146,8 +146,7 @@ UIElementRef FakeAccessibility::setMenuBar(const UIElementRef& application,
     setAttribute(bar, AXRoleAttribute, u"AXMenuBar"_s);
     setAttribute(bar, AXParentAttribute, QVariant::fromValue(application));
     setAttribute(bar, AXChildrenAttribute, QVariantList());
-    for (const fixture::MenuText& entry : entries)
-        addMenuEntry(bar, entry);
+    _addMenuEntries(bar, entries);
     setAttribute(application, u"AXMenuBar"_s, QVariant::fromValue(bar));
     return bar;
 }
@@ -169,9 +168,16 @@ UIElementRef FakeAccessibility::addMenuEntry(const UIElementRef& menu, const fix
     }
     const UIElementRef below = addElement(item, u"AXMenu"_s);
     setAttribute(below, AXChildrenAttribute, QVariantList());
-    for (const fixture::MenuText& child : entry.children)
-        addMenuEntry(below, child);
+    _addMenuEntries(below, entry.children);
     return item;
+}
+
+void FakeAccessibility::_addMenuEntries(const UIElementRef& menu,
+                                        const std::vector<fixture::MenuText>& entries)
+{
+    for (const fixture::MenuText& entry : entries)
+        if (!entry.hidden)
+            addMenuEntry(menu, entry);
 }
 
 void FakeAccessibility::setFocusedApplication(const UIElementRef& application)

@@ -112,6 +112,7 @@ private:
     [[nodiscard]] UIElementRef _handle(qsizetype index) const;
     /// Null for an empty handle, one of another adapter, or an element whose application has quit.
     [[nodiscard]] Node* _node(const UIElementRef& element) const;
+    void _addMenuEntries(const UIElementRef& menu, const std::vector<fixture::MenuText>& entries);
     void _describeShortcut(const UIElementRef& item, const QString& shortcut);
 
     std::vector<std::unique_ptr<Node>> _nodes;

@@ -104,6 +104,8 @@ TEST_F(AtspiDecode, anotherType_givesNothing)
     EXPECT_FALSE(decodeFlagProperty(reply("v", "i", 1).get()));
     EXPECT_FALSE(decodeUnsigned(reply("i", 7).get()));
     EXPECT_FALSE(decodeUnsigned(reply("s", "seven").get()));
+    EXPECT_FALSE(decodeArea(reply("(iii)", 0, 0, 10).get()));
+    EXPECT_FALSE(decodeArea(reply("iiii", 0, 0, 10, 10).get()));
     EXPECT_FALSE(decodeStates(reply("u", 7U).get()));
     EXPECT_FALSE(decodeStates(reply("ai", 2, 1, 0).get()));
     EXPECT_FALSE(decodeReference(reply("s", ":1.5").get(), 1));
@@ -138,6 +140,14 @@ TEST_F(AtspiDecode, numbersAndFlags_areRead)
     EXPECT_EQ(decodeFlagProperty(reply("v", "b", 1).get()), true);
     EXPECT_EQ(decodeFlagProperty(reply("v", "b", 0).get()), false);
     EXPECT_EQ(decodeUnsigned(reply("u", 35U).get()), 35U);
+}
+
+TEST_F(AtspiDecode, anArea_hasWidthAndHeight)
+{
+    EXPECT_EQ(decodeArea(reply("(iiii)", -5, 0, 120, 24).get()), true);
+    EXPECT_EQ(decodeArea(reply("(iiii)", 0, 0, 0, 0).get()), false);
+    EXPECT_EQ(decodeArea(reply("(iiii)", 0, 0, 120, 0).get()), false);
+    EXPECT_EQ(decodeArea(reply("(iiii)", 0, 0, -1, 24).get()), false);
 }
 
 TEST_F(AtspiDecode, states_areTwoWordsTheLowerOneFirst)
@@ -179,6 +189,7 @@ TEST_F(AtspiDecode, anAnswer_goesToItsField)
     decodeAnswer(AtspiQuestion::Role, reply("u", 35U).get(), facts);
     decodeAnswer(AtspiQuestion::States, reply("au", 2, 1U, 0U).get(), facts);
     decodeAnswer(AtspiQuestion::KeyBinding, reply("s", "Ctrl+N").get(), facts);
+    decodeAnswer(AtspiQuestion::Area, reply("(iiii)", 0, 0, 0, 0).get(), facts);
     decodeAnswer(AtspiQuestion::Toolkit, reply("v", "s", "Qt").get(), facts);
     decodeAnswer(AtspiQuestion::ChildCount, reply("v", "i", 2).get(), facts);
     decodeAnswer(AtspiQuestion::FirstChild, reply("(so)", ":1.5", "/b").get(), facts);
@@ -188,6 +199,7 @@ TEST_F(AtspiDecode, anAnswer_goesToItsField)
     EXPECT_EQ(facts.role, 35U);
     EXPECT_EQ(facts.states, 1U);
     EXPECT_EQ(facts.keyBinding, u"Ctrl+N"_s);
+    EXPECT_EQ(facts.hasArea, false);
     EXPECT_EQ(facts.toolkit, u"Qt"_s);
     EXPECT_EQ(facts.childCount, 2);
     EXPECT_EQ(facts.firstChild, (BusReference{":1.5", "/b", 4}));

@@ -108,6 +108,9 @@ TEST(AtspiNormalForm, hiddenItems_areLeftOutAsEachToolkitTells)
     EXPECT_EQ(titles({seen, hidden}, AtspiToolkit::Bridge), QStringList(u"Seen"_s));
     EXPECT_EQ(titles({seen, hidden}, AtspiToolkit::Unknown), QStringList(u"Seen"_s));
     EXPECT_EQ(titles({seen, hidden}, AtspiToolkit::Qt), both) << "closed menus are never visible there";
+    EXPECT_EQ(titles({seen, hidden}, AtspiToolkit::Qt, MenuLevel::Bar), QStringList(u"Seen"_s));
+    EXPECT_EQ(titles({hidden}, AtspiToolkit::Qt, MenuLevel::Bar), QStringList(u"Hidden"_s))
+        << "the bar may be hidden, its entries are not";
 
     EXPECT_EQ(titles({hidden}, AtspiToolkit::Gtk), QStringList()) << "all may be hidden";
     EXPECT_EQ(titles({hidden}, AtspiToolkit::Bridge), QStringList(u"Hidden"_s))
@@ -117,6 +120,29 @@ TEST(AtspiNormalForm, hiddenItems_areLeftOutAsEachToolkitTells)
     AtspiFacts unknown = seen;
     unknown.states.reset();
     EXPECT_EQ(titles({unknown, seen}, AtspiToolkit::Gtk), (QStringList{u"Seen"_s, u"Seen"_s}));
+}
+
+TEST(AtspiNormalForm, whatWouldTakeNoRoomInAMenuOfQt_isHidden)
+{
+    const auto sized = [](AtspiFacts facts, std::optional<bool> hasArea) {
+        facts.states = bit(StateSensitive);
+        facts.hasArea = hasArea;
+        return facts;
+    };
+    const AtspiFacts open = item(RoleMenuItem, u"Open"_s);
+    const AtspiFacts run = item(RoleMenuItem, u"Run"_s);
+    const AtspiFacts separator = item(RoleSeparator, {});
+    EXPECT_EQ(titles({sized(open, true), sized(separator, true), sized(run, false)}, AtspiToolkit::Qt),
+              (QStringList{u"Open"_s, u"---"_s}));
+    EXPECT_EQ(titles({sized(open, true), sized(separator, false), sized(run, true)}, AtspiToolkit::Qt),
+              (QStringList{u"Open"_s, u"Run"_s}))
+        << "a separator between hidden items";
+    EXPECT_EQ(titles({sized(open, true), sized(run, std::nullopt)}, AtspiToolkit::Qt),
+              (QStringList{u"Open"_s, u"Run"_s}))
+        << "what has not come hides nothing";
+    EXPECT_EQ(titles({sized(open, false), sized(run, false)}, AtspiToolkit::Qt),
+              (QStringList{u"Open"_s, u"Run"_s}))
+        << "a menu that was not laid out";
 }
 
 TEST(AtspiNormalForm, enabled_isSensitive_orEnabledWhereNothingIsSensitive)
@@ -179,7 +205,7 @@ TEST(AtspiNormalForm, questions_areNoMoreThanTheToolkitNeeds)
     EXPECT_EQ(itemQuestions(AtspiToolkit::Bridge, MenuLevel::Menu),
               (QList<Q>{Q::Name, Q::Role, Q::States, Q::KeyBinding}));
     EXPECT_EQ(itemQuestions(AtspiToolkit::Qt, MenuLevel::Menu),
-              (QList<Q>{Q::Name, Q::Role, Q::States, Q::KeyBinding, Q::FirstChild}));
+              (QList<Q>{Q::Name, Q::Role, Q::States, Q::KeyBinding, Q::FirstChild, Q::Area}));
     EXPECT_EQ(itemQuestions(AtspiToolkit::Gtk, MenuLevel::Bar), (QList<Q>{Q::Name, Q::Role, Q::States}));
     EXPECT_EQ(itemQuestions(AtspiToolkit::Qt, MenuLevel::Bar),
               (QList<Q>{Q::Name, Q::Role, Q::States, Q::FirstChild}));

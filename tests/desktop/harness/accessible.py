@@ -90,6 +90,11 @@ class Accessible:
         """(x, y, width, height) on the screen."""
         return self._call(_COMPONENT, "GetExtents", GLib.Variant("(u)", (0,)))
 
+    def takes_room(self):
+        """Whether it is drawn, or would be once its menu is open; also when that cannot be told."""
+        frame = self.frame
+        return not frame or frame[2] > 0 and frame[3] > 0
+
     @property
     def center(self):
         x, y, width, height = self.frame
@@ -131,10 +136,10 @@ class Accessible:
 
 
 def _item(node, visible_means_open):
-    """GTK marks what it hides in a closed menu, Qt takes away its name."""
+    """GTK marks what it hides in a closed menu, Qt gives it no room there."""
     role = node.role
     states = node.states
-    hidden = role == TEAROFF or not (visible_means_open or VISIBLE in states)
+    hidden = role == TEAROFF or not (node.takes_room() if visible_means_open else VISIBLE in states)
     if role == SEPARATOR:
         return Item("", separator=not hidden, node=node)
     title = "" if hidden else node.name.split("\t")[0].strip()
