@@ -3,6 +3,7 @@
 
 #include "platform/linux/AtspiConstants.h"
 #include "platform/linux/AtspiDecode.h"
+#include "platform/linux/SessionBus.h"
 
 using namespace std::chrono_literals;
 
@@ -37,7 +38,7 @@ bool AtspiAccess::granted()
 
 bool AtspiAccess::_switchOn(Deadline deadline)
 {
-    const auto session = SdBus::open(AtspiBus::sessionAddress(), deadline);
+    const auto session = SdBus::open(SessionBus::address(), deadline);
     if (!session)
         return false;
     const SdBusMessage status = session->call(statusCall(*session, "Get"), deadline);

@@ -9,8 +9,9 @@
 
 namespace tarnwick {
 
-/// Reads the menus of other applications from the accessibility bus and their windows from the X server.
-/// All reads within one handler of an event share half a second.
+/// Reads the menus of other applications from the accessibility bus, or from where their windows say that
+/// they export them, and their windows from the X server. All reads within one handler of an event share half
+/// a second.
 class AtspiAccessibility final : public Accessibility
 {
 public:
@@ -49,8 +50,11 @@ private:
     AtspiApplications _applications;
     AtspiAccess _access;
     AtspiMenuSource _treeSource;
+    SessionBus _sessionBus;
+    GtkMenuSource _exportsSource;
     OwnMenuSource _ownSource;
     AtspiMenuBars _treeBars;
+    GtkMenuBars _exportedBars;
     MenuBars _menuBars;
     ApplicationNames _names;
     ElementContext _context;

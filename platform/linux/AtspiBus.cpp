@@ -3,6 +3,7 @@
 
 #include "platform/linux/AtspiConstants.h"
 #include "platform/linux/AtspiDecode.h"
+#include "platform/linux/SessionBus.h"
 
 using namespace std::chrono_literals;
 
@@ -50,21 +51,12 @@ SdBusMessage processIdentifierOf(SdBus& bus, const QByteArray& service)
 
 } // namespace
 
-QByteArray AtspiBus::sessionAddress()
-{
-    QByteArray address = qgetenv("DBUS_SESSION_BUS_ADDRESS");
-    if (!address.isEmpty())
-        return address;
-    const QByteArray directory = qgetenv("XDG_RUNTIME_DIR");
-    return directory.isEmpty() ? QByteArray() : "unix:path=" + directory + "/bus";
-}
-
 QByteArray AtspiBus::address(Deadline deadline)
 {
     QByteArray given = qgetenv("AT_SPI_BUS_ADDRESS");
     if (!given.isEmpty())
         return given;
-    const auto session = SdBus::open(sessionAddress(), deadline);
+    const auto session = SdBus::open(SessionBus::address(), deadline);
     if (!session)
         return {};
     const SdBusMessage reply = session->call(

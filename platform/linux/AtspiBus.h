@@ -39,8 +39,6 @@ public:
     [[nodiscard]] SdBusMessage actionCall(const BusReference& reference);
     [[nodiscard]] SdBusMessage stateCall(const BusReference& reference);
 
-    /// Address of the session bus; empty when there is none.
-    [[nodiscard]] static QByteArray sessionAddress();
     /// Address of the accessibility bus; empty when it cannot be had by the deadline. Asking starts the bus.
     [[nodiscard]] static QByteArray address(Deadline deadline);
 

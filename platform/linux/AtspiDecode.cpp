@@ -9,17 +9,6 @@ namespace tarnwick::atspi {
 
 namespace {
 
-std::optional<QString> text(const char* bytes)
-{
-    auto length = static_cast<qsizetype>(std::strlen(bytes));
-    if (length > MaximumTextBytes) {
-        length = MaximumTextBytes;
-        while (length > 0 && (static_cast<unsigned char>(bytes[length]) & 0xC0U) == 0x80U)
-            --length;
-    }
-    return QString::fromUtf8(bytes, length);
-}
-
 /// Reads one value of the basic type `type` out of a variant.
 template <typename Value>
 std::optional<Value> variantOf(sd_bus_message* reply, char type)
@@ -46,18 +35,29 @@ std::optional<BusReference> nextReference(sd_bus_message* reply, int connection)
 
 } // namespace
 
+QString cutText(const char* bytes)
+{
+    auto length = static_cast<qsizetype>(std::strlen(bytes));
+    if (length > MaximumTextBytes) {
+        length = MaximumTextBytes;
+        while (length > 0 && (static_cast<unsigned char>(bytes[length]) & 0xC0U) == 0x80U)
+            --length;
+    }
+    return QString::fromUtf8(bytes, length);
+}
+
 std::optional<QString> decodeText(sd_bus_message* reply)
 {
     const char* bytes = nullptr;
     if (sd_bus_message_read_basic(reply, SD_BUS_TYPE_STRING, &bytes) <= 0)
         return std::nullopt;
-    return text(bytes);
+    return cutText(bytes);
 }
 
 std::optional<QString> decodeTextProperty(sd_bus_message* reply)
 {
     const auto bytes = variantOf<const char*>(reply, SD_BUS_TYPE_STRING);
-    return bytes ? text(*bytes) : std::nullopt;
+    return bytes ? std::optional(cutText(*bytes)) : std::nullopt;
 }
 
 std::optional<int> decodeNumberProperty(sd_bus_message* reply)

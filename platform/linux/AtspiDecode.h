@@ -13,7 +13,9 @@ namespace tarnwick::atspi {
 inline constexpr qsizetype MaximumTextBytes = qsizetype{64} * 1024;
 inline constexpr qsizetype MaximumChildren = 20'000;
 
-/// A plain string. Longer ones than 64 KiB are cut at a whole character.
+/// Text as other programs send it. Longer ones than 64 KiB are cut at a whole character.
+[[nodiscard]] QString cutText(const char* bytes);
+/// A plain string, cut like that.
 [[nodiscard]] std::optional<QString> decodeText(sd_bus_message* reply);
 /// A string in a variant, as a property is answered.
 [[nodiscard]] std::optional<QString> decodeTextProperty(sd_bus_message* reply);

@@ -8,6 +8,8 @@
 
 using namespace std::chrono_literals;
 
+using namespace Qt::StringLiterals;
+
 namespace tarnwick {
 
 namespace {
@@ -25,22 +27,12 @@ AtspiMenuBars::AtspiMenuBars(AtspiBus& bus, AtspiApplications& applications, X11
 {
 }
 
-AtspiMenuBars::Found AtspiMenuBars::of(const FrontWindow& front)
+BusReference AtspiMenuBars::ofWindow(const FrontWindow& window, bool active)
 {
     const ReadingBudget::Reading reading(_budget);
-    if (!front || !_bus.connection(reading.deadline()))
+    const Deadline deadline = reading.deadline();
+    if (!_bus.connection(deadline))
         return {};
-    for (const xcb_window_t window : _windows.withOwners(front.window)) {
-        const FrontWindow one{window, window == front.window ? front.processIdentifier
-                                                             : _windows.processIdentifier(window)};
-        if (BusReference bar = _ofOneWindow(one, window == front.window, reading.deadline()))
-            return {bar, window};
-    }
-    return front.processIdentifier ? _ofAnyWindow(*front.processIdentifier, reading.deadline()) : Found();
-}
-
-BusReference AtspiMenuBars::_ofOneWindow(const FrontWindow& window, bool active, Deadline deadline)
-{
     const Known known = _known.value(window.window);
     if (known.bar && known.processIdentifier == window.processIdentifier &&
         _bus.facts(known.bar, {AtspiQuestion::Role}, deadline).role == atspi::RoleMenuBar)
@@ -101,8 +93,26 @@ QList<AtspiFacts> AtspiMenuBars::_windowsOf(const QList<BusReference>& roots, De
     return windows;
 }
 
-AtspiMenuBars::Found AtspiMenuBars::_ofAnyWindow(qint64 processIdentifier, Deadline deadline)
+bool AtspiMenuBars::hidesClosedMenus(const BusReference& bar)
 {
+    const ReadingBudget::Reading reading(_budget);
+    const auto name =
+        _bus.facts(_bus.root(bar.service), {AtspiQuestion::Toolkit}, reading.deadline()).toolkit;
+    return name == "GTK"_L1; // from its version 4 on, which writes it like this
+}
+
+bool AtspiMenuBars::hidesClosedMenus(qint64 processIdentifier)
+{
+    const ReadingBudget::Reading reading(_budget);
+    const auto roots = _applications.rootsOf(processIdentifier, reading.deadline());
+    return std::any_of(roots.cbegin(), roots.cend(),
+                       [this](const BusReference& root) { return hidesClosedMenus(root); });
+}
+
+AtspiMenuBars::Found AtspiMenuBars::ofAnyWindow(qint64 processIdentifier)
+{
+    const ReadingBudget::Reading reading(_budget);
+    const Deadline deadline = reading.deadline();
     for (const AtspiFacts& window :
          _windowsOf(_applications.rootsOf(processIdentifier, deadline), deadline)) {
         const BusReference bar = findMenuBar(_bus, window.reference, deadline);

@@ -17,15 +17,21 @@ public:
     /// All must outlive this.
     AtspiMenuBars(AtspiBus& bus, AtspiApplications& applications, X11Windows& windows, ReadingBudget& budget);
 
+    /// The window's own menu bar; empty when there is none. `active` is whether the window is in front.
+    [[nodiscard]] BusReference ofWindow(const FrontWindow& window, bool active);
+
     struct Found
     {
         BusReference bar;
         xcb_window_t owner = XCB_WINDOW_NONE; ///< none when it is not known which window has it
     };
+    /// Whether the bar's application shows only open menus in its tree, so that a bar in it tells too little.
+    [[nodiscard]] bool hidesClosedMenus(const BusReference& bar);
+    /// The same of a process, without looking for a bar.
+    [[nodiscard]] bool hidesClosedMenus(qint64 processIdentifier);
 
-    /// The window's own menu bar, else that of a window it is transient for, else that of any window of the
-    /// same application; empty when there is none.
-    [[nodiscard]] Found of(const FrontWindow& front);
+    /// Of any window of the application.
+    [[nodiscard]] Found ofAnyWindow(qint64 processIdentifier);
 
 private:
     struct Known
@@ -33,8 +39,6 @@ private:
         std::optional<qint64> processIdentifier;
         BusReference bar;
     };
-    BusReference _ofOneWindow(const FrontWindow& window, bool active, Deadline deadline);
-    Found _ofAnyWindow(qint64 processIdentifier, Deadline deadline);
     std::optional<AtspiWindowMatch> _match(const FrontWindow& window, bool active, Deadline deadline);
     QList<AtspiFacts> _windowsOf(const QList<BusReference>& roots, Deadline deadline);
 

@@ -2,7 +2,8 @@
 #include "platform/linux/AtspiMenuSource.h"
 
 #include "platform/linux/AtspiConstants.h"
-#include "platform/linux/AtspiPress.h"
+#include "platform/linux/AtspiDecode.h"
+#include "platform/linux/MenuPress.h"
 #include "platform/linux/X11Connection.h"
 
 #include <algorithm>
@@ -10,6 +11,16 @@
 namespace tarnwick {
 
 using namespace atspi;
+
+namespace {
+
+bool saysDisabled(sd_bus_message* states)
+{
+    const auto words = decodeStates(states);
+    return words && !has(*words, StateSensitive) && !has(*words, StateEnabled);
+}
+
+} // namespace
 
 AtspiMenuSource::AtspiMenuSource(AtspiBus& bus, ReadingBudget& budget) : _bus(bus), _budget(budget) {}
 
@@ -27,7 +38,13 @@ bool AtspiMenuSource::press(const MenuRow& row)
 {
     if (auto& x11 = X11Connection::shared())
         x11.sync(); // what was grabbed has been given back
-    return AtspiPress::start(_bus, row, &_presses);
+    const MenuPressCalls calls{
+        [this] { return _bus.standingConnection(); },
+        [this, item = row.item] { return _bus.stateCall(item); },
+        saysDisabled,
+        [this, item = row.item] { return _bus.actionCall(item); },
+    };
+    return MenuPress::start(calls, row.enabled, &_presses);
 }
 
 std::optional<QList<MenuRow>> AtspiMenuSource::_read(const BusReference& menu, MenuLevel level)

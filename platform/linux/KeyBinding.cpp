@@ -94,7 +94,18 @@ xkb_keysym_t keysymNamed(const QString& name)
                                      : xkb_keysym_from_name(bytes.constData(), XKB_KEYSYM_CASE_INSENSITIVE);
 }
 
-std::optional<KeyBinding> parseAccelerator(const QString& text)
+} // namespace
+
+std::optional<KeyBinding> KeyBinding::parse(const QString& text, const QString& name, AtspiToolkit toolkit)
+{
+    if (toolkit != AtspiToolkit::Qt && text.contains(u';')) // mnemonic; path from the menu bar; accelerator
+        return parseAccelerator(text.section(u';', 2, 2).trimmed());
+    if (toolkit == AtspiToolkit::Gtk || toolkit == AtspiToolkit::Bridge || text.startsWith(u'<'))
+        return std::nullopt;
+    return parsePortableText(text, name);
+}
+
+std::optional<KeyBinding> KeyBinding::parseAccelerator(const QString& text)
 {
     KeyBinding binding;
     qsizetype position = 0;
@@ -109,17 +120,6 @@ std::optional<KeyBinding> parseAccelerator(const QString& text)
     }
     binding.key = keysymNamed(text.mid(position));
     return binding.key == XKB_KEY_NoSymbol ? std::nullopt : std::optional(binding);
-}
-
-} // namespace
-
-std::optional<KeyBinding> KeyBinding::parse(const QString& text, const QString& name, AtspiToolkit toolkit)
-{
-    if (toolkit != AtspiToolkit::Qt && text.contains(u';')) // mnemonic; path from the menu bar; accelerator
-        return parseAccelerator(text.section(u';', 2, 2).trimmed());
-    if (toolkit == AtspiToolkit::Gtk || toolkit == AtspiToolkit::Bridge || text.startsWith(u'<'))
-        return std::nullopt;
-    return parsePortableText(text, name);
 }
 
 } // namespace tarnwick

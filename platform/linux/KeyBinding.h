@@ -24,6 +24,9 @@ struct KeyBinding
     [[nodiscard]] static std::optional<KeyBinding> parse(const QString& text, const QString& name,
                                                          AtspiToolkit toolkit);
 
+    /// An accelerator as GTK writes it: "<Primary><Shift>s".
+    [[nodiscard]] static std::optional<KeyBinding> parseAccelerator(const QString& text);
+
     friend bool operator==(const KeyBinding&, const KeyBinding&) = default;
 };
 

@@ -10,10 +10,40 @@ namespace tarnwick {
 FoundMenuBar MenuBars::of(const FrontWindow& front)
 {
     if (front.processIdentifier == QCoreApplication::applicationPid())
-        return OwnMenuSource::hasBar() ? FoundMenuBar{&_own, OwnMenuSource::bar(), XCB_WINDOW_NONE}
+        return OwnMenuSource::hasBar() ? FoundMenuBar{&_places.own, OwnMenuSource::bar(), XCB_WINDOW_NONE}
                                        : FoundMenuBar{};
-    const AtspiMenuBars::Found found = _inTree.of(front);
-    return found.bar ? FoundMenuBar{&_tree, found.bar, found.owner} : FoundMenuBar{};
+    if (!front)
+        return {};
+    for (const xcb_window_t window : _windows.withOwners(front.window)) {
+        const bool active = window == front.window;
+        const FrontWindow one{window, active ? front.processIdentifier : _windows.processIdentifier(window)};
+        if (const FoundMenuBar found = _ofWindow(one, active))
+            return found;
+    }
+    return front.processIdentifier ? _ofAnyWindow(*front.processIdentifier) : FoundMenuBar();
+}
+
+FoundMenuBar MenuBars::_ofWindow(const FrontWindow& window, bool active)
+{
+    AtspiMenuBars& tree = _places.inTree;
+    const BusReference exported = _places.exported.ofWindow(window.window);
+    const FoundMenuBar second{exported ? &_places.exports : nullptr, exported, window.window};
+    if (second && window.processIdentifier && tree.hidesClosedMenus(*window.processIdentifier))
+        return second;
+    const BusReference inTree = tree.ofWindow(window, active);
+    if (!inTree || (second && tree.hidesClosedMenus(inTree)))
+        return second;
+    return {&_places.tree, inTree, window.window};
+}
+
+FoundMenuBar MenuBars::_ofAnyWindow(qint64 processIdentifier)
+{
+    if (const AtspiMenuBars::Found found = _places.inTree.ofAnyWindow(processIdentifier); found.bar)
+        return {&_places.tree, found.bar, found.owner};
+    for (const xcb_window_t window : _windows.windowsOf(processIdentifier))
+        if (const BusReference exported = _places.exported.ofWindow(window))
+            return {&_places.exports, exported, window};
+    return {};
 }
 
 MenuBarOwner MenuBars::ownerOf(const FrontWindow& front)

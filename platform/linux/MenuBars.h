@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/linux/AtspiMenuBars.h"
+#include "platform/linux/GtkMenuBars.h"
 #include "platform/linux/MenuSource.h"
 
 namespace tarnwick {
@@ -29,22 +30,30 @@ struct MenuBarOwner
 class MenuBars
 {
 public:
-    /// All must outlive this. `own` is for the windows of this process.
-    MenuBars(X11Windows& windows, AtspiMenuBars& inTree, MenuSource& tree, MenuSource& own)
-        : _windows(windows), _inTree(inTree), _tree(tree), _own(own)
+    /// All must outlive this.
+    struct Places
     {
-    }
+        AtspiMenuBars& inTree; ///< their bars are read by `tree`
+        MenuSource& tree;
+        GtkMenuBars& exported; ///< the same with `exports`
+        MenuSource& exports;
+        MenuSource& own; ///< for the windows of this process
+    };
+    MenuBars(X11Windows& windows, const Places& places) : _windows(windows), _places(places) {}
 
-    /// False when the window has no menu bar that can be read.
+    /// The window's own menu bar, else that of a window it is transient for, else that of any window of the
+    /// same application; false when there is none. A bar in the accessibility tree goes before an exported
+    /// one, unless its menus cannot be read while they are closed.
     [[nodiscard]] FoundMenuBar of(const FrontWindow& front);
     /// Without a menu bar, the window that this one is transient for in the end.
     [[nodiscard]] MenuBarOwner ownerOf(const FrontWindow& front);
 
 private:
+    [[nodiscard]] FoundMenuBar _ofWindow(const FrontWindow& window, bool active);
+    [[nodiscard]] FoundMenuBar _ofAnyWindow(qint64 processIdentifier);
+
     X11Windows& _windows;
-    AtspiMenuBars& _inTree;
-    MenuSource& _tree;
-    MenuSource& _own;
+    Places _places;
 };
 
 } // namespace tarnwick

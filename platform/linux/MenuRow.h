@@ -6,9 +6,12 @@
 
 #include <QString>
 
+#include <memory>
 #include <optional>
 
 namespace tarnwick {
+
+struct GtkMenuAction;
 
 /// One visible entry of a menu or menu bar, in the form that is the same for all toolkits.
 struct MenuRow
@@ -20,7 +23,9 @@ struct MenuRow
     bool enabled = false;
     bool checked = false;
     std::optional<MenuShortcut> shortcut;
-    BusReference item;     ///< what is pressed
+    BusReference item; ///< what is pressed
+    /// What is activated, of entries that name an action instead of being pressed; null for others.
+    std::shared_ptr<const GtkMenuAction> action;
     BusReference contents; ///< a holder's submenu; the item itself where the toolkit has no menu between
 };
 

@@ -18,7 +18,7 @@ DEMO_PACKAGES=(
 PACKAGE_PACKAGES=(appstream desktop-file-utils dpkg-dev file gzip lintian mandoc)
 # What the tests need besides: fixtures of every toolkit, applications, checkers.
 TEST_PACKAGES=(
-    libgtest-dev libgmock-dev libbenchmark-dev libgtk-3-dev qtbase5-dev libxcb-damage0-dev libxcb-xtest0-dev
+    libgtest-dev libgmock-dev libbenchmark-dev libgtk-3-dev libgtk-4-dev qtbase5-dev libxcb-damage0-dev libxcb-xtest0-dev
     featherpad tint2 xclip locales libglib2.0-bin
     clang-format clang-tidy
     clang gnustep-make libgnustep-gui-dev libobjc-12-dev

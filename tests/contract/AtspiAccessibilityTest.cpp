@@ -109,5 +109,5 @@ TEST_P(OnToolkit, aStoppedProgram_costsHalfASecondAnEvent)
     EXPECT_EQ(children(file).size(), 8) << "answers that come late are left alone";
 }
 
-INSTANTIATE_TEST_SUITE_P(Fixture, OnToolkit, ::testing::Values("gtk3", "qt5", "qt6"),
+INSTANTIATE_TEST_SUITE_P(Fixture, OnToolkit, ::testing::Values("gtk3", "gtk4", "qt5", "qt6"),
                          [](const auto& fixture) { return std::string(fixture.param); });
