@@ -79,21 +79,22 @@ void endWithTheDisplay()
 
 } // namespace
 
-LinuxSession::LinuxSession(int argc, char** argv)
+LinuxSession::LinuxSession(int argc, char** argv, Part part)
     : _arguments(argc, argv), _application(countForStartOfQt(_arguments), _arguments.argv())
 {
     QCoreApplication::setOrganizationName(desktop_names::OrganizationName);
     QCoreApplication::setApplicationName(desktop_names::ApplicationName);
     QGuiApplication::setDesktopFileName(desktop_names::BusName);
     QGuiApplication::setWindowIcon(QIcon(u":/resources/TarnwickMenuBarIcon.png"_s));
-    _instance = std::make_unique<SessionInstance>(QDBusConnection::sessionBus());
+    if (part == Part::Tarnwick)
+        _instance = std::make_unique<SessionInstance>(QDBusConnection::sessionBus());
 }
 
 LinuxSession::~LinuxSession() = default;
 
 bool LinuxSession::handedOverToRunningInstance()
 {
-    return _instance->anotherIsRunning();
+    return _instance && _instance->anotherIsRunning();
 }
 
 int LinuxSession::run(const std::function<void()>& launch)
@@ -104,7 +105,8 @@ int LinuxSession::run(const std::function<void()>& launch)
                      [](QSessionManager& manager) { manager.setRestartHint(QSessionManager::RestartNever); });
     QTimer::singleShot(0, &_application, [this, &launch] {
         launch();
-        _instance->setActivated(&reopen);
+        if (_instance)
+            _instance->setActivated(&reopen);
     });
     // Registered after the connection was made, so that it runs before that is gone.
     static_cast<void>(X11Connection::shared());
@@ -112,7 +114,8 @@ int LinuxSession::run(const std::function<void()>& launch)
     running = true;
     const int status = QApplication::exec();
     running = false;
-    _instance->setActivated({});
+    if (_instance)
+        _instance->setActivated({});
     terminate(); // where the session manager has ended the loop, the delegate has not been told yet
     return status;
 }

@@ -18,9 +18,11 @@ class TerminationSignals;
 class LinuxSession final : public DesktopSession
 {
 public:
-    /// Ends the process with a message where there is no
-    /// display.
-    LinuxSession(int argc, char** argv);
+    /// Whether this program is the Tarnwick of the session, or only looks at what it would show.
+    enum class Part { Tarnwick, Visitor };
+
+    /// Ends the process with a message where there is no display.
+    LinuxSession(int argc, char** argv, Part part);
     ~LinuxSession() override;
 
     [[nodiscard]] bool handedOverToRunningInstance() override;
@@ -29,7 +31,7 @@ public:
 private:
     QtArguments _arguments;
     QApplication _application;
-    std::unique_ptr<SessionInstance> _instance;
+    std::unique_ptr<SessionInstance> _instance; ///< null for a visitor
     std::unique_ptr<TerminationSignals> _signals;
 };
 

@@ -59,7 +59,7 @@ LinuxSymbolicHotKeys::Desktop symbolicHotKeysDesktop(const XkbKeyboardLayout& la
 Desktop openDesktop(int& argc, char** argv)
 {
     Desktop desktop;
-    desktop.session = std::make_unique<LinuxSession>(argc, argv);
+    desktop.session = std::make_unique<LinuxSession>(argc, argv, LinuxSession::Part::Tarnwick);
     auto layout = std::make_unique<XkbKeyboardLayout>();
     const QtEventConverter converter = makeEventConverter(*layout);
     desktop.application = std::make_unique<QtApplication>(converter);

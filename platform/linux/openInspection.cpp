@@ -14,7 +14,7 @@ namespace tarnwick {
 Inspection openInspection(int& argc, char** argv)
 {
     Inspection inspection;
-    inspection.session = std::make_unique<LinuxSession>(argc, argv);
+    inspection.session = std::make_unique<LinuxSession>(argc, argv, LinuxSession::Part::Visitor);
     const QtEventConverter withoutKeyboard(
         {[](const QKeyEvent&) { return std::optional<quint16>(); }, [](quint16, bool) { return QString(); }});
     inspection.application = std::make_unique<QtApplication>(withoutKeyboard);

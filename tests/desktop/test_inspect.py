@@ -6,6 +6,8 @@ import subprocess
 
 from harness.applications import DATA, KITS, Fixture
 from harness.case import DesktopTest, main
+from harness.tarnwick import Tarnwick
+from harness.waiting import holds_for
 
 
 def menu_lines():
@@ -70,6 +72,14 @@ class Inspecting(DesktopTest):
         result = self.inspect("--report")
         self.assertEqual(result.returncode, 0, result.stderr)
         self.assertIn("Fixture gtk3", result.stdout)
+
+    def test_leaves_a_running_tarnwick_alone(self):
+        tarnwick = Tarnwick(self.session)
+        self.addCleanup(tarnwick.stop)
+        tarnwick.wait_until_ready()
+        fixture = self.in_front("gtk3")
+        self.inspect("--all")
+        holds_for(lambda: [window.pid for window in self.screen.windows()] == [fixture.pid], 0.5, "another window")
 
     def test_leaves_nothing_behind(self):
         fixture = self.in_front("gtk3")
