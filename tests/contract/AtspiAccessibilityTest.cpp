@@ -69,10 +69,15 @@ TEST_P(OnToolkit, accessibility_keepsTheContract)
 {
     const FixtureProgram program(toolkit());
     ASSERT_TRUE(waitUntilFront(program));
+    const QString title = u"menu_fixture_"_s + toolkit();
+    // A program may show its window and export its menus a moment before it is on the accessibility bus.
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return accessibility.copyAttributeValue(frontApplication(), AXTitleAttribute) == title; },
+        10'000));
     AccessibilityContract contract({
         .accessibility = accessibility,
         .processIdentifier = program.processIdentifier(),
-        .title = u"menu_fixture_"_s + toolkit(),
+        .title = title,
         .breathe = [] { QTest::qWait(1); },
         .pressed = [&](qsizetype count) { return program.chosen(count); },
     });
