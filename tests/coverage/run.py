@@ -36,10 +36,10 @@ def main():
         print("\n".join(catalogue.packages(chosen)))
         return 0
     table = pathlib.Path(arguments.output)
-    rows = [_measured(application) for application in chosen]
-    old = report.load(table.with_suffix(".json")) if arguments.names else []
-    rows = report.merged(old, rows, list(known))
-    report.write(table, rows, catalogue.explanations())
+    rows = report.load(table.with_suffix(".json")) if arguments.names else []
+    for application in chosen:
+        rows = report.merged(rows, [_measured(application)], list(known))
+        report.write(table, rows, catalogue.explanations())
     print(report.summary(rows))
     return 0 if all(report.is_explained(row, catalogue.explanations()) for row in rows) else 1
 

@@ -7,7 +7,8 @@ from harness.waiting import TimedOut, wait_for
 import keys
 from entries import Entry, without_idle_separators
 
-_OPENS_IN = 2.0  # seconds; a toolkit waits a quarter of a second before it opens the submenu under the pointer
+_OPENS_IN = 2.0  # seconds
+_OPENS_UNDER_POINTER_IN = 0.7  # toolkits wait a quarter of a second
 _LEVELS = 6
 _MANAGES_DESCENDANTS = 31
 _PLAIN_ROLES = {5, 8, 35, 45, 7}
@@ -55,10 +56,11 @@ class OpenedMenus:
             return None, "it is greyed"
         if level > _LEVELS:
             return None, "it lies too deep"
-        for attempt in (open_it, self._nudge, self._click_on):
+        for attempt in (open_it, self._click_on, self._nudge):
             attempt(entry.node)
+            limit = _OPENS_UNDER_POINTER_IN if attempt == self._point_at else _OPENS_IN
             try:
-                entries = wait_for(lambda: self._settled(entry.node), "an open menu", _OPENS_IN, step=0.04)
+                entries = wait_for(lambda: self._settled(entry.node), "an open menu", limit, step=0.04)
                 break
             except TimedOut:
                 continue
