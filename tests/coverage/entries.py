@@ -3,6 +3,11 @@
 import dataclasses
 import typing
 
+# Why a submenu was not read.
+GREYED = "it is greyed"
+EMPTY = "it is empty"
+SHUT = "it did not open"
+
 
 @dataclasses.dataclass
 class Entry:

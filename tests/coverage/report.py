@@ -6,6 +6,7 @@ import json
 
 from catalogue import explanation_of
 from comparison import KINDS
+from entries import SHUT
 
 _HEAD = """# Coverage
 
@@ -32,6 +33,7 @@ def row(application, result, seconds, opened):
             "wrong_by_kind": result.wrong_by_kind(), "apart": dict(result.apart),
             "milliseconds": round(seconds * 1000),
             "differences": [dataclasses.asdict(each) for each in result.differences],
+            "differences_once_opened": [dataclasses.asdict(each) for each in opened.differences],
             "unread": result.unread}
 
 
@@ -73,8 +75,8 @@ def summary(rows):
 
 
 def is_explained(one, known):
-    """Whether an application was measured and each difference in it has its explanation."""
-    return "failed" not in one and not _unexplained(one, known)
+    """Whether an application was measured, all of it, and each difference in it has its explanation."""
+    return "failed" not in one and not _unexplained(one, known) and SHUT not in [each["why"] for each in one["unread"]]
 
 
 def markdown(rows, known):
@@ -131,7 +133,8 @@ def _exceptions(rows, known):
         lines += [f"### {each['name']}", ""]
         for reason, differences in _by_reason(each, known).items():
             lines.append(f"- {reason or '**Not explained.**'}")
-            lines += [f"  - {_difference(difference)}" for difference in differences]
+            stays = each["differences_once_opened"]
+            lines += [f"  - {_difference(one)}{'; once opened too' if one in stays else ''}" for one in differences]
         lines.append("")
     return "\n".join(lines) if len(lines) > 2 else ""
 

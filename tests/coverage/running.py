@@ -19,6 +19,10 @@ from truth import OpenedMenus, find_menu_bar
 _STARTS_IN = 90.0
 _QUIET = 1.5  # seconds without a change in the bar: it has started
 _HIGH = "1600x2200"  # so that the longest menu fits
+# Windows at the top of the screen, without frames: Qt places its bar wrongly in a frame that came late.
+_WINDOW_RULES = """<openbox_config xmlns="http://openbox.org/3.4/rc"><applications><application type="normal">
+<decor>no</decor><position force="yes"><x>40</x><y>10</y></position></application></applications></openbox_config>
+"""
 
 
 def measured(application, inspect, version):
@@ -29,7 +33,8 @@ def measured(application, inspect, version):
     try:
         bus = AccessibilityBus(session.environment["DBUS_SESSION_BUS_ADDRESS"])
         bus.switch_on()
-        _write_files(application, session)
+        _write_files({".config/openbox/rc.xml": _WINDOW_RULES, **application.get("files", {})}, session)
+        session.call("openbox", "--reconfigure")
         running = _Running(application, session, bus)
         row = _compared(running, application, inspect)
     except BaseException:
@@ -64,9 +69,9 @@ def _inspected(inspect, running):
     return shown_entries(json.loads(result.stdout)["menu"]), seconds
 
 
-def _write_files(application, session):
-    """The files that an application finds in its home; for what it would ask at its first start."""
-    for name, text in application.get("files", {}).items():
+def _write_files(files, session):
+    """What programs find in their home, by name; for an application, against what it would ask at its first start."""
+    for name, text in files.items():
         path = session.directory / "home" / name
         path.parent.mkdir(parents=True, exist_ok=True)
         path.write_text(text if isinstance(text, str) else "\n".join(text) + "\n", encoding="utf-8")
@@ -90,7 +95,11 @@ class _Running:
         command = [part.replace("~", home) for part in application["command"]]
         self._program = session.run(*command, **application.get("environment", {}))
         self.window = self.bar = None
-        wait_for(self._find, f"a menu bar of {shlex.join(command)}", _STARTS_IN, step=0.25)
+        try:
+            wait_for(self._find, "a menu bar", _STARTS_IN, step=0.25)
+        except TimedOut:
+            said = self._program.output.strip().splitlines()
+            raise TimedOut(f"{shlex.join(command)} shows no menu bar; its first line was: {said[:1]}") from None
 
     def settle(self):
         """Waits until the bar has not changed for a while and nothing covers the window."""

@@ -8,7 +8,7 @@ import unittest
 import catalogue
 import report
 from comparison import compare
-from entries import Entry
+from entries import GREYED, SHUT, Entry
 
 APPLICATION = {"name": "editor", "toolkit": "GTK 3"}
 EXPLAINED = {"applications": ["editor"], "entries": ["Edit > Pas*"], "kinds": ["enabled"],
@@ -43,11 +43,21 @@ class Report(unittest.TestCase):
         self.assertNotIn("Not explained", page)
         self.assertIn("**Not explained.**", report.markdown([row()], []))
 
+    def test_what_stays_wrong_once_the_menu_was_open_is_marked(self):
+        one = row()
+        one["differences_once_opened"] = one["differences"]
+        self.assertIn("shown: no; once opened too\n", report.markdown([one], []))
+        self.assertNotIn("once opened too", report.markdown([row()], []))
+
     def test_an_explanation_covers_its_application_kind_and_entries_only(self):
         self.assertTrue(report.is_explained(row(), [EXPLAINED]))
         for other in ({"applications": ["viewer"]}, {"kinds": ["missing"]}, {"entries": ["Paste"]}):
             with self.subTest(other):
                 self.assertFalse(report.is_explained(row(), [{**EXPLAINED, **other}]))
+
+    def test_a_submenu_that_did_not_open_is_not_passed_over(self):
+        self.assertTrue(report.is_explained({**row(True), "unread": [{"path": "Edit", "why": GREYED}]}, []))
+        self.assertFalse(report.is_explained({**row(True), "unread": [{"path": "Edit", "why": SHUT}]}, []))
 
     def test_brackets_in_a_pattern_are_brackets(self):
         difference = {"path": "Edit > --- [Paste]", "kind": "separator"}

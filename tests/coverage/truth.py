@@ -5,13 +5,11 @@ from harness.accessible import (CHECKED, ENABLED, MENU, MENU_BAR, MENU_ITEM, POP
 from harness.waiting import TimedOut, wait_for
 
 import keys
-from entries import Entry, without_idle_separators
+from entries import EMPTY, GREYED, SHUT, Entry, without_idle_separators
 
-_OPENS_IN = 2.0  # seconds
-_OPENS_UNDER_POINTER_IN = 0.7  # toolkits wait a quarter of a second
+_OPENS_IN = 2.0  # seconds; toolkits wait a quarter of a second before they open a submenu under the pointer
 _LEVELS = 6
 _MANAGES_DESCENDANTS = 31
-_PLAIN_ROLES = {5, 8, 35, 45, 7}
 # What may hold millions of children: documents, tables, lists, terminals, texts, trees.
 _LARGE_ROLES = {31, 32, 55, 60, 61, 65, 66, 82, 92, 93, 94, 95, 96, 97, 98}
 
@@ -31,7 +29,11 @@ def find_menu_bar(window, depth=9):
 
 
 class OpenedMenus:
-    """Opens menus in the window in front and reads them."""
+    """Opens menus in the window in front and reads them.
+
+    Each submenu is reached from the bar anew: on its way from one to the next the pointer would look to a toolkit as if
+    it went somewhere else.
+    """
 
     def __init__(self, screen, bar, toolkit):
         self._screen = screen
@@ -41,35 +43,53 @@ class OpenedMenus:
     def read(self):
         """The whole bar. What could not be opened says why."""
         entries = self.bar()
-        for entry in entries:
-            if entry.holds_menu:
-                self._close_everything(entries)
-                entry.entries, entry.unread = self._open_and_read(entry, self._click_on, 1)
-        self._close_everything(entries)
+        self._read_below(entries, [])
+        self._close_everything()
         return entries
 
     def bar(self):
-        return [entry for entry in (self._entry(node) for node in self._bar.children) if entry and not entry.separator]
+        return [entry for entry in map(self._entry, self._bar.children) if entry and not entry.separator]
 
-    def _open_and_read(self, entry, open_it, level):
+    def _read_below(self, entries, path):
+        for index, entry in enumerate(entries):
+            if not entry.holds_menu:
+                continue
+            here = [*path, (index, entry.title)]
+            entry.entries, entry.unread = self._read_menu(entry, here)
+
+    def _read_menu(self, entry, path):
+        """The entries of a submenu, or why there are none."""
         if not entry.enabled:
-            return None, "it is greyed"
-        if level > _LEVELS:
+            return None, GREYED
+        if len(path) > _LEVELS:
             return None, "it lies too deep"
-        for attempt in (open_it, self._click_on, self._nudge):
-            attempt(entry.node)
-            limit = _OPENS_UNDER_POINTER_IN if attempt == self._point_at else _OPENS_IN
+        opened = self._open(path)
+        if opened is None:
+            return None, SHUT if _contents(entry.node) else EMPTY
+        self._read_below(opened, path)
+        return without_idle_separators(opened), None
+
+    def _open(self, path):
+        """Opens the submenu at a path and returns its entries; nothing when it does not open."""
+        self._close_everything()
+        entries = self.bar()
+        for level, (index, title) in enumerate(path):
+            if index >= len(entries) or entries[index].title != title:
+                return None
+            attempts = (self._point_at, self._click_on, self._nudge) if level else (self._click_on, self._click_on)
+            entries = self._opened_by(attempts, entries[index].node)
+            if entries is None:
+                return None
+        return entries
+
+    def _opened_by(self, attempts, holder):
+        for attempt in attempts:
+            attempt(holder)
             try:
-                entries = wait_for(lambda: self._settled(entry.node), "an open menu", limit, step=0.04)
-                break
+                return wait_for(lambda: self._settled(holder), "an open menu", _OPENS_IN, step=0.04)
             except TimedOut:
                 continue
-        else:
-            return None, "it did not open"
-        for inner in entries:
-            if inner.holds_menu:
-                inner.entries, inner.unread = self._open_and_read(inner, self._point_at, level + 1)
-        return without_idle_separators(entries), None
+        return None
 
     def _settled(self, holder):
         """The entries of an open menu once two looks are the same; nothing while it is not open."""
@@ -113,9 +133,10 @@ class OpenedMenus:
     def _click_on(self, node):
         self._screen.click(at=node.center)
 
-    def _close_everything(self, bar):
+    def _close_everything(self):
+        holders = [entry.node for entry in self.bar() if entry.holds_menu]
+
         def closed():
-            holders = [entry.node for entry in bar if entry.holds_menu]
             if not any(SHOWING in node.states for holder in holders for node in _contents(holder)[:3]):
                 return True
             self._screen.tap("Escape")
