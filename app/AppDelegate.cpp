@@ -31,6 +31,8 @@ const QHash<QString, Command>& commands()
         {u"showPreferencePanel"_s,
          [](AppDelegate& delegate, ActionSender*) { delegate.showPreferencePanel(); }},
         {u"showPreferencePanelAction:"_s, &AppDelegate::showPreferencePanelAction},
+        {u"popUpMenuAtMouseLocation"_s,
+         [](AppDelegate& delegate, ActionSender*) { delegate.popUpMenuAtMouseLocation(); }},
         {u"openQuorlaneWebpage:"_s, &AppDelegate::openQuorlaneWebpage},
         {u"openOstravaneWebpage:"_s, &AppDelegate::openOstravaneWebpage},
     };
@@ -144,6 +146,12 @@ void AppDelegate::showPreferencePanel()
 void AppDelegate::showPreferencePanelAction(ActionSender* /*sender*/)
 {
     showPreferencePanel();
+}
+
+void AppDelegate::popUpMenuAtMouseLocation()
+{
+    if (_appController)
+        _appController->popUpMenuAtMouseLocation();
 }
 
 void AppDelegate::openQuorlaneWebpage(ActionSender* /*sender*/)

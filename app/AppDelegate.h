@@ -18,7 +18,7 @@ class QMMouseHotKey;
 
 /// The application's delegate: start-up, end, and the few commands that menus offer. As an ActionTarget it
 /// responds to "displayAboutPanel", "showPreferencePanel", "showPreferencePanelAction:",
-/// "openQuorlaneWebpage:" and "openOstravaneWebpage:". GUI thread only.
+/// "popUpMenuAtMouseLocation", "openQuorlaneWebpage:" and "openOstravaneWebpage:". GUI thread only.
 class AppDelegate final : public ApplicationDelegate, public ActionSender
 {
 public:
@@ -52,6 +52,8 @@ public:
     void displayAboutPanel();
     void showPreferencePanel();
     void showPreferencePanelAction(ActionSender* sender);
+    /// As the hot key does; nothing before start-up is done.
+    void popUpMenuAtMouseLocation();
     void openQuorlaneWebpage(ActionSender* sender);
     void openOstravaneWebpage(ActionSender* sender);
 

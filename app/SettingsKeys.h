@@ -22,5 +22,6 @@ inline const QString TWShowApplicationMenuKey = QStringLiteral("ShowApplicationM
 inline const QString TWEnableMouseButtonKey = QStringLiteral("EnableMouseButton");
 inline const QString TWMouseButtonKey = QStringLiteral("MouseButton");
 inline const QString TWFirstRunKey = QStringLiteral("FirstRun");
+inline const QString TWToldWhatIsMissingKey = QStringLiteral("ToldWhatIsMissing");
 
 } // namespace tarnwick

@@ -52,6 +52,11 @@ public:
     /// workspaces has nothing to do.
     virtual void setCollectionBehavior(QWidget& /*window*/, CollectionBehavior /*behavior*/) {}
 
+    /// Where a session hides from a program like this one what others do (their windows, their keys, the
+    /// pointer over them): the command that opens the menu all the same, for a key of the desktop. Empty
+    /// where nothing is hidden.
+    [[nodiscard]] virtual QString commandThatPopsUp() const { return {}; }
+
     /// Whether every menu bar of this desktop begins with a menu of the system.
     [[nodiscard]] virtual bool menuBarsHaveSystemMenu() const { return false; }
 };

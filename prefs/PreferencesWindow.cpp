@@ -73,6 +73,19 @@ void PreferencesWindow::_sizePanes()
     setFixedSize(width, _toolbar->sizeHint().height() + _hotKeyView->height());
 }
 
+Alert PreferencesWindow::alertAboutWhatIsMissing(const QString& command)
+{
+    return {Alert::Style::Informational,
+            tr("In this Wayland session a part of Tarnwick is missing."),
+            tr("The hot key and the mouse button open the menu only while an application that runs on "
+               "XWayland is "
+               "in front.\n\nFor all others, let a key of the desktop run this command:\n%1\n\nOver them the "
+               "menu "
+               "obeys the pointer alone, and it may open where the pointer was seen last.")
+                .arg(command),
+            {tr("OK")}};
+}
+
 void PreferencesWindow::removePanes()
 {
     const auto shown = _contentView->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "foundation/Alerts.h"
+
 #include <QWidget>
 
 #include <functional>
@@ -34,6 +36,9 @@ public:
     [[nodiscard]] HotKeyPane& hotKeyView() const { return *_hotKeyView; }
     [[nodiscard]] GeneralOptionsPane& generalOptionsView() const { return *_generalOptionsView; }
     [[nodiscard]] AboutPane& aboutView() const { return *_aboutView; }
+
+    /// Tells what does not work in a session that hides other applications; `command` opens the menu there.
+    [[nodiscard]] static Alert alertAboutWhatIsMissing(const QString& command);
 
     /// Takes every pane out of the content view; it stays alive.
     void removePanes();

@@ -86,6 +86,7 @@ void PreferencesWindowController::displayWindow()
     _window->raise();
     accessibilityCheck();
     Application::shared().activateIgnoringOtherApps(true);
+    tellOnceWhatIsMissing();
 }
 
 QStringList
@@ -238,6 +239,17 @@ void PreferencesWindowController::accessibilityCheck()
     Alerts::shared().beginSheetModalForWindow(accessibilityAlert(), _window.get(), [this](int returnCode) {
         alertDidEndReturnCodeContextInfo(returnCode);
     });
+}
+
+void PreferencesWindowController::tellOnceWhatIsMissing()
+{
+    const QString command = Workspace::shared().commandThatPopsUp();
+    // One sheet at a time.
+    if (command.isEmpty() || defaults().boolForKey(TWToldWhatIsMissingKey) || !accessibilityGranted())
+        return;
+    defaults().setBoolForKey(true, TWToldWhatIsMissingKey);
+    Alerts::shared().beginSheetModalForWindow(PreferencesWindow::alertAboutWhatIsMissing(command),
+                                              _window.get(), [](int) {});
 }
 
 void PreferencesWindowController::alertDidEndReturnCodeContextInfo(int returnCode)

@@ -76,6 +76,8 @@ public:
 
     /// Warns, in a sheet on the window, when menus of other applications cannot be read.
     void accessibilityCheck();
+    /// Tells in a sheet, the first time that the window is shown in such a session, what is missing there.
+    void tellOnceWhatIsMissing();
     void alertDidEndReturnCodeContextInfo(int returnCode);
 
     /// Closes the window; nothing fades.

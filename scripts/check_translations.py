@@ -20,7 +20,7 @@ CLASS_METHOD = re.compile(r"^[\w:<>&*\s]*?\b(\w+)::~?\w+\(", re.M)
 
 
 def joined(literals):
-    return "".join(re.findall(r'"((?:[^"\\]|\\.)*)"', literals)).replace('\\"', '"')
+    return "".join(re.findall(r'"((?:[^"\\]|\\.)*)"', literals)).replace('\\"', '"').replace("\\n", "\n")
 
 
 def texts_of(path):

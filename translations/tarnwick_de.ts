@@ -182,6 +182,28 @@
         <source>Abo&amp;ut</source>
         <translation>Übe&amp;r</translation>
     </message>
+    <message>
+        <source>In this Wayland session a part of Tarnwick is missing.</source>
+        <translation>In dieser Wayland-Sitzung fehlt ein Teil von Tarnwick.</translation>
+    </message>
+    <message>
+        <source>The hot key and the mouse button open the menu only while an application that runs on XWayland is in front.
+
+For all others, let a key of the desktop run this command:
+%1
+
+Over them the menu obeys the pointer alone, and it may open where the pointer was seen last.</source>
+        <translation>Tastenkürzel und Maustaste öffnen das Menü nur, solange ein Programm im Vordergrund ist, das auf XWayland läuft.
+
+Für alle anderen lassen Sie eine Taste des Desktops diesen Befehl ausführen:
+%1
+
+Über diesen folgt das Menü nur dem Mauszeiger, und es kann sich dort öffnen, wo dieser zuletzt gesehen wurde.</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
 </context>
 <context>
     <name>tarnwick::HotKeyPane</name>

@@ -182,6 +182,28 @@
         <source>Abo&amp;ut</source>
         <translation>A&amp;cerca de</translation>
     </message>
+    <message>
+        <source>In this Wayland session a part of Tarnwick is missing.</source>
+        <translation>En esta sesión de Wayland falta una parte de Tarnwick.</translation>
+    </message>
+    <message>
+        <source>The hot key and the mouse button open the menu only while an application that runs on XWayland is in front.
+
+For all others, let a key of the desktop run this command:
+%1
+
+Over them the menu obeys the pointer alone, and it may open where the pointer was seen last.</source>
+        <translation>El atajo de teclado y el botón del ratón abren el menú solo mientras está en primer plano una aplicación que se ejecuta en XWayland.
+
+Para todas las demás, haga que una tecla del escritorio ejecute esta orden:
+%1
+
+Sobre ellas el menú obedece solo al puntero, y puede abrirse donde este se vio por última vez.</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>Aceptar</translation>
+    </message>
 </context>
 <context>
     <name>tarnwick::HotKeyPane</name>

@@ -182,6 +182,28 @@
         <source>Abo&amp;ut</source>
         <translation>À pr&amp;opos</translation>
     </message>
+    <message>
+        <source>In this Wayland session a part of Tarnwick is missing.</source>
+        <translation>Dans cette session Wayland, une partie de Tarnwick manque.</translation>
+    </message>
+    <message>
+        <source>The hot key and the mouse button open the menu only while an application that runs on XWayland is in front.
+
+For all others, let a key of the desktop run this command:
+%1
+
+Over them the menu obeys the pointer alone, and it may open where the pointer was seen last.</source>
+        <translation>Le raccourci clavier et le bouton de la souris n’ouvrent le menu que lorsqu’une application fonctionnant sur XWayland est au premier plan.
+
+Pour toutes les autres, faites exécuter cette commande par une touche du bureau :
+%1
+
+Au-dessus d’elles, le menu n’obéit qu’au pointeur, et il peut s’ouvrir là où celui-ci a été vu en dernier.</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
 </context>
 <context>
     <name>tarnwick::HotKeyPane</name>

@@ -182,6 +182,28 @@
         <source>Abo&amp;ut</source>
         <translation>情報(&amp;U)</translation>
     </message>
+    <message>
+        <source>In this Wayland session a part of Tarnwick is missing.</source>
+        <translation>この Wayland セッションでは Tarnwick の一部の機能が使えません。</translation>
+    </message>
+    <message>
+        <source>The hot key and the mouse button open the menu only while an application that runs on XWayland is in front.
+
+For all others, let a key of the desktop run this command:
+%1
+
+Over them the menu obeys the pointer alone, and it may open where the pointer was seen last.</source>
+        <translation>ホットキーとマウスボタンでメニューを開けるのは、XWayland 上のアプリケーションが最前面にあるときだけです。
+
+そのほかのアプリケーションでは、デスクトップのキーに次のコマンドを割り当ててください:
+%1
+
+その場合、メニューはポインターだけで操作します。ポインターが最後に検出された位置に開くことがあります。</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
 </context>
 <context>
     <name>tarnwick::HotKeyPane</name>

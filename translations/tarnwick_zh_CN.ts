@@ -182,6 +182,28 @@
         <source>Abo&amp;ut</source>
         <translation>关于(&amp;U)</translation>
     </message>
+    <message>
+        <source>In this Wayland session a part of Tarnwick is missing.</source>
+        <translation>在此 Wayland 会话中，Tarnwick 的部分功能不可用。</translation>
+    </message>
+    <message>
+        <source>The hot key and the mouse button open the menu only while an application that runs on XWayland is in front.
+
+For all others, let a key of the desktop run this command:
+%1
+
+Over them the menu obeys the pointer alone, and it may open where the pointer was seen last.</source>
+        <translation>只有在 XWayland 上运行的应用程序位于最前面时，快捷键和鼠标按钮才能打开菜单。
+
+对于其他应用程序，请让桌面的某个按键运行此命令：
+%1
+
+在这些应用程序上，菜单只能用指针操作，并且可能在最后检测到指针的位置打开。</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>确定</translation>
+    </message>
 </context>
 <context>
     <name>tarnwick::HotKeyPane</name>

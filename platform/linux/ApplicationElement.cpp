@@ -61,7 +61,8 @@ std::optional<QVariant> ApplicationElement::value(const QString& attribute) cons
     }
     if (attribute == "AXFocusedWindow"_L1) {
         const FrontWindow window = _focusedWindow();
-        return window ? std::optional(WindowElement::make(_context, window)) : std::nullopt;
+        return window.window != XCB_WINDOW_NONE ? std::optional(WindowElement::make(_context, window))
+                                                : std::nullopt;
     }
     return std::nullopt;
 }

@@ -3,6 +3,7 @@
 
 #include "ax/Accessibility.h"
 #include "platform/linux/AtspiAccess.h"
+#include "platform/linux/AtspiActiveWindow.h"
 #include "platform/linux/AtspiMenuSource.h"
 #include "platform/linux/ElementContext.h"
 #include "platform/linux/OwnMenuSource.h"
@@ -41,6 +42,7 @@ public:
     [[nodiscard]] X11ActiveWindow& activeWindow() { return _activeWindow; }
     [[nodiscard]] ApplicationNames& names() { return _names; }
     [[nodiscard]] MenuBars& menuBars() { return _menuBars; }
+    [[nodiscard]] AtspiActiveWindow& activeInTree() { return _activeInTree; }
 
 private:
     X11ActiveWindow _activeWindow;
@@ -48,6 +50,7 @@ private:
     ReadingBudget _budget;
     X11Windows _windows;
     AtspiApplications _applications;
+    AtspiActiveWindow _activeInTree;
     AtspiAccess _access;
     AtspiMenuSource _treeSource;
     SessionBus _sessionBus;

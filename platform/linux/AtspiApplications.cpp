@@ -7,6 +7,13 @@
 
 namespace tarnwick {
 
+namespace {
+
+/// More windows than this are not looked at.
+constexpr qsizetype MaximumWindows = 200;
+
+} // namespace
+
 std::optional<QList<BusReference>> AtspiApplications::roots(Deadline deadline)
 {
     if (!_bus.connection(deadline))
@@ -47,6 +54,37 @@ QList<BusReference> AtspiApplications::rootsOf(qint64 processIdentifier, Deadlin
     QList<BusReference> found = roots(deadline).value_or(QList<BusReference>());
     found.removeIf([&](const BusReference& root) { return _processes.value(root) != processIdentifier; });
     return found;
+}
+
+QList<AtspiFacts> AtspiApplications::windowsOf(const QList<BusReference>& roots, Deadline deadline)
+{
+    QList<AtspiFacts> applications;
+    for (const BusReference& root : roots)
+        applications.append({.reference = root});
+    QList<AtspiInquiry> inquiries;
+    for (AtspiFacts& application : applications)
+        inquiries.append({&application, AtspiQuestion::Children});
+    _bus.ask(inquiries, deadline);
+
+    QList<AtspiFacts> windows;
+    for (const AtspiFacts& application : applications)
+        for (const BusReference& window : application.children.value_or(QList<BusReference>()))
+            if (windows.size() < MaximumWindows)
+                windows.append({.reference = window});
+    inquiries.clear();
+    for (AtspiFacts& window : windows)
+        for (const auto question : {AtspiQuestion::Name, AtspiQuestion::States})
+            inquiries.append({&window, question});
+    _bus.ask(inquiries, deadline);
+    return windows;
+}
+
+std::optional<qint64> AtspiApplications::processOf(const BusReference& object) const
+{
+    for (auto known = _processes.cbegin(); known != _processes.cend(); ++known)
+        if (known.key().service == object.service && known.key().connection == object.connection)
+            return known.value();
+    return std::nullopt;
 }
 
 } // namespace tarnwick

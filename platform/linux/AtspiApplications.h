@@ -18,6 +18,11 @@ public:
     /// Those of one process, usually one.
     [[nodiscard]] QList<BusReference> rootsOf(qint64 processIdentifier, Deadline deadline);
 
+    /// The windows of these applications with their names and states, in order.
+    [[nodiscard]] QList<AtspiFacts> windowsOf(const QList<BusReference>& roots, Deadline deadline);
+    /// The process of an object of an application whose root has been seen.
+    [[nodiscard]] std::optional<qint64> processOf(const BusReference& object) const;
+
 private:
     AtspiBus& _bus;
     QHash<BusReference, qint64> _processes; ///< of roots seen so far

@@ -14,7 +14,7 @@ namespace tarnwick {
 
 namespace {
 
-/// More windows than this are not looked at.
+/// More windows than this are not kept in mind.
 constexpr qsizetype MaximumWindows = 200;
 /// For asking all applications about a window whose process none of them is.
 constexpr auto StrangerTime = 200ms;
@@ -57,12 +57,13 @@ std::optional<AtspiWindowMatch> AtspiMenuBars::_match(const FrontWindow& window,
     const auto roots = window.processIdentifier ? _applications.rootsOf(*window.processIdentifier, deadline)
                                                 : QList<BusReference>();
     if (!roots.isEmpty())
-        return AtspiWindowMatch::among(_windowsOf(roots, deadline), title, active);
+        return AtspiWindowMatch::among(_applications.windowsOf(roots, deadline), title, active);
     if (!active || !title)
         return std::nullopt;
     // A sandbox may hide the process: then the active window with this title is the one.
     const Deadline limit = deadline.atMostIn(StrangerTime);
-    QList<AtspiFacts> windows = _windowsOf(_applications.roots(limit).value_or(QList<BusReference>()), limit);
+    QList<AtspiFacts> windows =
+        _applications.windowsOf(_applications.roots(limit).value_or(QList<BusReference>()), limit);
     windows.removeIf([&](const AtspiFacts& facts) {
         return facts.name != title || !facts.states || !atspi::has(*facts.states, atspi::StateActive);
     });
@@ -70,27 +71,10 @@ std::optional<AtspiWindowMatch> AtspiMenuBars::_match(const FrontWindow& window,
                              : std::optional(AtspiWindowMatch{windows.first().reference, false});
 }
 
-QList<AtspiFacts> AtspiMenuBars::_windowsOf(const QList<BusReference>& roots, Deadline deadline)
+BusReference AtspiMenuBars::below(const BusReference& window)
 {
-    QList<AtspiFacts> applications;
-    for (const BusReference& root : roots)
-        applications.append({.reference = root});
-    QList<AtspiInquiry> inquiries;
-    for (AtspiFacts& application : applications)
-        inquiries.append({&application, AtspiQuestion::Children});
-    _bus.ask(inquiries, deadline);
-
-    QList<AtspiFacts> windows;
-    for (const AtspiFacts& application : applications)
-        for (const BusReference& window : application.children.value_or(QList<BusReference>()))
-            if (windows.size() < MaximumWindows)
-                windows.append({.reference = window});
-    inquiries.clear();
-    for (AtspiFacts& window : windows)
-        for (const auto question : {AtspiQuestion::Name, AtspiQuestion::States})
-            inquiries.append({&window, question});
-    _bus.ask(inquiries, deadline);
-    return windows;
+    const ReadingBudget::Reading reading(_budget);
+    return findMenuBar(_bus, window, reading.deadline());
 }
 
 bool AtspiMenuBars::hidesClosedMenus(const BusReference& bar)
@@ -114,7 +98,7 @@ AtspiMenuBars::Found AtspiMenuBars::ofAnyWindow(qint64 processIdentifier)
     const ReadingBudget::Reading reading(_budget);
     const Deadline deadline = reading.deadline();
     for (const AtspiFacts& window :
-         _windowsOf(_applications.rootsOf(processIdentifier, deadline), deadline)) {
+         _applications.windowsOf(_applications.rootsOf(processIdentifier, deadline), deadline)) {
         const BusReference bar = findMenuBar(_bus, window.reference, deadline);
         if (!bar)
             continue;

@@ -20,6 +20,9 @@ public:
     /// The window's own menu bar; empty when there is none. `active` is whether the window is in front.
     [[nodiscard]] BusReference ofWindow(const FrontWindow& window, bool active);
 
+    /// Of a window that is known by its place in the tree; empty when there is none.
+    [[nodiscard]] BusReference below(const BusReference& window);
+
     struct Found
     {
         BusReference bar;
@@ -40,7 +43,6 @@ private:
         BusReference bar;
     };
     std::optional<AtspiWindowMatch> _match(const FrontWindow& window, bool active, Deadline deadline);
-    QList<AtspiFacts> _windowsOf(const QList<BusReference>& roots, Deadline deadline);
 
     AtspiBus& _bus;
     AtspiApplications& _applications;

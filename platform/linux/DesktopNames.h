@@ -9,6 +9,8 @@ namespace tarnwick::desktop_names {
 /// Its name on the session bus; its desktop entry's file name, without ".desktop", is the same.
 inline const QString BusName = QStringLiteral("example.quorlane.Tarnwick");
 inline const QString ObjectPath = QStringLiteral("/example/quorlane/Tarnwick");
+/// What other programs can ask of it by that name; its desktop entry offers it, too.
+inline const QString PopUpAction = QStringLiteral("pop-up");
 
 inline const QString ApplicationName = QStringLiteral("Tarnwick");
 inline const QString OrganizationName = QStringLiteral("Quorlane");

@@ -3,6 +3,7 @@
 
 #include "foundation/ApplicationDelegate.h"
 #include "platform/linux/DesktopNames.h"
+#include "platform/linux/PopUpRequest.h"
 #include "platform/linux/SessionInstance.h"
 #include "platform/linux/TerminationSignals.h"
 #include "platform/linux/X11Connection.h"
@@ -16,6 +17,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -31,11 +33,25 @@ bool anyWindowVisible()
     });
 }
 
+/// Null when nothing may be asked of it any more.
+ApplicationDelegate* delegateAtWork()
+{
+    Application& application = Application::shared();
+    return application.terminating() ? nullptr : application.delegate();
+}
+
 void reopen()
 {
-    ApplicationDelegate* delegate = Application::shared().delegate();
-    if (delegate && !Application::shared().terminating()) [[maybe_unused]]
+    if (ApplicationDelegate* delegate = delegateAtWork()) [[maybe_unused]]
         const bool more = delegate->applicationShouldHandleReopenHasVisibleWindows(anyWindowVisible());
+}
+
+void popUpMenu()
+{
+    ApplicationDelegate* delegate = delegateAtWork();
+    const QString action = u"popUpMenuAtMouseLocation"_s;
+    if (delegate && delegate->respondsTo(action))
+        delegate->perform(action, nullptr);
 }
 
 // Qt publishes its own windows and menus to screen readers only when this is set, or when accessibility was
@@ -52,6 +68,9 @@ int& countForStartOfQt(QtArguments& arguments)
         xcb_disconnect(connection);
         if (!reachable) {
             std::fputs("Tarnwick needs an X display: none could be opened.\n", stderr);
+            if (qEnvironmentVariableIsSet("WAYLAND_DISPLAY"))
+                std::fputs("In this Wayland session, XWayland has to be installed and switched on.\n",
+                           stderr);
             std::exit(EXIT_FAILURE);
         }
     }
@@ -97,6 +116,11 @@ bool LinuxSession::handedOverToRunningInstance()
     return _instance && _instance->anotherIsRunning();
 }
 
+void LinuxSession::setPopUpRequest(std::unique_ptr<PopUpRequest> request)
+{
+    _popUpRequest = std::move(request);
+}
+
 int LinuxSession::run(const std::function<void()>& launch)
 {
     _signals = std::make_unique<TerminationSignals>(&terminate);
@@ -105,8 +129,14 @@ int LinuxSession::run(const std::function<void()>& launch)
                      [](QSessionManager& manager) { manager.setRestartHint(QSessionManager::RestartNever); });
     QTimer::singleShot(0, &_application, [this, &launch] {
         launch();
-        if (_instance)
-            _instance->setActivated(&reopen);
+        if (!_instance)
+            return;
+        _instance->setRequested([this](SessionInstance::Request request) {
+            if (request == SessionInstance::Request::Show)
+                reopen();
+            else if (_popUpRequest)
+                _popUpRequest->carryOut(&popUpMenu);
+        });
     });
     // Registered after the connection was made, so that it runs before that is gone.
     static_cast<void>(X11Connection::shared());
@@ -115,7 +145,7 @@ int LinuxSession::run(const std::function<void()>& launch)
     const int status = QApplication::exec();
     running = false;
     if (_instance)
-        _instance->setActivated({});
+        _instance->setRequested({});
     terminate(); // where the session manager has ended the loop, the delegate has not been told yet
     return status;
 }

@@ -10,6 +10,7 @@
 
 namespace tarnwick {
 
+class PopUpRequest;
 class SessionInstance;
 class TerminationSignals;
 
@@ -28,11 +29,15 @@ public:
     [[nodiscard]] bool handedOverToRunningInstance() override;
     int run(const std::function<void()>& launch) override;
 
+    /// Without one, other programs cannot have the menu opened. To be set before run().
+    void setPopUpRequest(std::unique_ptr<PopUpRequest> request);
+
 private:
     QtArguments _arguments;
     QApplication _application;
     std::unique_ptr<SessionInstance> _instance; ///< null for a visitor
     std::unique_ptr<TerminationSignals> _signals;
+    std::unique_ptr<PopUpRequest> _popUpRequest;
 };
 
 } // namespace tarnwick

@@ -1,16 +1,30 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/LinuxWorkspace.h"
 
+#include "platform/linux/DesktopNames.h"
 #include "platform/linux/UrlOpener.h"
 #include "platform/linux/X11AllWorkspaces.h"
 #include "platform/qt/MenuTracking.h"
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace tarnwick {
 
-LinuxWorkspace::LinuxWorkspace(X11ActiveWindow& activeWindow, ApplicationNames& names, MenuBars& menuBars)
-    : _activeWindow(activeWindow), _names(names),
+namespace {
+
+bool isWaylandSession()
+{
+    return qEnvironmentVariable("XDG_SESSION_TYPE") == u"wayland"_s ||
+           qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
+}
+
+} // namespace
+
+LinuxWorkspace::LinuxWorkspace(X11ActiveWindow& activeWindow, ApplicationNames& names, MenuBars& menuBars,
+                               AtspiActiveWindow& activeInTree)
+    : _activeWindow(activeWindow), _names(names), _activeInTree(activeInTree),
       _switches(activeWindow.current(),
                 [&menuBars](const FrontWindow& front) { return menuBars.ownerOf(front); })
 {
@@ -43,9 +57,45 @@ void LinuxWorkspace::setCollectionBehavior(QWidget& window, CollectionBehavior b
         new X11AllWorkspaces(window); // goes with the window
 }
 
+QString LinuxWorkspace::commandThatPopsUp() const
+{
+    if (!isWaylandSession())
+        return {};
+    return u"gapplication action %1 %2"_s.arg(desktop_names::BusName, desktop_names::PopUpAction);
+}
+
+bool LinuxWorkspace::frontIsBeside() const
+{
+    return bool(_activeWindow.current().inTree);
+}
+
+void LinuxWorkspace::announceFrontThen(std::function<void()> then)
+{
+    if (!_activeWindow.current().window)
+        _announce(_lookBeside());
+    if (_undelivered == 0)
+        then();
+    else
+        _whenDelivered = std::move(then);
+}
+
+FrontWindow LinuxWorkspace::_lookBeside()
+{
+    FrontWindow front = isWaylandSession() ? _activeInTree.current() : FrontWindow();
+    _activeWindow.setBeside(front);
+    return front;
+}
+
 void LinuxWorkspace::_frontChanged(const FrontWindow& front)
 {
-    if (!_switches.isSwitch(front))
+    if (front)
+        _activeWindow.setBeside({});
+    _announce(front ? front : _lookBeside());
+}
+
+void LinuxWorkspace::_announce(const FrontWindow& front)
+{
+    if (!_switched || !_switches.isSwitch(front))
         return;
     ++_undelivered;
     if (MenuTracking::shared().active())
@@ -62,6 +112,8 @@ void LinuxWorkspace::_deliver()
     if (_undelivered > 0)
         QMetaObject::invokeMethod(this, &LinuxWorkspace::_deliver, Qt::QueuedConnection);
     _switched();
+    if (_undelivered == 0 && _whenDelivered)
+        std::exchange(_whenDelivered, nullptr)();
 }
 
 bool LinuxWorkspace::openURL(const QUrl& url)

@@ -3,6 +3,7 @@
 
 #include "foundation/Workspace.h"
 #include "platform/linux/ApplicationNames.h"
+#include "platform/linux/AtspiActiveWindow.h"
 #include "platform/linux/FrontSwitches.h"
 #include "platform/linux/X11ActiveWindow.h"
 
@@ -17,7 +18,8 @@ class LinuxWorkspace final : public QObject, public Workspace
 
 public:
     /// All must outlive this.
-    LinuxWorkspace(X11ActiveWindow& activeWindow, ApplicationNames& names, MenuBars& menuBars);
+    LinuxWorkspace(X11ActiveWindow& activeWindow, ApplicationNames& names, MenuBars& menuBars,
+                   AtspiActiveWindow& activeInTree);
 
     [[nodiscard]] std::optional<ActiveApplication> activeApplication() const override;
     /// A switch while our menu is open closes the menu; `switched` runs after that.
@@ -28,15 +30,29 @@ public:
                                                                 bool expandTilde) const override;
     void setCollectionBehavior(QWidget& window, CollectionBehavior behavior) override;
 
+    /// Where windows may be in front that the X server does not know, compares with what was announced last.
+    /// Runs `then` once every switch so far has been announced: at once when there is none to announce.
+    void announceFrontThen(std::function<void()> then);
+
+    /// Whether the window in front is one that the X server does not know.
+    [[nodiscard]] bool frontIsBeside() const;
+
+    /// In a Wayland session, where the X server is XWayland.
+    [[nodiscard]] QString commandThatPopsUp() const override;
+
 private:
     void _frontChanged(const FrontWindow& front);
+    void _announce(const FrontWindow& front);
     void _deliver();
+    [[nodiscard]] FrontWindow _lookBeside();
 
     X11ActiveWindow& _activeWindow;
     ApplicationNames& _names;
+    AtspiActiveWindow& _activeInTree;
     FrontSwitches _switches;
     std::function<void()> _switched;
     int _undelivered = 0;
+    std::function<void()> _whenDelivered;
 };
 
 } // namespace tarnwick

@@ -14,6 +14,8 @@ FoundMenuBar MenuBars::of(const FrontWindow& front)
                                        : FoundMenuBar{};
     if (!front)
         return {};
+    if (const BusReference bar = front.inTree ? _places.inTree.below(front.inTree) : BusReference())
+        return {&_places.tree, bar, XCB_WINDOW_NONE};
     for (const xcb_window_t window : _windows.withOwners(front.window)) {
         const bool active = window == front.window;
         const FrontWindow one{window, active ? front.processIdentifier : _windows.processIdentifier(window)};
@@ -50,7 +52,8 @@ MenuBarOwner MenuBars::ownerOf(const FrontWindow& front)
 {
     const FoundMenuBar found = of(front);
     if (!found)
-        return {_windows.withOwners(front.window).last(), {}};
+        return front.inTree ? MenuBarOwner{XCB_WINDOW_NONE, front.inTree}
+                            : MenuBarOwner{_windows.withOwners(front.window).last(), {}};
     return found.owner != XCB_WINDOW_NONE ? MenuBarOwner{found.owner, {}}
                                           : MenuBarOwner{XCB_WINDOW_NONE, found.bar};
 }

@@ -38,27 +38,31 @@ SessionInstance::~SessionInstance()
         _bus.unregisterService(desktop_names::BusName);
 }
 
-void SessionInstance::setActivated(std::function<void()> activated)
+void SessionInstance::setRequested(std::function<void(Request)> requested)
 {
-    _activated = std::move(activated);
+    _requested = std::move(requested);
     _deliver();
 }
 
 void SessionInstance::Activate(const QVariantMap& /*platformData*/)
 {
-    _requested = true;
+    _request(Request::Show);
+}
+
+void SessionInstance::Open(const QStringList& /*uris*/, const QVariantMap& /*platformData*/) {}
+
+void SessionInstance::ActivateAction(const QString& action, const QVariantList& /*parameter*/,
+                                     const QVariantMap& /*platformData*/)
+{
+    if (action == desktop_names::PopUpAction)
+        _request(Request::PopUp);
+}
+
+void SessionInstance::_request(Request request)
+{
+    if (!_waiting.contains(request))
+        _waiting.append(request);
     _deliver();
-}
-
-void SessionInstance::Open(const QStringList& /*uris*/, const QVariantMap& platformData)
-{
-    Activate(platformData); // there are no documents
-}
-
-void SessionInstance::ActivateAction(const QString& /*action*/, const QVariantList& /*parameter*/,
-                                     const QVariantMap& platformData)
-{
-    Activate(platformData); // nor actions
 }
 
 void SessionInstance::_claim()
@@ -94,11 +98,12 @@ bool SessionInstance::_activateOther()
 
 void SessionInstance::_deliver()
 {
-    if (!_requested || !_activated)
+    if (!_requested)
         return;
-    _requested = false;
-    QMetaObject::invokeMethod(
-        this, [activated = _activated] { activated(); }, Qt::QueuedConnection);
+    const auto waiting = std::exchange(_waiting, {});
+    for (const Request request : waiting)
+        QMetaObject::invokeMethod(
+            this, [requested = _requested, request] { requested(request); }, Qt::QueuedConnection);
 }
 
 } // namespace tarnwick

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QDBusConnection>
+#include <QList>
 #include <QObject>
 #include <QVariantMap>
 
@@ -23,25 +24,33 @@ public:
     /// True when another instance has the name; it has then been asked to show itself.
     [[nodiscard]] bool anotherIsRunning() const { return _anotherIsRunning; }
 
-    /// From now on `activated` runs for every request to show this instance, later, from the event loop;
-    /// once for all that came before.
-    void setActivated(std::function<void()> activated);
+    enum class Request {
+        Show,  ///< the user started the program again
+        PopUp, ///< the action "pop-up"
+    };
+
+    /// From now on `requested` runs for every request, later, from the event loop; once for all of a kind
+    /// that came before.
+    void setRequested(std::function<void(Request)> requested);
 
 public Q_SLOTS:
     void Activate(const QVariantMap& platformData);
+    /// There are no documents: does nothing.
     void Open(const QStringList& uris, const QVariantMap& platformData);
+    /// "pop-up" has the menu opened at the pointer. Others do nothing, and so do parameters.
     void ActivateAction(const QString& action, const QVariantList& parameter,
                         const QVariantMap& platformData);
 
 private:
     void _claim();
     [[nodiscard]] bool _activateOther();
+    void _request(Request request);
     void _deliver();
 
     QDBusConnection _bus;
     bool _anotherIsRunning = false;
-    bool _requested = false;
-    std::function<void()> _activated;
+    QList<Request> _waiting;
+    std::function<void(Request)> _requested;
 };
 
 } // namespace tarnwick

@@ -197,7 +197,10 @@ FrontWindow X11ActiveWindow::current() const
     if (!_watcher)
         return {};
     const auto seen = X11Windows(X11Connection::shared()).front();
-    return seen && *seen ? *seen : _watcher->latest();
+    if (seen && *seen)
+        return *seen;
+    const FrontWindow latest = _watcher->latest();
+    return latest ? latest : _beside;
 }
 
 } // namespace tarnwick

@@ -25,6 +25,9 @@ public:
     /// Now; none when no window is.
     [[nodiscard]] FrontWindow current() const;
 
+    /// What is in front as long as no window of the X server is: a window of which the server knows nothing.
+    void setBeside(const FrontWindow& front) { _beside = front; }
+
 Q_SIGNALS:
     /// Once for each change, in order, from the event loop. The window may not be in front any more.
     void changed(const tarnwick::FrontWindow& front);
@@ -33,6 +36,7 @@ private:
     class Watcher;
 
     std::unique_ptr<Watcher> _watcher;
+    FrontWindow _beside;
 };
 
 } // namespace tarnwick

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/BusReference.h"
 #include "platform/linux/X11Connection.h"
 
 #include <QList>
@@ -15,8 +16,9 @@ struct FrontWindow
 {
     xcb_window_t window = XCB_WINDOW_NONE;
     std::optional<qint64> processIdentifier;
+    BusReference inTree = {}; ///< instead of `window`, of one that the X server knows nothing of
 
-    explicit operator bool() const { return window != XCB_WINDOW_NONE; }
+    explicit operator bool() const { return window != XCB_WINDOW_NONE || inTree; }
     friend bool operator==(const FrontWindow&, const FrontWindow&) = default;
 };
 

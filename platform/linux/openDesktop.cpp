@@ -7,6 +7,7 @@
 #include "platform/linux/LinuxSymbolicHotKeys.h"
 #include "platform/linux/LinuxTrayHost.h"
 #include "platform/linux/LinuxWorkspace.h"
+#include "platform/linux/PopUpRequest.h"
 #include "platform/linux/QMenuPresenter.h"
 #include "platform/linux/X11EventTaps.h"
 #include "platform/linux/X11HotKeys.h"
@@ -22,6 +23,8 @@
 
 #include <QDBusConnection>
 #include <QKeyEvent>
+
+#include <utility>
 
 namespace tarnwick {
 
@@ -59,7 +62,7 @@ LinuxSymbolicHotKeys::Desktop symbolicHotKeysDesktop(const XkbKeyboardLayout& la
 Desktop openDesktop(int& argc, char** argv)
 {
     Desktop desktop;
-    desktop.session = std::make_unique<LinuxSession>(argc, argv, LinuxSession::Part::Tarnwick);
+    auto session = std::make_unique<LinuxSession>(argc, argv, LinuxSession::Part::Tarnwick);
     auto layout = std::make_unique<XkbKeyboardLayout>();
     const QtEventConverter converter = makeEventConverter(*layout);
     desktop.application = std::make_unique<QtApplication>(converter);
@@ -70,8 +73,12 @@ Desktop openDesktop(int& argc, char** argv)
     desktop.alerts = std::make_unique<QtAlerts>();
     desktop.eventSource = std::make_unique<QtEventSource>(converter);
     auto accessibility = std::make_unique<AtspiAccessibility>();
-    desktop.workspace = std::make_unique<LinuxWorkspace>(accessibility->activeWindow(),
-                                                         accessibility->names(), accessibility->menuBars());
+    auto workspace =
+        std::make_unique<LinuxWorkspace>(accessibility->activeWindow(), accessibility->names(),
+                                         accessibility->menuBars(), accessibility->activeInTree());
+    session->setPopUpRequest(std::make_unique<PopUpRequest>(*workspace));
+    desktop.session = std::move(session);
+    desktop.workspace = std::move(workspace);
     desktop.accessibility = std::move(accessibility);
     desktop.loginItems = XdgLoginItems::ofSession();
     desktop.eventTaps = std::make_unique<X11EventTaps>();

@@ -22,8 +22,9 @@ Inspection openInspection(int& argc, char** argv)
     inspection.fonts = std::make_unique<QtFonts>();
     inspection.screens = std::make_unique<LinuxScreens>();
     auto accessibility = std::make_unique<AtspiAccessibility>();
-    inspection.workspace = std::make_unique<LinuxWorkspace>(
-        accessibility->activeWindow(), accessibility->names(), accessibility->menuBars());
+    inspection.workspace =
+        std::make_unique<LinuxWorkspace>(accessibility->activeWindow(), accessibility->names(),
+                                         accessibility->menuBars(), accessibility->activeInTree());
     inspection.accessibility = std::move(accessibility);
     inspection.keyEquivalentText = keyEquivalentText;
     return inspection;

@@ -113,7 +113,8 @@ protected:
 
     FakeApplication application;
     AtspiAccessibility accessibility;
-    LinuxWorkspace workspace{accessibility.activeWindow(), accessibility.names(), accessibility.menuBars()};
+    LinuxWorkspace workspace{accessibility.activeWindow(), accessibility.names(), accessibility.menuBars(),
+                             accessibility.activeInTree()};
     X11Windows windows{X11Connection::shared()};
     QList<qint64> switches; ///< the active process at each announcement; -1 when none is active
 };
@@ -157,6 +158,72 @@ TEST_F(LinuxWorkspaceTest, switchesWhileTheProgramSleeps_areNotMerged)
     EXPECT_EQ(switches.size(), 0) << "nothing is announced but from the event loop";
     EXPECT_TRUE(waitForSwitches(4));
     EXPECT_EQ(switches.size(), 4);
+}
+
+TEST_F(LinuxWorkspaceTest, whoAsksForTheFrontToBeAnnounced_isAnsweredAfterTheSwitches)
+{
+    const FixtureProgram first(u"gtk3"_s);
+    ASSERT_TRUE(waitUntilFront(first));
+    const FixtureProgram second(u"qt6"_s);
+    ASSERT_TRUE(waitUntilFront(second));
+    ASSERT_TRUE(waitForSwitches(2));
+    QList<qsizetype> announced;
+    const auto ask = [&] { workspace.announceFrontThen([&] { announced.append(switches.size()); }); };
+    ask();
+    EXPECT_EQ(announced, QList<qsizetype>{2}) << "at once, with nothing to announce";
+    activateAsleep(windowOf(first, u"Fixture"_s));
+    activateAsleep(windowOf(second, u"Fixture"_s));
+    QMetaObject::invokeMethod(&workspace, ask, Qt::QueuedConnection);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return announced.size() == 2; }, Limit));
+    EXPECT_EQ(announced.last(), 4);
+}
+
+TEST_F(LinuxWorkspaceTest, theActiveWindowOfTheTree_isThatOfTheProgramInFront)
+{
+    AtspiActiveWindow& inTree = accessibility.activeInTree();
+    EXPECT_FALSE(inTree.current());
+    for (const QString& toolkit : {u"gtk3"_s, u"qt5"_s, u"qt6"_s}) {
+        SCOPED_TRACE(toolkit.toStdString());
+        const FixtureProgram program(toolkit);
+        ASSERT_TRUE(waitUntilFront(program));
+        EXPECT_TRUE(QTest::qWaitFor(
+            [&] { return inTree.current().processIdentifier == program.processIdentifier(); }, Limit));
+        EXPECT_EQ(inTree.current().window, XCB_WINDOW_NONE);
+    }
+}
+
+TEST_F(LinuxWorkspaceTest, aWindowThatOnlyTheTreeKnows_isInFrontAsLongAsNoOtherIs)
+{
+    const FixtureProgram program(u"gtk3"_s);
+    ASSERT_TRUE(waitUntilFront(program));
+    const QStringList titles = barTitles();
+    const FrontWindow beside{XCB_WINDOW_NONE, program.processIdentifier(),
+                             accessibility.activeInTree().current().inTree};
+    accessibility.activeWindow().setBeside(beside);
+    EXPECT_FALSE(workspace.frontIsBeside());
+    xcb_unmap_window(X11Connection::shared().get(), windowOf(program, u"Fixture"_s));
+    X11Connection::shared().sync();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !accessibility.activeWindow().current(); }, Limit))
+        << "in a session where the server knows all windows, nothing is beside it";
+    accessibility.activeWindow().setBeside(beside);
+    EXPECT_TRUE(workspace.frontIsBeside());
+    EXPECT_EQ(accessibility.activeWindow().current(), beside);
+    EXPECT_EQ(workspace.activeApplication()->processIdentifier, program.processIdentifier());
+    EXPECT_FALSE(frontWindow()) << "it has no place on the screen";
+    EXPECT_EQ(barTitles(), titles);
+}
+
+TEST_F(LinuxWorkspaceTest, aWaylandSession_isToldOf)
+{
+    qunsetenv("WAYLAND_DISPLAY");
+    qputenv("XDG_SESSION_TYPE", "x11");
+    EXPECT_TRUE(workspace.commandThatPopsUp().isEmpty());
+    qputenv("XDG_SESSION_TYPE", "wayland");
+    EXPECT_EQ(workspace.commandThatPopsUp(), u"gapplication action example.quorlane.Tarnwick pop-up"_s);
+    qunsetenv("XDG_SESSION_TYPE");
+    qputenv("WAYLAND_DISPLAY", "wayland-0");
+    EXPECT_FALSE(workspace.commandThatPopsUp().isEmpty());
+    qunsetenv("WAYLAND_DISPLAY");
 }
 
 TEST_F(LinuxWorkspaceTest, aSwitchWithinTheHandler_isAnnouncedAfterIt)

@@ -52,7 +52,7 @@ TEST_F(SessionInstanceTest, second_findsTheFirst_evenOneThatDoesNotAnswer)
 {
     SessionInstance first(bus);
     int activations = 0;
-    first.setActivated([&] { ++activations; });
+    first.setRequested([&](SessionInstance::Request) { ++activations; });
     QElapsedTimer since;
     since.start();
     // The first can't answer while this thread waits.
@@ -69,24 +69,61 @@ TEST_F(SessionInstanceTest, requestsBeforeStartUpIsDone_areAnsweredOnceAfterIt)
     request(u"Activate"_s, {QVariantMap()});
     request(u"Activate"_s, {QVariantMap{{u"desktop-startup-id"_s, u"x"_s}}});
     int activations = 0;
-    first.setActivated([&] { ++activations; });
+    first.setRequested([&](SessionInstance::Request) { ++activations; });
     EXPECT_EQ(activations, 0) << "from the event loop, not at once";
     EXPECT_TRUE(QTest::qWaitFor([&] { return activations > 0; }));
     QTest::qWait(20);
     EXPECT_EQ(activations, 1);
 }
 
-TEST_F(SessionInstanceTest, everyKindOfRequest_shows)
+TEST_F(SessionInstanceTest, request_isPassedOn_orMeansNothing)
 {
+    using Request = SessionInstance::Request;
+    struct Row
+    {
+        const char* name;
+        QString method;
+        QVariantList arguments;
+        QList<Request> requests;
+    };
+    const QVariantList none;
+    const QVariantMap data{{u"desktop-startup-id"_s, u"x"_s}};
+    const Row rows[] = {
+        {"activate", u"Activate"_s, {data}, {Request::Show}},
+        {"files", u"Open"_s, {QStringList{u"file:///x"_s}, data}, {}},
+        {"the action", u"ActivateAction"_s, {u"pop-up"_s, none, data}, {Request::PopUp}},
+        {"the action with a parameter",
+         u"ActivateAction"_s,
+         {u"pop-up"_s, QVariantList{1}, data},
+         {Request::PopUp}},
+        {"another action", u"ActivateAction"_s, {u"pop-down"_s, none, data}, {}},
+        {"an action without a name", u"ActivateAction"_s, {QString(), none, data}, {}},
+    };
     SessionInstance first(bus);
-    int activations = 0;
-    first.setActivated([&] { ++activations; });
-    request(u"Activate"_s, {QVariantMap()});
-    EXPECT_TRUE(QTest::qWaitFor([&] { return activations == 1; }));
-    request(u"Open"_s, {QStringList{u"file:///x"_s}, QVariantMap()});
-    EXPECT_TRUE(QTest::qWaitFor([&] { return activations == 2; }));
-    request(u"ActivateAction"_s, {u"x"_s, QVariantList(), QVariantMap()});
-    EXPECT_TRUE(QTest::qWaitFor([&] { return activations == 3; }));
+    QList<Request> requests;
+    first.setRequested([&](Request made) { requests.append(made); });
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        requests.clear();
+        request(row.method, row.arguments);
+        QTest::qWait(20);
+        EXPECT_EQ(requests, row.requests);
+    }
+}
+
+TEST_F(SessionInstanceTest, requestsOfSeveralKinds_beforeStartUpIsDone_comeInOrder)
+{
+    using Request = SessionInstance::Request;
+    SessionInstance first(bus);
+    for (int i = 0; i < 2; ++i) {
+        request(u"ActivateAction"_s, {u"pop-up"_s, QVariantList(), QVariantMap()});
+        request(u"Activate"_s, {QVariantMap()});
+    }
+    QList<Request> requests;
+    first.setRequested([&](Request made) { requests.append(made); });
+    EXPECT_TRUE(QTest::qWaitFor([&] { return requests.size() >= 2; }));
+    QTest::qWait(20);
+    EXPECT_EQ(requests, (QList<Request>{Request::PopUp, Request::Show}));
 }
 
 TEST_F(SessionInstanceTest, withoutABus_thereIsNoOther)

@@ -363,6 +363,18 @@ TEST_F(AppDelegateTest, commands_areTheFive_andNothingElse)
     EXPECT_TRUE(journal.isEmpty());
 }
 
+TEST_F(AppDelegateTest, popUp_opensTheMenu_onceThereIsOne)
+{
+    AppDelegate delegate(makePreferences());
+    const QString action = u"popUpMenuAtMouseLocation"_s;
+    EXPECT_TRUE(delegate.respondsTo(action));
+    delegate.perform(action, nullptr);
+    EXPECT_TRUE(presenter.popUps.isEmpty());
+    delegate.applicationWillFinishLaunching();
+    delegate.perform(action, nullptr);
+    EXPECT_EQ(presenter.popUps.size(), 1);
+}
+
 // Main interface
 
 TEST_F(AppDelegateTest, mainInterface_tapsBeforeItLaunches_andIsTheApplicationsDelegate)

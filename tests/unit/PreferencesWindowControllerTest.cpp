@@ -603,6 +603,29 @@ TEST_F(PreferencesWindowControllerTest, answerToTheSheet)
     }
 }
 
+TEST_F(PreferencesWindowControllerTest, whatASessionHides_isToldInASheet_once)
+{
+    made().displayWindow();
+    EXPECT_TRUE(alerts.shown.isEmpty()) << "nothing is hidden";
+    workspace.popUpCommand = u"open the menu"_s;
+    accessibility.enabled = false;
+    accessibility.trusted = false;
+    made().displayWindow();
+    ASSERT_EQ(alerts.shown.size(), 1) << "one sheet at a time";
+    accessibility.enabled = true;
+    made().displayWindow();
+    ASSERT_EQ(alerts.shown.size(), 2);
+    EXPECT_EQ(alerts.sheetWindow(), &made().window());
+    EXPECT_EQ(alerts.shown[1].style, Alert::Style::Informational);
+    EXPECT_TRUE(alerts.shown[1].informativeText.contains(u"\nopen the menu\n"_s));
+    EXPECT_EQ(alerts.shown[1].buttonTitles.size(), 1);
+    made().displayWindow();
+    EXPECT_EQ(alerts.shown.size(), 2);
+    made().resetButton(nullptr);
+    made().displayWindow();
+    EXPECT_EQ(alerts.shown.size(), 2) << "a reset does not ask for it";
+}
+
 // Commands
 
 TEST_F(PreferencesWindowControllerTest, quit_terminatesOnItsOwnBehalf)

@@ -16,13 +16,14 @@ _TOOLS = ("Xvfb", "openbox", "dbus-daemon", "dbus-monitor", "setxkbmap", "setpri
 class DesktopTest(unittest.TestCase):
     """A test with a session of its own class; `prepare` starts what all its tests need."""
 
+    session_class = Session
     session_options = {}
     tools = ()
 
     @classmethod
     def setUpClass(cls):
         require(*_TOOLS, *cls.tools)
-        cls.session = Session(**cls.session_options)
+        cls.session = cls.session_class(**cls.session_options)
         cls.addClassCleanup(cls.session.stop)
         cls.session.start()
         cls.screen = cls.session.screen
