@@ -56,7 +56,7 @@ class SeveralApplications(OverAnApplication):
             with self.subTest(kit):
                 viewer = self.start(kit, "--dialog", menu="viewer.menu", title="Viewer")
                 dialog = self.screen.window_titled("Viewer Dialog")
-                self.screen.wait_until_active(dialog)
+                self.screen.activate(dialog)
                 viewer.accessible(self.bus)
                 self.wait_for_titles(VIEWER + NOTHING_BUT_OURS)
                 viewer.program.stop()

@@ -55,6 +55,7 @@ class AFixtureOf:
             self.skipTest("what is read back are menus of Qt")
         reader = PopUpReader(self.bus, self.application.pid)
         self.addCleanup(reader.close)
+        self.application.wait_until_placed(self.bus)
         bar = self.application.accessible(self.bus).menu_bar()
         self.screen.click(at=bar.items()[0].node.center)
         self.assertEqual(reader.wait_for(1)[0], Item("New"))

@@ -46,6 +46,11 @@ class Application:
             wait_for(self._accessible.menu_bar, f"the menu bar of {self.program.name}", step=0.05)
         return self._accessible
 
+    def wait_until_placed(self, bus):
+        """Waits until the toolkit has heard where the window manager has put the window: places it tells are true."""
+        wait_for(lambda: any(node.frame == self.window.frame for node in self.accessible(bus).children),
+                 f"{self.program.name} knowing its place", step=0.02)
+
     def bar_items(self, bus):
         return self.accessible(bus).menu_bar().items()
 

@@ -13,6 +13,10 @@ from .tools import require
 _TOOLS = ("Xvfb", "openbox", "dbus-daemon", "dbus-monitor", "setxkbmap", "setpriv", "xclip", "import")
 
 
+def _failures(result):
+    return len(result.failures) + len(result.errors)
+
+
 class DesktopTest(unittest.TestCase):
     """A test with a session of its own class; `prepare` starts what all its tests need."""
 
@@ -48,11 +52,13 @@ class DesktopTest(unittest.TestCase):
 
     def doCleanups(self):
         """What a failed test leaves is kept first: the clean-up ends the programs that it is about."""
-        if self._outcome and not self._outcome.success:
+        if self._result and _failures(self._result) > self._failures_before:
             self._keep_evidence(self.id().split(".", 1)[-1])
         return super().doCleanups()
 
     def run(self, result=None):
+        self._result = result
+        self._failures_before = _failures(result) if result else 0
         super().run(result)
         if getattr(self, "screen", None):
             self.screen.release_everything()
