@@ -15,14 +15,6 @@ namespace {
 constexpr quint32 watchedEvents = XCB_EVENT_MASK_FOCUS_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
 constexpr int deepestTree = 64;
 
-bool isToolkitWindow(xcb_window_t window)
-{
-    const auto windows = QGuiApplication::allWindows();
-    return std::any_of(windows.cbegin(), windows.cend(), [&](const QWindow* candidate) {
-        return candidate->handle() && candidate->winId() == window;
-    });
-}
-
 XcbOwned<xcb_get_window_attributes_reply_t> attributesOf(X11Connection& connection, xcb_window_t window)
 {
     return XcbOwned<xcb_get_window_attributes_reply_t>(xcb_get_window_attributes_reply(
@@ -38,6 +30,14 @@ void setEventMask(X11Connection& connection, xcb_window_t window, quint32 mask)
 }
 
 } // namespace
+
+bool isToolkitWindow(xcb_window_t window)
+{
+    const auto windows = QGuiApplication::allWindows();
+    return std::any_of(windows.cbegin(), windows.cend(), [&](const QWindow* candidate) {
+        return candidate->handle() && candidate->winId() == window;
+    });
+}
 
 xcb_window_t focusWindow(X11Connection& connection)
 {

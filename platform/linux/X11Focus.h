@@ -8,6 +8,9 @@ namespace tarnwick {
 
 class X11Connection;
 
+/// Whether the toolkit of this program has made the window.
+[[nodiscard]] bool isToolkitWindow(xcb_window_t window);
+
 /// The window that has the input focus; none when no window has it (also when the focus follows the
 /// pointer).
 [[nodiscard]] xcb_window_t focusWindow(X11Connection& connection);

@@ -3,6 +3,7 @@
 
 #include "platform/linux/KeyCodes.h"
 #include "platform/linux/X11Connection.h"
+#include "platform/linux/X11Focus.h"
 #include "platform/linux/X11KeyGrab.h"
 #include "platform/linux/X11Keyboard.h"
 #include "platform/qt/MenuTracking.h"
@@ -113,7 +114,9 @@ bool X11HotKeys::nativeEventFilter(const QByteArray& /*eventType*/, void* messag
     if (eventType != XCB_KEY_PRESS && eventType != XCB_KEY_RELEASE)
         return false;
     const auto* key = static_cast<const xcb_key_press_event_t*>(message);
-    if (key->event != _connection.root())
+    // For windows of other programs keys come by a grab only: a hot key's, or one of a menu that has closed
+    // since.
+    if (isToolkitWindow(key->event))
         return false;
     if (eventType == XCB_KEY_RELEASE) {
         _heldKeys.released(key->detail, key->time);

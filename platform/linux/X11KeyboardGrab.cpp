@@ -37,6 +37,7 @@ bool X11KeyboardGrab::take(int attempts)
             continue;
         _dropPassive();
         _window = window;
+        _windows.insert(window);
         _mode = Mode::Taken;
         lastTaken = this;
         return true;
@@ -85,6 +86,7 @@ void X11KeyboardGrab::release()
         lastTaken = nullptr;
     }
     _mode = Mode::None;
+    _windows.clear();
 }
 
 void X11KeyboardGrab::_dropPassive()

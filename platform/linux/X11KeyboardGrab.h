@@ -4,6 +4,8 @@
 #include <QtGlobal>
 #include <xcb/xcb.h>
 
+#include <set>
+
 namespace tarnwick {
 
 class X11Connection;
@@ -35,6 +37,9 @@ public:
 
     /// The window that key events arrive for: the focus window, or the root where there is none.
     [[nodiscard]] xcb_window_t window() const { return _window; }
+    /// Whether key events for this window are ours: it was `window()` at some time since nothing was held.
+    /// The last keys for the window before may come after the keyboard was taken on another.
+    [[nodiscard]] bool hasBeenOn(xcb_window_t window) const { return _windows.count(window) > 0; }
 
 private:
     enum class Mode { None, Taken, Yielded };
@@ -44,6 +49,7 @@ private:
     X11Connection& _connection;
     Mode _mode = Mode::None;
     xcb_window_t _window = XCB_WINDOW_NONE;
+    std::set<xcb_window_t> _windows;
 };
 
 } // namespace tarnwick

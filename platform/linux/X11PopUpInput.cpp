@@ -176,7 +176,7 @@ bool X11PopUpInput::nativeEventFilter(const QByteArray& /*eventType*/, void* mes
 
 bool X11PopUpInput::_filterKey(xcb_key_press_event_t& event, bool press)
 {
-    if (event.event != _keyboard.window())
+    if (!_keyboard.hasBeenOn(event.event))
         return false;
     // Menus act on presses.
     if (!press) {
