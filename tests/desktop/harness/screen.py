@@ -4,7 +4,7 @@ from Xlib import X, XK, display, error
 from Xlib.ext import xtest
 from Xlib.protocol import event
 
-from .waiting import wait_for
+from .waiting import TimedOut, wait_for
 
 # Buttons as the server numbers them.
 LEFT, MIDDLE, RIGHT = 1, 2, 3
@@ -78,8 +78,24 @@ class Screen:
             self._atoms[atom] = self.display.get_atom_name(atom)
         return self._atoms[atom]
 
-    def has_window_manager(self):
-        return bool(self.property_of(self.root, "_NET_SUPPORTING_WM_CHECK"))
+    def wait_for_window_manager(self):
+        """Waits until one manages new windows: it may overlook those of its first moments, long after it says it is there."""
+        wait_for(lambda: self.property_of(self.root, "_NET_SUPPORTING_WM_CHECK"), "a window manager")
+        wait_for(self._manages_a_window, "a window manager that manages windows")
+
+    def _manages_a_window(self):
+        probe = self.root.create_window(0, 0, 1, 1, 0, X.CopyFromParent)
+        probe.map()
+        self.display.sync()
+        try:
+            wait_for(lambda: self.windows(), "the probe managed", limit=0.5)
+            return True
+        except TimedOut:
+            return False
+        finally:
+            probe.destroy()
+            self.display.sync()
+            wait_for(lambda: not self.windows(), "the probe gone")
 
     def windows(self):
         """The windows that the window manager knows, oldest first."""

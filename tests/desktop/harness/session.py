@@ -53,7 +53,7 @@ class Session:
         self.screen = Screen(self.environment["DISPLAY"])
         if self._with_window_manager:
             self.run("openbox", "--sm-disable")
-            wait_for(self.screen.has_window_manager, "a window manager")
+            self.screen.wait_for_window_manager()
         return self
 
     def stop(self):
