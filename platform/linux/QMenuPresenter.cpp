@@ -14,6 +14,7 @@
 #include <QCursor>
 #include <QEventLoop>
 #include <QMouseEvent>
+#include <xcb/xfixes.h>
 
 namespace tarnwick {
 
@@ -41,6 +42,13 @@ void feedDrag(QEvent::Type type)
     QMouseEvent event(type, popUp->mapFromGlobal(global), global, moving ? Qt::NoButton : Qt::LeftButton,
                       moving ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
     QCoreApplication::sendEvent(popUp, &event);
+}
+
+/// Takes back that input passes through a window. The toolkit's own way would change the window's type, too.
+void acceptInput(xcb_window_t window)
+{
+    xcb_xfixes_set_window_shape_region(X11Connection::shared().get(), window, XCB_SHAPE_SK_INPUT, 0, 0,
+                                       XCB_XFIXES_REGION_NONE);
 }
 
 void closeAllPopUps()
@@ -108,6 +116,9 @@ std::optional<QMenuPresenter::Choice> QMenuPresenter::_track(const std::shared_p
 
     const auto monitors = currentMonitors();
     view.setHeldModifiers(input.menuModifierFlags());
+    // A window manager that looks at a click first hands it on to the window that is at its place by then.
+    if (!input.hasPointer())
+        view.setWindowFlag(Qt::WindowTransparentForInput);
     view.openAt(toolkitPoint(pixelAt(location, monitors), monitors));
     if (view.isVisible())
         loop.exec();
@@ -123,6 +134,8 @@ void QMenuPresenter::_connectInput(X11PopUpInput& input, QMenuView& view)
 {
     connect(&input, &X11PopUpInput::menuModifierFlagsMayHaveChanged, &view,
             [&] { view.setHeldModifiers(input.menuModifierFlags()); });
+    connect(&input, &X11PopUpInput::pointerTaken, &view,
+            [&view] { acceptInput(static_cast<xcb_window_t>(view.winId())); });
     connect(&input, &X11PopUpInput::lost, this, &QMenuPresenter::cancelTracking, Qt::QueuedConnection);
     connect(
         &input, &X11PopUpInput::pressedElsewhere, &view, [this, &view] { _closeWhenOutside(view); },

@@ -285,10 +285,18 @@ void X11PopUpInput::_takeKeyboardBack()
 
 void X11PopUpInput::_takePointerWhenFree()
 {
-    if (_buttonTimer.isActive() || _pointer.take())
+    if (_buttonTimer.isActive() || _takePointer())
         return;
     _pointerDeadline.setRemainingTime(pointerPatience);
     _buttonTimer.start();
+}
+
+bool X11PopUpInput::_takePointer()
+{
+    if (!_pointer.take())
+        return false;
+    Q_EMIT pointerTaken();
+    return true;
 }
 
 bool X11PopUpInput::_anyShortcutModifierDown() const
@@ -337,7 +345,7 @@ void X11PopUpInput::_followButton()
         _dragging = false;
         Q_EMIT dragReleased();
     }
-    if (_keyboard.yielded() || _pointer.take())
+    if (_keyboard.yielded() || _takePointer())
         _buttonTimer.stop();
     else if (_pointerDeadline.hasExpired())
         Q_EMIT lost();

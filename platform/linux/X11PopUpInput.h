@@ -39,6 +39,8 @@ public:
     /// Takes the keyboard, and the pointer unless a button holds it, in which case it follows at the release.
     /// False, with nothing held, when another client keeps them.
     [[nodiscard]] bool begin();
+    /// Whether the pointer is ours now.
+    [[nodiscard]] bool hasPointer() const { return _pointer.held(); }
 
     /// From now on everything is swallowed, but that keys are handed to the root window, where nobody but a
     /// hot key takes them; `settled` follows when no key that went to us and no button is down any more, at
@@ -58,6 +60,8 @@ Q_SIGNALS:
     void menuModifierFlagsMayHaveChanged();
     /// The pop-up has lost its ground: the focus went elsewhere, or the pointer can't be had.
     void lost();
+    /// The pointer is ours, which it was not before.
+    void pointerTaken();
     /// A button was pressed while the pointer isn't ours; the place is where the pointer is now.
     void pressedElsewhere();
     /// The button that was down at the start is being dragged, or has been released after that.
@@ -82,6 +86,7 @@ private:
     void _takeKeyboardBackIfUp();
     void _takeKeyboardBack();
     void _takePointerWhenFree();
+    [[nodiscard]] bool _takePointer();
     [[nodiscard]] bool _anyShortcutModifierDown() const;
     [[nodiscard]] bool _takeKeyboardInFront(int attempts);
     void _focusMayBeLost();
