@@ -272,6 +272,29 @@ TEST_F(LinuxWorkspaceTest, aSecondWindowOfTheSameProgram_isASwitchWithItsOwnBar)
     }
 }
 
+TEST_F(LinuxWorkspaceTest, windowsOfTheSameTitle_haveEachItsOwnBar)
+{
+    for (const QString& toolkit : {u"gtk3"_s, u"qt5"_s, u"qt6"_s}) {
+        SCOPED_TRACE(toolkit.toStdString());
+        const FixtureProgram program(toolkit, {u"--windows"_s, u"2"_s, u"--same-title"_s});
+        ASSERT_TRUE(waitUntilFront(program));
+        ASSERT_TRUE(QTest::qWaitFor(
+            [&] { return windows.windowsOf(program.processIdentifier()).size() == 2; }, Limit));
+        const QList<xcb_window_t> both = windows.windowsOf(program.processIdentifier());
+        EXPECT_EQ(windows.title(both[0]), windows.title(both[1]));
+        QList<bool> second;
+        for (const xcb_window_t window : {both[0], both[1], both[0], both[1]}) {
+            activate(window);
+            ASSERT_TRUE(waitUntilActive(window));
+            QTest::qWait(200); // the program says which is active a moment later
+            second.append(barTitles().contains(u"Window 2"_s));
+        }
+        EXPECT_NE(second[0], second[1]);
+        EXPECT_EQ(second[0], second[2]);
+        EXPECT_EQ(second[1], second[3]);
+    }
+}
+
 TEST_F(LinuxWorkspaceTest, aDialog_isNoSwitchAndHasItsWindowsBar)
 {
     for (const QString& toolkit : {u"gtk3"_s, u"qt5"_s, u"qt6"_s}) {
