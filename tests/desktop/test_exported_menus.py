@@ -3,7 +3,7 @@
 import os
 
 from harness.accessible import Item
-from harness.applications import Fixture
+from harness.applications import Application, Fixture
 from harness.case import DesktopTest, main
 from harness.monitor import BusMonitor
 from harness.navigation import Navigation
@@ -118,6 +118,55 @@ class TheMenuOfGtk4WithABarInTheWindow(TheMenuOfGtk4):
     """Its bar is in the accessibility tree then, but without what its closed menus hold."""
 
     options = ("--show-bar",)
+
+
+class TheMenuOfGucharmap(OverAnExport):
+    """A program of GTK 3 on a desktop that shows menu bars itself: then none is in the window."""
+
+    tools = ("gucharmap",)
+    titles = ["File", "View", "Search", "Go", "Help"]
+
+    @classmethod
+    def start_application(cls):
+        settings = cls.session.directory / "home/.config/gtk-3.0/settings.ini"
+        settings.parent.mkdir(parents=True)
+        settings.write_text("[Settings]\ngtk-shell-shows-menubar=1\n")
+        return Application(cls.session, ["gucharmap"], "Character Map")
+
+    def setUp(self):
+        super().setUp()
+        self.assertIsNone(self.bus.application(self.application.pid).menu_bar())
+
+    def marked(self):
+        self.open_menu()
+        marked = [item.title for item in self.go.enter("View") if item.checked]
+        self.close_menu()
+        return marked
+
+    def test_has_what_the_program_exports(self):
+        self.read_back()
+        self.open_menu()
+        self.assertEqual(self.go.enter("View"), [
+            Item("By Script", checked=True), Item("By Unicode Block"), SEPARATOR,
+            Item("Show only glyphs from this font"), Item("Snap Columns to Power of Two"), SEPARATOR, Item("Zoom In"),
+            Item("Zoom Out"), Item("Normal Size")])
+
+    def test_changes_what_was_chosen(self):
+        self.read_back()
+        self.assertEqual(self.marked(), ["By Script"])
+        for title in ("By Unicode Block", "By Script"):
+            self.open_menu()
+            self.go.choose("View", title)
+            wait_for(lambda chosen=title: self.marked() == [chosen], f"{title} chosen", step=0.1)
+
+    def test_opens_a_window_that_comes_to_the_front(self):
+        self.read_back()
+        self.open_menu()
+        self.go.choose("Search", "Find")
+        dialog = self.screen.window_titled("Find")
+        self.screen.wait_until_active(dialog)
+        self.screen.tap("Escape")
+        self.screen.wait_until_active(self.application.window)
 
 
 class TheMenuOfGtk4OnTheBus(DesktopTest):

@@ -1,8 +1,13 @@
 # SPDX-License-Identifier: MIT
 """The menu is that of the application in front, and follows it."""
+import sys
+
+from harness import display_relay
 from harness.applications import Fixture
 from harness.case import DesktopTest, main
+from harness.navigation import Navigation
 from harness.over import OWN_ENTRY, OverAnApplication
+from harness.screen import LEFT
 from harness.tarnwick import Tarnwick
 from harness.waiting import holds_for, wait_for
 
@@ -90,6 +95,91 @@ class SeveralApplications(OverAnApplication):
         self.bring_to_front(viewer.window, VIEWER)
         viewer.program.stop()
         self.wait_for_titles(EDITOR + NOTHING_BUT_OURS)
+
+
+class InASandbox:
+    """The server takes its windows for those of another process, one that is not on the accessibility bus."""
+
+    kit = None
+
+    def start_behind_relay(self):
+        server = self.screen.display.get_display_name().lstrip(":").split(".")[0]
+        number = str(int(server) + 5000)
+        relay = self.session.run(sys.executable, display_relay.__file__, number, server)
+        wait_for(lambda: "ready" in relay.output, "a relay for the display")
+        return Fixture(self.session, self.kit, title="Sandboxed", menu="viewer.menu", DISPLAY=f":{number}")
+
+    def test_has_its_menu_shown_and_chosen_from(self):
+        self.connect_accessibility()
+        tarnwick = Tarnwick(self.session)
+        wait_for(self.bus.is_enabled, "accessibility switched on", step=0.05)
+        fixture = self.start_behind_relay()
+        fixture.accessible(self.bus)
+        # The hot key takes the state "active" from the window, which is what tells it from others here.
+        holds_for(lambda: tarnwick.popups.count() == 0, 1.5, "a menu without a trigger")
+        reader = tarnwick.reader(self.bus)
+        self.addCleanup(reader.close)
+        tarnwick.open()
+        reader.wait_for(1)
+        self.assertEqual(reader.titles(), VIEWER + NOTHING_BUT_OURS)
+        Navigation(self.screen, reader).choose("Image", "Flip", "Vertical")
+        fixture.wait_for_line("chosen", "Image > Flip > Vertical")
+
+
+class AProgramOfGtk3InASandbox(InASandbox, DesktopTest):
+    kit = "gtk3"
+
+
+class AProgramOfQt5InASandbox(InASandbox, DesktopTest):
+    kit = "qt5"
+
+
+class AProgramOfQt6InASandbox(InASandbox, DesktopTest):
+    kit = "qt6"
+
+
+class AMenuThatIsFilledWhenItOpens(OverAnApplication):
+    """It cannot be read before somebody has opened it in the application, and Tarnwick never does."""
+
+    def start_and_wait(self, kit):
+        fixture = Fixture(self.session, kit, menu="kinds.menu", title=f"Late {kit}")
+        self.addCleanup(fixture.program.stop)
+        bar = fixture.bar_items(self.bus)
+        self.wait_for_titles([item.title for item in bar] + NOTHING_BUT_OURS)
+        return fixture, bar
+
+    @classmethod
+    def start_application(cls):
+        return Fixture(cls.session, "gtk3", title="Editor")
+
+    def menus_of(self, fixture):
+        return [window for window in self.screen.unmanaged_windows() if window.pid == fixture.pid]
+
+    def open_in_the_application(self, fixture, entry):
+        self.screen.click(LEFT, at=entry.node.center)
+        wait_for(lambda: self.menus_of(fixture), "the application's own menu")
+        self.screen.tap("Escape")
+        self.screen.tap("Escape")
+        wait_for(lambda: not self.menus_of(fixture) and self.screen.grabs_left() == [], "that menu closed")
+
+    def test_is_empty_until_then_and_mirrored_afterwards(self):
+        for kit in ("gtk3", "qt5", "qt6"):
+            with self.subTest(kit):
+                fixture, bar = self.start_and_wait(kit)
+                self.read_back()
+                self.open_menu()
+                self.go.highlight("Late")
+                self.screen.tap("Right")
+                holds_for(lambda f=fixture: self.menus_of(f) == [], 0.3, "a menu of the application")
+                self.tarnwick.close_menu()
+                self.reader.wait_for(0)
+                self.open_in_the_application(fixture, bar[-1])
+                self.open_menu()
+                self.assertEqual([item.title for item in self.go.enter("Late")], ["Only Then"])
+                self.go.choose("Only Then")
+                fixture.wait_for_line("chosen", "Late > Only Then")
+                self.reader.close()
+                fixture.program.stop()
 
 
 class ASwitch(DesktopTest):

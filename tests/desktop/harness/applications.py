@@ -15,10 +15,10 @@ _TEXT = 61
 class Application:
     """A program with a window; made when one of its windows is in front."""
 
-    def __init__(self, session, command, title=""):
+    def __init__(self, session, command, title="", **extra_environment):
         self._session = session
         self._accessible = None
-        self.program = session.run(*command)
+        self.program = session.run(*command, **extra_environment)
         self.window = self._first_window(title)
         wait_for(self.is_in_front, f"{self.program.name} in front")
 
@@ -63,13 +63,13 @@ class Application:
 class Fixture(Application):
     """One of our own programs with a menu bar made from a file of tests/data; it writes down what happens in it."""
 
-    def __init__(self, session, kit, *options, menu="editor.menu", title=None):
+    def __init__(self, session, kit, *options, menu="editor.menu", title=None, **extra_environment):
         title = title or f"Fixture {kit}"
         self.log_file = session.directory / "out" / f"{title}.log"
         self.log_file.unlink(missing_ok=True)
         self.menu_file = menu if os.path.isabs(menu) else DATA / menu
         super().__init__(session, [fixture_program(kit), self.menu_file, "--log", self.log_file, "--title", title,
-                                   *options], title)
+                                   *options], title, **extra_environment)
 
     def lines(self, kind):
         """The rest of the lines that begin with `kind`, oldest first."""

@@ -1,0 +1,53 @@
+# SPDX-License-Identifier: MIT
+"""Stands between a program and the X server, as the proxies of sandboxes stand between a program and a service.
+
+    display_relay.py NUMBER SERVER
+
+Listens as display NUMBER and hands everything on to display SERVER, so that the server takes the windows of what comes
+in here for windows of this process.
+"""
+import os
+import socket
+import sys
+import threading
+
+
+def _path(number):
+    return f"/tmp/.X11-unix/X{number}"
+
+
+def _pump(source, sink):
+    """Memory that is shared with the server comes as descriptors beside the data."""
+    try:
+        while True:
+            data, descriptors, _, _ = socket.recv_fds(source, 65536, 16)
+            if not data:
+                break
+            sent = socket.send_fds(sink, [data], descriptors)
+            for descriptor in descriptors:
+                os.close(descriptor)
+            sink.sendall(data[sent:])
+    except OSError:
+        pass
+    for end in (source, sink):
+        try:
+            end.shutdown(socket.SHUT_RDWR)
+        except OSError:
+            pass
+
+
+def _serve(number, server):
+    listening = socket.socket(socket.AF_UNIX)
+    listening.bind("\0" + _path(number))  # leaves no file behind
+    listening.listen()
+    print("ready", flush=True)
+    while True:
+        client, _ = listening.accept()
+        upstream = socket.socket(socket.AF_UNIX)
+        upstream.connect(_path(server))
+        for pair in ((client, upstream), (upstream, client)):
+            threading.Thread(target=_pump, args=pair, daemon=True).start()
+
+
+if __name__ == "__main__":
+    _serve(int(sys.argv[1]), int(sys.argv[2]))
