@@ -19,7 +19,7 @@ FoundMenuBar MenuBars::of(const FrontWindow& front)
     for (const xcb_window_t window : _windows.withOwners(front.window)) {
         const bool active = window == front.window;
         const FrontWindow one{window, active ? front.processIdentifier : _windows.processIdentifier(window)};
-        if (const FoundMenuBar found = _ofWindow(one, active))
+        if (FoundMenuBar found = _ofWindow(one, active))
             return found;
     }
     return front.processIdentifier ? _ofAnyWindow(*front.processIdentifier) : FoundMenuBar();
@@ -29,7 +29,7 @@ FoundMenuBar MenuBars::_ofWindow(const FrontWindow& window, bool active)
 {
     AtspiMenuBars& tree = _places.inTree;
     const BusReference exported = _places.exported.ofWindow(window.window);
-    const FoundMenuBar second{exported ? &_places.exports : nullptr, exported, window.window};
+    FoundMenuBar second{exported ? &_places.exports : nullptr, exported, window.window};
     if (second && window.processIdentifier && tree.hidesClosedMenus(*window.processIdentifier))
         return second;
     const BusReference inTree = tree.ofWindow(window, active);

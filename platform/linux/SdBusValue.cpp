@@ -85,9 +85,9 @@ bool SdBusValue::_readNext(sd_bus_message* message, int depth)
         sd_bus_message_peek_type(message, &type, &contents) <= 0)
         return false;
     if (!isContainer(type)) {
-        auto bytes = readBasic(message, type);
+        const auto bytes = readBasic(message, type);
         if (bytes)
-            _parts.append({type, *std::move(bytes)});
+            _parts.append({type, *bytes});
         return bytes.has_value();
     }
     _parts.append({type, contents});
