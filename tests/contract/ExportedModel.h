@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/linux/GtkMenuModel.h"
+#include "platform/linux/SdBusMessage.h"
 
 #include <QSet>
 
@@ -114,6 +115,17 @@ inline void append(sd_bus_message* message, const QList<Action>& actions)
         sd_bus_message_close_container(message);
     }
     sd_bus_message_close_container(message);
+}
+
+/// Sends what `fill` appends as the reply to a call.
+template <typename Fill>
+bool answer(sd_bus_message* call, const Fill& fill)
+{
+    sd_bus_message* raw = nullptr;
+    sd_bus_message_new_method_return(call, &raw);
+    const SdBusMessage reply(raw);
+    fill(raw);
+    return sd_bus_send(nullptr, raw, nullptr) >= 0;
 }
 
 } // namespace exported

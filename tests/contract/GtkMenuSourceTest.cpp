@@ -20,17 +20,6 @@ namespace {
 
 constexpr GtkMenuNumber Bar{0, 0};
 
-/// Sends what `fill` appends as the reply to a call.
-template <typename Fill>
-bool answer(sd_bus_message* call, const Fill& fill)
-{
-    sd_bus_message* raw = nullptr;
-    sd_bus_message_new_method_return(call, &raw);
-    const SdBusMessage reply(raw);
-    fill(raw);
-    return sd_bus_send(nullptr, raw, nullptr) >= 0;
-}
-
 /// The groups in a call to "Start" or "End".
 QList<quint32> groupsIn(sd_bus_message* call)
 {
