@@ -11,13 +11,15 @@
 #include <QGridLayout>
 #include <QLayout>
 
+#include <algorithm>
+
 namespace tarnwick {
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int FieldWidth = 220;
+constexpr int FieldWidth = 220; ///< at least
 constexpr int TitleGap = 6;
 constexpr int FieldInset = 2; ///< both fields leave that much for their focus ring
 
@@ -35,6 +37,10 @@ HotKeyPane::HotKeyPane(ActionTarget& target)
     _addHotKey(*grid);
     grid->addLayout(makeSeparator(), grid->rowCount(), 0, 1, -1);
     _addMouseButton(*grid, target);
+    // Both alike: the text of the mouse button has a size of its own, and a length in each language.
+    const int width = std::max(FieldWidth, _mouseButtonIdentifier->sizeHint().width());
+    _shortcutRecorder->setFixedWidth(width);
+    _mouseButtonIdentifier->setFixedWidth(width);
 }
 
 void HotKeyPane::_addHotKey(QGridLayout& grid)
@@ -79,7 +85,6 @@ void HotKeyPane::_addField(QGridLayout& grid, const QString& label, QWidget& fie
     auto* title = new QLabel(label);
     title->setBuddy(&field);
     title->setContentsMargins(0, 0, TitleGap, 0);
-    field.setFixedWidth(FieldWidth);
     const int row = grid.rowCount();
     grid.addWidget(title, row, TitleColumn, Qt::AlignRight | Qt::AlignVCenter);
     grid.addWidget(&field, row, FieldColumn);

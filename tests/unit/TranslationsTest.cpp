@@ -2,10 +2,14 @@
 #include "app/Translations.h"
 
 #include "app/AppDelegate.h"
+#include "mouse/TWMouseButtonIdentifier.h"
+#include "prefs/HotKeyPane.h"
 #include "prefs/PreferencesToolbar.h"
 #include "prefs/PreferencesWindow.h"
 #include "shortcut/KeyStrings.h"
 #include "shortcut/Localized.h"
+#include "shortcut/RecorderAppearance.h"
+#include "shortcut/SRRecorderControl.h"
 #include "tests/fakes/FakeEventTaps.h"
 #include "tests/fakes/FakeWorkspace.h"
 #include "tests/unit/ShortcutFixture.h"
@@ -13,8 +17,10 @@
 #include <QAbstractButton>
 #include <QCoreApplication>
 #include <QFile>
+#include <QFontMetricsF>
 #include <QKeySequence>
 #include <QLabel>
+#include <QLayout>
 #include <QXmlStreamReader>
 
 using namespace tarnwick;
@@ -134,6 +140,27 @@ TEST_F(TranslationsTest, englishAndUnknownLanguages_stayEnglish)
     for (const QString& name : {u"en_GB"_s, u"C"_s, u"sw_KE"_s, u"zh_TW"_s}) {
         const Translations translations{QLocale(name)};
         EXPECT_EQ(localized("Type shortcut"), u"Type shortcut"_s) << name.toStdString();
+    }
+}
+
+TEST_F(TranslationsTest, inEveryLanguage_theFieldsHaveRoomForTheirTexts)
+{
+    AppDelegate::setupPreferenceDefaults();
+    constexpr double Cap = RecorderAppearance::CapWidth + 2.0 + RecorderAppearance::TextGapToButton;
+    for (const QString& language : Languages) {
+        const Translations translations{QLocale(language)};
+        Nobody nobody;
+        PreferencesWindow window(nobody, nobody, [] {});
+        HotKeyPane& pane = window.hotKeyView();
+        pane.layout()->activate();
+        const double field = pane.shortcutRecorder()->width() - RecorderAppearance::TextPadding - Cap;
+        const QFontMetricsF prompt(fonts.systemFontOfSize(fonts.labelFontSize()));
+        for (const auto* text : {"Click to record shortcut", "Type shortcut", "Use old shortcut"}) {
+            EXPECT_LE(prompt.horizontalAdvance(localized(text)), field)
+                << language.toStdString() << ": " << localized(text).toStdString();
+        }
+        EXPECT_LE(pane.mouseButtonIdentifier()->sizeHint().width(), pane.mouseButtonIdentifier()->width())
+            << language.toStdString();
     }
 }
 
