@@ -73,6 +73,24 @@ class Inspecting(DesktopTest):
         self.assertEqual(result.returncode, 0, result.stderr)
         self.assertIn("Fixture gtk3", result.stdout)
 
+    def test_delay_leaves_time_to_bring_another_application_to_the_front(self):
+        self.in_front("gtk3")
+        inspection = self.session.run(os.environ["TARNWICK_INSPECT"], "--delay", "4")
+        later = Fixture(self.session, "gtk3", menu="viewer.menu", title="Later")
+        self.addCleanup(later.program.stop)
+        later.accessible(self.bus)
+        self.assertTrue(inspection.running(), "it has not waited")
+        self.assertEqual(inspection.status(), 0)
+        self.assertEqual(inspection.output.splitlines()[1:3], ["File", "Image"])
+
+    def test_what_makes_no_sense_is_refused(self):
+        for options in (["--pid", "x"], ["--pid", "0"], ["--delay", "-1"], ["--delay", "soon"], ["File"], ["--shout"]):
+            with self.subTest(options):
+                result = self.inspect(*options)
+                self.assertNotEqual(result.returncode, 0)
+                self.assertEqual(result.stdout, "")
+                self.assertNotEqual(result.stderr, "")
+
     def test_leaves_nothing_behind(self):
         fixture = self.in_front("gtk3")
         self.inspect("--all")

@@ -124,6 +124,19 @@ class TheWindow(ThePreferences):
         Navigation(self.screen, reader).choose("Tarnwick", "Preferences...")
         self.window().close()
 
+    def test_is_on_every_workspace(self):
+        self.start_with_window()
+        for shown in ("for the first time", "again"):
+            for number in (1, 2, 0):
+                with self.subTest(shown=shown, workspace=number):
+                    self.screen.show_workspace(number)
+                    holds_for(self.is_visible, 0.2, "the window is not there")
+            self.preferences.close()
+            self.preferences = self.start_again()
+
+    def is_visible(self):
+        return self.preferences.window.handle.get_attributes().map_state == X.IsViewable
+
     def test_keeps_its_top_edge_and_its_width_from_pane_to_pane(self):
         self.start_with_window()
         x, y, width, height = self.preferences.window.frame
@@ -148,6 +161,14 @@ class TheMouseButton(ThePreferences):
         self.screen.release_button(MIDDLE)
         wait_until_stored(self.tarnwick, MouseButton=25)
         self.assertEqual(self.preferences.mouse_button.name, "Mouse button, Button Number: 25")
+
+    def test_is_learned_alike_from_the_buttons_at_the_side(self):
+        for button in (8, 9):
+            with self.subTest(button=button):
+                self.start_with_window(MouseButton=0)
+                self.preferences.click_mouse_button(button)
+                wait_until_stored(self.tarnwick, MouseButton=25)
+                self.tarnwick.stop()
 
     def test_is_learned_when_press_and_release_come_without_a_pause(self):
         for _ in range(3):

@@ -132,6 +132,15 @@ class TheOldHotKey(Recording):
         wait_for(lambda: self.screen.grabs_left() == [], "a free keyboard")
         self.assert_opens_menu("z", OPTION)
 
+    def test_stays_when_the_program_crashes_while_recording(self):
+        """What recording had taken for itself is free again at once."""
+        self.recorder.start()
+        self.assertIn("keyboard", self.screen.grabs_left())
+        self.tarnwick.program.kill()
+        wait_for(lambda: self.screen.grabs_left() == [], "a free keyboard")
+        self.restart()
+        self.assert_opens_menu("z", OPTION)
+
     def close_button(self):
         """Where the window manager has put it: at the right end of the title bar."""
         x, y, width, _ = self.preferences.window.frame

@@ -135,11 +135,19 @@ class Screen:
 
     def activate(self, window):
         """Brings a window to the front, as a task bar does, and waits until it is there."""
-        request = event.ClientMessage(window=window.handle, client_type=self.display.intern_atom("_NET_ACTIVE_WINDOW"),
-                                      data=(32, [2, X.CurrentTime, 0, 0, 0]))
+        self._ask_window_manager(window.handle, "_NET_ACTIVE_WINDOW", 2, X.CurrentTime)
+        self.wait_until_active(window)
+
+    def show_workspace(self, number):
+        """Goes to another workspace, the first being 0, as a pager does, and waits until it is there."""
+        self._ask_window_manager(self.root, "_NET_CURRENT_DESKTOP", number, X.CurrentTime)
+        wait_for(lambda: list(self.property_of(self.root, "_NET_CURRENT_DESKTOP")) == [number], f"workspace {number}")
+
+    def _ask_window_manager(self, handle, name, *data):
+        request = event.ClientMessage(window=handle, client_type=self.display.intern_atom(name),
+                                      data=(32, [*data, *[0] * (5 - len(data))]))
         self.root.send_event(request, event_mask=X.SubstructureRedirectMask | X.SubstructureNotifyMask)
         self.display.flush()
-        self.wait_until_active(window)
 
     def wait_until_active(self, window):
         wait_for(lambda: (front := self.active_window()) is not None and front.id == window.id,
