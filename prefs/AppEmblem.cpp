@@ -39,6 +39,7 @@ void drawPointer(QPainter& painter)
 AppEmblem::AppEmblem(QWidget* parent) : QWidget(parent)
 {
     setFixedSize(Side, Side);
+    setAccessibleName(QStringLiteral("Tarnwick"));
 }
 
 QSize AppEmblem::sizeHint() const

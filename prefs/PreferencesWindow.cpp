@@ -6,6 +6,7 @@
 #include "prefs/GeneralOptionsPane.h"
 #include "prefs/HotKeyPane.h"
 #include "prefs/PaneIcon.h"
+#include "prefs/PreferencesAccessible.h"
 #include "prefs/PreferencesToolbar.h"
 
 #include <QCloseEvent>
@@ -34,7 +35,9 @@ PreferencesWindow::PreferencesWindow(ActionTarget& target, ActionSender& sender,
           new GeneralOptionsPane(target, sender, Workspace::shared().menuBarsHaveSystemMenu())),
       _aboutView(new AboutPane(target, sender))
 {
+    installPreferencesAccessibles();
     setObjectName(u"TWPreferences"_s);
+    _toolbar->setAccessibleName(u"Tarnwick"_s);
     setAttribute(Qt::WA_QuitOnClose, false);
     setWindowFlag(Qt::WindowMaximizeButtonHint, false);
     _panesNotShown->hide();

@@ -1,10 +1,19 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""Checks that every catalogue in translations/ has every text that the sources look up, finished, and no other."""
+"""Checks that every catalogue in translations/ has every text that the sources look up, finished, and no other; and that
+lupdate finds nothing to add and nothing to take away.
 
+    scripts/check_translations.py --update   lets lupdate write new texts into the catalogues, for translators
+"""
+
+import json
+import os
 import pathlib
 import re
+import shutil
+import subprocess
 import sys
+import tempfile
 import xml.etree.ElementTree as ElementTree
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
@@ -49,6 +58,39 @@ def texts_in(catalogue, problems):
             yield name, text
 
 
+def lupdate_program():
+    found = shutil.which("lupdate", path="/usr/lib/qt6/bin:/usr/lib64/qt6/bin:" + os.environ.get("PATH", ""))
+    if not found and os.environ.get("TARNWICK_REQUIRE_TOOLS") == "1":
+        sys.exit("missing: lupdate (qt6-l10n-tools)")
+    return found
+
+
+def run_lupdate(program, used, catalogues, directory):
+    """What lupdate says. Texts that functions of our own look up are handed to it in a form that it knows."""
+    known = directory / "texts.cpp"
+    known.write_text("".join(f"const char* text{i} = QT_TRANSLATE_NOOP({json.dumps(context)}, "
+                             f"{json.dumps(text, ensure_ascii=False)});\n"
+                             for i, (context, text) in enumerate(sorted(used)) if context == TABLE))
+    command = [program, "-locations", "none", "-I", str(ROOT), *(str(ROOT / folder) for folder in FOLDERS), str(known),
+               "-ts", *map(str, catalogues)]
+    result = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, check=True)
+    return result.stdout.splitlines()
+
+
+def lupdate_problems(used, catalogues):
+    program = lupdate_program()
+    if not program:
+        print("no lupdate here: not asked")
+        return
+    with tempfile.TemporaryDirectory() as name:
+        directory = pathlib.Path(name)
+        copies = [pathlib.Path(shutil.copy(catalogue, directory)) for catalogue in catalogues]
+        for line in run_lupdate(program, used, copies, directory):
+            fine = line.startswith(("Scanning", "Updating")) or "(0 new and" in line or not line.strip()
+            if not fine:
+                yield f"lupdate: {line.strip()}"
+
+
 def main():
     used = set()
     for folder in FOLDERS:
@@ -56,12 +98,17 @@ def main():
             used |= set(texts_of(path))
     problems = []
     catalogues = sorted((ROOT / "translations").glob("*.ts"))
+    if sys.argv[1:] == ["--update"]:
+        with tempfile.TemporaryDirectory() as name:
+            print("\n".join(run_lupdate(lupdate_program(), used, catalogues, pathlib.Path(name))))
+        return 0
     for catalogue in catalogues:
         there = list(texts_in(catalogue, problems))
         problems += [f"{catalogue.name}: {name}: missing: {text!r}" for name, text in sorted(used - set(there))]
         problems += [f"{catalogue.name}: {name}: not used: {text!r}" for name, text in sorted(set(there) - used)]
         if len(there) != len(set(there)):
             problems.append(f"{catalogue.name}: a text is there twice")
+    problems += lupdate_problems(used, catalogues)
     for problem in problems:
         print(problem)
     print(f"{len(used)} texts, {len(catalogues)} catalogues, {len(problems)} problems")

@@ -16,6 +16,8 @@
 #include <QMouseEvent>
 #include <xcb/xfixes.h>
 
+using namespace Qt::StringLiterals;
+
 namespace tarnwick {
 
 namespace {
@@ -65,6 +67,7 @@ QMenuPresenter::QMenuPresenter()
               Qt::Tool | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint | Qt::WindowDoesNotAcceptFocus)
 {
     _keeper.setAttribute(Qt::WA_ShowWithoutActivating);
+    _keeper.setAccessibleName(u"Tarnwick"_s);
     _keeper.setCursor(Qt::ArrowCursor);
     _keeper.setGeometry(QRect(offScreen, QSize(1, 1)));
     if (X11Connection::shared())

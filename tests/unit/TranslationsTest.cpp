@@ -3,6 +3,8 @@
 
 #include "app/AppDelegate.h"
 #include "mouse/TWMouseButtonIdentifier.h"
+#include "prefs/AboutPane.h"
+#include "prefs/GeneralOptionsPane.h"
 #include "prefs/HotKeyPane.h"
 #include "prefs/PreferencesToolbar.h"
 #include "prefs/PreferencesWindow.h"
@@ -161,6 +163,38 @@ TEST_F(TranslationsTest, inEveryLanguage_theFieldsHaveRoomForTheirTexts)
         }
         EXPECT_LE(pane.mouseButtonIdentifier()->sizeHint().width(), pane.mouseButtonIdentifier()->width())
             << language.toStdString();
+    }
+}
+
+TEST_F(TranslationsTest, inEveryLanguage_eachTextOfThePreferencesHasRoom)
+{
+    AppDelegate::setupPreferenceDefaults();
+    for (const QString& language : Languages) {
+        const Translations translations{QLocale(language)};
+        Nobody nobody;
+        PreferencesWindow window(nobody, nobody, [] {});
+        window.show();
+        const QList<QWidget*> panes{&window.hotKeyView(), &window.generalOptionsView(), &window.aboutView()};
+        for (QWidget* pane : panes) {
+            window.removePanes();
+            pane->resize(window.width(), pane->height());
+            window.addPane(*pane);
+            pane->layout()->activate();
+            const auto texts = pane->findChildren<QLabel*>();
+            for (const QLabel* text : texts) {
+                SCOPED_TRACE((language + u": "_s + text->text()).toStdString());
+                EXPECT_GE(text->height(), text->heightForWidth(text->width()));
+                if (!text->wordWrap()) {
+                    EXPECT_GE(text->width(), text->sizeHint().width());
+                }
+            }
+            const auto buttons = pane->findChildren<QAbstractButton*>();
+            for (const QAbstractButton* button : buttons) {
+                SCOPED_TRACE((language + u": "_s + button->text()).toStdString());
+                EXPECT_GE(button->width(), button->sizeHint().width());
+                EXPECT_TRUE(pane->rect().contains(button->geometry()));
+            }
+        }
     }
 }
 

@@ -1,0 +1,157 @@
+# SPDX-License-Identifier: MIT
+"""Tarnwick itself for those who hear it or use it with the keyboard alone: read by a client that knows nothing of it."""
+import subprocess
+
+from harness.accessible import (CHECKED, ENABLED, FOCUSED, MENU_ITEM, POPUP_MENU, SENSITIVE, SEPARATOR, SHOWING,
+                                VISIBLE)
+from harness.applications import Fixture
+from harness.case import DesktopTest, main
+from harness.navigation import Navigation
+from harness.over import OWN_ENTRY
+from harness.preferences import CHECK_BOX, LABEL, Preferences
+from harness.tarnwick import Tarnwick
+from harness.waiting import wait_for
+
+FOCUSABLE = 11
+NO_ROLES = {0, 67}  # invalid, unknown
+# What stands around the things that mean something.
+FILLER, FRAME = 20, 23
+CONTAINERS = {FILLER, SEPARATOR}
+PANES = ("Hot Key", "General", "About")
+
+
+class ThePreferences(DesktopTest):
+    @classmethod
+    def prepare(cls):
+        cls.connect_accessibility().switch_on()
+        cls.tarnwick = Tarnwick(cls.session, FirstRun=False)
+        cls.preferences = Preferences(cls.session, cls.bus, cls.tarnwick)
+
+    def showing(self):
+        return [node for node in self.preferences.application.descendants() if SHOWING in node.states]
+
+    def focused(self):
+        return next((node for node in self.showing() if FOCUSED in node.states), None)
+
+    def picture_of(self, frame):
+        """The pixels of a part of the screen, with a little of what is around it."""
+        x, y, width, height = frame
+        path = self.session.directory / "part.png"
+        self.session.screenshot(path)
+        return subprocess.run(["convert", str(path), "-crop", f"{width + 8}x{height + 8}+{x - 4}+{y - 4}", "+repage",
+                               "rgb:-"], check=True, capture_output=True).stdout
+
+    def next_with_tab(self, before):
+        self.screen.tap("Tab")
+
+        def moved():
+            now = self.focused()
+            return now if now and now != before else None
+        return wait_for(moved, "another control with the focus", step=0.02)
+
+    def test_have_a_role_a_name_and_states_in_every_pane(self):
+        for pane in PANES:
+            self.preferences.show_pane(pane)
+            nodes = self.showing()
+            self.assertGreater(len(nodes), 6)
+            self.assertIn((FRAME, pane), [(node.role, node.name) for node in nodes])
+            for node in nodes:
+                with self.subTest(pane=pane, role=node.role, name=node.name):
+                    self.check(node)
+
+    def check(self, node):
+        role, states = node.role, node.states
+        self.assertNotIn(role, NO_ROLES)
+        self.assertTrue({VISIBLE, ENABLED, SENSITIVE} <= states, sorted(states))
+        if role not in CONTAINERS:
+            self.assertTrue(node.name.strip())
+
+    def test_give_every_control_the_keyboard_and_show_where_it_is(self):
+        for pane in PANES:
+            self.preferences.show_pane(pane)
+            wanted = {(node.role, node.name) for node in self.showing() if self.takes_keys(node)}
+            with self.subTest(pane):
+                reached, unseen = self.round_with_tab()
+                self.assertEqual(wanted - reached, set(), "not reached with Tab")
+                self.assertEqual(unseen, [], "looks the same with and without the focus")
+
+    @staticmethod
+    def takes_keys(node):
+        """Text that can only be selected is not among the stops of Tab."""
+        return FOCUSABLE in node.states and (node.role != LABEL or node.name.startswith("Mouse button, "))
+
+    def round_with_tab(self):
+        """What had the focus on a way round the window, and what of it did not look so."""
+        reached, unseen = set(), []
+        node = self.next_with_tab(self.focused())
+        while (node.role, node.name) not in reached:
+            reached.add((node.role, node.name))
+            frame, with_focus = node.frame, self.picture_of(node.frame)
+            name, node = node.name, self.next_with_tab(node)
+            if self.picture_of(frame) == with_focus:
+                unseen.append(name)
+        return reached, unseen
+
+    def test_tell_the_state_of_what_is_switched(self):
+        self.preferences.show_pane("General")
+        name = "Show keyboard shortcuts beside the menu items"
+        box = self.preferences.control(name, CHECK_BOX)
+        self.assertNotIn(CHECKED, box.states)
+        self.screen.tap("k", "Alt_L")
+        wait_for(lambda: CHECKED in box.states, "the box checked by its key")
+        self.screen.tap("k", "Alt_L")
+        wait_for(lambda: CHECKED not in box.states, "the box not checked")
+
+
+class TheMenu(DesktopTest):
+    @classmethod
+    def prepare(cls):
+        cls.connect_accessibility().switch_on()
+        cls.tarnwick = Tarnwick(cls.session)
+        cls.tarnwick.wait_until_ready()
+        cls.reader = cls.tarnwick.reader(cls.bus)
+        cls.addClassCleanup(cls.reader.close)
+        cls.fixture = Fixture(cls.session, "gtk3")
+        titles = [item.title for item in cls.fixture.bar_items(cls.bus)]
+        cls.tarnwick.wait_for_titles(cls.reader, titles)
+
+    def check_level(self, level):
+        menu = self.reader.menus()[level]
+        self.assertEqual(menu.role, POPUP_MENU)
+        self.assertIn(SHOWING, menu.states)
+        for item in self.reader.items(level):
+            self.assertNotIn(item.node.role, NO_ROLES, item)
+            self.assertTrue(item.separator or item.node.name, item)
+            self.assertTrue({VISIBLE, SHOWING} <= item.node.states, item)
+
+    def test_has_a_role_a_name_and_states_for_each_entry_and_tells_the_highlighted_one(self):
+        navigation = Navigation(self.screen, self.reader)
+        self.tarnwick.open()
+        self.reader.wait_for(1)
+        self.check_level(0)
+        navigation.enter("Edit")
+        self.check_level(1)
+        shown = {item.title: item.enabled for item in self.reader.items(1) if not item.separator}
+        edit = next(item for item in self.fixture.bar_items(self.bus) if item.title == "Edit")
+        theirs = {item.title: item.enabled for item in edit.node.items() if not item.separator}
+        self.assertEqual(shown, theirs, "what is greyed in the application is told as such")
+        self.assertIn(False, shown.values())
+        self.screen.tap("Down")
+        title = wait_for(self.reader.focused_title, "an entry that is told to be highlighted")
+        self.assertIn(title, shown)
+        navigation.leave()
+        self.tarnwick.close_menu()
+
+    def test_is_left_and_walked_with_the_keyboard_alone(self):
+        navigation = Navigation(self.screen, self.reader)
+        self.tarnwick.open()
+        self.reader.wait_for(1)
+        navigation.highlight(OWN_ENTRY)
+        entries = [item.title for item in navigation.enter(OWN_ENTRY)]
+        self.assertEqual(entries, ["About Tarnwick...", "Preferences...", "Quit"])
+        self.assertEqual({item.node.role for item in self.reader.items(1)}, {MENU_ITEM})
+        self.tarnwick.close_menu()
+
+
+if __name__ == "__main__":
+    main()
