@@ -2,13 +2,12 @@
 #include "platform/linux/AtspiMenuBars.h"
 
 #include "platform/linux/AtspiConstants.h"
+#include "platform/linux/AtspiToolkit.h"
 #include "platform/linux/MenuBarSearch.h"
 
 #include <algorithm>
 
 using namespace std::chrono_literals;
-
-using namespace Qt::StringLiterals;
 
 namespace tarnwick {
 
@@ -82,7 +81,7 @@ bool AtspiMenuBars::hidesClosedMenus(const BusReference& bar)
     const ReadingBudget::Reading reading(_budget);
     const auto name =
         _bus.facts(_bus.root(bar.service), {AtspiQuestion::Toolkit}, reading.deadline()).toolkit;
-    return name == "GTK"_L1; // from its version 4 on, which writes it like this
+    return name && toolkitNamed(*name) == AtspiToolkit::Gtk4;
 }
 
 bool AtspiMenuBars::hidesClosedMenus(qint64 processIdentifier)

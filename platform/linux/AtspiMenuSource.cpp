@@ -51,6 +51,8 @@ std::optional<QList<MenuRow>> AtspiMenuSource::_read(const BusReference& menu, M
 {
     const ReadingBudget::Reading reading(_budget);
     AtspiToolkit toolkit = _toolkitOf(_bus.root(menu.service), reading.deadline());
+    if (toolkit == AtspiToolkit::Gtk4)
+        return QList<MenuRow>();
     auto items = _childrenOf(menu, toolkit, level, reading.deadline());
     if (!items)
         return std::nullopt;

@@ -10,6 +10,7 @@ enum class AtspiToolkit {
     Gtk,    ///< the role tells which items hold a submenu, the state VISIBLE which are hidden
     Bridge, ///< like Gtk, but VISIBLE may be missing from everything in a closed menu
     Qt,     ///< holders have one child, the submenu; hidden items take no room, and no state tells them
+    Gtk4,   ///< nothing can be read: closed menus are not there, and to press an entry may do anything
     Unknown ///< neither is known yet
 };
 
@@ -18,6 +19,8 @@ enum class AtspiToolkit {
 {
     if (name == QLatin1String("gtk"))
         return AtspiToolkit::Gtk;
+    if (name == QLatin1String("GTK")) // from its version 4 on
+        return AtspiToolkit::Gtk4;
     return name == QLatin1String("Qt") ? AtspiToolkit::Qt : AtspiToolkit::Unknown;
 }
 

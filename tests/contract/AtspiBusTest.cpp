@@ -98,6 +98,15 @@ TEST_F(AtspiBusTest, aQtMenu_costsSixMessagesAnItemAndOne)
     EXPECT_EQ(application->calls().size(), 1 + 6 * 30);
 }
 
+TEST_F(AtspiBusTest, aMenuOfGtk4_isLeftAlone)
+{
+    publish("GTK", menuOf(3));
+    const auto bar = source.readBar(at("/menu"));
+    EXPECT_TRUE(bar && bar->isEmpty()) << "what a press would do, nobody knows";
+    EXPECT_EQ(titles(), QStringList());
+    EXPECT_EQ(application->calls(), QStringList(u"Get ToolkitName "_s + QLatin1String(RootPath)));
+}
+
 TEST_F(AtspiBusTest, aBarOfMenus_tellsThatRolesTell)
 {
     Objects objects = menuOf(3);
