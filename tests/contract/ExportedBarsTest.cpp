@@ -23,6 +23,11 @@ const QStringList Exported{u"Exported"_s};
 class ExportedBarsTest : public ::testing::Test
 {
 protected:
+    void SetUp() override
+    {
+        if (!FixtureProgram::exists(u"gtk4"_s) && !qEnvironmentVariableIsSet("TARNWICK_REQUIRE_TOOLS"))
+            GTEST_SKIP() << "no fixture program of gtk4";
+    }
     ExportedBarsTest()
     {
         exporter.setInterceptor([](sd_bus_message* call) {

@@ -15,6 +15,12 @@ namespace tarnwick {
 class FixtureProgram
 {
 public:
+    /// Whether it could be built where the tests were built.
+    [[nodiscard]] static bool exists(const QString& toolkit)
+    {
+        return QFile::exists(QStringLiteral(TARNWICK_FIXTURES "/menu_fixture_") + toolkit);
+    }
+
     explicit FixtureProgram(const QString& toolkit, const QStringList& options = {},
                             const QString& menu = QStringLiteral("editor"))
     {
