@@ -30,6 +30,7 @@ protected:
     }
     ExportedBarsTest()
     {
+        EXPECT_TRUE(QTest::qWaitFor([&] { return windows.managed(); }, Limit)) << "no window manager";
         exporter.setInterceptor([](sd_bus_message* call) {
             const QByteArrayView member = sd_bus_message_get_member(call);
             if (member == "Start")
