@@ -17,11 +17,11 @@ bus while it is on the screen, and compares: entries, titles, order, greyed, che
 
 - **bar**: entries of the menu bar that are right, of all.
 - **items**: all that can be seen in the opened menus, separators included. An entry too many counts as one that is
-  wrong.
+  wrong. Of separators next to each other one counts, and none at the end of a menu: so the pop-up draws them.
 - **once opened**: the same comparison for what Tarnwick shows after each menu has been open in the program once.
 - **apart**: shortcuts that Tarnwick's tables have no code for. It shows none rather than a wrong one, and the item
   counts as right.
-- **time**: from the start of `tarnwick-inspect --all` to its end, every submenu read.
+- **time**: from the start of `tarnwick-inspect --all` to its end, every submenu read; the median of five.
 """
 
 

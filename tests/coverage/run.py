@@ -36,10 +36,12 @@ def main():
         print("\n".join(catalogue.packages(chosen)))
         return 0
     table = pathlib.Path(arguments.output)
-    rows = report.load(table.with_suffix(".json")) if arguments.names else []
-    for application in chosen:
+    keep = arguments.names or arguments.rewrite
+    rows = report.load(table.with_suffix(".json")) if keep else []
+    for application in [] if arguments.rewrite else chosen:
         rows = report.merged(rows, [_measured(application)], list(known))
         report.write(table, rows, catalogue.explanations())
+    report.write(table, rows, catalogue.explanations())
     print(report.summary(rows))
     return 0 if all(report.is_explained(row, catalogue.explanations()) for row in rows) else 1
 
@@ -49,6 +51,7 @@ def _arguments():
     parser.add_argument("names", nargs="*", help="applications; all without")
     parser.add_argument("--list", action="store_true", help="print their names and stop")
     parser.add_argument("--packages", action="store_true", help=argparse.SUPPRESS)
+    parser.add_argument("--rewrite", action="store_true", help="write the table anew, with what is known already")
     parser.add_argument("--output", default="docs/coverage.md", help="the table; the JSON file stands next to it")
     return parser.parse_args()
 

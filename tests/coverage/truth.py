@@ -97,15 +97,13 @@ class OpenedMenus:
         return first if first and first == self._look(holder) else None
 
     def _look(self, holder):
-        nodes = _contents(holder)
-        if not any(SHOWING in node.states for node in nodes):
-            return None
-        return [entry for entry in map(self._entry, nodes) if entry]
+        return [entry for entry in map(self._entry, _contents(holder)) if entry] if _is_open(holder) else None
 
     def _entry(self, node):
         """Nothing for what is not drawn."""
         role, states = node.role, node.states
-        if VISIBLE not in states or role == TEAROFF or not node.takes_room():
+        # An entry that stands in two menus of Qt has the state of the first.
+        if not (self._qt or VISIBLE in states) or role == TEAROFF or not node.takes_room():
             return None
         if role == SEPARATOR:
             return Entry(separator=True, node=node)
@@ -137,15 +135,23 @@ class OpenedMenus:
         holders = [entry.node for entry in self.bar() if entry.holds_menu]
 
         def closed():
-            if not any(SHOWING in node.states for holder in holders for node in _contents(holder)[:3]):
+            if not any(map(_is_open, holders)):
                 return True
             self._screen.tap("Escape")
             return False
         wait_for(closed, "all menus closed", step=0.1)
 
 
-def _contents(holder):
+def _menu_in_between(holder):
+    """The menu that an entry holds, where that is something by itself."""
     children = holder.children
-    if len(children) == 1 and children[0].role in (POPUP_MENU, MENU) and not children[0].name.strip():
-        return children[0].children
-    return children
+    return children[0] if len(children) == 1 and children[0].role == POPUP_MENU else None
+
+
+def _contents(holder):
+    return (_menu_in_between(holder) or holder).children
+
+
+def _is_open(holder):
+    between = _menu_in_between(holder)
+    return any(SHOWING in node.states for node in ([between] if between else holder.children))
