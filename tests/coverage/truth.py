@@ -76,7 +76,7 @@ class OpenedMenus:
         for level, (index, title) in enumerate(path):
             if index >= len(entries) or entries[index].title != title:
                 return None
-            attempts = (self._point_at, self._click_on, self._nudge) if level else (self._click_on, self._click_on)
+            attempts = (self._point_at, self._click_on, self._point_at) if level else (self._click_on, self._click_on)
             entries = self._opened_by(attempts, entries[index].node)
             if entries is None:
                 return None
@@ -121,11 +121,9 @@ class OpenedMenus:
     # The pointer
 
     def _point_at(self, node):
-        self._screen.move(*node.center)
-
-    def _nudge(self, node):
+        """In several steps: Qt makes nothing of the first one in a new menu."""
         x, y = node.center
-        for step in range(1, 6):
+        for step in range(4, -1, -1):
             self._screen.move(x + step, y)
 
     def _click_on(self, node):
