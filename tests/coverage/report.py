@@ -15,6 +15,9 @@ How well Tarnwick mirrors the menus of real programs, as Debian has them. Measur
 while all of them are closed, then opens each menu in the program with the pointer, reads it over the accessibility
 bus while it is on the screen, and compares: entries, titles, order, greyed, checked, separators, shortcuts, submenus.
 
+Some programs decide only when a menu opens what is in it and what is greyed. Tarnwick does not open menus in order to
+read them: that would show on the screen and act in the program. It shows what such a menu was the last time.
+
 - **bar**: entries of the menu bar that are right, of all.
 - **items**: all that can be seen in the opened menus, separators included. An entry too many counts as one that is
   wrong. Of separators next to each other one counts, and none at the end of a menu: so the pop-up draws them.

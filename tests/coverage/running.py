@@ -47,7 +47,8 @@ def measured(application, inspect, version):
             bus.close()
         session.stop()
     home = str(session.directory / "home")
-    return {**json.loads(json.dumps(row).replace(home, "~")), "version": version}
+    text = json.dumps(row).replace(home, "~").replace(home.replace("_", ""), "~")  # a title eats underscores
+    return {**json.loads(text), "version": version}
 
 
 def _compared(running, application, inspect):
