@@ -164,3 +164,25 @@ TEST_F(RecorderImagesTest, removeBox_isBlackOfTheGivenStrength_underAWhiteCross)
         }
     }
 }
+
+TEST_F(RecorderImagesTest, removeButton_isAsStrongAsTheMouseMakesIt)
+{
+    const QList<std::pair<QString, double>> strengths{{u"idle"_s, 0.25},
+                                                      {u"over-remove"_s, 0.35},
+                                                      {u"pressed-remove"_s, 0.45},
+                                                      {u"dragged-off-remove"_s, 0.35}};
+    const auto scenes = recorderScenes();
+    for (const auto& [state, alpha] : strengths) {
+        const QString name = u"recorder-style0-light-%1@2x"_s.arg(state);
+        const auto scene = std::find_if(scenes.cbegin(), scenes.cend(),
+                                        [&name](const RecorderScene& each) { return each.name == name; });
+        ASSERT_NE(scene, scenes.cend()) << name.toStdString();
+        const QImage image = scene->draw();
+        const auto at = [&image](double x, double y) {
+            return image.pixelColor(int(x * 2), int(y * 2)).green();
+        };
+        // The field ends 3 points before the picture does, the button 4 points before the field.
+        const double middle = image.width() / 2.0 - 3 - 4 - 7;
+        EXPECT_NEAR(at(middle, 10), at(middle - 10, 10) * (1 - alpha), 2) << state.toStdString();
+    }
+}

@@ -4,6 +4,7 @@
 #include "shortcut/SRRecorderCell.h"
 #include "shortcut/SRSharedImageProvider.h"
 #include "tests/fakes/FakeClock.h"
+#include "tests/fakes/FakeEventSource.h"
 #include "tests/fakes/FakeRecorderCellView.h"
 
 #include <QPainter>
@@ -70,6 +71,16 @@ void pressButton(SRRecorderCell& cell, FakeRecorderCellView& view)
     cell.trackMouseInRectOfViewUntilMouseUp(down, view.frame, view, true);
 }
 
+/// The same, and the mouse has left the button since.
+void dragOffButton(SRRecorderCell& cell, FakeRecorderCellView& view)
+{
+    Event dragged;
+    dragged.type = Event::Type::LeftMouseDragged;
+    dragged.locationInWindow = view.inWindow({Width / 2.0, 11});
+    static_cast<FakeEventSource&>(EventSource::shared()).events = {dragged};
+    pressButton(cell, view);
+}
+
 void advanceTransition(int ticks)
 {
     fakeClock().advance(ticks * double(1.0F / 30.0F) + 0.001);
@@ -101,6 +112,11 @@ QList<State> states()
          [](auto& cell, auto& view) {
              setCombination(cell);
              pressButton(cell, view);
+         }},
+        {u"dragged-off-remove",
+         [](auto& cell, auto& view) {
+             setCombination(cell);
+             dragOffButton(cell, view);
          }},
         {u"recording",
          [](auto& cell, auto& view) {
