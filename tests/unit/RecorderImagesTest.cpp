@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 // Draws the recorder in every state and compares it with the pictures that are kept. With
 // TARNWICK_UPDATE_IMAGES set it keeps what it draws instead: scripts/make-recorder-images.
+#include "shortcut/ColorMixing.h"
+#include "shortcut/RecorderAppearance.h"
 #include "tests/unit/RecorderScenes.h"
 #include "tests/unit/ShortcutFixture.h"
 
 #include <QDir>
 #include <QFontInfo>
+#include <QHash>
 
 #include <algorithm>
 #include <cstdlib>
@@ -27,13 +30,19 @@ class PictureFonts final : public Fonts
 public:
     [[nodiscard]] QFont menuBarFontOfSize(double size) const override { return _font(size); }
     [[nodiscard]] QFont menuFontOfSize(double size) const override { return _font(size); }
-    [[nodiscard]] QFont systemFontOfSize(double size) const override { return _font(size); }
+    [[nodiscard]] QFont systemFontOfSize(double size) const override
+    {
+        asked.append(size);
+        return _font(size);
+    }
     [[nodiscard]] double labelFontSize() const override { return 8; }
     [[nodiscard]] double smallSystemFontSize() const override { return 8.5; }
     [[nodiscard]] QFont convertFontToHaveTrait(const QFont& font, Trait /*trait*/) const override
     {
         return font;
     }
+
+    mutable QList<double> asked; ///< look: the sizes of system fonts that were wanted
 
 private:
     static QFont _font(double size)
@@ -184,5 +193,47 @@ TEST_F(RecorderImagesTest, removeButton_isAsStrongAsTheMouseMakesIt)
         // The field ends 3 points before the picture does, the button 4 points before the field.
         const double middle = image.width() / 2.0 - 3 - 4 - 7;
         EXPECT_NEAR(at(middle, 10), at(middle - 10, 10) * (1 - alpha), 2) << state.toStdString();
+    }
+}
+
+TEST_F(RecorderImagesTest, prompts_areInTheSizeOfLabels_combinationsInTheSmallSize)
+{
+    const QHash<QString, double> sizes{{u"empty"_s, pictureFonts.labelFontSize()},
+                                       {u"idle"_s, pictureFonts.smallSystemFontSize()},
+                                       {u"recording"_s, pictureFonts.labelFontSize()},
+                                       {u"recording-modifiers"_s, pictureFonts.labelFontSize()}};
+    const auto scenes = recorderScenes();
+    for (const RecorderScene& scene : scenes) {
+        const QString state = scene.name.section(u"-light-"_s, 1).section(u'@', 0, 0);
+        if (!sizes.contains(state))
+            continue;
+        pictureFonts.asked.clear();
+        (void)scene.draw();
+        EXPECT_EQ(pictureFonts.asked, QList<double>{sizes[state]}) << scene.name.toStdString();
+    }
+}
+
+TEST_F(RecorderImagesTest, recordingLook_runsFromTheShadowedToTheHighlightedColour_bothAtNineTenths)
+{
+    const QString name = u"recorder-style0-light-recording@2x"_s;
+    const auto scenes = recorderScenes();
+    const auto scene = std::find_if(scenes.cbegin(), scenes.cend(),
+                                    [&name](const RecorderScene& each) { return each.name == name; });
+    ASSERT_NE(scene, scenes.cend());
+    const QImage image = scene->draw();
+    const auto at = [&image](double x, double y) { return image.pixelColor(int(x * 2), int(y * 2)); };
+    const double right = image.width() / 2.0 - 3 - RecorderAppearance::FieldInset;
+    const double top = 3 + RecorderAppearance::FieldInset;
+    const double height = image.height() / 2.0 - 2 * top;
+
+    const QColor ground = at(20, 14);
+    const QColor highlight = lightPalette().color(QPalette::Highlight);
+    for (const double up : {0.25, 0.5, 0.75}) {
+        const QColor drawn = at(right - RecorderAppearance::CapWidth + 2, top + height * (1 - up));
+        const QColor over = blended(shadowed(highlight, 0.2), up, highlighted(highlight, 0.2));
+        const QColor expected = blended(ground, 0.9, over);
+        EXPECT_NEAR(drawn.red(), expected.red(), 4) << up;
+        EXPECT_NEAR(drawn.green(), expected.green(), 4) << up;
+        EXPECT_NEAR(drawn.blue(), expected.blue(), 4) << up;
     }
 }
