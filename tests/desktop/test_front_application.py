@@ -57,6 +57,13 @@ class SeveralApplications(OverAnApplication):
                 self.bring_to_front(bare.window, [])
                 bare.program.stop()
 
+    def test_with_an_empty_menu_bar_leave_only_our_own_entry(self):
+        for kit in ("gtk3", "qt5", "qt6"):
+            with self.subTest(kit):
+                empty = self.start(kit, menu="empty.menu", title="Empty")
+                self.bring_to_front(empty.window, [])
+                empty.program.stop()
+
     def test_with_a_dialog_in_front_show_the_bar_of_the_window_behind(self):
         for kit in ("gtk3", "qt5", "qt6"):
             with self.subTest(kit):
