@@ -1,0 +1,198 @@
+// SPDX-License-Identifier: MIT
+// How fast a menu can be read at all: the fewest calls that carry the facts of its items, all on their way at
+// once, and nothing done with the answers but to take them out of the message.
+//   bench_floor ADDRESS SERVICE PATH gtk|qt ROUNDS
+// prints the microseconds of each round, one a line, then "messages N" for one round.
+#include <systemd/sd-bus.h>
+
+#include <inttypes.h>
+#include <stdio.h>
+#include <stdlib.h>
+#include <string.h>
+#include <time.h>
+
+enum { MaximumItems = 20000, MaximumOutstanding = 2000 };
+
+static const char* const accessible = "org.a11y.atspi.Accessible";
+
+struct item
+{
+    char* service;
+    char* path;
+};
+
+static struct item items[MaximumItems];
+static int item_count;
+static long outstanding;
+static long messages;
+static size_t answered_bytes; // so that nothing is left out as unused
+
+static void fail(const char* what, int error)
+{
+    fprintf(stderr, "bench_floor: %s: %s\n", what, strerror(-error));
+    exit(1);
+}
+
+static uint64_t now_in_microseconds(void)
+{
+    struct timespec time;
+    clock_gettime(CLOCK_MONOTONIC, &time);
+    return (uint64_t)time.tv_sec * 1000000 + (uint64_t)time.tv_nsec / 1000;
+}
+
+static void take(sd_bus_message* reply)
+{
+    char kind = 0;
+    const char* contents = NULL;
+    while (sd_bus_message_peek_type(reply, &kind, &contents) > 0) {
+        if (kind == 'v' || kind == 'a' || kind == 'r') {
+            if (sd_bus_message_enter_container(reply, kind, contents) < 0)
+                return;
+            take(reply);
+            sd_bus_message_exit_container(reply);
+        } else if (kind == 's' || kind == 'o') {
+            const char* text = NULL;
+            if (sd_bus_message_read_basic(reply, kind, &text) < 0)
+                return;
+            answered_bytes += strlen(text);
+        } else {
+            uint64_t number = 0;
+            if (sd_bus_message_read_basic(reply, kind, &number) < 0)
+                return;
+            answered_bytes += number & 1;
+        }
+    }
+}
+
+static int on_reply(sd_bus_message* reply, void* data, sd_bus_error* error)
+{
+    (void)data;
+    (void)error;
+    --outstanding;
+    take(reply);
+    return 1;
+}
+
+static void step(sd_bus* bus)
+{
+    const int done = sd_bus_process(bus, NULL);
+    if (done < 0)
+        fail("reading from the bus", done);
+    if (done == 0)
+        sd_bus_wait(bus, UINT64_MAX);
+}
+
+static sd_bus_message* call_on(sd_bus* bus, const struct item* item, const char* interface,
+                               const char* member)
+{
+    sd_bus_message* message = NULL;
+    const int error =
+        sd_bus_message_new_method_call(bus, &message, item->service, item->path, interface, member);
+    if (error < 0)
+        fail("a call", error);
+    return message;
+}
+
+static void send_off(sd_bus* bus, sd_bus_message* message)
+{
+    while (outstanding >= MaximumOutstanding)
+        step(bus);
+    const int error = sd_bus_call_async(bus, NULL, message, on_reply, NULL, 0);
+    if (error < 0)
+        fail("sending", error);
+    sd_bus_message_unref(message);
+    ++outstanding;
+    ++messages;
+}
+
+static void ask_about(sd_bus* bus, const struct item* item, int qt)
+{
+    sd_bus_message* message = call_on(bus, item, "org.freedesktop.DBus.Properties", "Get");
+    sd_bus_message_append(message, "ss", accessible, "Name");
+    send_off(bus, message);
+    send_off(bus, call_on(bus, item, accessible, "GetRole"));
+    send_off(bus, call_on(bus, item, accessible, "GetState"));
+    message = call_on(bus, item, "org.a11y.atspi.Action", "GetKeyBinding");
+    sd_bus_message_append(message, "i", 0);
+    send_off(bus, message);
+    if (!qt)
+        return;
+    // Whether it holds a menu, and whether it is hidden, is not in the answers above.
+    message = call_on(bus, item, accessible, "GetChildAtIndex");
+    sd_bus_message_append(message, "i", 0);
+    send_off(bus, message);
+    message = call_on(bus, item, "org.a11y.atspi.Component", "GetExtents");
+    sd_bus_message_append(message, "u", (uint32_t)0);
+    send_off(bus, message);
+}
+
+static void read_children(sd_bus* bus, const struct item* menu)
+{
+    sd_bus_message* reply = NULL;
+    sd_bus_message* call = call_on(bus, menu, accessible, "GetChildren");
+    const int error = sd_bus_call(bus, call, 0, NULL, &reply);
+    if (error < 0)
+        fail("GetChildren", error);
+    ++messages;
+    sd_bus_message_unref(call);
+    sd_bus_message_enter_container(reply, 'a', "(so)");
+    const char* service = NULL;
+    const char* path = NULL;
+    while (item_count < MaximumItems && sd_bus_message_read(reply, "(so)", &service, &path) > 0) {
+        items[item_count].service = strdup(service);
+        items[item_count].path = strdup(path);
+        ++item_count;
+    }
+    sd_bus_message_unref(reply);
+}
+
+static void forget_items(void)
+{
+    for (int i = 0; i < item_count; ++i) {
+        free(items[i].service);
+        free(items[i].path);
+    }
+    item_count = 0;
+}
+
+static sd_bus* connect_to(const char* address)
+{
+    sd_bus* bus = NULL;
+    int error = sd_bus_new(&bus);
+    if (error >= 0)
+        error = sd_bus_set_address(bus, address);
+    if (error >= 0)
+        error = sd_bus_set_bus_client(bus, 1);
+    if (error >= 0)
+        error = sd_bus_start(bus);
+    if (error < 0)
+        fail(address, error);
+    return bus;
+}
+
+int main(int argc, char** argv)
+{
+    if (argc != 6) {
+        fprintf(stderr, "bench_floor ADDRESS SERVICE PATH gtk|qt ROUNDS\n");
+        return 2;
+    }
+    sd_bus* bus = connect_to(argv[1]);
+    struct item menu = {argv[2], argv[3]};
+    const int qt = strcmp(argv[4], "qt") == 0;
+    const long rounds = strtol(argv[5], NULL, 10);
+    for (long round = 0; round < rounds; ++round) {
+        messages = 0;
+        const uint64_t begin = now_in_microseconds();
+        read_children(bus, &menu);
+        for (int i = 0; i < item_count; ++i)
+            ask_about(bus, &items[i], qt);
+        while (outstanding > 0)
+            step(bus);
+        printf("%" PRIu64 "\n", now_in_microseconds() - begin);
+        forget_items();
+    }
+    printf("messages %ld\n", messages);
+    fprintf(stderr, "%zu\n", answered_bytes);
+    sd_bus_unref(bus);
+    return 0;
+}

@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+// How long Tarnwick takes to read one submenu and to build its menu.
+//   bench_reading PID TITLE ROUNDS
+// reads the menu of the bar's entry TITLE and prints the microseconds of each round, one a line.
+#include "app/Inspection.h"
+#include "menu/AppAccessibility.h"
+#include "menu/Menu.h"
+#include "menu/MenuItem.h"
+#include "tools/ChosenApplication.h"
+
+#include <QCoreApplication>
+
+#include <chrono>
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+using namespace tarnwick;
+
+namespace {
+
+std::shared_ptr<MenuItem> itemTitled(const Menu& menu, const QString& title)
+{
+    for (const auto& item : menu.itemArray())
+        if (item->title() == title)
+            return item;
+    return nullptr;
+}
+
+qint64 microsecondsToRead(AppAccessibility& mirror, Menu& submenu)
+{
+    using Clock = std::chrono::steady_clock;
+    const auto begin = Clock::now();
+    mirror.menuNeedsUpdate(submenu);
+    return std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - begin).count();
+}
+
+int measure(const Inspection& inspection, qint64 pid, const QString& title, int rounds)
+{
+    ChosenApplicationAccessibility chosen(*inspection.accessibility, pid);
+    ChosenApplicationWorkspace workspace(*inspection.workspace,
+                                         Workspace::ActiveApplication{u"Menus"_s, pid});
+    Accessibility::setShared(&chosen);
+    Workspace::setShared(&workspace);
+    const auto mirror = AppAccessibility::initWithFocusedApp();
+    if (!mirror) {
+        std::fputs("bench_reading: nothing to read\n", stderr);
+        return 1;
+    }
+    mirror->setKeyEquivalents(true);
+    mirror->update();
+    const auto item = itemTitled(*mirror->menu(), title);
+    if (!item || !item->hasSubmenu()) {
+        std::fprintf(stderr, "bench_reading: no menu %s\n", qPrintable(title));
+        return 1;
+    }
+    const auto submenu = item->submenu();
+    for (int round = 0; round < rounds; ++round) {
+        std::printf("%lld\n", static_cast<long long>(microsecondsToRead(*mirror, *submenu)));
+        QCoreApplication::processEvents(); // the next reading has its half second anew
+    }
+    std::fprintf(stderr, "%d items\n", submenu->numberOfItems());
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc != 4) {
+        std::fputs("bench_reading PID TITLE ROUNDS\n", stderr);
+        return 2;
+    }
+    const qint64 pid = QByteArray(argv[1]).toLongLong();
+    const QString title = QString::fromLocal8Bit(argv[2]);
+    const int rounds = QByteArray(argv[3]).toInt();
+    const Inspection inspection = openInspection(argc, argv);
+    inspection.makeShared();
+    inspection.accessibility->apiEnabled();
+    return measure(inspection, pid, title, rounds);
+}
