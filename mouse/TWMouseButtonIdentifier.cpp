@@ -124,7 +124,8 @@ void TWMouseButtonIdentifier::mousePressEvent(QMouseEvent* event)
 void TWMouseButtonIdentifier::mouseReleaseEvent(QMouseEvent* event)
 {
     if (isExtra(event->button()) && rect().contains(event->position().toPoint()))
-        otherMouseUp();
+        // Word of the press may still be on its way: taps are told from the event loop.
+        QMetaObject::invokeMethod(this, &TWMouseButtonIdentifier::otherMouseUp, Qt::QueuedConnection);
     else
         event->ignore();
 }

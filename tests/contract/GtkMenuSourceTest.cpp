@@ -40,7 +40,11 @@ protected:
         qputenv("DBUS_SESSION_BUS_ADDRESS", daemon.address());
         _connect();
     }
-    ~GtkMenuSourceTest() override { qunsetenv("DBUS_SESSION_BUS_ADDRESS"); }
+    ~GtkMenuSourceTest() override
+    {
+        application.reset(); // its thread uses what the other members hold
+        qunsetenv("DBUS_SESSION_BUS_ADDRESS");
+    }
 
     void restart()
     {

@@ -407,6 +407,7 @@ TEST_F(PreferencesWindowControllerTest, learnedMouseButton_isStored)
     shown();
     taps.send(25);
     QTest::mouseClick(&made().mouseButtonIdentifier(), Qt::MiddleButton);
+    QCoreApplication::processEvents();
     EXPECT_EQ(setting(TWMouseButtonKey), QVariant(quint64(25)));
     EXPECT_EQ(made().mouseButtonIdentifier().text(), u"Button Number: 25"_s);
     made().writeNewMouseButton(0);

@@ -59,6 +59,7 @@ protected:
         if (button != Qt::LeftButton && button != Qt::RightButton)
             taps.send(OtherDown);
         QTest::mouseClick(&control, button);
+        QCoreApplication::processEvents();
     }
 
     Journal journal;
@@ -119,7 +120,19 @@ TEST_F(TWMouseButtonIdentifierTest, buttonReleasedElsewhere_teachesNothing)
     taps.send(OtherDown);
     QTest::mousePress(&control, Qt::MiddleButton, Qt::NoModifier, {5, 5});
     QTest::mouseRelease(&control, Qt::MiddleButton, Qt::NoModifier, {500, 5});
+    QCoreApplication::processEvents();
     EXPECT_TRUE(target.performed.isEmpty());
+}
+
+TEST_F(TWMouseButtonIdentifierTest, wordOfThePressThatComesAfterTheRelease_isTheOneThatIsLearned)
+{
+    control.setupTap();
+    mouse_button_identifier::mouseCode = 0;
+    QMetaObject::invokeMethod(
+        &control, [this] { taps.send(OtherDown); }, Qt::QueuedConnection);
+    QTest::mouseClick(&control, Qt::MiddleButton);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(control.buttonNumber(), 25U);
 }
 
 TEST_F(TWMouseButtonIdentifierTest, pressIsOnlyWatched)
