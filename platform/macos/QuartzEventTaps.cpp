@@ -95,7 +95,8 @@ private:
     static CGEventRef _received(CGEventTapProxy /*proxy*/, CGEventType type, CGEventRef event, void* userInfo)
     {
         const auto* tap = static_cast<const Tap*>(userInfo);
-        if (tap->_released)
+        // The system makes a tap enabled; ours delivers once it has been asked to.
+        if (tap->_released || !tap->_enabled.value_or(false))
             return event;
         const RunningCallback running;
         const QuartzEvent tapped;

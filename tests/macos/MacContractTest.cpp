@@ -2,9 +2,13 @@
 // What every adapter promises, of those for macOS.
 #include "platform/macos/AXAccessibility.h"
 #include "platform/macos/CFDefaultsStore.h"
+#include "platform/macos/CarbonHotKeys.h"
+#include "platform/macos/QuartzEventTaps.h"
 #include "platform/macos/SharedFileListLoginItems.h"
 #include "tests/contract/AccessibilityContract.h"
 #include "tests/contract/DefaultsStoreContract.h"
+#include "tests/contract/EventTapsContract.h"
+#include "tests/contract/HotKeysContract.h"
 #include "tests/contract/LoginItemsContract.h"
 #include "tests/fakes/FakeClock.h"
 #include "tests/macos/AxTree.h"
@@ -50,6 +54,21 @@ TEST_F(MacContract, loginItems_keepTheContract)
     SharedFileListLoginItems items;
     loginItemsContract(items, QUrl::fromLocalFile(u"/Applications/Tarnwick.app"_s),
                        QUrl::fromLocalFile(u"/Applications/Other.app"_s));
+}
+
+TEST_F(MacContract, hotKeys_keepTheContract)
+{
+    CarbonHotKeys hotKeys;
+    hotKeysContract(hotKeys, [this] { mac.pressHotKey({96, 0x800}); });
+}
+
+TEST_F(MacContract, eventTaps_keepTheContract)
+{
+    {
+        QuartzEventTaps taps;
+        eventTapsContract(taps, [this] { mac.sendEvent(25); });
+    }
+    keptForLife = QStringList(3, u"CFMachPortCreateRunLoopSource"_s); // three of the four taps are scheduled
 }
 
 } // namespace tarnwick
