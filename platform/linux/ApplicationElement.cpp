@@ -81,7 +81,7 @@ bool ApplicationElement::_isInFront() const
 
 FrontWindow ApplicationElement::_focusedWindow() const
 {
-    const FrontWindow front = _context.activeWindow.current();
+    FrontWindow front = _context.activeWindow.current();
     if (front.processIdentifier == _processIdentifier)
         return front;
     const QList<xcb_window_t> windows = _context.windows.windowsOf(*_processIdentifier);
