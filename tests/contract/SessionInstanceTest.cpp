@@ -10,6 +10,8 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
+#include <vector>
+
 using namespace tarnwick;
 using namespace Qt::StringLiterals;
 
@@ -84,7 +86,7 @@ TEST_F(SessionInstanceTest, request_isPassedOn_orMeansNothing)
         const char* name;
         QString method;
         QVariantList arguments;
-        QList<Request> requests;
+        std::vector<Request> requests; // of the standard library, which may compare empty ones
     };
     const QVariantList none;
     const QVariantMap data{{u"desktop-startup-id"_s, u"x"_s}};
@@ -100,8 +102,8 @@ TEST_F(SessionInstanceTest, request_isPassedOn_orMeansNothing)
         {"an action without a name", u"ActivateAction"_s, {QString(), none, data}, {}},
     };
     SessionInstance first(bus);
-    QList<Request> requests;
-    first.setRequested([&](Request made) { requests.append(made); });
+    std::vector<Request> requests;
+    first.setRequested([&](Request made) { requests.push_back(made); });
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         requests.clear();
