@@ -124,11 +124,9 @@ class ThatFindItNotRunning(OtherPrograms):
     def test_start_it_with_what_they_ask_for(self):
         self.screen.move(*POINTER)
         self.pop_up()
-        menu = wait_for(lambda: next(iter(self.screen.unmanaged_windows()[-1:]), None) if any(
-            window.frame[:2] == POINTER for window in self.screen.unmanaged_windows()) else None, "a menu at the pointer")
-        self.assertEqual(menu.frame[:2], POINTER)
+        wait_for(lambda: self.screen.unmanaged_window_at(POINTER), "a menu at the pointer")
         self.screen.tap("Escape")
-        wait_for(lambda: not any(window.frame[:2] == POINTER for window in self.screen.unmanaged_windows()), "no menu")
+        wait_for(lambda: not self.screen.unmanaged_window_at(POINTER), "no menu")
         self.assertEqual(self.screen.windows(), [])
         self.ask("Activate", "{}")
         self.screen.wait_until_active(self.screen.window_titled("Hot Key"))

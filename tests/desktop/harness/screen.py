@@ -114,6 +114,16 @@ class Screen:
                 found.append(Window(self, handle))
         return found
 
+    def unmanaged_window_at(self, corner):
+        """The one whose upper left corner is there; nothing when there is none, or it is just going."""
+        for window in self.unmanaged_windows():
+            try:
+                if window.frame[:2] == corner:
+                    return window
+            except error.XError:
+                continue
+        return None
+
     def active_window(self):
         value = self.property_of(self.root, "_NET_ACTIVE_WINDOW")
         return Window(self, self.display.create_resource_object("window", value[0])) if value and value[0] else None
