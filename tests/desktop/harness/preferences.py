@@ -131,8 +131,8 @@ def stored(tarnwick):
     return dict(line.split("=", 1) for line in lines if "=" in line)
 
 
-def wait_until_stored(tarnwick, **values):
+def wait_until_stored(tarnwick, limit=5.0, **values):
     def is_stored():
         found = stored(tarnwick)
         return all(found.get(key) == str(value) for key, value in values.items())
-    wait_for(is_stored, f"{values} in {stored(tarnwick)}", limit=5.0, step=0.02)
+    wait_for(is_stored, f"{values} in {stored(tarnwick)}", limit, step=0.02)
