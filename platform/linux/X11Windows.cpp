@@ -128,8 +128,9 @@ std::optional<qint64> X11Windows::_clientProcess(xcb_window_t window)
         return std::nullopt;
     for (auto ids = xcb_res_query_client_ids_ids_iterator(reply.get()); ids.rem > 0;
          xcb_res_client_id_value_next(&ids)) {
-        const bool isProcess = (ids.data->spec.mask & XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID) != 0;
-        if (isProcess && xcb_res_client_id_value_value_length(ids.data) >= 1)
+        const auto& [identity, bytes] = *ids.data;
+        const bool isProcess = (identity.mask & XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID) != 0;
+        if (isProcess && bytes >= sizeof(quint32))
             return *xcb_res_client_id_value_value(ids.data);
     }
     return std::nullopt;

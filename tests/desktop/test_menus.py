@@ -130,13 +130,7 @@ class TheMenuOfAFixture(TheMenuOf):
         return next(item.checked for item in self.go.enter(holder) if item.title == title)
 
     def test_does_nothing_at_a_greyed_entry(self):
-        self.read_back()
-        self.open_menu()
-        self.go.enter_by_pointer("View")
-        self.go.point_at("Status Bar")
-        self.screen.click()
-        self.tarnwick.close_menu()
-        self.assertEqual(self.application.chosen(), [])
+        self.assert_does_nothing_at("View", "Status Bar")
 
     def test_opens_again_and_again_with_one_own_entry(self):
         self.read_back()
