@@ -61,17 +61,8 @@ QList<AtspiFacts> AtspiApplications::windowsOf(const QList<BusReference>& roots,
     QList<AtspiFacts> applications;
     for (const BusReference& root : roots)
         applications.append({.reference = root});
+    QList<AtspiFacts> windows = _bus.childrenOf(applications, MaximumWindows, deadline);
     QList<AtspiInquiry> inquiries;
-    for (AtspiFacts& application : applications)
-        inquiries.append({&application, AtspiQuestion::Children});
-    _bus.ask(inquiries, deadline);
-
-    QList<AtspiFacts> windows;
-    for (const AtspiFacts& application : applications)
-        for (const BusReference& window : application.children.value_or(QList<BusReference>()))
-            if (windows.size() < MaximumWindows)
-                windows.append({.reference = window});
-    inquiries.clear();
     for (AtspiFacts& window : windows)
         for (const auto question : {AtspiQuestion::Name, AtspiQuestion::States})
             inquiries.append({&window, question});

@@ -147,6 +147,21 @@ void AtspiBus::ask(const QList<AtspiInquiry>& inquiries, Deadline deadline)
         deadline);
 }
 
+QList<AtspiFacts> AtspiBus::childrenOf(QList<AtspiFacts>& parents, qsizetype maximum, Deadline deadline)
+{
+    QList<AtspiInquiry> inquiries;
+    for (AtspiFacts& parent : parents)
+        inquiries.append({&parent, AtspiQuestion::Children});
+    ask(inquiries, deadline);
+
+    QList<AtspiFacts> children;
+    for (const AtspiFacts& parent : parents)
+        for (const BusReference& reference : parent.children.value_or(QList<BusReference>()))
+            if (children.size() < maximum)
+                children.append({.reference = reference});
+    return children;
+}
+
 AtspiFacts AtspiBus::facts(const BusReference& reference, std::initializer_list<AtspiQuestion> questions,
                            Deadline deadline)
 {

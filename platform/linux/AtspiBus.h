@@ -30,6 +30,9 @@ public:
     /// Sends all inquiries at once and stores the answers that come by the deadline. References of an
     /// earlier connection are not asked: the same names may mean others now.
     void ask(const QList<AtspiInquiry>& inquiries, Deadline deadline);
+    /// The children of all `parents`, in document order, `maximum` at most; those that are not told by the
+    /// deadline are missing. The parents' own facts are filled in.
+    QList<AtspiFacts> childrenOf(QList<AtspiFacts>& parents, qsizetype maximum, Deadline deadline);
 
     /// Asks one object one or more things.
     [[nodiscard]] AtspiFacts facts(const BusReference& reference,

@@ -46,22 +46,6 @@ bool worthEntering(const AtspiFacts& facts)
            *facts.childCount <= MaximumChildCount;
 }
 
-/// The children of all `parents`, in document order.
-QList<AtspiFacts> childrenOf(AtspiBus& bus, QList<AtspiFacts>& parents, Deadline deadline)
-{
-    QList<AtspiInquiry> inquiries;
-    for (AtspiFacts& parent : parents)
-        inquiries.append({&parent, AtspiQuestion::Children});
-    bus.ask(inquiries, deadline);
-
-    QList<AtspiFacts> children;
-    for (const AtspiFacts& parent : parents)
-        for (const BusReference& reference : parent.children.value_or(QList<BusReference>()))
-            if (children.size() < MaximumLevelSize)
-                children.append({.reference = reference});
-    return children;
-}
-
 void describe(AtspiBus& bus, QList<AtspiFacts>& nodes, Deadline deadline)
 {
     QList<AtspiInquiry> inquiries;
@@ -78,7 +62,7 @@ BusReference findMenuBar(AtspiBus& bus, const BusReference& window, Deadline dea
     BusReference found;
     QList<AtspiFacts> level{{.reference = window}};
     for (int depth = 0; depth < MaximumDepth && !level.isEmpty() && !deadline.passed(); ++depth) {
-        level = childrenOf(bus, level, deadline);
+        level = bus.childrenOf(level, MaximumLevelSize, deadline);
         describe(bus, level, deadline);
         const auto bar = std::find_if(level.cbegin(), level.cend(),
                                       [](const AtspiFacts& facts) { return facts.role == RoleMenuBar; });
