@@ -24,16 +24,17 @@ def _ini(value):
 class Tarnwick:
     """Tarnwick in a session. Its own menus can be read in any session; other programs are not helped like that.
 
-    It finds `settings` in its file, or `content` as the file.
+    It finds `settings` in its file, or `content` as the file. `program` is another build of it, and `environment` what
+    that needs.
     """
 
-    def __init__(self, session, content=None, **settings):
+    def __init__(self, session, content=None, program=None, environment=None, **settings):
         self._session = session
         self.settings_file = session.directory / "home/.config/Quorlane/Tarnwick.conf"
         self.settings_file.parent.mkdir(parents=True, exist_ok=True)
         self.settings_file.write_bytes(content or settings_text(settings).encode())
-        self.program_file = os.environ["TARNWICK_BINARY"]
-        self.program = session.run(self.program_file, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
+        self.program_file = program or os.environ["TARNWICK_BINARY"]
+        self.program = session.run(self.program_file, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", **(environment or {}))
         self.popups = PopUps(session.screen, self.pid)
 
     @property
