@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 // How long Tarnwick takes to read one submenu and to build its menu.
 //   bench_reading PID TITLE ROUNDS
-// reads the menu of the bar's entry TITLE and prints the microseconds of each round, one a line.
+// reads the menu of the bar's entry TITLE and prints the microseconds of each round, one a line, then
+// "messages N" for one round.
 #include "app/Inspection.h"
+#include "bench/messages.h"
 #include "menu/AppAccessibility.h"
 #include "menu/Menu.h"
 #include "menu/MenuItem.h"
@@ -54,10 +56,14 @@ int measure(const Inspection& inspection, qint64 pid, const QString& title, int 
         return 1;
     }
     const auto submenu = item->submenu();
+    long messages = 0;
     for (int round = 0; round < rounds; ++round) {
+        const long before = bench_messages_sent();
         std::printf("%lld\n", static_cast<long long>(microsecondsToRead(*mirror, *submenu)));
+        messages = bench_messages_sent() - before;
         QCoreApplication::processEvents(); // the next reading has its half second anew
     }
+    std::printf("messages %ld\n", messages);
     std::fprintf(stderr, "%d items\n", submenu->numberOfItems());
     return 0;
 }

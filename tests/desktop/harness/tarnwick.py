@@ -28,13 +28,15 @@ class Tarnwick:
     that needs.
     """
 
+    always = {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
+
     def __init__(self, session, content=None, program=None, environment=None, **settings):
         self._session = session
         self.settings_file = session.directory / "home/.config/Quorlane/Tarnwick.conf"
         self.settings_file.parent.mkdir(parents=True, exist_ok=True)
         self.settings_file.write_bytes(content or settings_text(settings).encode())
         self.program_file = program or os.environ["TARNWICK_BINARY"]
-        self.program = session.run(self.program_file, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", **(environment or {}))
+        self.program = session.run(self.program_file, **{**self.always, **(environment or {})})
         self.popups = PopUps(session.screen, self.pid)
 
     @property

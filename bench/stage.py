@@ -1,0 +1,111 @@
+# SPDX-License-Identifier: MIT
+"""A private session with one program in front, and the measuring programs run in it."""
+import os
+import pathlib
+import subprocess
+import sys
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "tests/desktop"))
+
+from harness.accessible import POPUP_MENU, AccessibilityBus  # noqa: E402
+from harness.applications import Fixture  # noqa: E402
+from harness.session import Session  # noqa: E402
+from harness.tarnwick import Tarnwick  # noqa: E402
+from harness.waiting import wait_for  # noqa: E402
+
+from table import Series  # noqa: E402
+
+PROGRAMS = pathlib.Path(os.environ["TARNWICK_BENCH"])
+WARM_UP = 3  # rounds that do not count
+MANY = "Many"  # the entry that --grow gives a fixture
+
+
+def run(session, program, *arguments, limit=300):
+    """What a measuring program has written."""
+    result = subprocess.run([PROGRAMS / program, *map(str, arguments)], env=session.environment, capture_output=True,
+                            check=False, timeout=limit, text=True)
+    if result.returncode != 0:
+        raise RuntimeError(f"{program} {arguments}: {result.stderr.strip()}")
+    return result.stdout
+
+
+def milliseconds(output):
+    """The times that a measuring program has written, those of the warm-up left out."""
+    return [int(line) / 1000 for line in output.splitlines() if line.isdigit()][WARM_UP:]
+
+
+def messages(output):
+    """How many messages one round has sent."""
+    return int(output.split("messages ")[1].split()[0])
+
+
+def assert_nobody_listens(bus):
+    """What an application is asked to tell costs it time, and its answers come later."""
+    listeners = bus.call("org.a11y.atspi.Registry", "/org/a11y/atspi/registry", "org.a11y.atspi.Registry",
+                         "GetRegisteredEvents")
+    if listeners != []:
+        raise RuntimeError(f"somebody listens on the accessibility bus: {listeners}")
+
+
+class PlainTarnwick(Tarnwick):
+    """Tarnwick as a person starts it, nobody reads its menus; but a submenu opens without the delay of menus."""
+
+    always = {"QT_STYLE_OVERRIDE": "bench-no-delay", "QT_PLUGIN_PATH": str(PROGRAMS / "bench-plugins")}
+
+    def wait_until_mirrored(self, entries):
+        """Waits until its menu has become as high as one with so many entries must be."""
+        def height():
+            found = self.open().frame[3]
+            self.close_menu()
+            return found
+        self.wait_until_ready()
+        wait_for(lambda: height() > 15 * entries, "the menu of the program", step=0.2)
+
+
+class Stage:
+    """A session with accessibility switched on and a fixture in front. Nothing listens once it is made."""
+
+    def __init__(self, kit, *options, menu="editor.menu"):
+        self.session = Session().start()
+        self.kit = kit
+        bus = AccessibilityBus(self.session.environment["DBUS_SESSION_BUS_ADDRESS"])
+        bus.switch_on()
+        self.address = bus.address
+        self.fixture = Fixture(self.session, kit, *options, menu=menu)
+        self._bar = self.fixture.accessible(bus).menu_bar()
+        self._menus = {item.title: _contents(item.node) for item in self.fixture.bar_items(bus)}
+        assert_nobody_listens(bus)
+        bus.close()
+
+    @property
+    def titles(self):
+        """Of the entries of the bar."""
+        return list(self._menus)
+
+    def close(self):
+        self.session.stop()
+
+    def floor(self, rounds, title=MANY):
+        return self._floor(self._menus[title], rounds)
+
+    def floor_of_bar(self, rounds):
+        return self._floor(self._bar, rounds)
+
+    def reading(self, rounds, title=MANY):
+        """Tarnwick's reading of a submenu, without its window."""
+        output = run(self.session, "bench_reading", self.fixture.pid, title, rounds + WARM_UP)
+        return Series(milliseconds(output), messages=messages(output))
+
+    def one_by_one(self, rounds, title=MANY):
+        return Series(milliseconds(run(self.session, "bench_one_by_one", self.fixture.pid, title, rounds + WARM_UP)))
+
+    def _floor(self, node, rounds):
+        output = run(self.session, "bench_floor", self.address, node.name_on_bus, node.path,
+                     "qt" if self.kit.startswith("qt") else "gtk", rounds + WARM_UP)
+        return Series(milliseconds(output), messages=messages(output))
+
+
+def _contents(holder):
+    """Qt puts a menu of its own between an entry and its items."""
+    inner = holder.children
+    return inner[0] if inner and inner[0].role == POPUP_MENU else holder
