@@ -10,6 +10,7 @@
 
 #include <QIcon>
 #include <QSessionManager>
+#include <QThread>
 #include <QTimer>
 #include <QWidget>
 #include <xcb/xcb.h>
@@ -85,15 +86,31 @@ void terminate()
 
 bool running = false;
 
+bool displayIsGone()
+{
+    const auto& x11 = X11Connection::shared();
+    return x11 && xcb_connection_has_error(x11.get()) != 0;
+}
+
 /// Qt ends the process where it stands when the display goes.
 void endWithTheDisplay()
 {
-    const auto& x11 = X11Connection::shared();
-    if (!running || !x11 || xcb_connection_has_error(x11.get()) == 0)
+    if (!displayIsGone() || !std::exchange(running, false))
         return;
     terminate();
     DefaultsStore::shared().synchronize();
     std::_Exit(EXIT_SUCCESS);
+}
+
+QtMessageHandler handleMessageAsBefore = nullptr;
+
+/// Before Qt, or Xlib for it, ends the process, Qt says so. A session that ends is no reason for noise.
+void handleMessage(QtMsgType type, const QMessageLogContext& context, const QString& message)
+{
+    if (QThread::currentThread() == qApp->thread() && displayIsGone())
+        endWithTheDisplay();
+    else
+        handleMessageAsBefore(type, context, message);
 }
 
 } // namespace
@@ -141,9 +158,11 @@ int LinuxSession::run(const std::function<void()>& launch)
     // Registered after the connection was made, so that it runs before that is gone.
     static_cast<void>(X11Connection::shared());
     std::atexit(&endWithTheDisplay);
+    handleMessageAsBefore = qInstallMessageHandler(&handleMessage);
     running = true;
     const int status = QApplication::exec();
     running = false;
+    qInstallMessageHandler(handleMessageAsBefore);
     if (_instance)
         _instance->setRequested({});
     terminate(); // where the session manager has ended the loop, the delegate has not been told yet

@@ -81,12 +81,13 @@ class TheEnd(DesktopTest):
 
 
 class TheEndOfTheDisplay(DesktopTest):
-    def test_ends_the_program_in_order(self):
+    def test_ends_the_program_in_order_and_without_a_word(self):
         tarnwick = Tarnwick(self.session)
         tarnwick.wait_until_ready()
         type(self).screen = None
         self.session.end_display()
         self.assertEqual(tarnwick.program.status(limit=5.0), 0)
+        self.assertEqual(tarnwick.program.output, "")
 
 
 class WithoutASessionBus(DesktopTest):
