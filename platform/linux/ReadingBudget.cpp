@@ -1,10 +1,35 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/ReadingBudget.h"
 
+#include "platform/qt/MenuTracking.h"
+
 #include <algorithm>
 #include <utility>
 
 namespace tarnwick {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+/// By then the event loop has handled what was waiting in the display server's queue.
+constexpr auto UntilQueueIsEmpty = 20ms;
+
+} // namespace
+
+ReadingBudget::ReadingBudget()
+{
+    _afterWhatWasPressed.setSingleShot(true);
+    _afterWhatWasPressed.setInterval(UntilQueueIsEmpty);
+    connect(&_afterWhatWasPressed, &QTimer::timeout, this, &ReadingBudget::_renew);
+    connect(&MenuTracking::shared(), &MenuTracking::ended, this, &ReadingBudget::_renew);
+}
+
+void ReadingBudget::_renew()
+{
+    _afterWhatWasPressed.stop();
+    _left = PerEvent;
+}
 
 ReadingBudget::Reading::Reading(ReadingBudget& budget)
     : _budget(budget), _outermost(!budget._current), _start(Deadline::Clock::now()),
@@ -20,14 +45,20 @@ ReadingBudget::Reading::~Reading()
     _budget._current.reset();
     _budget._left =
         std::max(_budget._left - (Deadline::Clock::now() - _start), Deadline::Clock::duration::zero());
+    if (_budget._left == Deadline::Clock::duration::zero() && MenuTracking::shared().active()) {
+        if (!_budget._afterWhatWasPressed.isActive())
+            _budget._afterWhatWasPressed.start();
+        return;
+    }
     if (std::exchange(_budget._renewalQueued, true))
         return;
     // The event loop gets to this when the handler that is reading now has returned.
     QMetaObject::invokeMethod(
         &_budget,
         [budget = &_budget] {
-            budget->_left = PerEvent;
             budget->_renewalQueued = false;
+            if (!budget->_afterWhatWasPressed.isActive())
+                budget->_left = PerEvent;
         },
         Qt::QueuedConnection);
 }

@@ -4,19 +4,24 @@
 #include "platform/linux/Deadline.h"
 
 #include <QObject>
+#include <QTimer>
 
 #include <optional>
 
 namespace tarnwick {
 
 /// How long one event handler may read from other applications: its reads together get half a second of
-/// waiting, and the next event starts anew. Time between the reads does not count. GUI thread only.
+/// waiting, and the next event starts anew. Time between the reads does not count. When a menu is open, whose
+/// keyboard and pointer are ours, and the half second was not enough, the keys that have been pressed
+/// meanwhile come first: they find nothing left, and wait for nobody. GUI thread only.
 class ReadingBudget : public QObject
 {
     Q_OBJECT
 
 public:
     static constexpr std::chrono::milliseconds PerEvent{500};
+
+    ReadingBudget();
 
     /// Counts the time until its end as reading. One within another has the same deadline.
     class Reading
@@ -37,9 +42,12 @@ public:
     };
 
 private:
+    void _renew();
+
     Deadline::Clock::duration _left = PerEvent;
     std::optional<Deadline> _current; ///< of the outermost reading
     bool _renewalQueued = false;
+    QTimer _afterWhatWasPressed;
 };
 
 } // namespace tarnwick
