@@ -148,6 +148,10 @@ class Screen:
         self._ask_window_manager(window.handle, "_NET_ACTIVE_WINDOW", 2, X.CurrentTime)
         self.wait_until_active(window)
 
+    def ask_to_close(self, window):
+        """Closes a window, as a task bar does."""
+        self._ask_window_manager(window.handle, "_NET_CLOSE_WINDOW", X.CurrentTime, 2)
+
     def show_workspace(self, number):
         """Goes to another workspace, the first being 0, as a pager does, and waits until it is there."""
         self._ask_window_manager(self.root, "_NET_CURRENT_DESKTOP", number, X.CurrentTime)
