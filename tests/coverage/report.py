@@ -131,27 +131,37 @@ def _apart(rows):
 def _exceptions(rows, known):
     lines = ["## What is not as it should be, and why", ""]
     for each in rows:
-        if not each["differences"]:
+        if not _all_differences(each):
             continue
         lines += [f"### {each['name']}", ""]
         for reason, differences in _by_reason(each, known).items():
             lines.append(f"- {reason or '**Not explained.**'}")
-            stays = each["differences_once_opened"]
-            lines += [f"  - {_difference(one)}{'; once opened too' if one in stays else ''}" for one in differences]
+            lines += [f"  - {_difference(one)}{_when(one, each)}" for one in differences]
         lines.append("")
     return "\n".join(lines) if len(lines) > 2 else ""
 
 
+def _all_differences(one):
+    """Those that are there once the menu has been open in the program, too, each once."""
+    return one["differences"] + [each for each in one["differences_once_opened"] if each not in one["differences"]]
+
+
+def _when(difference, one):
+    if difference not in one["differences"]:
+        return "; only once opened"
+    return "; once opened too" if difference in one["differences_once_opened"] else ""
+
+
 def _by_reason(one, known):
     reasons = collections.defaultdict(list)
-    for difference in one["differences"]:
+    for difference in _all_differences(one):
         found = explanation_of(difference, one["name"], known)
         reasons[found["why"] if found else ""].append(difference)
     return reasons
 
 
 def _unexplained(one, known):
-    return [each for each in one["differences"] if not explanation_of(each, one["name"], known)]
+    return [each for each in _all_differences(one) if not explanation_of(each, one["name"], known)]
 
 
 def _difference(difference):

@@ -22,7 +22,7 @@ _QUIET = 1.5  # seconds without a change in the bar: it has started
 _READINGS = 5  # to tell how long one takes
 _HIGH = "1600x2200"  # so that the longest menu fits
 # Windows at the top of the screen, without frames: Qt places its bar wrongly in a frame that came late.
-_WINDOW_RULES = """<openbox_config xmlns="http://openbox.org/3.4/rc"><applications><application type="normal">
+WINDOW_RULES = """<openbox_config xmlns="http://openbox.org/3.4/rc"><applications><application type="normal">
 <decor>no</decor><position force="yes"><x>40</x><y>10</y></position></application></applications></openbox_config>
 """
 
@@ -35,9 +35,9 @@ def measured(application, inspect, version):
     try:
         bus = AccessibilityBus(session.environment["DBUS_SESSION_BUS_ADDRESS"])
         bus.switch_on()
-        _write_files({".config/openbox/rc.xml": _WINDOW_RULES, **application.get("files", {})}, session)
+        write_files({".config/openbox/rc.xml": WINDOW_RULES, **application.get("files", {})}, session)
         session.call("openbox", "--reconfigure")
-        running = _Running(application, session, bus)
+        running = Running(application, session, bus)
         row = _compared(running, application, inspect)
     except BaseException:
         _keep_evidence(session, application["name"])
@@ -74,7 +74,7 @@ def _inspected(inspect, running):
     return shown_entries(json.loads(result.stdout)["menu"]), seconds
 
 
-def _write_files(files, session):
+def write_files(files, session):
     """What programs find in their home, by name; for an application, against what it would ask at its first start."""
     for name, text in files.items():
         path = session.directory / "home" / name
@@ -89,7 +89,7 @@ def _keep_evidence(session, name):
         session.screenshot(pathlib.Path(directory) / f"{name}.png")
 
 
-class _Running:
+class Running:
     """An application that has come up, with its main window in front."""
 
     def __init__(self, application, session, bus):

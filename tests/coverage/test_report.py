@@ -49,6 +49,13 @@ class Report(unittest.TestCase):
         self.assertIn("shown: no; once opened too\n", report.markdown([one], []))
         self.assertNotIn("once opened too", report.markdown([row()], []))
 
+    def test_what_is_wrong_only_once_the_menu_was_open_is_named_and_wants_its_explanation(self):
+        one = row(True)
+        one["differences_once_opened"] = row()["differences"]
+        self.assertIn("shown: no; only once opened\n", report.markdown([one], [EXPLAINED]))
+        self.assertTrue(report.is_explained(one, [EXPLAINED]))
+        self.assertFalse(report.is_explained(one, []))
+
     def test_an_explanation_covers_its_application_kind_and_entries_only(self):
         self.assertTrue(report.is_explained(row(), [EXPLAINED]))
         for other in ({"applications": ["viewer"]}, {"kinds": ["missing"]}, {"entries": ["Paste"]}):
