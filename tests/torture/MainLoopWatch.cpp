@@ -18,9 +18,21 @@ namespace {
 constexpr auto AskEvery = 5ms;
 constexpr auto WorthALine = 50ms;
 
-QByteArray secondsOf(std::chrono::duration<double> time)
+QByteArray secondsOf(double time)
 {
-    return QByteArray::number(time.count(), 'f', 4);
+    return QByteArray::number(time, 'f', 4);
+}
+
+double secondsOf(std::chrono::steady_clock::time_point moment)
+{
+    return std::chrono::duration<double>(moment.time_since_epoch()).count();
+}
+
+/// How long this thread could run and was not let; 0 where the kernel does not count it.
+double secondsStarved()
+{
+    QFile file(QStringLiteral("/proc/thread-self/schedstat"));
+    return file.open(QIODevice::ReadOnly) ? file.readAll().split(' ').value(1).toDouble() / 1e9 : 0;
 }
 
 } // namespace
@@ -54,10 +66,11 @@ void MainLoopWatch::_answer(Moment asked)
 {
     const Moment now = std::chrono::steady_clock::now();
     const double paused = std::exchange(_paused, 0);
-    if (now - asked >= WorthALine) {
-        const QByteArray line = secondsOf(asked.time_since_epoch()) + ' ' +
-                                secondsOf(now.time_since_epoch()) + ' ' +
-                                secondsOf(std::chrono::duration<double>(paused)) + '\n';
+    const double starved = secondsStarved();
+    const double starvedMeanwhile = starved - std::exchange(_starved, starved);
+    if (now - asked >= WorthALine || paused > 0) {
+        const QByteArray line = secondsOf(secondsOf(asked)) + ' ' + secondsOf(secondsOf(now)) + ' ' +
+                                secondsOf(paused) + ' ' + secondsOf(starvedMeanwhile) + '\n';
         [[maybe_unused]] const auto written =
             write(_file, line.constData(), static_cast<size_t>(line.size()));
     }

@@ -8,9 +8,10 @@
 
 namespace tarnwick {
 
-/// Writes down when the main loop was away: a line `begin end paused` for each time when an event waited for
-/// longer than 50 ms. Begin and end are seconds of CLOCK_MONOTONIC; `paused` is how much of the time were
-/// pauses that it was told of. The loop is asked every 5 ms, from a thread of its own.
+/// Writes down when the main loop was away: a line `begin end paused starved` for each time when an event
+/// waited for longer than 50 ms, or there was a pause. Begin and end are seconds of CLOCK_MONOTONIC; `paused`
+/// is how much of the time were pauses that it was told of, `starved` how much other programs had the
+/// processor that it wanted. The loop is asked every 5 ms, from a thread of its own.
 class MainLoopWatch final : public QObject
 {
 public:
@@ -32,6 +33,7 @@ private:
 
     int _file;
     double _paused = 0;
+    double _starved = 0;
     std::atomic<bool> _answered = true;
     std::atomic<bool> _ended = false;
     std::thread _thread;

@@ -45,15 +45,17 @@ def note(what, value, limit=None, unit=""):
 
 
 class Absence(typing.NamedTuple):
-    """A time when the main loop was away: two times of time.monotonic(), and the seconds of pauses in between."""
+    """A time when the main loop was away: two times of time.monotonic(), and the seconds in between of pauses, and those
+    when other programs had the processor that it wanted."""
 
     begin: float
     end: float
     paused: float
+    starved: float
 
     @property
     def unwanted(self):
-        return max(0.0, self.end - self.begin - self.paused)
+        return max(0.0, self.end - self.begin - self.paused - self.starved)
 
 
 class WatchedTarnwick(Tarnwick):
