@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 // How long Tarnwick takes to read one submenu and to build its menu.
-//   bench_reading PID TITLE ROUNDS
+//   bench_reading PID TITLE ROUNDS [SLOWER]
 // reads the menu of the bar's entry TITLE and prints the microseconds of each round, one a line, then
-// "messages N" for one round.
+// "messages N" for one round. A reading may take SLOWER times as long as in the program.
 #include "app/Inspection.h"
 #include "bench/messages.h"
+#include "bench/slow_clock.h"
 #include "menu/AppAccessibility.h"
 #include "menu/Menu.h"
 #include "menu/MenuItem.h"
@@ -30,10 +31,9 @@ std::shared_ptr<MenuItem> itemTitled(const Menu& menu, const QString& title)
 
 qint64 microsecondsToRead(AppAccessibility& mirror, Menu& submenu)
 {
-    using Clock = std::chrono::steady_clock;
-    const auto begin = Clock::now();
+    const auto begin = bench::trueTime();
     mirror.menuNeedsUpdate(submenu);
-    return std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - begin).count();
+    return std::chrono::duration_cast<std::chrono::microseconds>(bench::trueTime() - begin).count();
 }
 
 int measure(const Inspection& inspection, qint64 pid, const QString& title, int rounds)
@@ -64,7 +64,7 @@ int measure(const Inspection& inspection, qint64 pid, const QString& title, int 
         QCoreApplication::processEvents(); // the next reading has its half second anew
     }
     std::printf("messages %ld\n", messages);
-    std::fprintf(stderr, "%d items\n", submenu->numberOfItems());
+    std::printf("items %d\n", submenu->numberOfItems());
     return 0;
 }
 
@@ -72,13 +72,15 @@ int measure(const Inspection& inspection, qint64 pid, const QString& title, int 
 
 int main(int argc, char** argv)
 {
-    if (argc != 4) {
-        std::fputs("bench_reading PID TITLE ROUNDS\n", stderr);
+    if (argc != 4 && argc != 5) {
+        std::fputs("bench_reading PID TITLE ROUNDS [SLOWER]\n", stderr);
         return 2;
     }
     const qint64 pid = QByteArray(argv[1]).toLongLong();
     const QString title = QString::fromLocal8Bit(argv[2]);
     const int rounds = QByteArray(argv[3]).toInt();
+    if (argc == 5)
+        bench::slowTimeDown(QByteArray(argv[4]).toInt());
     const Inspection inspection = openInspection(argc, argv);
     inspection.makeShared();
     inspection.accessibility->apiEnabled();

@@ -62,17 +62,25 @@ class PlainTarnwick(Tarnwick):
         wait_for(lambda: height() > 15 * entries, "the menu of the program", step=0.2)
 
 
+class _Fixture(Fixture):
+    starts_in = 60.0  # ten thousand items take their time
+
+
 class Stage:
     """A session with accessibility switched on and a fixture in front. Nothing listens once it is made."""
 
-    def __init__(self, kit, *options, menu="editor.menu"):
+    def __init__(self, kit, *options, text=None):
+        """`text` is the menu bar, written as in tests/data, instead of the editor's."""
         self.session = Session().start()
         self.kit = kit
+        menu = "editor.menu"
+        if text:
+            menu = self.session.directory / "bench.menu"
+            menu.write_text(text, encoding="utf-8")
         bus = AccessibilityBus(self.session.environment["DBUS_SESSION_BUS_ADDRESS"])
         bus.switch_on()
         self.address = bus.address
-        self.fixture = Fixture(self.session, kit, *options, menu=menu)
-        self._bar = self.fixture.accessible(bus).menu_bar()
+        self.fixture = _Fixture(self.session, kit, *options, menu=menu)
         self._menus = {item.title: _contents(item.node) for item in self.fixture.bar_items(bus)}
         assert_nobody_listens(bus)
         bus.close()
@@ -86,23 +94,19 @@ class Stage:
         self.session.stop()
 
     def floor(self, rounds, title=MANY):
-        return self._floor(self._menus[title], rounds)
+        """The fewest calls that carry the facts of a submenu."""
+        node = self._menus[title]
+        output = run(self.session, "bench_floor", self.address, node.name_on_bus, node.path,
+                     "qt" if self.kit.startswith("qt") else "gtk", rounds + WARM_UP)
+        return Series(milliseconds(output), messages=messages(output))
 
-    def floor_of_bar(self, rounds):
-        return self._floor(self._bar, rounds)
-
-    def reading(self, rounds, title=MANY):
-        """Tarnwick's reading of a submenu, without its window."""
-        output = run(self.session, "bench_reading", self.fixture.pid, title, rounds + WARM_UP)
+    def reading(self, rounds, title=MANY, slower=1):
+        """Tarnwick's reading of a submenu, without its window. A reading may take `slower` times as long as usual."""
+        output = run(self.session, "bench_reading", self.fixture.pid, title, rounds + WARM_UP, slower)
         return Series(milliseconds(output), messages=messages(output))
 
     def one_by_one(self, rounds, title=MANY):
         return Series(milliseconds(run(self.session, "bench_one_by_one", self.fixture.pid, title, rounds + WARM_UP)))
-
-    def _floor(self, node, rounds):
-        output = run(self.session, "bench_floor", self.address, node.name_on_bus, node.path,
-                     "qt" if self.kit.startswith("qt") else "gtk", rounds + WARM_UP)
-        return Series(milliseconds(output), messages=messages(output))
 
 
 def _contents(holder):

@@ -15,6 +15,8 @@ _TEXT = 61
 class Application:
     """A program with a window; made when one of its windows is in front."""
 
+    starts_in = 10.0  # seconds
+
     def __init__(self, session, command, title="", **extra_environment):
         self._session = session
         self._accessible = None
@@ -30,7 +32,7 @@ class Application:
         def find():
             return next((window for window in self._session.screen.windows()
                          if window.pid == self.program.pid and title in window.title), None)
-        return wait_for(find, f"the window of {self.program.name}")
+        return wait_for(find, f"the window of {self.program.name}", self.starts_in)
 
     @property
     def pid(self):

@@ -1,0 +1,80 @@
+# SPDX-License-Identifier: MIT
+"""That the cost grows in step with the items that are shown, and with nothing else."""
+from stage import WARM_UP, Stage, messages, milliseconds, run
+
+from harness.applications import KITS
+
+from table import Series, print_row
+
+SIZES = {10: 100, 30: 60, 100: 40, 300: 25, 1000: 12, 3000: 6, 10000: 3}
+BEYOND_THE_LIMIT = 2000  # more items may take longer than a reading may
+SLOWER = 20  # how much slower the program's clock runs then: its limit is so much longer
+BARS = {5: 200, 10: 200, 20: 100, 40: 60, 60: 60}
+DEEP = 300  # items in each menu of a bar of which nothing is opened
+ENTRIES = 20
+OFF = 0.25  # of the fitted line
+
+
+def fitted(points):
+    """(fixed cost, cost of one, greatest deviation from the line, as a part of it) of {count: cost}.
+
+    Each point counts by its part, not by its size: otherwise the largest would decide alone.
+    """
+    weights = [(count, cost, 1 / cost ** 2) for count, cost in points.items()]
+    total = sum(weight for *_, weight in weights)
+    middle = sum(count * weight for count, _, weight in weights) / total
+    mean = sum(cost * weight for _, cost, weight in weights) / total
+    slope = (sum((count - middle) * (cost - mean) * weight for count, cost, weight in weights) /
+             sum((count - middle) ** 2 * weight for count, _, weight in weights))
+    fixed = mean - slope * middle
+    return fixed, slope, max(abs(cost / (fixed + slope * count) - 1) for count, cost in points.items())
+
+
+def rows():
+    for kit in KITS:
+        _menus_row(kit)
+    for kit in KITS:
+        _bars_row(kit)
+    for kit in KITS:
+        _depth_row(kit)
+
+
+def _menus_row(kit):
+    points = {}
+    for size, rounds in SIZES.items():
+        stage = Stage(kit, "--grow", str(size))
+        try:
+            series = stage.reading(rounds, slower=SLOWER if size > BEYOND_THE_LIMIT else 1)
+        finally:
+            stage.close()
+        points[size] = series.median
+    _print_line(f"reading submenus, {kit}", points, "items")
+
+
+def _bars_row(kit):
+    _print_line(f"rebuilding the root, {kit}", {entries: _rebuilding(kit, entries, 1, rounds).median
+                                                for entries, rounds in BARS.items()}, "entries")
+
+
+def _depth_row(kit):
+    deep, shallow = (_rebuilding(kit, ENTRIES, items, BARS[ENTRIES]) for items in (DEEP, 1))
+    print_row(f"rebuilding the root, {kit}: {ENTRIES} entries, {ENTRIES * DEEP:,} items in their closed menus", deep,
+              f"{ENTRIES} items", shallow, f"≤ {1 + OFF:g} ×", deep.median <= (1 + OFF) * shallow.median)
+
+
+def _rebuilding(kit, entries, items, rounds):
+    text = "".join(f"Entry {entry}\n" + "".join(f"  Item {item}\n" for item in range(items))
+                   for entry in range(entries))
+    stage = Stage(kit, text=text)
+    try:
+        output = run(stage.session, "bench_rebuilding", rounds + WARM_UP)
+    finally:
+        stage.close()
+    return Series(milliseconds(output), messages=messages(output))
+
+
+def _print_line(what, points, of):
+    fixed, slope, off = fitted(points)
+    each = ", ".join(f"{count:,}: {cost:.2f} ms" for count, cost in points.items())
+    print_row(f"{what} ({each})", Series([1000 * slope], "µs"), f"one of the {of}, fitted; {1000 * fixed:.0f} µs besides",
+              None, f"≤ {OFF:.0%} off a line", off <= OFF, f"{off:.0%} off at most")
