@@ -275,11 +275,11 @@ static struct area row_of(struct trigger trigger, uint8_t letter)
     pop_up(trigger);
     forget_drawn();
     tap(letter);
+    if (painted_within(Patience, 1) == 0)
+        fail("the letter moves to no entry");
     wait_for_quiet();
     const struct area row = common(drawn, menus[0].area);
     close_menus();
-    if (is_empty(row))
-        fail("the letter moves to no entry");
     return row;
 }
 
