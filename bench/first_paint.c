@@ -19,7 +19,7 @@
 #include <time.h>
 
 enum {
-    Patience = 5000000,   // microseconds
+    Patience = 20000000,  // microseconds
     Quiet = 60000,        // nothing was drawn for so long
     Overlooked = 1000000, // no menu is that late
     Attempts = 8,

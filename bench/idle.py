@@ -18,6 +18,7 @@ from table import Series, print_row
 SECONDS = 60
 APPLICATIONS = ((KITS[0], "editor.menu"), (KITS[1], "editor.menu"), (KITS[2], "editor.menu"),
                 (KITS[0], "viewer.menu"), (KITS[2], "viewer.menu"))
+SWITCH_IS_HEARD = 1.0  # seconds
 FEW, MANY = 100, 5000  # pop-ups
 WAKE_UPS, CPU = 1.0, 0.05  # a second; per cent, what is shown as 0.0
 OF_BARE, GROWTH = 1.5, 1.0  # times, MiB
@@ -48,6 +49,8 @@ class Desk:
         """So many pop-ups of Tarnwick, over each application the same number."""
         for application in self.applications:
             self.screen.activate(application.window)
+            time.sleep(SWITCH_IS_HEARD)  # later it would close a menu
+            self.tarnwick.wait_until_ready()
             self._press(count // len(self.applications), self.screen.key_code(OPTION), TRIGGER)
 
     def pop_up_bare(self, count):
