@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+using namespace std::chrono_literals;
+
 namespace tarnwick {
 
 namespace {
@@ -14,6 +16,12 @@ namespace {
 constexpr std::uint64_t LongestCallMicroseconds = 2'000'000;
 /// Messages taken in before the event loop goes on with other things.
 constexpr int MessagesPerTurn = 500;
+
+/// The bus remembers a call for five minutes when no answer comes, and at 50,000 of them takes no further
+/// calls from us, to whomever.
+constexpr auto OwedFor = 5min;
+constexpr qsizetype ManyOwed = 8000;
+constexpr qsizetype OutstandingWhenManyAreOwed = 16;
 
 struct ReplyHandler
 {
@@ -33,17 +41,21 @@ int handleReply(sd_bus_message* reply, void* data, sd_bus_error* /*error*/)
 class SdBus::Exchange
 {
 public:
-    Exchange(sd_bus* bus, qsizetype count, const std::function<void(qsizetype, sd_bus_message*)>& answered)
+    Exchange(sd_bus* bus, qsizetype count, qsizetype room,
+             const std::function<void(qsizetype, sd_bus_message*)>& answered)
         : _bus(bus), _answered(answered), _left(count)
     {
-        const auto places = static_cast<std::size_t>(std::min(count, MaximumOutstanding));
-        _pending.resize(places);
+        _pending.resize(static_cast<std::size_t>(std::min(count, room)));
         for (Pending& pending : _pending)
             _free.push_back(&pending);
     }
 
     [[nodiscard]] bool hasRoom() const { return !_free.empty(); }
     [[nodiscard]] bool finished() const { return _left == 0; }
+    [[nodiscard]] qsizetype unanswered() const
+    {
+        return static_cast<qsizetype>(_pending.size() - _free.size());
+    }
 
     void send(qsizetype index, const SdBusMessage& message, Deadline deadline)
     {
@@ -154,16 +166,26 @@ void SdBus::exchange(qsizetype count, const std::function<SdBusMessage(qsizetype
     if (!isOpen() || count <= 0)
         return;
     {
-        Exchange exchange(_bus, count, answered);
+        Exchange exchange(_bus, count, _roomForCalls(), answered);
         qsizetype next = 0;
         do {
             for (; next < count && exchange.hasRoom() && !deadline.passed(); ++next)
                 exchange.send(next, make(next), deadline);
         } while (!exchange.finished() && _step(deadline));
+        _owed += exchange.unanswered();
     }
     _watch();
     if (deadline.passed()) // what sd-bus has read already does not wake the notifier
         QMetaObject::invokeMethod(this, &SdBus::_takeIn, Qt::QueuedConnection);
+}
+
+qsizetype SdBus::_roomForCalls()
+{
+    if (!_owedUntil || _owedUntil->passed()) {
+        _owed = 0;
+        _owedUntil = Deadline::in(OwedFor);
+    }
+    return _owed < ManyOwed ? MaximumOutstanding : OutstandingWhenManyAreOwed;
 }
 
 SdBusMessage SdBus::call(SdBusMessage message, Deadline deadline)

@@ -10,6 +10,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace tarnwick {
 
@@ -20,7 +21,7 @@ class SdBus : public QObject
     Q_OBJECT
 
 public:
-    /// Calls that are on their way at the same time, at most.
+    /// Calls that are on their way at the same time, at most; much fewer once thousands were never answered.
     static constexpr qsizetype MaximumOutstanding = 2000;
 
     /// Null when the bus has not welcomed us by the deadline.
@@ -53,6 +54,7 @@ private:
     explicit SdBus(sd_bus* bus);
     /// Handles one message, or waits for one; false when the connection broke or the deadline has passed.
     bool _step(Deadline deadline);
+    [[nodiscard]] qsizetype _roomForCalls();
     void _watch();
     void _takeIn();
     void _close();
@@ -60,6 +62,8 @@ private:
     sd_bus* _bus;
     std::unique_ptr<QSocketNotifier> _readable;
     std::unique_ptr<QSocketNotifier> _writable;
+    qsizetype _owed = 0; ///< answers that did not come
+    std::optional<Deadline> _owedUntil;
 };
 
 } // namespace tarnwick

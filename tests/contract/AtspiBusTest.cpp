@@ -213,6 +213,26 @@ TEST_F(AtspiBusTest, thousandsOfCalls_goOutInPortions)
     EXPECT_EQ(application->count(u"Get Name"_s), 2000) << "no more than this may be outstanding";
 }
 
+TEST_F(AtspiBusTest, anApplicationThatOwesManyAnswers_silencesNoOther)
+{
+    publish("gtk", menuOf(1));
+    std::atomic<int> asked = 0;
+    application->setInterceptor([&](sd_bus_message* call) {
+        if (QByteArrayView(sd_bus_message_get_path(call)) != "/mute")
+            return false;
+        ++asked;
+        return true;
+    });
+    QList<AtspiFacts> mute(2000, {.reference = at("/mute")});
+    QList<AtspiInquiry> inquiries;
+    for (AtspiFacts& one : mute)
+        inquiries.append({&one, AtspiQuestion::Name});
+    for (int i = 0; i < 40; ++i)
+        bus.ask(inquiries, Deadline::in(60ms));
+    EXPECT_EQ(titles(), QStringList(u"Item 0"_s)) << "the bus holds no more than 50,000 calls for us";
+    EXPECT_LE(asked, 12'000);
+}
+
 TEST_F(AtspiBusTest, whatHasNotComeByTheDeadline_isMissing)
 {
     publish("gtk", menuOf(3));
