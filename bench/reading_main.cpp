@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 // How long Tarnwick takes to read one submenu and to build its menu.
-//   bench_reading PID TITLE ROUNDS [SLOWER]
+//   bench_reading PID TITLE ROUNDS
 // reads the menu of the bar's entry TITLE and prints the microseconds of each round, one a line, then
-// "messages N" for one round. A reading may take SLOWER times as long as in the program.
+// "messages N" for one round.
 #include "app/Inspection.h"
 #include "bench/messages.h"
-#include "bench/slow_clock.h"
 #include "menu/AppAccessibility.h"
 #include "menu/Menu.h"
 #include "menu/MenuItem.h"
@@ -31,9 +30,10 @@ std::shared_ptr<MenuItem> itemTitled(const Menu& menu, const QString& title)
 
 qint64 microsecondsToRead(AppAccessibility& mirror, Menu& submenu)
 {
-    const auto begin = bench::trueTime();
+    using Clock = std::chrono::steady_clock;
+    const auto begin = Clock::now();
     mirror.menuNeedsUpdate(submenu);
-    return std::chrono::duration_cast<std::chrono::microseconds>(bench::trueTime() - begin).count();
+    return std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - begin).count();
 }
 
 int measure(const Inspection& inspection, qint64 pid, const QString& title, int rounds)
@@ -72,15 +72,13 @@ int measure(const Inspection& inspection, qint64 pid, const QString& title, int 
 
 int main(int argc, char** argv)
 {
-    if (argc != 4 && argc != 5) {
-        std::fputs("bench_reading PID TITLE ROUNDS [SLOWER]\n", stderr);
+    if (argc != 4) {
+        std::fputs("bench_reading PID TITLE ROUNDS\n", stderr);
         return 2;
     }
     const qint64 pid = QByteArray(argv[1]).toLongLong();
     const QString title = QString::fromLocal8Bit(argv[2]);
     const int rounds = QByteArray(argv[3]).toInt();
-    if (argc == 5)
-        bench::slowTimeDown(QByteArray(argv[4]).toInt());
     const Inspection inspection = openInspection(argc, argv);
     inspection.makeShared();
     inspection.accessibility->apiEnabled();

@@ -63,7 +63,7 @@ class PlainTarnwick(Tarnwick):
 
 
 class _Fixture(Fixture):
-    starts_in = 60.0  # ten thousand items take their time
+    starts_in = 60.0  # thousands of items take their time
 
 
 class Stage:
@@ -100,9 +100,9 @@ class Stage:
                      "qt" if self.kit.startswith("qt") else "gtk", rounds + WARM_UP)
         return Series(milliseconds(output), messages=messages(output))
 
-    def reading(self, rounds, title=MANY, slower=1):
-        """Tarnwick's reading of a submenu, without its window. A reading may take `slower` times as long as usual."""
-        output = run(self.session, "bench_reading", self.fixture.pid, title, rounds + WARM_UP, slower)
+    def reading(self, rounds, title=MANY):
+        """Tarnwick's reading of a submenu, without its window."""
+        output = run(self.session, "bench_reading", self.fixture.pid, title, rounds + WARM_UP)
         return Series(milliseconds(output), messages=messages(output))
 
     def one_by_one(self, rounds, title=MANY):
