@@ -43,6 +43,14 @@ def environment_of(pid):
         return ""
 
 
+def command_line_of(pid):
+    """The command line of `pid`, as one string; empty when it has ended."""
+    try:
+        return pathlib.Path(f"/proc/{pid}/cmdline").read_bytes().replace(b"\0", b" ").decode(errors="replace")
+    except OSError:
+        return ""
+
+
 def end_all_with(marker, limit=3.0):
     """Ends what we have started, directly or not, with `marker` in its environment: kindly first."""
     end = time.monotonic() + limit

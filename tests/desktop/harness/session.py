@@ -3,10 +3,11 @@
 import os
 import pathlib
 import shutil
+import signal
 import subprocess
 import tempfile
 
-from .processes import Program, adopt_orphans, end_all_with
+from .processes import Program, adopt_orphans, command_line_of, descendants_of, end_all_with, environment_of
 from .screen import Screen
 from .waiting import wait_for
 
@@ -14,7 +15,7 @@ _BUS_WITHOUT_SERVICES = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus
  "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
 <busconfig>
   <type>session</type>
-  <listen>unix:dir={directory}</listen>
+  <listen>{address}</listen>
   <policy context="default">
     <allow send_destination="*" eavesdrop="true"/>
     <allow eavesdrop="true"/>
@@ -38,6 +39,7 @@ class Session:
         self._with_accessibility = accessibility
         self._programs = []
         self._display_server = None
+        self._bus = None
         self.directory = None
         self.environment = None
         self.screen = None
@@ -69,6 +71,23 @@ class Session:
             self._display_server.wait()
         if self.directory:
             shutil.rmtree(self.directory, ignore_errors=True)
+
+    def end_bus(self):
+        """The session bus goes, and with it whoever does not live without it."""
+        self._bus.kill()
+
+    def stop_bus(self):
+        """The session bus does not answer any more; ends with the session."""
+        os.kill(self._bus.pid, signal.SIGSTOP)
+
+    def begin_bus(self):
+        """Another session bus comes, at the same address."""
+        self._start_bus()
+
+    def services(self, *names):
+        """The process ids of what the buses have started, by what is in their command lines."""
+        return [pid for pid in descendants_of(os.getpid()) if self._marker in environment_of(pid)
+                and any(name in command_line_of(pid) for name in names)]
 
     def end_display(self):
         """The X server goes, and with it whoever does not live without it."""
@@ -139,18 +158,20 @@ class Session:
         return f":{number}"
 
     def _start_bus(self):
+        """The address does not name the daemon, as in the sessions of people: another one may come in its place."""
         reader, writer = os.pipe()
+        address = f"unix:path={self.directory}/run/bus"
         command = ["dbus-daemon", "--nofork", f"--print-address={writer}"]
         if self._with_accessibility:
-            command += ["--session", f"--address=unix:dir={self.directory}/run"]
+            command += ["--session", f"--address={address}"]
         else:
             configuration = self.directory / "bus.conf"
-            configuration.write_text(_BUS_WITHOUT_SERVICES.format(directory=self.directory / "run"))
+            configuration.write_text(_BUS_WITHOUT_SERVICES.format(address=address))
             command.append(f"--config-file={configuration}")
-        self._programs.append(Program(command, self.environment, self.directory / "out", pass_fds=[writer]))
+        self._bus = Program(command, self.environment, self.directory / "out", pass_fds=[writer])
+        self._programs.append(self._bus)
         os.close(writer)
         with os.fdopen(reader) as addresses:
-            address = addresses.readline().strip()
-        if not address:
-            raise RuntimeError("dbus-daemon did not start")
+            if not addresses.readline().strip():
+                raise RuntimeError("dbus-daemon did not start")
         return address
