@@ -1,11 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/QtDefaultsStore.h"
 
-#include "platform/qt/SettingsText.h"
-
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
 #include <QJsonDocument>
 #include <QStandardPaths>
 
@@ -15,33 +10,10 @@ namespace tarnwick {
 
 namespace {
 
-constexpr qint64 LargestFile = 4LL * 1024 * 1024;
-constexpr auto OwnerOnly = QFile::ReadOwner | QFile::WriteOwner;
-
-/// Makes the missing folders of `path`, each for the user only. False when one could not be made.
-bool makeFolder(const QString& path)
-{
-    const QFileInfo folder(path);
-    if (folder.exists())
-        return folder.isDir();
-    return makeFolder(folder.path()) && QDir().mkdir(path, OwnerOnly | QFile::ExeOwner);
-}
-
-/// Qt's own format can hold whole objects in a value, and making one from garbage can end the program.
-QSettings::Format textFormat()
-{
-    static const QSettings::Format format = QSettings::registerFormat(
-        u"conf"_s,
-        [](QIODevice& file, QSettings::SettingsMap& settings) {
-            settings = settings_text::parse(file.read(LargestFile));
-            return true;
-        },
-        [](QIODevice& file, const QSettings::SettingsMap& settings) {
-            const QByteArray text = settings_text::write(settings);
-            return file.write(text) == text.size();
-        });
-    return format;
-}
+// Enough for another program to finish; one that hangs must not make this one hang, too.
+constexpr std::chrono::milliseconds Patience(200);
+// Within the event loop there is another time.
+constexpr std::chrono::milliseconds Later(250);
 
 bool isStructured(const QVariant& value)
 {
@@ -64,9 +36,12 @@ QVariant structureOf(const QString& text)
 
 } // namespace
 
-QtDefaultsStore::QtDefaultsStore(const QString& path) : _settings(path, textFormat())
+QtDefaultsStore::QtDefaultsStore(const QString& path)
+    : _file(path), _settings(_file.read().value_or(QSettings::SettingsMap()))
 {
-    _keepPrivate();
+    _file.keepPrivate();
+    _pending.setSingleShot(true);
+    _pending.callOnTimeout(&_pending, [this] { _write({}); });
 }
 
 QtDefaultsStore::~QtDefaultsStore()
@@ -82,40 +57,61 @@ QString QtDefaultsStore::standardPath()
 
 std::optional<QVariant> QtDefaultsStore::value(const QString& key) const
 {
-    if (key.isEmpty())
+    const auto stored = _settings.constFind(key);
+    if (key.isEmpty() || stored == _settings.cend())
         return std::nullopt;
-    const QVariant stored = _settings.value(key);
-    if (!stored.isValid())
-        return std::nullopt;
-    const QVariant structure = structureOf(stored.toString());
-    return structure.isValid() ? structure : stored;
+    const QVariant structure = structureOf(stored->toString());
+    return structure.isValid() ? structure : *stored;
 }
 
 void QtDefaultsStore::setValue(const QString& key, const QVariant& value)
 {
     if (key.isEmpty())
         return;
-    makeFolder(QFileInfo(_settings.fileName()).path());
-    _settings.setValue(key, isStructured(value) ? jsonText(value) : value.toString());
+    _settings.insert(key, isStructured(value) ? jsonText(value) : value.toString());
+    _changed.insert(key);
+    _pending.start(0);
 }
 
 void QtDefaultsStore::removeValue(const QString& key)
 {
-    if (!key.isEmpty())
-        _settings.remove(key);
+    if (_settings.remove(key) == 0)
+        return;
+    _changed.insert(key);
+    _pending.start(0);
 }
 
 void QtDefaultsStore::synchronize()
 {
-    _settings.sync();
-    _keepPrivate();
+    _write(Patience);
 }
 
-void QtDefaultsStore::_keepPrivate() const
+void QtDefaultsStore::_write(std::chrono::milliseconds patience)
 {
-    QFile file(_settings.fileName());
-    if (file.exists() && (file.permissions() & ~(OwnerOnly | QFile::ReadUser | QFile::WriteUser)))
-        file.setPermissions(OwnerOnly);
+    _pending.stop();
+    if (_changed.isEmpty())
+        return;
+    QSettings::SettingsMap written;
+    const auto change = [this, &written](QSettings::SettingsMap& settings) {
+        for (const QString& key : std::as_const(_changed)) {
+            if (const auto value = _settings.constFind(key); value != _settings.cend())
+                settings.insert(key, *value);
+            else
+                settings.remove(key);
+        }
+        written = settings;
+    };
+    switch (_file.update(change, patience)) {
+    case SettingsFile::Outcome::Written:
+        _settings = written;
+        _changed.clear();
+        break;
+    case SettingsFile::Outcome::Busy:
+        _pending.start(Later);
+        break;
+    case SettingsFile::Outcome::Refused:
+        break;
+    }
 }
 
 } // namespace tarnwick

@@ -2,14 +2,17 @@
 #pragma once
 
 #include "foundation/DefaultsStore.h"
+#include "platform/qt/SettingsFile.h"
 
-#include <QSettings>
+#include <QSet>
+#include <QTimer>
 
 namespace tarnwick {
 
 /// Settings in a text file of "key=value" lines, which only the user may read. What another program changes
 /// in the file meanwhile is kept. Numbers and booleans read back as texts; dictionaries and lists are kept as
-/// JSON text and read back as such.
+/// JSON text and read back as such. Changes are written from the event loop, and what cannot be written is
+/// tried again at the next change and at the end.
 class QtDefaultsStore final : public DefaultsStore
 {
 public:
@@ -25,12 +28,16 @@ public:
     [[nodiscard]] std::optional<QVariant> value(const QString& key) const override;
     void setValue(const QString& key, const QVariant& value) override;
     void removeValue(const QString& key) override;
+    /// Takes 0.2 s at most while another program writes.
     void synchronize() override;
 
 private:
-    void _keepPrivate() const;
+    void _write(std::chrono::milliseconds patience);
 
-    mutable QSettings _settings;
+    SettingsFile _file;
+    QSettings::SettingsMap _settings; ///< as they are now, written or not
+    QSet<QString> _changed;           ///< set or removed, and not yet in the file
+    QTimer _pending;
 };
 
 } // namespace tarnwick

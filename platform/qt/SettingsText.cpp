@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/SettingsText.h"
 
+#include <QStringDecoder>
 #include <QUrl>
 
 #include <algorithm>
@@ -12,6 +13,19 @@ namespace tarnwick::settings_text {
 namespace {
 
 const QString GeneralGroup = u"General"_s;
+
+/// As written: what looks like a byte-order mark is a character like others.
+QString decoded(const QByteArray& bytes)
+{
+    QStringDecoder decoder(QStringDecoder::Utf8,
+                           QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
+    return decoder(bytes);
+}
+
+QString decodedName(const QByteArray& escaped)
+{
+    return decoded(QByteArray::fromPercentEncoding(escaped));
+}
 
 bool isHexadecimal(QChar c)
 {
@@ -33,7 +47,9 @@ QString unescapedAt(const QString& text, qsizetype& i)
     char32_t code = 0;
     for (int digits = 0; digits < 6 && i + 1 < text.size() && isHexadecimal(text.at(i + 1)); ++digits)
         code = code * 16 + char32_t(QString(text.at(++i)).toInt(nullptr, 16));
-    return code <= 0x10FFFF ? QString::fromUcs4(&code, 1) : QString();
+    // Not QString::fromUcs4(), which takes U+FEFF for a byte-order mark. Half a character may be followed by
+    // the other.
+    return code <= 0x10FFFF ? QStringView(QChar::fromUcs4(code)).toString() : QString();
 }
 
 QString unescaped(const QString& raw)
@@ -50,7 +66,7 @@ QString unescaped(const QString& raw)
         else
             value += raw.at(i);
     }
-    return value;
+    return value.isValidUtf16() ? value : decoded(value.toUtf8());
 }
 
 QString escaped(const QString& value)
@@ -81,6 +97,19 @@ QByteArray escapedKey(const QString& key)
     return QUrl::toPercentEncoding(key);
 }
 
+bool isGeneral(const QString& group)
+{
+    return group.compare(GeneralGroup, Qt::CaseInsensitive) == 0;
+}
+
+/// Where the group that `key` is written in ends: -1 for a key that is known by itself alone.
+qsizetype groupEnd(const QString& key)
+{
+    const qsizetype slash = key.indexOf(u'/');
+    const bool group = slash > 0 && slash + 1 < key.size() && !isGeneral(key.left(slash));
+    return group ? slash : -1;
+}
+
 } // namespace
 
 QSettings::SettingsMap parse(const QByteArray& contents)
@@ -90,15 +119,15 @@ QSettings::SettingsMap parse(const QByteArray& contents)
     for (const QByteArray& bytes : contents.split('\n')) {
         const QByteArray line = bytes.trimmed();
         if (line.startsWith('[') && line.endsWith(']')) {
-            const QString name = QUrl::fromPercentEncoding(line.mid(1, line.size() - 2));
-            group = name.compare(GeneralGroup, Qt::CaseInsensitive) == 0 ? QString() : name + u'/';
+            const QString name = decodedName(line.mid(1, line.size() - 2));
+            group = isGeneral(name) ? QString() : name + u'/';
             continue;
         }
         const qsizetype equals = line.indexOf('=');
         if (equals <= 0 || line.startsWith(';') || line.startsWith('#'))
             continue;
-        const QString key = QUrl::fromPercentEncoding(line.left(equals).trimmed());
-        settings.insert(group + key, unescaped(QString::fromUtf8(line.mid(equals + 1).trimmed())));
+        const QString key = decodedName(line.left(equals).trimmed());
+        settings.insert(group + key, unescaped(decoded(line.mid(equals + 1).trimmed())));
     }
     return settings;
 }
@@ -107,7 +136,7 @@ QByteArray write(const QSettings::SettingsMap& settings)
 {
     QMap<QString, QByteArray> groups;
     for (auto setting = settings.cbegin(); setting != settings.cend(); ++setting) {
-        const qsizetype slash = setting.key().indexOf(u'/');
+        const qsizetype slash = groupEnd(setting.key());
         const QString group = slash < 0 ? QString() : setting.key().left(slash);
         groups[group] += escapedKey(setting.key().mid(slash + 1)) + '=' +
                          escaped(setting.value().toString()).toUtf8() + '\n';

@@ -2,17 +2,33 @@
 #include "platform/qt/QtDefaultsStore.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
+#include <QTest>
 #include <gtest/gtest.h>
 
+#include <csignal>
+#include <fcntl.h>
+#include <optional>
+#include <sys/file.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 using namespace tarnwick;
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr uid_t SomebodyElse = 65534;
+const QByteArray OldContents = "[General]\nFontSizeSmall=12\n";
+
+QString text(const DefaultsStore& store, const QString& key)
+{
+    return store.value(key).value_or(u"(nothing)"_s).toString();
+}
 
 class QtDefaultsStoreTest : public ::testing::Test
 {
@@ -39,13 +55,30 @@ protected:
         return ::stat(name.toUtf8().constData(), &status) == 0 ? status.st_mode & 0777U : 0;
     }
 
+    [[nodiscard]] QStringList files() const
+    {
+        return QDir(QFileInfo(path()).path()).entryList(QDir::Files | QDir::Hidden);
+    }
+
+    /// What is set is there for the life of the store, and nothing is told of its not being written.
+    void expectKeptInMemoryOnly() const
+    {
+        const QStringList before = files();
+        ::testing::internal::CaptureStderr();
+        {
+            QtDefaultsStore store(path());
+            store.setValue(u"FontSizeSmall"_s, 13);
+            store.synchronize();
+            EXPECT_EQ(text(store, u"FontSizeSmall"_s), u"13"_s);
+            store.removeValue(u"FontSizeSmall"_s);
+            EXPECT_FALSE(store.value(u"FontSizeSmall"_s));
+        }
+        EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
+        EXPECT_EQ(files(), before);
+    }
+
     QTemporaryDir _folder;
 };
-
-QString text(const DefaultsStore& store, const QString& key)
-{
-    return store.value(key).value_or(u"(nothing)"_s).toString();
-}
 
 TEST_F(QtDefaultsStoreTest, keys_areLinesOfTheGeneralGroup_asTheTableNamesThem)
 {
@@ -151,6 +184,50 @@ TEST_F(QtDefaultsStoreTest, otherGroups_areKept)
     EXPECT_EQ(contents(), "[General]\nFirstRun=false\n\n[Some%20Group]\nKey=1\n");
 }
 
+TEST_F(QtDefaultsStoreTest, keysOfAnyName_areStillThereAfterAWrite)
+{
+    const ValueRow rows[] = {
+        {"[General]\na%2F=1", u"a/"_s},
+        {"[General]\n%2Fb=1", u"/b"_s},
+        {"[General]\nGeneral%2Fc=1", u"General/c"_s},
+        {"[]\nd=1", u"/d"_s},
+        {"[x/y]\ne=1", u"x/y/e"_s},
+        {"[x]\n%EF%BB%BFf=1", u"x/\uFEFFf"_s},
+        {"[general]\nG=1", u"G"_s},
+    };
+    for (const ValueRow& row : rows) {
+        SCOPED_TRACE(row.line.toStdString());
+        write(row.line + "\n[General]\nFirstRun=false\n");
+        QtDefaultsStore store(path());
+        EXPECT_EQ(text(store, row.value), u"1"_s);
+        store.setValue(u"FirstRun"_s, true);
+        store.synchronize();
+        EXPECT_EQ(text(QtDefaultsStore(path()), row.value), u"1"_s) << contents().toStdString();
+    }
+}
+
+TEST_F(QtDefaultsStoreTest, valuesOfAnyCharacters_areStillThereAfterAWrite)
+{
+    const ValueRow rows[] = {
+        {"Key=\xEF\xBB\xBF mark", u"\uFEFF mark"_s}, // no byte-order mark, in the middle of a file
+        {"Key=\\xfeff mark", u"\uFEFF mark"_s},
+        {"Key=\\xd83d\\xde00", u"\U0001F600"_s}, // as other programs write it
+        {"Key=\\x1f600", u"\U0001F600"_s},
+        {"Key=\\xd83d!", u"?!"_s}, // half of a character
+        {"Key=\xff", u"\uFFFD"_s},
+        {"Key=\\x0\\x7f", QString(QChar(0)) + QChar(0x7F)},
+    };
+    for (const ValueRow& row : rows) {
+        SCOPED_TRACE(row.line.toStdString());
+        write("[General]\n" + row.line + "\n");
+        QtDefaultsStore store(path());
+        EXPECT_EQ(text(store, u"Key"_s), row.value);
+        store.setValue(u"FirstRun"_s, true);
+        store.synchronize();
+        EXPECT_EQ(text(QtDefaultsStore(path()), u"Key"_s), row.value) << contents().toStdString();
+    }
+}
+
 struct GarbageRow
 {
     const char* sentence;
@@ -240,14 +317,179 @@ TEST_F(QtDefaultsStoreTest, twoWriters_keepEachOthersKeys)
     EXPECT_EQ(text(later, u"MouseButton"_s), u"26"_s);
 }
 
+TEST_F(QtDefaultsStoreTest, symbolicLinks_areFollowedToTheEnd_alsoToAFileThatIsNotThereYet)
+{
+    const QString target = _folder.filePath(u"dotfiles/tarnwick.conf"_s);
+    const QString middle = _folder.filePath(u"middle"_s);
+    QDir().mkpath(QFileInfo(path()).path());
+    ASSERT_TRUE(QFile::link(target, middle));
+    ASSERT_TRUE(QFile::link(middle, path()));
+    QtDefaultsStore store(path());
+    store.setValue(u"FontSizeSmall"_s, 13);
+    store.synchronize();
+    EXPECT_TRUE(QFileInfo(path()).isSymLink());
+    EXPECT_TRUE(QFileInfo(middle).isSymLink());
+    EXPECT_FALSE(QFileInfo(target).isSymLink());
+    EXPECT_EQ(mode(target), 0600U);
+    EXPECT_EQ(text(QtDefaultsStore(path()), u"FontSizeSmall"_s), u"13"_s);
+}
+
+TEST_F(QtDefaultsStoreTest, linksInACircle_areLeftAlone)
+{
+    const QString other = _folder.filePath(u"other"_s);
+    QDir().mkpath(QFileInfo(path()).path());
+    ASSERT_TRUE(QFile::link(path(), other));
+    ASSERT_TRUE(QFile::link(other, path()));
+    expectKeptInMemoryOnly();
+    EXPECT_TRUE(QFileInfo(path()).isSymLink());
+}
+
+TEST_F(QtDefaultsStoreTest, fileThatIsReadOnly_isLeftAsItIs)
+{
+    write(OldContents);
+    QFile::setPermissions(path(), QFile::ReadOwner);
+    expectKeptInMemoryOnly();
+    EXPECT_EQ(contents(), OldContents);
+    EXPECT_EQ(mode(path()), 0400U);
+}
+
+TEST_F(QtDefaultsStoreTest, fileOfSomebodyElse_isLeftAsItIs)
+{
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "only root can give a file to somebody else";
+    write(OldContents);
+    ASSERT_EQ(::chmod(path().toUtf8().constData(), 0604), 0);
+    ASSERT_EQ(::chown(path().toUtf8().constData(), SomebodyElse, SomebodyElse), 0);
+    expectKeptInMemoryOnly();
+    EXPECT_EQ(contents(), OldContents);
+    EXPECT_EQ(mode(path()), 0604U) << "nor are the rights at it ours to change";
+    EXPECT_EQ(QFileInfo(path()).ownerId(), SomebodyElse);
+}
+
+TEST_F(QtDefaultsStoreTest, folderThatMayNotBeWrittenTo_staysAsItIs)
+{
+    write(OldContents);
+    const QByteArray folder = QFileInfo(path()).path().toUtf8();
+    ASSERT_EQ(::chmod(path().toUtf8().constData(), 0644), 0);
+    ASSERT_EQ(::chmod(_folder.path().toUtf8().constData(), 0755), 0);
+    ASSERT_EQ(::chmod(folder.constData(), 0555), 0);
+    const bool root = ::geteuid() == 0; // who may write everywhere
+    ASSERT_EQ(::chown(path().toUtf8().constData(), root ? SomebodyElse : ::geteuid(), ::getegid()), 0);
+    ASSERT_EQ(::seteuid(root ? SomebodyElse : ::geteuid()), 0);
+    expectKeptInMemoryOnly();
+    ASSERT_EQ(::seteuid(::getuid()), 0);
+    ::chmod(folder.constData(), 0755);
+    EXPECT_EQ(contents(), OldContents);
+}
+
+TEST_F(QtDefaultsStoreTest, fileThatIsTooLarge_isLeftAsItIs)
+{
+    const QByteArray large = OldContents + "X=" + QByteArray(5 * 1024 * 1024, 'x') + "\n";
+    write(large);
+    expectKeptInMemoryOnly();
+    EXPECT_EQ(contents(), large);
+}
+
+TEST_F(QtDefaultsStoreTest, pipeInThePlaceOfTheFile_isNotWaitedFor)
+{
+    QDir().mkpath(QFileInfo(path()).path());
+    ASSERT_EQ(::mkfifo(path().toUtf8().constData(), 0600), 0);
+    expectKeptInMemoryOnly();
+    struct stat status = {};
+    ASSERT_EQ(::stat(path().toUtf8().constData(), &status), 0);
+    EXPECT_TRUE(S_ISFIFO(status.st_mode));
+}
+
+/// No file of this process gets longer than so many bytes, as on a disk without room.
+class NoRoom
+{
+public:
+    explicit NoRoom(rlim_t bytes) : _handler(std::signal(SIGXFSZ, SIG_IGN))
+    {
+        ::getrlimit(RLIMIT_FSIZE, &_before);
+        const rlimit limited{bytes, _before.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &limited);
+    }
+    ~NoRoom()
+    {
+        ::setrlimit(RLIMIT_FSIZE, &_before);
+        std::signal(SIGXFSZ, _handler);
+    }
+    Q_DISABLE_COPY_MOVE(NoRoom)
+
+private:
+    rlimit _before = {};
+    void (*_handler)(int);
+};
+
+TEST_F(QtDefaultsStoreTest, withoutRoom_theFileStaysWhole_andIsWrittenOnceThereIsRoom)
+{
+    write(OldContents);
+    QtDefaultsStore store(path());
+    store.setValue(u"FontSizeSmall"_s, 13);
+    {
+        const NoRoom limit(10); // a few bytes of the new file fit
+        store.synchronize();
+    }
+    EXPECT_EQ(contents(), OldContents);
+    EXPECT_EQ(files(), QStringList{u"Tarnwick.conf"_s});
+    EXPECT_EQ(text(store, u"FontSizeSmall"_s), u"13"_s);
+    store.synchronize();
+    EXPECT_EQ(text(QtDefaultsStore(path()), u"FontSizeSmall"_s), u"13"_s);
+}
+
+TEST_F(QtDefaultsStoreTest, whatAKilledWriterHasLeft_isWrittenOver)
+{
+    write(OldContents);
+    QFile left(path() + u".new"_s);
+    ASSERT_TRUE(left.open(QIODevice::WriteOnly));
+    left.write("[Gen");
+    left.close();
+    QtDefaultsStore store(path());
+    EXPECT_EQ(text(store, u"FontSizeSmall"_s), u"12"_s);
+    store.setValue(u"FontSizeSmall"_s, 13);
+    store.synchronize();
+    EXPECT_EQ(text(QtDefaultsStore(path()), u"FontSizeSmall"_s), u"13"_s);
+    EXPECT_EQ(files(), QStringList{u"Tarnwick.conf"_s});
+}
+
+TEST_F(QtDefaultsStoreTest, programThatHangsWhileItWrites_holdsNobodyUp_andIsWaitedForLater)
+{
+    write(OldContents);
+    const int folder =
+        ::open(QFileInfo(path()).path().toUtf8().constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    ASSERT_EQ(::flock(folder, LOCK_EX), 0);
+    QtDefaultsStore store(path());
+    store.setValue(u"FontSizeSmall"_s, 13);
+    QElapsedTimer time;
+    time.start();
+    QCoreApplication::processEvents();
+    store.synchronize();
+    EXPECT_LT(time.elapsed(), 600);
+    EXPECT_EQ(text(store, u"FontSizeSmall"_s), u"13"_s);
+    EXPECT_EQ(contents(), OldContents);
+    ::close(folder);
+    EXPECT_TRUE(QTest::qWaitFor(
+        [this] { return text(QtDefaultsStore(path()), u"FontSizeSmall"_s) == u"13"_s; }, 10'000));
+}
+
+TEST_F(QtDefaultsStoreTest, changes_areWrittenFromTheEventLoop)
+{
+    QtDefaultsStore store(path());
+    store.setValue(u"FontSizeSmall"_s, 13);
+    EXPECT_FALSE(QFile::exists(path())) << "several changes are written at once";
+    EXPECT_TRUE(QTest::qWaitFor([this] { return QFile::exists(path()); }, 10'000));
+    store.removeValue(u"FontSizeSmall"_s);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return contents().isEmpty(); }, 10'000));
+}
+
 TEST_F(QtDefaultsStoreTest, writing_leavesNoOtherFile)
 {
     {
         QtDefaultsStore store(path());
         store.setValue(u"FontSizeSmall"_s, 13);
     }
-    EXPECT_EQ(QDir(QFileInfo(path()).path()).entryList(QDir::Files | QDir::Hidden),
-              QStringList{u"Tarnwick.conf"_s});
+    EXPECT_EQ(files(), QStringList{u"Tarnwick.conf"_s});
 }
 
 } // namespace
