@@ -3,10 +3,10 @@
 
 #include "platform/linux/DesktopEntry.h"
 #include "platform/linux/DesktopNames.h"
+#include "platform/qt/PrivateFile.h"
 
 #include <QDir>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QStandardPaths>
 
 #include <algorithm>
@@ -123,12 +123,9 @@ private:
 
     void _write(const QString& name, const QString& contents) const
     {
-        QDir().mkpath(_userFolder);
-        QSaveFile file(_userFolder + u'/' + name);
-        if (!file.open(QIODevice::WriteOnly))
-            return;
-        file.write(contents.toUtf8());
-        file.commit();
+        // Where it cannot be written, the switch in the preferences goes back.
+        if (private_file::makeFolder(_userFolder))
+            static_cast<void>(private_file::replace(_userFolder + u'/' + name, contents.toUtf8()));
     }
 
     QString _userFolder;

@@ -8,6 +8,9 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <sys/stat.h>
+#include <utility>
+
 using namespace tarnwick;
 using namespace Qt::StringLiterals;
 
@@ -62,6 +65,33 @@ TEST_F(XdgLoginItemsTest, insertedEntry_isAValidEntryThatStartsTheProgram)
     EXPECT_EQ(entry->string(u"Name"_s), u"Tarnwick"_s);
     EXPECT_EQ(entry->command(), QStringList{program()});
     EXPECT_EQ(urlsOf(items), QList<QUrl>{url()});
+}
+
+TEST_F(XdgLoginItemsTest, insertedEntry_isForTheUserOnly)
+{
+    const mode_t previous = ::umask(0);
+    items.createSessionLoginItems()->insertBeforeFirst(url());
+    ::umask(previous);
+    for (const auto& [name, mode] : {std::pair(ownEntry(), 0600U), {QFileInfo(ownEntry()).path(), 0700U}}) {
+        struct stat status = {};
+        ASSERT_EQ(::stat(name.toUtf8().constData(), &status), 0);
+        EXPECT_EQ(status.st_mode & 0777U, mode) << name.toStdString();
+    }
+}
+
+TEST_F(XdgLoginItemsTest, programOfAnyName_isStarted)
+{
+    for (const QString& name : {u"a b"_s, u"a\"b"_s, u"a'b"_s, u"a$HOME"_s, u"100%"_s, u"%U"_s, u"a\\b"_s,
+                                u"a`b`"_s, u"a;b&c"_s, u" a "_s, u"%1%4"_s}) {
+        const QString odd = _folder.filePath(name);
+        ASSERT_TRUE(QFile::copy(program(), odd));
+        items.createSessionLoginItems()->insertBeforeFirst(QUrl::fromLocalFile(odd));
+        const auto entry = DesktopEntry::read(ownEntry());
+        ASSERT_TRUE(entry);
+        EXPECT_EQ(entry->command(), QStringList{odd});
+        EXPECT_EQ(entry->string(u"TryExec"_s), odd);
+        EXPECT_EQ(urlsOf(items), QList<QUrl>{QUrl::fromLocalFile(odd)});
+    }
 }
 
 TEST_F(XdgLoginItemsTest, insertingTwice_leavesOneEntry)
