@@ -1,7 +1,6 @@
 # SPDX-License-Identifier: MIT
 """Applications that hang, lie, flood and die while Tarnwick reads them."""
 import os
-import shutil
 import signal
 import sys
 import time
@@ -9,7 +8,7 @@ import typing
 
 from torture import SHARE, WatchedTarnwick, dice, note, times, wait_for
 
-from harness.applications import Application, Fixture, featherpad, mousepad
+from harness.applications import Fixture, featherpad, mousepad
 from harness.case import main
 from harness.over import OverAnApplication
 from harness.waiting import TimedOut
@@ -22,7 +21,6 @@ GROWTH = 72 << 10  # KiB of private memory more than after the first menus: the 
 HURRY = 0.1  # the pauses at a switch are so much of their length
 MENUS = 3  # are open at most
 TRIES = 3
-LIBREOFFICE = "/usr/lib/libreoffice/program/soffice.bin"
 BUSY = 10.0  # seconds that a real program is stopped for
 
 
@@ -278,21 +276,10 @@ class AHostileApplication(BesideAGoodOne):
             pass
 
 
-class LibreOffice(Application):
-    """Takes its time to come."""
-
-    def __init__(self, session):
-        super().__init__(session, [LIBREOFFICE, "--writer", "--norestore", "--nologo"], "Writer")
-
-    def _first_window(self, title):
-        wait_for(lambda: any(title in window.title for window in self.windows()), "LibreOffice", limit=60.0)
-        return super()._first_window(title)
-
-
 class ARealProgram(BesideAGoodOne):
     """Stopped, it looks from outside like one that is busy."""
 
-    PROGRAMS = {"mousepad": mousepad, "featherpad": featherpad, LIBREOFFICE: LibreOffice}
+    PROGRAMS = {"mousepad": mousepad, "featherpad": featherpad}
 
     def in_front(self, name):
         program = self.PROGRAMS[name](self.session)
@@ -302,12 +289,12 @@ class ARealProgram(BesideAGoodOne):
         return program, titles
 
     def programs(self):
-        return [name for name in list(self.PROGRAMS)[:times(len(self.PROGRAMS))] if shutil.which(name)]
+        return list(self.PROGRAMS)[:times(len(self.PROGRAMS))]
 
     def test_is_stopped_and_goes_on_after_a_while(self):
         for name in self.programs():
             with self.subTest(name):
-                self.judge(f"is {os.path.basename(name)}, stopped", self.stop, name)
+                self.judge(f"is {name}, stopped", self.stop, name)
 
     def stop(self, ordeal, name):
         program, titles = self.in_front(name)
@@ -319,8 +306,7 @@ class ARealProgram(BesideAGoodOne):
         self.go_on_with_the_good_one(ordeal)
         time.sleep(max(0.0, times(BUSY) - (time.monotonic() - stopped)))
         os.kill(program.pid, signal.SIGCONT)
-        if name != LIBREOFFICE:
-            wait_for(lambda: "x" in program.text(self.bus), "the key that was typed meanwhile")
+        wait_for(lambda: "x" in program.text(self.bus), "the key that was typed meanwhile")
         self.screen.activate(program.window)
         self.wait_for_titles(titles)
         program.program.kill()
@@ -329,7 +315,7 @@ class ARealProgram(BesideAGoodOne):
     def test_is_killed_under_its_menu(self):
         for name in self.programs():
             with self.subTest(name):
-                self.judge(f"is {os.path.basename(name)}, killed", self.kill, name)
+                self.judge(f"is {name}, killed", self.kill, name)
 
     def kill(self, ordeal, name):
         program, _ = self.in_front(name)
