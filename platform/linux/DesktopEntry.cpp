@@ -40,10 +40,16 @@ QString unescaped(const QString& value, QChar listSeparator = {})
 
 QString escaped(QString value)
 {
-    return value.replace(u'\\', u"\\\\"_s)
+    value.replace(u'\\', u"\\\\"_s)
         .replace(u'\n', u"\\n"_s)
         .replace(u'\t', u"\\t"_s)
         .replace(u'\r', u"\\r"_s);
+    // Blanks at the ends would be taken for those around the value.
+    if (value.startsWith(u' '))
+        value.replace(0, 1, u"\\s"_s);
+    if (value.endsWith(u' '))
+        value.replace(value.size() - 1, 1, u"\\s"_s);
+    return value;
 }
 
 /// Splits a command line by the quoting rules of "Exec"; empty when a quote is left open.
