@@ -59,6 +59,9 @@ public:
 
     /// Whether every menu bar of this desktop begins with a menu of the system.
     [[nodiscard]] virtual bool menuBarsHaveSystemMenu() const { return false; }
+
+    /// Whether what moves only to please had better not.
+    [[nodiscard]] virtual bool accessibilityDisplayShouldReduceMotion() const { return false; }
 };
 
 } // namespace tarnwick

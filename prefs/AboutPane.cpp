@@ -15,12 +15,6 @@ namespace tarnwick {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-constexpr double NameSize = 1.6; ///< of the usual text
-
-} // namespace
-
 AboutPane::AboutPane(ActionTarget& target, ActionSender& sender)
 {
     auto* column = new QVBoxLayout(this);
@@ -33,12 +27,7 @@ AboutPane::AboutPane(ActionTarget& target, ActionSender& sender)
 
 void AboutPane::_addText(QBoxLayout& column)
 {
-    auto* name = new QLabel(u"Tarnwick"_s);
-    QFont large = name->font();
-    large.setBold(true);
-    large.setPointSizeF(large.pointSizeF() * NameSize);
-    name->setFont(large);
-
+    auto* name = makeTitle(u"Tarnwick"_s);
     auto* version = new QLabel(tr("Version %1").arg(TarnwickVersion));
     // To be copied into a report.
     version->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);

@@ -8,6 +8,7 @@
 #include "shortcut/SRRecorderControl.h"
 
 #include <QCheckBox>
+#include <QEvent>
 #include <QGridLayout>
 #include <QLayout>
 
@@ -37,6 +38,18 @@ HotKeyPane::HotKeyPane(ActionTarget& target)
     _addHotKey(*grid);
     grid->addLayout(makeSeparator(), grid->rowCount(), 0, 1, -1);
     _addMouseButton(*grid, target);
+    _fitFields();
+}
+
+bool HotKeyPane::event(QEvent* event)
+{
+    if (event->type() == QEvent::ApplicationFontChange)
+        _fitFields();
+    return QWidget::event(event);
+}
+
+void HotKeyPane::_fitFields()
+{
     // Both alike: the text of the mouse button has a size of its own, and a length in each language.
     const int width = std::max(FieldWidth, _mouseButtonIdentifier->sizeHint().width());
     _shortcutRecorder->setFixedWidth(width);

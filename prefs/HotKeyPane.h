@@ -23,7 +23,11 @@ public:
     [[nodiscard]] SRRecorderControl* shortcutRecorder() const { return _shortcutRecorder; }
     [[nodiscard]] TWMouseButtonIdentifier* mouseButtonIdentifier() const { return _mouseButtonIdentifier; }
 
+protected:
+    bool event(QEvent* event) override;
+
 private:
+    void _fitFields();
     void _addHotKey(QGridLayout& grid);
     void _addMouseButton(QGridLayout& grid, ActionTarget& target);
     void _addSwitch(QGridLayout& grid, const QString& text, const QString& key);

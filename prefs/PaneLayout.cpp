@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "prefs/PaneLayout.h"
 
+#include <QApplication>
 #include <QEvent>
+#include <QFontInfo>
 #include <QFrame>
 #include <QVBoxLayout>
 
@@ -10,18 +12,46 @@ namespace tarnwick {
 namespace {
 
 constexpr double HintSize = 0.88; ///< of the usual text
+constexpr double TitleSize = 1.6;
 constexpr double HintInk = 0.72;
 constexpr int SeparatorSpace = 6;
 
-/// Keeps its quieter ink when the desktop changes its colours.
-class Hint final : public QLabel
+/// Text of another size than usual, also when the desktop changes its font.
+class SizedLabel : public QLabel
 {
 public:
-    explicit Hint(const QString& text) : QLabel(text)
+    SizedLabel(const QString& text, double size, bool bold) : QLabel(text), _size(size), _bold(bold)
     {
-        QFont small = font();
-        small.setPointSizeF(small.pointSizeF() * HintSize);
-        setFont(small);
+        _takeFont();
+    }
+
+    bool event(QEvent* event) override
+    {
+        const bool handled = QLabel::event(event);
+        if (event->type() == QEvent::ApplicationFontChange)
+            _takeFont();
+        return handled;
+    }
+
+private:
+    void _takeFont()
+    {
+        QFont sized = QApplication::font(this);
+        sized.setPointSizeF(QFontInfo(sized).pointSizeF() * _size);
+        sized.setBold(_bold || sized.bold());
+        setFont(sized);
+    }
+
+    double _size;
+    bool _bold;
+};
+
+/// Keeps its quieter ink when the desktop changes its colours.
+class Hint final : public SizedLabel
+{
+public:
+    explicit Hint(const QString& text) : SizedLabel(text, HintSize, false)
+    {
         setWordWrap(true);
         _quieten();
     }
@@ -54,6 +84,11 @@ private:
 QLabel* makeHint(const QString& text)
 {
     return new Hint(text);
+}
+
+QLabel* makeTitle(const QString& text)
+{
+    return new SizedLabel(text, TitleSize, true);
 }
 
 QLayout* makeSeparator()

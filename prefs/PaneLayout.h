@@ -17,6 +17,9 @@ inline constexpr int PaneIndent = 24;
 /// A line of smaller, quieter text that explains the control above it.
 [[nodiscard]] QLabel* makeHint(const QString& text);
 
+/// Large bold text: what a pane is about.
+[[nodiscard]] QLabel* makeTitle(const QString& text);
+
 /// A thin line between two groups of controls, with space around it.
 [[nodiscard]] QLayout* makeSeparator();
 

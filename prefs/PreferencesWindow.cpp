@@ -10,6 +10,7 @@
 #include "prefs/PreferencesToolbar.h"
 
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QKeySequence>
 #include <QLayout>
 #include <QShortcut>
@@ -41,6 +42,8 @@ PreferencesWindow::PreferencesWindow(ActionTarget& target, ActionSender& sender,
     setAttribute(Qt::WA_QuitOnClose, false);
     setWindowFlag(Qt::WindowMaximizeButtonHint, false);
     _panesNotShown->hide();
+    for (QWidget* pane : std::initializer_list<QWidget*>{_hotKeyView, _generalOptionsView, _aboutView})
+        pane->setParent(_panesNotShown);
     _addToolbarItems();
     _sizePanes();
     setWindowTitle(_toolbar->items().front()->plainLabel());
@@ -65,15 +68,22 @@ void PreferencesWindow::_sizePanes()
     const QList<QWidget*> panes{_hotKeyView, _generalOptionsView, _aboutView};
     int width = std::max(LeastWidth, _toolbar->sizeHint().width());
     for (QWidget* pane : panes) {
-        pane->setParent(_panesNotShown);
         pane->ensurePolished();
+        pane->layout()->activate();
         width = std::max(width, pane->minimumSizeHint().width());
     }
     for (QWidget* pane : panes) {
         const int forWidth = pane->layout()->totalHeightForWidth(width);
         pane->resize(width, forWidth >= 0 ? forWidth : pane->sizeHint().height());
     }
-    setFixedSize(width, _toolbar->sizeHint().height() + _hotKeyView->height());
+    setFixedSize(width, _toolbar->sizeHint().height() + _shownPane().height());
+    _layOut();
+}
+
+const QWidget& PreferencesWindow::_shownPane() const
+{
+    const auto* shown = _contentView->findChild<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+    return shown ? *shown : *_hotKeyView;
 }
 
 Alert PreferencesWindow::alertAboutWhatIsMissing(const QString& command)
@@ -126,6 +136,23 @@ void PreferencesWindow::closeEvent(QCloseEvent* event)
 {
     _willClose();
     event->accept();
+}
+
+bool PreferencesWindow::event(QEvent* event)
+{
+    const bool handled = QWidget::event(event);
+    const auto type = event->type();
+    if (type == QEvent::ApplicationFontChange) {
+        const auto widgets = findChildren<QWidget*>();
+        for (QWidget* widget : widgets) { // the toolkit tells windows only
+            QEvent change(type);
+            QCoreApplication::sendEvent(widget, &change);
+        }
+    }
+    // Later: the controls hear of a style after the window.
+    if (type == QEvent::ApplicationFontChange || type == QEvent::StyleChange)
+        QMetaObject::invokeMethod(this, &PreferencesWindow::_sizePanes, Qt::QueuedConnection);
+    return handled;
 }
 
 } // namespace tarnwick

@@ -48,10 +48,13 @@ public:
 protected:
     void resizeEvent(QResizeEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    /// Another font or style wants another size.
+    bool event(QEvent* event) override;
 
 private:
     void _addToolbarItems();
     void _sizePanes();
+    [[nodiscard]] const QWidget& _shownPane() const;
     void _layOut() const;
 
     std::function<void()> _willClose;

@@ -132,7 +132,9 @@ void PreferencesWindowController::selectPreferencesAnimate(QWidget& view, bool a
     QRect frame = _window->geometry();
     frame.setHeight(frame.height() + delta);
     const int height = view.height();
-    _frameAnimation.setFrame(frame, animate);
+    const bool moves = !Workspace::shared().accessibilityDisplayShouldReduceMotion();
+    _shortcutRecorder->setAnimates(moves);
+    _frameAnimation.setFrame(frame, animate && moves);
     view.resize(content.width(), height);
     _window->addPane(view);
 }

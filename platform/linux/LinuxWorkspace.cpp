@@ -2,6 +2,7 @@
 #include "platform/linux/LinuxWorkspace.h"
 
 #include "platform/linux/DesktopNames.h"
+#include "platform/linux/LinuxLook.h"
 #include "platform/linux/UrlOpener.h"
 #include "platform/linux/X11AllWorkspaces.h"
 #include "platform/qt/MenuTracking.h"
@@ -29,6 +30,8 @@ LinuxWorkspace::LinuxWorkspace(X11ActiveWindow& activeWindow, ApplicationNames& 
                 [&menuBars](const FrontWindow& front) { return menuBars.ownerOf(front); })
 {
 }
+
+LinuxWorkspace::~LinuxWorkspace() = default;
 
 std::optional<Workspace::ActiveApplication> LinuxWorkspace::activeApplication() const
 {
@@ -128,6 +131,16 @@ QStringList LinuxWorkspace::searchPathForDirectoriesInDomains(SearchPathDirector
     if (directory != PreferencePanesDirectory || (domains & SystemDomainMask) == 0)
         return {};
     return UrlOpener::preferencePanesDirectories();
+}
+
+void LinuxWorkspace::setLook(std::unique_ptr<LinuxLook> look)
+{
+    _look = std::move(look);
+}
+
+bool LinuxWorkspace::accessibilityDisplayShouldReduceMotion() const
+{
+    return _look && _look->reducesMotion();
 }
 
 } // namespace tarnwick

@@ -9,7 +9,11 @@
 
 #include <QObject>
 
+#include <memory>
+
 namespace tarnwick {
+
+class LinuxLook;
 
 /// The desktop as X11 and the installed programs tell it.
 class LinuxWorkspace final : public QObject, public Workspace
@@ -20,6 +24,7 @@ public:
     /// All must outlive this.
     LinuxWorkspace(X11ActiveWindow& activeWindow, ApplicationNames& names, MenuBars& menuBars,
                    AtspiActiveWindow& activeInTree);
+    ~LinuxWorkspace() override;
 
     [[nodiscard]] std::optional<ActiveApplication> activeApplication() const override;
     /// A switch while our menu is open closes the menu; `switched` runs after that.
@@ -40,6 +45,10 @@ public:
     /// In a Wayland session, where the X server is XWayland.
     [[nodiscard]] QString commandThatPopsUp() const override;
 
+    /// Without one nothing is said of motion.
+    void setLook(std::unique_ptr<LinuxLook> look);
+    [[nodiscard]] bool accessibilityDisplayShouldReduceMotion() const override;
+
 private:
     void _frontChanged(const FrontWindow& front);
     void _announce(const FrontWindow& front);
@@ -53,6 +62,7 @@ private:
     std::function<void()> _switched;
     int _undelivered = 0;
     std::function<void()> _whenDelivered;
+    std::unique_ptr<LinuxLook> _look;
 };
 
 } // namespace tarnwick

@@ -2,6 +2,7 @@
 #include "app/Desktop.h"
 #include "platform/linux/AtspiAccessibility.h"
 #include "platform/linux/KeyCodes.h"
+#include "platform/linux/LinuxLook.h"
 #include "platform/linux/LinuxScreens.h"
 #include "platform/linux/LinuxSession.h"
 #include "platform/linux/LinuxSymbolicHotKeys.h"
@@ -46,12 +47,17 @@ QtEventConverter makeEventConverter(const XkbKeyboardLayout& layout)
     });
 }
 
+QStringList currentDesktops()
+{
+    return qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':', Qt::SkipEmptyParts);
+}
+
 LinuxSymbolicHotKeys::Desktop symbolicHotKeysDesktop(const XkbKeyboardLayout& layout,
                                                      const X11HotKeys& hotKeys)
 {
     return {
         DesktopShortcutStores::ofSession(),
-        qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':', Qt::SkipEmptyParts),
+        currentDesktops(),
         [&layout] { return layout.keymap(); },
         [&hotKeys](quint32 keyCode, quint32 modifiers) { return hotKeys.heldElsewhere(keyCode, modifiers); },
     };
@@ -76,6 +82,7 @@ Desktop openDesktop(int& argc, char** argv)
     auto workspace =
         std::make_unique<LinuxWorkspace>(accessibility->activeWindow(), accessibility->names(),
                                          accessibility->menuBars(), accessibility->activeInTree());
+    workspace->setLook(std::make_unique<LinuxLook>(currentDesktops(), QDBusConnection::sessionBus()));
     session->setPopUpRequest(std::make_unique<PopUpRequest>(*workspace));
     desktop.session = std::move(session);
     desktop.workspace = std::move(workspace);

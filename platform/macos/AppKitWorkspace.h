@@ -18,6 +18,7 @@ public:
                                                                 bool expandTilde) const override;
     void setCollectionBehavior(QWidget& window, CollectionBehavior behavior) override;
     [[nodiscard]] bool menuBarsHaveSystemMenu() const override { return true; }
+    [[nodiscard]] bool accessibilityDisplayShouldReduceMotion() const override;
 
 private:
     CarbonFrontSwitch _frontSwitch;

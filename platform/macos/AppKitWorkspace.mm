@@ -64,4 +64,14 @@ void AppKitWorkspace::setCollectionBehavior(QWidget& window, CollectionBehavior 
     [[view window] setCollectionBehavior:static_cast<NSWindowCollectionBehavior>(behavior)];
 }
 
+bool AppKitWorkspace::accessibilityDisplayShouldReduceMotion() const
+{
+    NSWorkspace* workspace = [NSWorkspace sharedWorkspace];
+    // By name: earlier systems do not declare it.
+    NSString* name = @"accessibilityDisplayShouldReduceMotion";
+    if (![workspace respondsToSelector:NSSelectorFromString(name)])
+        return false;
+    return [[workspace valueForKey:name] boolValue];
+}
+
 } // namespace tarnwick

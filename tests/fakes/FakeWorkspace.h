@@ -19,6 +19,7 @@ public:
     bool opens = true;                       ///< lever: whether there is a program for what is opened
     QStringList preferencePanes;             ///< lever: the directories of settings panes
     bool systemMenu = false;                 ///< lever: menu bars begin with a menu of the system
+    bool reduceMotion = false;               ///< lever: the user wants nothing to move without need
     QString popUpCommand;                    ///< lever: the session hides what other applications do
     QList<std::pair<QWidget*, quint32>> collectionBehaviors; ///< look: window and behaviour, in order
     QList<QUrl> opened;                                      ///< look: what was asked to be opened, in order
@@ -68,6 +69,7 @@ public:
 
     [[nodiscard]] QString commandThatPopsUp() const override { return popUpCommand; }
     [[nodiscard]] bool menuBarsHaveSystemMenu() const override { return systemMenu; }
+    [[nodiscard]] bool accessibilityDisplayShouldReduceMotion() const override { return reduceMotion; }
 
 private:
     QList<std::function<void()>> _handlers;

@@ -301,6 +301,52 @@ TEST_F(PreferencesWindowControllerTest, higherPane_growsTheWindowDownward_keepin
     high.setParent(nullptr);
 }
 
+TEST_F(PreferencesWindowControllerTest, nothingMovesForThoseWhoDoNotWantIt)
+{
+    shown();
+    const SRRecorderControl& recorder = *made().window().hotKeyView().shortcutRecorder();
+    QWidget high;
+    high.resize(30, made().window().contentView().height() + 120);
+    const int before = made().window().height();
+    EXPECT_TRUE(recorder.animates());
+    workspace.reduceMotion = true;
+    made().selectPreferencesAnimate(high, true);
+    EXPECT_EQ(made().window().height(), before + 120);
+    EXPECT_FALSE(recorder.animates());
+    workspace.reduceMotion = false;
+    made().selectPreferencesAnimate(made().window().hotKeyView(), true);
+    EXPECT_EQ(made().window().height(), before + 120) << "it moves again";
+    EXPECT_TRUE(recorder.animates());
+    high.setParent(nullptr);
+}
+
+TEST_F(PreferencesWindowControllerTest, everythingGrowsWithTheFontOfTheDesktop)
+{
+    shown();
+    const PreferencesWindow& window = made().window();
+    const QFont usual = QApplication::font();
+    const auto sizesOfTexts = [&window] {
+        QList<double> sizes;
+        for (const QLabel* label : window.findChildren<QLabel*>())
+            sizes.append(QFontInfo(label->font()).pointSizeF());
+        return sizes;
+    };
+    const QSize before = window.size();
+    const QList<double> small = sizesOfTexts();
+    ASSERT_FALSE(small.isEmpty());
+    QFont large = usual;
+    large.setPointSizeF(QFontInfo(usual).pointSizeF() * 2);
+    QApplication::setFont(large);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window.height() > before.height(); }));
+    const QList<double> grown = sizesOfTexts();
+    for (qsizetype i = 0; i < small.size(); ++i)
+        EXPECT_NEAR(grown.at(i), 2 * small.at(i), 1.0) << i;
+    EXPECT_EQ(window.height(), window.toolbar().sizeHint().height() + window.hotKeyView().height());
+    EXPECT_EQ(window.hotKeyView().width(), window.width());
+    QApplication::setFont(usual);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window.size() == before; }));
+}
+
 TEST_F(PreferencesWindowControllerTest, animatedSwitch_movesTheBottomEdgeStepByStep)
 {
     shown();

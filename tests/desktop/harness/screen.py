@@ -97,6 +97,10 @@ class Screen:
             self.display.sync()
             wait_for(lambda: not self.windows(), "the probe gone")
 
+    def pixels(self, frame):
+        """A part of the screen (x, y, width, height) as it is now: blue, green, red and a byte of padding each."""
+        return self.root.get_image(*frame, X.ZPixmap, 0xFFFFFFFF).data
+
     def windows(self):
         """The windows that the window manager knows, oldest first."""
         handles = self.property_of(self.root, "_NET_CLIENT_LIST")
