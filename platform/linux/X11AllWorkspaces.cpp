@@ -13,6 +13,17 @@ namespace {
 constexpr std::uint32_t AllWorkspaces = 0xFFFFFFFF;
 constexpr std::uint32_t FromApplication = 1;
 
+/// Of a window that is not shown yet. Some window managers (xfwm4) take "all workspaces" for the last one
+/// unless the window is to stay where it is, too.
+void makeSticky(X11Connection& x11, xcb_window_t window)
+{
+    const xcb_atom_t sticky = x11.atom("_NET_WM_STATE_STICKY");
+    const auto states = x11.property32(window, "_NET_WM_STATE").value_or(QList<std::uint32_t>());
+    if (!states.contains(sticky))
+        xcb_change_property(x11.get(), XCB_PROP_MODE_APPEND, window, x11.atom("_NET_WM_STATE"), XCB_ATOM_ATOM,
+                            32, 1, &sticky);
+}
+
 } // namespace
 
 X11AllWorkspaces::X11AllWorkspaces(QWidget& window) : QObject(&window), _window(window)
@@ -23,8 +34,9 @@ X11AllWorkspaces::X11AllWorkspaces(QWidget& window) : QObject(&window), _window(
 
 bool X11AllWorkspaces::eventFilter(QObject* receiver, QEvent* event)
 {
+    // It is mapped only after this, and told by the toolkit what state it is in.
     if (receiver == &_window && event->type() == QEvent::Show)
-        _tell(); // it is mapped only after this
+        _tell();
     return QObject::eventFilter(receiver, event);
 }
 
@@ -37,6 +49,7 @@ void X11AllWorkspaces::_tell() const
     const xcb_atom_t desktop = x11.atom("_NET_WM_DESKTOP");
     xcb_change_property(x11.get(), XCB_PROP_MODE_REPLACE, window, desktop, XCB_ATOM_CARDINAL, 32, 1,
                         &AllWorkspaces);
+    makeSticky(x11, window);
 
     // A window that is shown already is the window manager's to move.
     xcb_client_message_event_t message = {};

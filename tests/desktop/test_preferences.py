@@ -298,5 +298,24 @@ class WithoutTheAccessibilityBus(DesktopTest):
         self.assertTrue(tarnwick.program.running())
 
 
+class BeforeAWindowManagerLooks(DesktopTest):
+    session_options = {"window_manager": False}
+
+    def test_the_window_asks_for_all_workspaces_in_both_ways(self):
+        tarnwick = Tarnwick(self.session, FirstRun=False)
+
+        def mapped():
+            for child in self.screen.root.query_tree().children:
+                title = self.screen.property_of(child, "_NET_WM_NAME")
+                shown = child.get_attributes().map_state == X.IsViewable
+                if shown and title is not None and bytes(title) == b"Hot Key":
+                    return child
+            return None
+        window = wait_for(mapped, f"the preferences; Tarnwick wrote: {tarnwick.program.output}")
+        self.assertEqual(list(self.screen.property_of(window, "_NET_WM_DESKTOP")), [0xFFFFFFFF])
+        states = [self.screen.atom_name(atom) for atom in self.screen.property_of(window, "_NET_WM_STATE")]
+        self.assertIn("_NET_WM_STATE_STICKY", states)
+
+
 if __name__ == "__main__":
     main()
