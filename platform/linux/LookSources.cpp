@@ -21,7 +21,8 @@ struct Colors
 constexpr Colors Light{0xFFF0F0F0, 0xFF202020, 0xFFFFFFFF, 0xFF2A78C8, 0xFFFFFFFF, 0xFF1A5FB4};
 constexpr Colors Dark{0xFF323232, 0xFFF0F0F0, 0xFF242424, 0xFF2F7FD0, 0xFFFFFFFF, 0xFF78AEED};
 constexpr Colors Contrast{0xFFFFFFFF, 0xFF000000, 0xFFFFFFFF, 0xFF000000, 0xFFFFFFFF, 0xFF0000C0};
-constexpr Colors DarkContrast{0xFF000000, 0xFFFFFFFF, 0xFF000000, 0xFFFFFF00, 0xFF000000, 0xFF80C0FF};
+// Fields and boxes have no outline that shows on black.
+constexpr Colors DarkContrast{0xFF000000, 0xFFFFFFFF, 0xFF404040, 0xFFFFFF00, 0xFF000000, 0xFF80C0FF};
 
 QColor between(const QColor& one, const QColor& other)
 {

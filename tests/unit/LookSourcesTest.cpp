@@ -177,6 +177,8 @@ TEST(LookOfXSettings, isThatOfTheTheme)
         EXPECT_EQ(look.palette->color(QPalette::WindowText), row.text);
         EXPECT_NE(look.palette->color(QPalette::Disabled, QPalette::WindowText), row.text);
         EXPECT_EQ(look.paletteStandsIn, row.standsIn);
+        const QColor field = look.palette->color(QPalette::Base);
+        EXPECT_TRUE(row.window != 0xFF000000 || field.lightness() >= 64) << "a field shows on black";
     }
 }
 
