@@ -8,7 +8,7 @@ from harness.applications import Fixture
 from harness.case import DesktopTest, main
 from harness.navigation import Navigation
 from harness.over import OWN_ENTRY
-from harness.preferences import CHECK_BOX, LABEL, Preferences
+from harness.preferences import CHECK_BOX, LABEL, SPIN_BUTTON, Preferences, wait_until_stored
 from harness.tarnwick import Tarnwick
 from harness.waiting import wait_for
 
@@ -91,6 +91,50 @@ class ThePreferences(DesktopTest):
             if self.picture_of(frame) == with_focus:
                 unseen.append(name)
         return reached, unseen
+
+    def stops_of_tab(self):
+        """All that has the focus on one way round the window, each while it has it."""
+        reached = set()
+        node = self.next_with_tab(self.focused())
+        while (node.role, node.name) not in reached:
+            reached.add((node.role, node.name))
+            yield node
+            node = self.next_with_tab(node)
+
+    def throw(self, box):
+        """Presses Space and waits until the box with the focus is switched over."""
+        before = CHECKED in box.states
+        self.screen.tap("space")
+        wait_for(lambda: (CHECKED in box.states) != before, f"{box.name!r} switched over", step=0.02)
+
+    def test_let_every_switch_be_thrown_with_the_keyboard_alone(self):
+        thrown = []
+        for pane in PANES:
+            self.preferences.show_pane(pane)
+            for node in self.stops_of_tab():
+                if node.role == CHECK_BOX and node.name not in PANES:
+                    self.throw(node)
+                    self.throw(node)
+                    thrown.append(node.name)
+        self.assertGreaterEqual(len(thrown), 7, thrown)
+
+    def test_let_the_text_size_be_changed_with_the_keyboard_alone(self):
+        self.preferences.show_pane("General")
+        next(node for node in self.stops_of_tab() if node.role == SPIN_BUTTON)
+        for key, size in (("Up", 12), ("Down", 11)):
+            self.screen.tap(key)
+            wait_until_stored(self.tarnwick, FontSizeSmall=size)
+
+    def test_let_every_pane_be_opened_with_the_keyboard_alone(self):
+        self.preferences.show_pane(PANES[0])
+        next(node for node in self.stops_of_tab() if node.name == PANES[0])
+        for key, panes in (("Right", PANES[1:]), ("Left", PANES[-2::-1])):
+            for pane in panes:
+                self.screen.tap(key)
+                wait_for(lambda wanted=pane: self.preferences.window.title == wanted, f"the pane {pane!r}")
+        for letter, pane in (("g", "General"), ("u", "About"), ("o", "Hot Key")):
+            self.screen.tap(letter, "Alt_L")
+            wait_for(lambda wanted=pane: self.preferences.window.title == wanted, f"the pane {pane!r}")
 
     def test_tell_the_state_of_what_is_switched(self):
         self.preferences.show_pane("General")
