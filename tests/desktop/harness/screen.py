@@ -83,6 +83,16 @@ class Screen:
         wait_for(lambda: self.property_of(self.root, "_NET_SUPPORTING_WM_CHECK"), "a window manager")
         wait_for(self._manages_a_window, "a window manager that manages windows")
 
+    def wait_for_desktop(self):
+        """Waits until a desktop has put up what it shows by itself: its panel, its background."""
+        seen = []
+
+        def rests():
+            seen.append({window.id for window in self.windows()})
+            enough = 20 if seen[-1] else 60  # a shell may draw everything without windows
+            return len(seen) > enough and all(one == seen[-1] for one in seen[-enough:])
+        wait_for(rests, "the windows of the desktop", limit=60, step=0.2)
+
     def _manages_a_window(self):
         probe = self.root.create_window(0, 0, 1, 1, 0, X.CopyFromParent)
         probe.map()
