@@ -5,7 +5,15 @@
 
 #include <QStyleOptionMenuItem>
 
+#include <algorithm>
+
 namespace tarnwick {
+
+namespace {
+
+constexpr qsizetype knownPalettes = 8;
+
+} // namespace
 
 int MenuStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                          QStyleHintReturn* returnData) const
@@ -26,6 +34,29 @@ void MenuStyle::drawControl(ControlElement element, const QStyleOption* option, 
     QStyleOptionMenuItem legible(*item);
     legible.palette = withLegibleDisabledText(legible.palette);
     QProxyStyle::drawControl(element, &legible, painter, widget);
+}
+
+void MenuStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                              const QWidget* widget) const
+{
+    if (!option || (element != PE_IndicatorArrowRight && element != PE_IndicatorArrowLeft)) {
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+        return;
+    }
+    QStyleOption arrow(*option);
+    arrow.palette = _knownAs(arrow.palette);
+    QProxyStyle::drawPrimitive(element, &arrow, painter, widget);
+}
+
+const QPalette& MenuStyle::_knownAs(const QPalette& palette) const
+{
+    const auto known = std::find(_palettes.cbegin(), _palettes.cend(), palette);
+    if (known != _palettes.cend())
+        return *known;
+    if (_palettes.size() == knownPalettes)
+        _palettes.removeFirst();
+    _palettes.append(palette);
+    return _palettes.constLast();
 }
 
 } // namespace tarnwick
