@@ -3,14 +3,61 @@
 //
 //     TARNWICK_WATCH=FILE     the times when the main loop was away, as MainLoopWatch writes them
 //     TARNWICK_HURRY=FACTOR   pauses and delays are FACTOR as long; 1 without
+//     TARNWICK_SWITCHES=FILE  twelve bytes for each switch of the front application that has been dealt with:
+//                             how many bytes are allocated then, and a line end
+//     TARNWICK_LEAK=BYTES     so many are lost at each switch, for a test of who should see it
 #include "app/Desktop.h"
 #include "app/MainInterface.h"
+#include "app/TWAppChangeNotifier.h"
 #include "app/Translations.h"
+#include "foundation/NotificationCenter.h"
 #include "prefs/PreferencesWindowController.h"
 #include "tests/torture/MainLoopWatch.h"
 #include "tests/torture/WatchedClock.h"
 
+#include <QFile>
+
+#include <cstring>
+#ifdef __SANITIZE_ADDRESS__
+extern "C" std::size_t __sanitizer_get_current_allocated_bytes();
+#else
+#include <malloc.h>
+#endif
+
 using namespace tarnwick;
+
+namespace {
+
+std::size_t allocatedBytes()
+{
+#ifdef __SANITIZE_ADDRESS__
+    return __sanitizer_get_current_allocated_bytes();
+#else
+    return mallinfo2().uordblks;
+#endif
+}
+
+void lose(int bytes)
+{
+    if (bytes > 0)
+        std::memset(::operator new(static_cast<std::size_t>(bytes)), 1, static_cast<std::size_t>(bytes));
+}
+
+/// Observers are told in the order of their coming: this one when the program has read the new menu bar.
+std::unique_ptr<NotificationCenter::Observer> writeDownSwitches(const QString& path)
+{
+    const auto file = std::make_shared<QFile>(path);
+    if (!file->open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered))
+        return nullptr;
+    const int loss = qEnvironmentVariableIntValue("TARNWICK_LEAK");
+    return NotificationCenter::defaultCenter().addObserver(
+        TWAppChangedNotification, nullptr, [file, loss](const Notification&) {
+            lose(loss);
+            file->write(QByteArray::number(qulonglong(allocatedBytes())).rightJustified(11) + '\n');
+        });
+}
+
+} // namespace
 
 int main(int argc, char** argv)
 {
@@ -29,10 +76,12 @@ int main(int argc, char** argv)
     const Translations translations;
     AppDelegate::initialize();
     std::unique_ptr<MainInterface> interface;
+    std::unique_ptr<NotificationCenter::Observer> switches;
     return desktop.session->run([&] {
         watch = std::make_unique<MainLoopWatch>(qEnvironmentVariable("TARNWICK_WATCH"));
         interface =
             std::make_unique<MainInterface>([] { return std::make_unique<PreferencesWindowController>(); });
         interface->finishLaunching();
+        switches = writeDownSwitches(qEnvironmentVariable("TARNWICK_SWITCHES"));
     });
 }

@@ -43,6 +43,8 @@ def note(what, value, limit=None, unit=""):
         with open(pathlib.Path(directory) / f"{line['part']}.jsonl", "a", encoding="utf-8") as file:
             file.write(json.dumps(line, ensure_ascii=False) + "\n")
 
+_SWITCH = 12  # bytes of a line
+
 
 class Absence(typing.NamedTuple):
     """A time when the main loop was away: two times of time.monotonic(), and the seconds in between of pauses, and those
@@ -59,13 +61,19 @@ class Absence(typing.NamedTuple):
 
 
 class WatchedTarnwick(Tarnwick):
-    """Tarnwick that tells when its main loop was away; with `hurry` its pauses are that much of their length."""
+    """Tarnwick that tells when its main loop was away; with `hurry` its pauses are that much of their length.
 
-    def __init__(self, session, hurry=None, **settings):
+    With `leak` it loses so many bytes at each switch of the front application.
+    """
+
+    def __init__(self, session, hurry=None, leak=None, **settings):
         self.watch_file = session.directory / "out" / f"away.{time.monotonic_ns()}"
-        environment = {"TARNWICK_WATCH": str(self.watch_file)}
+        self.switches_file = session.directory / "out" / f"switches.{time.monotonic_ns()}"
+        environment = {"TARNWICK_WATCH": str(self.watch_file), "TARNWICK_SWITCHES": str(self.switches_file)}
         if hurry is not None:
             environment["TARNWICK_HURRY"] = str(hurry)
+        if leak is not None:
+            environment["TARNWICK_LEAK"] = str(leak)
         super().__init__(session, program=os.environ["TARNWICK_WATCHED"], environment=environment, **settings)
 
     def absences(self, since=0.0):
@@ -80,6 +88,17 @@ class WatchedTarnwick(Tarnwick):
     def longest_absence(self, since=0.0):
         """Seconds besides the pauses that Tarnwick makes on purpose; 0 when there was none worth a line."""
         return max((absence.unwanted for absence in self.absences(since)), default=0.0)
+
+    def switches(self):
+        """How many switches of the front application it has dealt with."""
+        try:
+            return self.switches_file.stat().st_size // _SWITCH
+        except OSError:
+            return 0
+
+    def allocated(self):
+        """Bytes that it had allocated when it had dealt with the last switch."""
+        return int(self.switches_file.read_bytes()[-_SWITCH:])
 
     def private_memory(self):
         """KiB of memory that this process shares with nobody."""

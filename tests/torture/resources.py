@@ -1,0 +1,41 @@
+# SPDX-License-Identifier: MIT
+"""What a process holds: memory of its own, things in the X server, descriptors."""
+import os
+import pathlib
+import typing
+
+from Xlib.ext import res
+
+
+class Resources(typing.NamedTuple):
+    """`memory` is KiB that the process shares with nobody, `in_server` how many things it has in the X server."""
+
+    memory: int
+    in_server: int
+    descriptors: int
+
+    @classmethod
+    def of(cls, screen, pid):
+        return cls(_private_memory(pid), _in_server(screen.display, pid), len(os.listdir(f"/proc/{pid}/fd")))
+
+
+def growth(values):
+    """How much values that were taken at even distances grow from the first to the last, by the line that fits best."""
+    middle = (len(values) - 1) / 2
+    slope = (sum((place - middle) * value for place, value in enumerate(values)) /
+             sum((place - middle) ** 2 for place in range(len(values))))
+    return slope * (len(values) - 1)
+
+
+def _private_memory(pid):
+    lines = pathlib.Path(f"/proc/{pid}/smaps_rollup").read_text().splitlines()
+    return sum(int(line.split()[1]) for line in lines if line.startswith(("Private_Clean", "Private_Dirty")))
+
+
+def _in_server(display, pid):
+    count = 0
+    for client in display.res_query_clients().clients:
+        ids = display.res_query_client_ids([{"client": client.resource_base, "mask": res.LocalClientPIDMask}]).ids
+        if any(value.value and value.value[0] == pid for value in ids):
+            count += sum(kind.count for kind in display.res_query_client_resources(client.resource_base).types)
+    return count

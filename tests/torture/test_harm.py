@@ -1,0 +1,362 @@
+# SPDX-License-Identifier: MIT
+"""An application whose menus are read thousands of times does not grow, is not slowed down, and looks as before.
+
+`menu_reader` reads with Tarnwick's own code: the pop-up would spend most of the time on itself. Nothing listens on a
+bus while times are taken; what goes over it is looked at afterwards, over fewer reads.
+
+Environment, besides that of torture.py:
+  TARNWICK_HARM_READS   so many reads of each application, instead of the share of 1,000
+"""
+import collections
+import os
+import pathlib
+import re
+import select
+import shutil
+import statistics
+import time
+import typing
+import unittest
+
+from gi.repository import GLib
+from Xlib import X, display
+from Xlib.protocol import event
+from resources import Resources
+from torture import note, times
+
+from test_never_list import FORBIDDEN
+
+from harness.applications import Application, Fixture
+from harness.case import DesktopTest, main
+from harness.monitor import BusMonitor
+from harness.tools import require
+from harness.waiting import TimedOut, wait_for
+
+WHOLE = 1_000  # in the time that scripts/torture has
+READS = int(os.environ.get("TARNWICK_HARM_READS", times(WHOLE, least=150)))
+WARM_UP = max(50, READS // 20)
+APART = 5  # a fifth of the reads are done while the application's own events are timed, the others by themselves
+LISTENED = 50  # reads that the bus is looked at for
+BLOCKS = 10  # of the timed reads; the application rests after each
+PINGS = 100  # before, after, and while it rests
+LOOK = 1.5  # seconds: a caret has been there and gone
+
+MEMORY = 512  # KiB: less than 64 bytes a read in 10,000, with room for what an allocator keeps for later
+LOST_BY_GTK3 = 32  # bytes: GTK 3 makes a new text for each question after a key binding, and never frees it
+LATER = 0.010  # seconds that the median may be later; a machine that does something else meanwhile makes as much
+A_PICTURE = 0.016  # how much later the median may be while it is read on end: one picture of the screen
+
+OFFICE = shutil.which("libreoffice")
+NO_QUESTIONS = """<?xml version="1.0" encoding="UTF-8"?>
+<oor:items xmlns:oor="http://openoffice.org/2001/registry">
+<item oor:path="/org.openoffice.Office.Common/Misc"><prop oor:name="ShowTipOfTheDay" oor:op="fuse"><value>false</value>
+</prop></item><item oor:path="/org.openoffice.Office.Common/Misc"><prop oor:name="FirstRun" oor:op="fuse">
+<value>false</value></prop></item></oor:items>
+"""
+
+# What a read may ask of an application.
+QUESTIONS = {"org.a11y.atspi.Accessible.GetRole", "org.a11y.atspi.Accessible.GetState",
+             "org.a11y.atspi.Accessible.GetChildren", "org.a11y.atspi.Accessible.GetChildAtIndex",
+             "org.a11y.atspi.Action.GetKeyBinding",
+             "org.a11y.atspi.Component.GetExtents", "org.freedesktop.DBus.Properties.Get",
+             "org.gtk.Menus.Start", "org.gtk.Menus.End", "org.gtk.Actions.DescribeAll", "org.gtk.Actions.Describe"}
+
+
+class Ping:
+    """Asks a window whether its program is alive, as a window manager does: the answer waits for what that is doing."""
+
+    def __init__(self, name, window):
+        self._display = display.Display(name)
+        self._root = self._display.screen().root
+        self._root.change_attributes(event_mask=X.SubstructureNotifyMask)
+        self._window = self._display.create_resource_object("window", window.id)
+        self._protocols = self._display.intern_atom("WM_PROTOCOLS")
+        self._ping = self._display.intern_atom("_NET_WM_PING")
+        self._number = 0
+
+    def close(self):
+        self._display.close()
+
+    def seconds(self, limit=30.0):
+        """Until the answer has come."""
+        self._number += 1
+        begin = time.monotonic()
+        self._window.send_event(event.ClientMessage(window=self._window, client_type=self._protocols,
+                                                    data=(32, [self._ping, self._number, self._window.id, 0, 0])))
+        self._display.flush()
+        while not self._answered():
+            if time.monotonic() > begin + limit:
+                raise TimedOut("no answer to a ping")
+            select.select([self._display], [], [], 1.0)
+        return time.monotonic() - begin
+
+    def _answered(self):
+        answered = False
+        for _ in range(self._display.pending_events()):
+            seen = self._display.next_event()
+            answered |= (seen.type == X.ClientMessage and seen.client_type == self._protocols and
+                         seen.data[1][0] == self._ping and seen.data[1][1] == self._number)
+        return answered
+
+
+class Escape:
+    """The key that changes nothing, until a fixture has written it down: those of Qt do not answer our pings."""
+
+    def __init__(self, screen, fixture):
+        self._screen = screen
+        self._code = screen.key_code("Escape")
+        self._log = fixture.log_file
+
+    def close(self):
+        self._screen.release_everything()
+
+    def seconds(self, limit=30.0):
+        """Until the line is there."""
+        size = self._log.stat().st_size
+        begin = time.monotonic()
+        self._screen.tap(self._code)
+        while self._log.stat().st_size == size:
+            if time.monotonic() > begin + limit:
+                raise TimedOut("a key has not arrived")
+            time.sleep(0.0002)
+        return time.monotonic() - begin
+
+
+def late(values):
+    return sorted(values)[round(0.95 * (len(values) - 1))]
+
+
+class Look(typing.NamedTuple):
+    """What can be seen of a program."""
+
+    focus: int
+    windows: tuple
+    log: list
+    pictures: set
+
+
+class ReadAgainAndAgain:
+    """What is true of every application that is read; `kit` names it."""
+
+    kit = ""
+    writes_down = True
+    lost_by_toolkit = 0  # bytes a read
+
+    @classmethod
+    def prepare(cls):
+        cls.connect_accessibility().switch_on()
+        cls.application = cls.start_application()
+        cls.ping = cls.probe()
+        cls.addClassCleanup(cls.ping.close)
+        cls.read(WARM_UP)
+        cls.before = cls.look()
+        cls.times = {"before": cls.pings(PINGS), "while it is read": [], "between the reads": []}
+        cls.read_by_themselves()
+        cls.read_and_time()
+        cls.times["after"] = cls.pings(PINGS)
+        cls.after = cls.look()
+        note(f"{cls.kit}: reads, of a bar and a menu each", READS)
+
+    @classmethod
+    def read_by_themselves(cls):
+        """What it holds then is the reads' alone: keys leave something in a program, too."""
+        cls.held = [cls.holds()]
+        reads = READS * (APART - 1) // APART
+        seconds = cls.read(reads)
+        cls.held.append(cls.holds())
+        note(f"{cls.kit}: one read", round(1000 * seconds / reads, 2), unit="ms")
+
+    @classmethod
+    def read_and_time(cls):
+        for _ in range(BLOCKS):
+            reader = cls.start_reading(READS // APART // BLOCKS)
+            while reader.running():
+                cls.times["while it is read"] += cls.pings(1)
+            cls.seconds_of(reader, READS // APART // BLOCKS)
+            cls.times["between the reads"] += cls.pings(PINGS // BLOCKS)
+
+    @classmethod
+    def probe(cls):
+        return Ping(cls.session.environment["DISPLAY"], cls.application.window)
+
+    @classmethod
+    def start_reading(cls, reads):
+        program = pathlib.Path(os.environ["TARNWICK_FIXTURES"]) / "menu_reader"
+        require(program)
+        return cls.session.run(program, cls.application.pid, reads)
+
+    @classmethod
+    def read(cls, reads):
+        reader = cls.start_reading(reads)
+        wait_for(lambda: not reader.running(), "the reads", limit=600, step=0.05)
+        return cls.seconds_of(reader, reads)
+
+    @classmethod
+    def seconds_of(cls, reader, reads):
+        """How long the reads have taken, after a look at whether there was something to read each time."""
+        found = re.search(r"(\d+) reads, (\d+) items, (\d+) different, ([\d.]+) seconds", reader.output)
+        if not found or int(found[1]) != reads or int(found[2]) < 2 * reads:  # a busy machine cuts some reads short
+            raise AssertionError(f"not read: {reader.output}")
+        return float(found[4])
+
+    @classmethod
+    def pings(cls, count):
+        found = []
+        for _ in range(count):
+            time.sleep(0.004)
+            found.append(cls.ping.seconds())
+        return found
+
+    @classmethod
+    def holds(cls):
+        return Resources.of(cls.screen, cls.application.pid)
+
+    @classmethod
+    def look(cls):
+        return Look(cls.screen.focused_window_id(), cls.open_windows(), cls.log(), cls.pictures())
+
+    @classmethod
+    def log(cls):
+        """What has happened in it besides the keys of this test."""
+        kinds = ("chosen", "text", "button", "focus", "bar")
+        return [line for kind in kinds for line in cls.application.lines(kind)] if cls.writes_down else []
+
+    @classmethod
+    def open_windows(cls):
+        return len(cls.screen.unmanaged_windows()), len(cls.screen.windows())
+
+    @classmethod
+    def pictures(cls):
+        """All that the window gives: the caret blinks in it."""
+        seen = set()
+        end = time.monotonic() + LOOK
+        _, _, width, height = cls.application.window.frame
+        while time.monotonic() < end:
+            seen.add(cls.application.window.handle.get_image(0, 0, width, height, X.ZPixmap, 0xFFFFFFFF).data)
+            time.sleep(0.05)
+        return seen
+
+    def test_does_not_make_it_grow(self):
+        before, after = self.held
+        memory = MEMORY + self.lost_by_toolkit * READS // 1024
+        for what, unit, limit in (("memory", "KiB", memory), ("in_server", "", 0), ("descriptors", "", 0)):
+            with self.subTest(what):
+                more = getattr(after, what) - getattr(before, what)
+                note(f"{self.kit}: {what.replace('_', ' ')}, more after the reads", more, limit, unit)
+                if what == "memory" and READS < WHOLE:
+                    continue  # what a program does for itself is more than a few reads
+                self.assertLessEqual(more, limit)
+
+    def test_does_not_slow_it_down(self):
+        for when, values in self.times.items():
+            for name, value in (("median", statistics.median(values)), ("95th percentile", late(values))):
+                note(f"{self.kit}: its answer to an event {when}, {name}", round(1000 * value, 2), unit="ms")
+        medians = {when: statistics.median(values) for when, values in self.times.items()}
+        usual = max(medians["before"], medians["between the reads"])
+        self.assertLessEqual(medians["after"], usual + LATER)
+        self.assertLessEqual(medians["while it is read"], usual + A_PICTURE)
+
+    def test_leaves_focus_and_windows_and_looks_alone(self):
+        self.assertEqual(self.after.focus, self.before.focus)
+        self.assertEqual(self.after.windows, self.before.windows)
+        self.assertEqual(self.after.log, self.before.log)
+        self.assertTrue(self.after.pictures <= self.before.pictures, "it looks different")
+
+    def test_asks_only_what_does_no_harm(self):
+        """All times have been taken by now: here somebody listens."""
+        buses = [self.bus.address, self.session.environment["DBUS_SESSION_BUS_ADDRESS"]]
+        monitors = [BusMonitor(self.session, address) for address in buses]
+        self.read(LISTENED)
+        asked = collections.Counter()
+        for monitor in monitors:
+            calls = monitor.calls()
+            to_it = {name for name in {call.destination for call in calls} if self.is_its(name, monitor)}
+            asked.update(call.method for call in calls if call.destination in to_it)
+            if monitor is monitors[0]:
+                self.assertEqual([call for call in calls if call.method in FORBIDDEN], [])
+        self.assertLessEqual(set(asked), QUESTIONS)
+        self.assertGreater(sum(asked.values()), 2 * LISTENED)
+        self.assertEqual(asked["org.gtk.Menus.Start"], asked["org.gtk.Menus.End"])
+        note(f"{self.kit}: messages a read", round(sum(asked.values()) / LISTENED, 1))
+
+    def is_its(self, name, monitor):
+        process = monitor.ask_bus("GetConnectionUnixProcessID", GLib.Variant("(s)", (name,)))
+        return process == self.application.pid
+
+
+class Gtk3(ReadAgainAndAgain, DesktopTest):
+    kit = "GTK 3"
+    lost_by_toolkit = 8 * LOST_BY_GTK3
+
+    @classmethod
+    def start_application(cls):
+        return Fixture(cls.session, "gtk3")
+
+
+class Qt5(ReadAgainAndAgain, DesktopTest):
+    kit = "Qt 5"
+
+    @classmethod
+    def start_application(cls):
+        return Fixture(cls.session, "qt5")
+
+    @classmethod
+    def probe(cls):
+        return Escape(cls.screen, cls.application)
+
+
+class Qt6(ReadAgainAndAgain, DesktopTest):
+    kit = "Qt 6"
+
+    @classmethod
+    def start_application(cls):
+        return Fixture(cls.session, "qt6")
+
+    @classmethod
+    def probe(cls):
+        return Escape(cls.screen, cls.application)
+
+
+class Gtk4Fixture(Fixture):
+    starts_in = 60.0  # it draws with OpenGL, and here that is done by the processor
+
+
+class Gtk4(ReadAgainAndAgain, DesktopTest):
+    kit = "GTK 4, an exported bar"
+
+    @classmethod
+    def start_application(cls):
+        settings = cls.session.directory / "home/.config/gtk-4.0/settings.ini"
+        settings.parent.mkdir(parents=True)
+        settings.write_text("[Settings]\ngtk-cursor-blink=0\n")  # else it fades, and there are too many pictures
+        return Gtk4Fixture(cls.session, "gtk4", menu="exported.menu")
+
+
+class OfficeProgram(Application):
+    """Its launcher waits beside it for its end."""
+
+    @property
+    def pid(self):
+        return self.window.pid
+
+    def _first_window(self, title):
+        return self._session.screen.window_titled(title, limit=120.0)
+
+
+@unittest.skipUnless(OFFICE and READS >= WHOLE, "LibreOffice is not installed, or there is no time for it")
+class LibreOffice(ReadAgainAndAgain, DesktopTest):
+    kit = "LibreOffice Writer"
+    writes_down = False
+    lost_by_toolkit = 80 * LOST_BY_GTK3
+
+    @classmethod
+    def start_application(cls):
+        profile = cls.session.directory / "home/.config/libreoffice/4/user/registrymodifications.xcu"
+        profile.parent.mkdir(parents=True)
+        profile.write_text(NO_QUESTIONS)
+        return OfficeProgram(cls.session, [OFFICE, "--writer", "--norestore", "--nologo"],
+                             "Untitled 1 - LibreOffice Writer", SAL_USE_VCLPLUGIN="gtk3")
+
+
+if __name__ == "__main__":
+    main()
