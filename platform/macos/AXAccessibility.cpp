@@ -6,7 +6,7 @@
 #include "foundation/Workspace.h"
 #include "platform/macos/CfText.h"
 #include "platform/macos/CfValue.h"
-#include "platform/macos/SystemFunction.h"
+#include "platform/macos/SystemSymbol.h"
 
 #include <ApplicationServices/ApplicationServices.h>
 #include <utility>
@@ -137,17 +137,17 @@ CfOwned<CFTypeRef> cfAttributeValue(const QVariant& value)
 
 QStringList textsOf(CFArrayRef array)
 {
+    const CFIndex count = array ? CFArrayGetCount(array) : 0;
     QStringList texts;
-    const QVariantList list = variantOf(array).toList();
-    for (const QVariant& each : list)
-        texts.append(each.toString());
+    texts.reserve(count);
+    for (CFIndex i = 0; i < count; ++i)
+        texts.append(variantOf(CFArrayGetValueAtIndex(array, i)).toString());
     return texts;
 }
 
 bool isTrusted(bool askTheUser)
 {
-    using IsProcessTrustedWithOptions = Boolean(CFDictionaryRef);
-    auto* trusted = systemFunction<IsProcessTrustedWithOptions>("AXIsProcessTrustedWithOptions");
+    auto* trusted = systemFunction<decltype(AXIsProcessTrustedWithOptions)>("AXIsProcessTrustedWithOptions");
     if (!trusted || !askTheUser)
         return AXIsProcessTrusted();
     const void* keys[] = {kAXTrustedCheckOptionPrompt};
@@ -170,7 +170,7 @@ AXAccessibility::AXAccessibility()
 
 bool AXAccessibility::apiEnabled()
 {
-    const bool decidesByProgram = systemFunction("AXIsProcessTrustedWithOptions") != nullptr;
+    const bool decidesByProgram = systemSymbol("AXIsProcessTrustedWithOptions") != nullptr;
     auto* enabled = systemFunction<Boolean()>("AXAPIEnabled");
     if (!enabled)
         return AXIsProcessTrusted();

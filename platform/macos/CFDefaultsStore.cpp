@@ -5,6 +5,17 @@
 #include "platform/macos/CfValue.h"
 
 namespace tarnwick {
+namespace {
+
+/// Null takes the key away.
+void set(const QString& key, CFPropertyListRef value)
+{
+    const CfOwned<CFStringRef> name = key.isEmpty() ? nullptr : cfString(key);
+    if (name)
+        CFPreferencesSetAppValue(name.get(), value, kCFPreferencesCurrentApplication);
+}
+
+} // namespace
 
 CFDefaultsStore::~CFDefaultsStore()
 {
@@ -15,8 +26,11 @@ std::optional<QVariant> CFDefaultsStore::value(const QString& key) const
 {
     if (key.isEmpty())
         return std::nullopt;
+    const CfOwned<CFStringRef> name = cfString(key);
+    if (!name)
+        return std::nullopt;
     const CfOwned<CFPropertyListRef> stored(
-        CFPreferencesCopyAppValue(cfString(key).get(), kCFPreferencesCurrentApplication));
+        CFPreferencesCopyAppValue(name.get(), kCFPreferencesCurrentApplication));
     if (!stored)
         return std::nullopt;
     return variantOf(stored.get());
@@ -24,15 +38,13 @@ std::optional<QVariant> CFDefaultsStore::value(const QString& key) const
 
 void CFDefaultsStore::setValue(const QString& key, const QVariant& value)
 {
-    const auto stored = cfValue(value);
-    if (!key.isEmpty() && stored)
-        CFPreferencesSetAppValue(cfString(key).get(), stored.get(), kCFPreferencesCurrentApplication);
+    if (const auto stored = key.isEmpty() ? nullptr : cfValue(value))
+        set(key, stored.get());
 }
 
 void CFDefaultsStore::removeValue(const QString& key)
 {
-    if (!key.isEmpty())
-        CFPreferencesSetAppValue(cfString(key).get(), nullptr, kCFPreferencesCurrentApplication);
+    set(key, nullptr);
 }
 
 void CFDefaultsStore::synchronize()

@@ -42,8 +42,10 @@ CarbonSymbolicHotKeys::copySymbolicHotKeys(qint64 /*candidateKeyCode*/, quint32 
     const CfOwned<CFArrayRef> owned(list);
     QList<SymbolicHotKey> hotKeys;
     const CFIndex count = list ? CFArrayGetCount(list) : 0;
-    for (CFIndex i = 0; i < count; ++i)
-        hotKeys.append(hotKeyOf(static_cast<CFDictionaryRef>(CFArrayGetValueAtIndex(list, i))));
+    for (CFIndex i = 0; i < count; ++i) {
+        if (const void* entry = CFArrayGetValueAtIndex(list, i))
+            hotKeys.append(hotKeyOf(static_cast<CFDictionaryRef>(entry)));
+    }
     return hotKeys;
 }
 

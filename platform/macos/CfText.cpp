@@ -17,15 +17,18 @@ QString textOfString(CFStringRef string)
     if (!string)
         return {};
     const CFIndex length = CFStringGetLength(string);
-    QString text(length, Qt::Uninitialized);
+    QString text(length, QChar());
     CFStringGetCharacters(string, CFRangeMake(0, length), reinterpret_cast<UniChar*>(text.data()));
     return text;
 }
 
 CfOwned<CFURLRef> cfFileUrl(const QString& path, bool isDirectory)
 {
-    return CfOwned<CFURLRef>(CFURLCreateWithFileSystemPath(kCFAllocatorDefault, cfString(path).get(),
-                                                           kCFURLPOSIXPathStyle, isDirectory));
+    const CfOwned<CFStringRef> text = cfString(path);
+    if (!text)
+        return nullptr;
+    return CfOwned<CFURLRef>(
+        CFURLCreateWithFileSystemPath(kCFAllocatorDefault, text.get(), kCFURLPOSIXPathStyle, isDirectory));
 }
 
 QString filePathOf(CFURLRef url)
@@ -33,6 +36,8 @@ QString filePathOf(CFURLRef url)
     if (!url)
         return {};
     const CfOwned<CFURLRef> absolute(CFURLCopyAbsoluteURL(url));
+    if (!absolute)
+        return {};
     const CfOwned<CFStringRef> path(CFURLCopyFileSystemPath(absolute.get(), kCFURLPOSIXPathStyle));
     return textOfString(path.get());
 }

@@ -42,10 +42,11 @@ QVariantMap mapOf(CFDictionaryRef dictionary, const OtherKinds& other)
     const auto count = static_cast<std::size_t>(CFDictionaryGetCount(dictionary));
     std::vector<const void*> keys(count);
     std::vector<const void*> values(count);
-    CFDictionaryGetKeysAndValues(dictionary, keys.data(), values.data());
+    if (count > 0)
+        CFDictionaryGetKeysAndValues(dictionary, keys.data(), values.data());
     QVariantMap map;
     for (std::size_t i = 0; i < count; ++i) {
-        if (CFGetTypeID(keys[i]) == CFStringGetTypeID())
+        if (keys[i] && CFGetTypeID(keys[i]) == CFStringGetTypeID())
             map.insert(textOfString(static_cast<CFStringRef>(keys[i])), variantOf(values[i], other));
     }
     return map;
@@ -75,6 +76,8 @@ CfOwned<CFTypeRef> cfDictionary(const QVariantMap& map)
         values.push_back(value.get());
         owned.push_back(std::move(value));
         owned.emplace_back(cfString(each.key()).release());
+        if (!owned.back())
+            return nullptr;
         keys.push_back(owned.back().get());
     }
     return CfOwned<CFTypeRef>(

@@ -7,14 +7,21 @@ namespace tarnwick {
 
 QString mainBundlePath()
 {
-    const CfOwned<CFURLRef> url(CFBundleCopyBundleURL(CFBundleGetMainBundle()));
+    const auto bundle = CFBundleGetMainBundle();
+    if (!bundle)
+        return {};
+    const CfOwned<CFURLRef> url(CFBundleCopyBundleURL(bundle));
     return filePathOf(url.get());
 }
 
 QString mainBundleResource(const QString& name, const QString& type)
 {
-    const CfOwned<CFURLRef> url(CFBundleCopyResourceURL(CFBundleGetMainBundle(), cfString(name).get(),
-                                                        cfString(type).get(), nullptr));
+    const auto bundle = CFBundleGetMainBundle();
+    const CfOwned<CFStringRef> base = cfString(name);
+    const CfOwned<CFStringRef> ending = cfString(type);
+    if (!bundle || !base || !ending)
+        return {};
+    const CfOwned<CFURLRef> url(CFBundleCopyResourceURL(bundle, base.get(), ending.get(), nullptr));
     return filePathOf(url.get());
 }
 

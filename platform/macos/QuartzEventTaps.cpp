@@ -72,7 +72,9 @@ public:
         if (!_port)
             return;
         _source = CFMachPortCreateRunLoopSource(kCFAllocatorDefault, _port.get(), 0);
-        CFRunLoopAddSource(CFRunLoopGetCurrent(), _source, kCFRunLoopCommonModes);
+        auto* const runLoop = CFRunLoopGetCurrent();
+        if (_source && runLoop)
+            CFRunLoopAddSource(runLoop, _source, kCFRunLoopCommonModes);
     }
 
     void enable(bool enable)

@@ -2,6 +2,7 @@
 #include "platform/macos/SharedFileListLoginItems.h"
 
 #include "platform/macos/CfText.h"
+#include "platform/macos/SystemSymbol.h"
 
 #include <CoreServices/CoreServices.h>
 #include <utility>
@@ -11,6 +12,30 @@ namespace {
 
 static_assert(quint32{kLSSharedFileListNoUserInteraction} == quint32{LoginItems::NoUserInteraction});
 static_assert(quint32{kLSSharedFileListDoNotMountVolumes} == quint32{LoginItems::DoNotMountVolumes});
+
+/// What the system still has of shared file lists.
+struct FileListSymbols
+{
+    decltype(LSSharedFileListCreate)* create =
+        systemFunction<decltype(LSSharedFileListCreate)>("LSSharedFileListCreate");
+    decltype(LSSharedFileListCopySnapshot)* copySnapshot =
+        systemFunction<decltype(LSSharedFileListCopySnapshot)>("LSSharedFileListCopySnapshot");
+    decltype(LSSharedFileListItemResolve)* resolve =
+        systemFunction<decltype(LSSharedFileListItemResolve)>("LSSharedFileListItemResolve");
+    decltype(LSSharedFileListInsertItemURL)* insertItemUrl =
+        systemFunction<decltype(LSSharedFileListInsertItemURL)>("LSSharedFileListInsertItemURL");
+    decltype(LSSharedFileListItemRemove)* remove =
+        systemFunction<decltype(LSSharedFileListItemRemove)>("LSSharedFileListItemRemove");
+    CFStringRef sessionLoginItems = systemConstant<CFStringRef>("kLSSharedFileListSessionLoginItems");
+    LSSharedFileListItemRef beforeFirst =
+        systemConstant<LSSharedFileListItemRef>("kLSSharedFileListItemBeforeFirst");
+
+    [[nodiscard]] bool areComplete() const
+    {
+        return create && copySnapshot && resolve && insertItemUrl && remove && sessionLoginItems &&
+               beforeFirst;
+    }
+};
 
 class FileListItem final : public LoginItems::Item
 {
@@ -30,18 +55,22 @@ LSSharedFileListItemRef itemRef(const LoginItems::Item& item)
 class FileList final : public LoginItems::List
 {
 public:
-    explicit FileList(CfOwned<LSSharedFileListRef> list) : _list(std::move(list)) {}
+    FileList(const FileListSymbols& system, CfOwned<LSSharedFileListRef> list)
+        : _system(system), _list(std::move(list))
+    {
+    }
 
     [[nodiscard]] QList<std::shared_ptr<LoginItems::Item>> copySnapshot() override
     {
         UInt32 seed = 0;
-        const CfOwned<CFArrayRef> snapshot(LSSharedFileListCopySnapshot(_list.get(), &seed));
+        const CfOwned<CFArrayRef> snapshot(_system.copySnapshot(_list.get(), &seed));
         QList<std::shared_ptr<LoginItems::Item>> items;
         const CFIndex count = snapshot ? CFArrayGetCount(snapshot.get()) : 0;
         for (CFIndex i = 0; i < count; ++i) {
             auto* const item = static_cast<LSSharedFileListItemRef>(
                 const_cast<void*>(CFArrayGetValueAtIndex(snapshot.get(), i)));
-            items.append(std::make_shared<FileListItem>(cfRetained(item)));
+            if (item)
+                items.append(std::make_shared<FileListItem>(cfRetained(item)));
         }
         return items;
     }
@@ -49,27 +78,37 @@ public:
     [[nodiscard]] std::optional<QUrl> resolve(const LoginItems::Item& item, quint32 resolveFlags) override
     {
         CFURLRef url = nullptr;
-        if (LSSharedFileListItemResolve(itemRef(item), resolveFlags, &url, nullptr) != noErr)
+        if (_system.resolve(itemRef(item), resolveFlags, &url, nullptr) != noErr)
             return std::nullopt;
         const CfOwned<CFURLRef> owned(url);
-        return QUrl::fromLocalFile(filePathOf(url));
+        const QString path = filePathOf(url);
+        return path.isEmpty() ? std::nullopt : std::optional(QUrl::fromLocalFile(path));
     }
 
     void insertBeforeFirst(const QUrl& applicationUrl) override
     {
         const CfOwned<CFURLRef> url = cfFileUrl(applicationUrl.toLocalFile(), true);
-        const CfOwned<LSSharedFileListItemRef> inserted(LSSharedFileListInsertItemURL(
-            _list.get(), kLSSharedFileListItemBeforeFirst, nullptr, nullptr, url.get(), nullptr, nullptr));
+        if (!url)
+            return;
+        const CfOwned<LSSharedFileListItemRef> inserted(_system.insertItemUrl(
+            _list.get(), _system.beforeFirst, nullptr, nullptr, url.get(), nullptr, nullptr));
     }
 
-    void remove(const LoginItems::Item& item) override
-    {
-        LSSharedFileListItemRemove(_list.get(), itemRef(item));
-    }
+    void remove(const LoginItems::Item& item) override { _system.remove(_list.get(), itemRef(item)); }
 
 private:
+    FileListSymbols _system;
     CfOwned<LSSharedFileListRef> _list;
 };
+
+std::unique_ptr<LoginItems::List> createFileList()
+{
+    const FileListSymbols system;
+    if (!system.areComplete())
+        return nullptr;
+    CfOwned<LSSharedFileListRef> list(system.create(kCFAllocatorDefault, system.sessionLoginItems, nullptr));
+    return list ? std::make_unique<FileList>(system, std::move(list)) : nullptr;
+}
 
 } // namespace
 
@@ -80,10 +119,8 @@ SharedFileListLoginItems::SharedFileListLoginItems(std::unique_ptr<LoginItems> s
 
 std::unique_ptr<LoginItems::List> SharedFileListLoginItems::createSessionLoginItems()
 {
-    CfOwned<LSSharedFileListRef> list(
-        LSSharedFileListCreate(kCFAllocatorDefault, kLSSharedFileListSessionLoginItems, nullptr));
-    if (list)
-        return std::make_unique<FileList>(std::move(list));
+    if (auto list = createFileList())
+        return list;
     return _successor ? _successor->createSessionLoginItems() : nullptr;
 }
 

@@ -28,6 +28,8 @@ public:
         UniCharCount length = 0;
         UInt32 deadKeys = deadKeyState;
         const auto* table = reinterpret_cast<const UCKeyboardLayout*>(CFDataGetBytePtr(_layout));
+        if (!table)
+            return std::nullopt;
         if (UCKeyTranslate(table, virtualKeyCode, keyAction, modifierKeyState, keyboardType, options,
                            &deadKeys, units.size(), &length, units.data()) != noErr)
             return std::nullopt;
@@ -68,9 +70,12 @@ quint8 TISKeyboardLayout::keyboardType() const
 void TISKeyboardLayout::addSelectedKeyboardInputSourceChangedObserver(std::function<void()> changed)
 {
     _observers.push_back(std::move(changed));
+    auto* const center = CFNotificationCenterGetDistributedCenter();
+    if (!center)
+        return;
     // At once: an agent is rarely active, and the notices of an inactive program are held back otherwise.
-    CFNotificationCenterAddObserver(CFNotificationCenterGetDistributedCenter(), &_observers.back(),
-                                    inputSourceChanged, kTISNotifySelectedKeyboardInputSourceChanged, nullptr,
+    CFNotificationCenterAddObserver(center, &_observers.back(), inputSourceChanged,
+                                    kTISNotifySelectedKeyboardInputSourceChanged, nullptr,
                                     CFNotificationSuspensionBehaviorDeliverImmediately);
 }
 

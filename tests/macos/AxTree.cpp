@@ -34,6 +34,16 @@ QStringList AxTree::pressedTitles() const
     return titles;
 }
 
+AxNodeRef AxTree::nodeTitled(const QString& title) const
+{
+    for (const Copy& copy : _copies) {
+        const QVariant* text = copy.node->value(u"AXTitle"_s);
+        if (text && text->toString() == title)
+            return copy.node;
+    }
+    return nullptr;
+}
+
 AxNodeRef AxTree::_nodeFor(const UIElementRef& element)
 {
     for (const Copy& copy : std::as_const(_copies)) {

@@ -25,6 +25,8 @@ public:
 
     /// The titles of the elements that were pressed, each as often as it was.
     [[nodiscard]] QStringList pressedTitles() const;
+    /// The first element with this title; null when there is none.
+    [[nodiscard]] AxNodeRef nodeTitled(const QString& title) const;
 
 private:
     struct Copy

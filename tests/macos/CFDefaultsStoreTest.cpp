@@ -80,6 +80,12 @@ TEST_F(CFDefaultsStoreTest, noKeyCode_survivesAsTheSettingReadsIt)
     DefaultsStore::setShared(nullptr);
 }
 
+TEST_F(CFDefaultsStoreTest, endOfTheStore_writesTheDomainOut)
+{
+    std::make_unique<CFDefaultsStore>().reset();
+    EXPECT_EQ(mac.callsOf(u"CFPreferencesAppSynchronize"_s).size(), 1);
+}
+
 TEST_F(CFDefaultsStoreTest, synchronize_writesTheDomainOut)
 {
     store.synchronize();

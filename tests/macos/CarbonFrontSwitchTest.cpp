@@ -21,14 +21,16 @@ protected:
 TEST_F(CarbonFrontSwitchTest, install_asksForFrontSwitchesOfTheApplicationTarget)
 {
     EXPECT_TRUE(frontSwitch.install(count));
-    // One event type, class "appl", kind 7; no reference to the handler is kept.
-    EXPECT_EQ(mac.callsOf(u"InstallEventHandler"_s), (QList<QVariantList>{{true, 1, 0x6170706Cu, 7, true}}));
+    // A handler for one event type, class "appl", kind 7, with user data; no reference to it is kept.
+    EXPECT_EQ(
+        mac.callsOf(u"InstallEventHandler"_s),
+        (QList<QVariantList>{{u"GetApplicationEventTarget"_s, true, 1, 0x6170706Cu, 7, true, QVariant()}}));
 }
 
 TEST_F(CarbonFrontSwitchTest, everySwitch_runsTheCallbackInsideTheEvent)
 {
     EXPECT_TRUE(frontSwitch.install(count));
-    mac.switchFront();
+    EXPECT_TRUE(mac.switchFront()) << "the event goes no further";
     EXPECT_EQ(switches, 1);
     mac.switchFront();
     EXPECT_EQ(switches, 2);

@@ -26,20 +26,24 @@ protected:
 TEST_F(CarbonHotKeysTest, installEventHandler_asksForHotKeyPressesOfTheApplicationTarget)
 {
     install(u"only"_s, 0);
-    // One event type, class "keyb", kind 5; no reference to the handler is kept.
-    EXPECT_EQ(mac.callsOf(u"InstallEventHandler"_s), (QList<QVariantList>{{true, 1, 0x6B657962u, 5, true}}));
+    // A handler for one event type, class "keyb", kind 5, with user data; no reference to it is kept.
+    EXPECT_EQ(
+        mac.callsOf(u"InstallEventHandler"_s),
+        (QList<QVariantList>{{u"GetApplicationEventTarget"_s, true, 1, 0x6B657962u, 5, true, QVariant()}}));
 }
 
 TEST_F(CarbonHotKeysTest, registerEventHotKey_handsEveryNumberOn)
 {
     EXPECT_TRUE(hotKeys.registerEventHotKey(6, 0x800, Identity, 0));
-    // Key code, modifiers, signature, id, the application target, options.
+    keepHotKey();
+    // Key code, modifiers, signature, id, the application target, options, room for the reference.
     EXPECT_EQ(mac.callsOf(u"RegisterEventHotKey"_s),
-              (QList<QVariantList>{{6, 0x800, 0x747A7131, 1, true, 0}}));
+              (QList<QVariantList>{{6, 0x800, 0x747A7131, 1, u"GetApplicationEventTarget"_s, 0, true}}));
 }
 
 TEST_F(CarbonHotKeysTest, press_reachesTheNewestHandlerOnlyOnce)
 {
+    keepHotKey();
     install(u"first"_s, 0);
     install(u"second"_s, 0);
     install(u"third"_s, 0);
@@ -52,6 +56,7 @@ TEST_F(CarbonHotKeysTest, press_reachesTheNewestHandlerOnlyOnce)
 
 TEST_F(CarbonHotKeysTest, pressThatAHandlerDeclines_goesToTheOneBefore)
 {
+    keepHotKey();
     install(u"older"_s, 0);
     install(u"newer"_s, -9874);
     EXPECT_TRUE(hotKeys.registerEventHotKey(6, 0x800, Identity, 0));
@@ -61,6 +66,7 @@ TEST_F(CarbonHotKeysTest, pressThatAHandlerDeclines_goesToTheOneBefore)
 
 TEST_F(CarbonHotKeysTest, combinationThatSomebodyHolds_isRefused)
 {
+    keepHotKey();
     EXPECT_TRUE(hotKeys.registerEventHotKey(6, 0x800, Identity, 0));
     EXPECT_FALSE(hotKeys.registerEventHotKey(6, 0x800, Identity, 0));
     mac.fail(u"RegisterEventHotKey"_s, -9878);
@@ -69,6 +75,7 @@ TEST_F(CarbonHotKeysTest, combinationThatSomebodyHolds_isRefused)
 
 TEST_F(CarbonHotKeysTest, keyCodeAbove127_isRefusedUnasked)
 {
+    keepHotKey();
     EXPECT_TRUE(hotKeys.registerEventHotKey(127, 0, Identity, 0));
     EXPECT_FALSE(hotKeys.registerEventHotKey(128, 0, Identity, 0));
     EXPECT_FALSE(hotKeys.registerEventHotKey(0xFFFFFFFF, 0, Identity, 0));
@@ -77,15 +84,19 @@ TEST_F(CarbonHotKeysTest, keyCodeAbove127_isRefusedUnasked)
 
 TEST_F(CarbonHotKeysTest, unregister_freesTheCombination)
 {
+    keepHotKey();
     const auto hotKey = hotKeys.registerEventHotKey(6, 0x800, Identity, 0);
     ASSERT_TRUE(hotKey);
     EXPECT_TRUE(hotKeys.unregisterEventHotKey(*hotKey));
+    EXPECT_EQ(mac.callsOf(u"UnregisterEventHotKey"_s), (QList<QVariantList>{{u"RegisterEventHotKey 1"_s}}));
     EXPECT_TRUE(mac.registeredHotKeys().isEmpty());
+    EXPECT_EQ(mac.unreleased(), QStringList());
     EXPECT_TRUE(hotKeys.registerEventHotKey(6, 0x800, Identity, 0));
 }
 
 TEST_F(CarbonHotKeysTest, unregisterOfADeadReference_failsWithoutHarm)
 {
+    keepHotKey();
     const auto first = hotKeys.registerEventHotKey(6, 0x800, Identity, 0);
     ASSERT_TRUE(first);
     EXPECT_TRUE(hotKeys.unregisterEventHotKey(*first));
@@ -99,6 +110,7 @@ TEST_F(CarbonHotKeysTest, unregisterOfADeadReference_failsWithoutHarm)
 
 TEST_F(CarbonHotKeysTest, unregisterThatTheSystemRefuses_isFalse)
 {
+    keepHotKey();
     const auto hotKey = hotKeys.registerEventHotKey(6, 0x800, Identity, 0);
     ASSERT_TRUE(hotKey);
     mac.fail(u"UnregisterEventHotKey"_s, -9879);

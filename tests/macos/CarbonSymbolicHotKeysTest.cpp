@@ -81,10 +81,12 @@ TEST_F(CarbonSymbolicHotKeysTest, mode_isPushedWithItsOptionAndPoppedWithItsToke
     const auto token = hotKeys.pushSymbolicHotKeyMode(SymbolicHotKeys::AllHotKeysDisabled);
     EXPECT_NE(token, 0u);
     EXPECT_EQ(mac.symbolicModesPushed(), 1);
+    EXPECT_EQ(mac.unreleased(), QStringList{u"PushSymbolicHotKeyMode"_s});
     hotKeys.popSymbolicHotKeyMode(token);
     EXPECT_EQ(mac.symbolicModesPushed(), 0);
     EXPECT_EQ(mac.callsOf(u"PushSymbolicHotKeyMode"_s), (QList<QVariantList>{{1}}));
-    EXPECT_EQ(mac.callsOf(u"PopSymbolicHotKeyMode"_s), (QList<QVariantList>{{qulonglong(token)}}));
+    EXPECT_EQ(mac.callsOf(u"PopSymbolicHotKeyMode"_s),
+              (QList<QVariantList>{{u"PushSymbolicHotKeyMode 1"_s}}));
 }
 
 TEST_F(CarbonSymbolicHotKeysTest, modeThatCouldNotBePushed_isNotPopped)

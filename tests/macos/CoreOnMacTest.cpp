@@ -8,6 +8,7 @@
 #include "menu/MenuItem.h"
 #include "mouse/TWMouseButtonIdentifier.h"
 #include "platform/macos/AXAccessibility.h"
+#include "platform/macos/AppServiceLoginItems.h"
 #include "platform/macos/CFDefaultsStore.h"
 #include "platform/macos/CGScreens.h"
 #include "platform/macos/CarbonFrontSwitch.h"
@@ -17,6 +18,7 @@
 #include "platform/macos/QuartzEventTaps.h"
 #include "platform/macos/SharedFileListLoginItems.h"
 #include "platform/macos/TISKeyboardLayout.h"
+#include "prefs/PreferencesWindowController.h"
 #include "shortcut/KeyStrings.h"
 #include "shortcut/SRKeyCodeTransformer.h"
 #include "shortcut/SRRecorderCell.h"
@@ -29,6 +31,7 @@
 #include "tests/fakes/FakeWorkspace.h"
 #include "tests/fakes/MenuFile.h"
 #include "tests/macos/AxTree.h"
+#include "tests/macos/DeclaredFunctions.h"
 #include "tests/macos/MacTest.h"
 #include "tests/macos/PlayedMenus.h"
 
@@ -128,7 +131,7 @@ struct MacDesktop
     CarbonHotKeys hotKeys;
     CarbonSymbolicHotKeys symbolicHotKeys;
     QuartzEventTaps taps;
-    SharedFileListLoginItems loginItems;
+    SharedFileListLoginItems loginItems{std::make_unique<AppServiceLoginItems>()};
 };
 
 } // namespace
@@ -137,6 +140,9 @@ class CoreOnMacTest : public MacTest
 {
 protected:
     static constexpr qint64 EditorPid = 100;
+    const QString Target = u"GetApplicationEventTarget"_s;
+    const QString Tap = u"CGEventTapCreate 1"_s;
+    const QList<QVariantList> TapAsBothMakeIt{{2, 0, 0, 0x2000000ull, true, true}};
 
     void SetUp() override
     {
@@ -164,7 +170,8 @@ protected:
     {
         AppDelegate::initialize();
         program = std::make_unique<MainInterface>([] { return nullptr; });
-        keptForLife.append(u"CFMachPortCreateRunLoopSource"_s);
+        keepSource();
+        keepHotKey();
         program->finishLaunching();
     }
 
@@ -178,9 +185,13 @@ protected:
                 opening.update();
             };
             open(*menu);
-            const auto help = menu->itemWithTitle(u"Help"_s)->submenu();
+            const auto holder = menu->itemWithTitle(u"Help"_s);
+            const auto help = holder ? holder->submenu() : nullptr;
+            if (!help)
+                return;
             open(*help);
-            chosen(help, help->itemWithTitle(u"Contents"_s));
+            if (const auto contents = help->itemWithTitle(u"Contents"_s))
+                chosen(help, contents);
         };
     }
 
@@ -193,29 +204,58 @@ protected:
 TEST_F(CoreOnMacTest, start_installsEverythingWithItsNumbers)
 {
     start();
-    // The mouse trigger: location, placement, options, events of interest; order; enabled.
-    EXPECT_EQ(mac.callsOf(u"CGEventTapCreate"_s), (QList<QVariantList>{{2, 0, 0, 0x2000000ull}}));
-    EXPECT_EQ(mac.callsOf(u"CFMachPortCreateRunLoopSource"_s), (QList<QVariantList>{{true, 0}}));
+    // The mouse trigger: location, placement, options, events of interest, callback and user data.
+    EXPECT_EQ(mac.callsOf(u"CGEventTapCreate"_s), TapAsBothMakeIt);
+    // The default allocator, the tap, order 0.
+    EXPECT_EQ(mac.callsOf(u"CFMachPortCreateRunLoopSource"_s), (QList<QVariantList>{{QVariant(), Tap, 0}}));
     EXPECT_EQ(mac.callsOf(u"CFRunLoopAddSource"_s),
-              (QList<QVariantList>{{true, u"kCFRunLoopCommonModes"_s}}));
-    EXPECT_EQ(mac.callsOf(u"CGEventTapEnable"_s), (QList<QVariantList>{{true}}));
+              (QList<QVariantList>{{u"CFRunLoopGetCurrent"_s, u"CFMachPortCreateRunLoopSource 1"_s,
+                                    u"kCFRunLoopCommonModes"_s}}));
+    EXPECT_EQ(mac.callsOf(u"CGEventTapEnable"_s), (QList<QVariantList>{{Tap, true}}));
     // The front switch ("appl", 7), then the hot key's handler ("keyb", 5).
     EXPECT_EQ(mac.callsOf(u"InstallEventHandler"_s),
-              (QList<QVariantList>{{true, 1, 0x6170706Cu, 7, true}, {true, 1, 0x6B657962u, 5, true}}));
+              (QList<QVariantList>{{Target, true, 1, 0x6170706Cu, 7, true, QVariant()},
+                                   {Target, true, 1, 0x6B657962u, 5, true, QVariant()}}));
     // Option-Z: key code, modifiers, signature "tzq1", id, the application target, options.
     EXPECT_EQ(mac.callsOf(u"RegisterEventHotKey"_s),
-              (QList<QVariantList>{{6, 0x800, 0x747A7131, 1, true, 0}}));
+              (QList<QVariantList>{{6, 0x800, 0x747A7131, 1, Target, 0, true}}));
+}
+
+TEST_F(CoreOnMacTest, start_goesFromTheTapOverTheQuestionOfAccessToTheMirror)
+{
+    mac.preferences.insert(TWLaunchOnLoginKey, true);
+    start();
+    QStringList order = mac.orderOf(
+        {u"CGEventTapCreate"_s, u"CFMachPortCreateRunLoopSource"_s, u"CFRunLoopAddSource"_s,
+         u"CGEventTapEnable"_s, u"AXAPIEnabled"_s, u"InstallEventHandler"_s, u"RegisterEventHotKey"_s,
+         u"LSSharedFileListCreate"_s, u"LSSharedFileListCopySnapshot"_s, u"LSSharedFileListInsertItemURL"_s});
+    EXPECT_EQ(order,
+              (QStringList{u"CGEventTapCreate"_s, u"CFMachPortCreateRunLoopSource"_s, u"CFRunLoopAddSource"_s,
+                           u"CGEventTapEnable"_s, u"AXAPIEnabled"_s, u"InstallEventHandler"_s,
+                           u"InstallEventHandler"_s, u"RegisterEventHotKey"_s, u"LSSharedFileListCreate"_s,
+                           u"LSSharedFileListCopySnapshot"_s, u"LSSharedFileListInsertItemURL"_s}))
+        << order.join(u' ').toStdString();
+}
+
+TEST_F(CoreOnMacTest, tapRefusedInSpiteOfAccess_endsTheProgramWithItsMessage)
+{
+    mac.fail(u"CGEventTapCreate"_s);
+    EXPECT_EXIT(start(), ::testing::ExitedWithCode(1), "^failed to create event tap\n$");
+    keptForLife.clear();
 }
 
 TEST_F(CoreOnMacTest, end_takesTheTapAwayAndKeepsNothingButItsSource)
 {
     start();
     EXPECT_TRUE(desktop->application.delegate()->applicationShouldTerminate());
-    EXPECT_EQ(mac.callsOf(u"CGEventTapEnable"_s), (QList<QVariantList>{{true}, {false}}));
+    EXPECT_EQ(mac.callsOf(u"CGEventTapEnable"_s), (QList<QVariantList>{{Tap, true}, {Tap, false}}));
+    // Switched off first, then released.
+    EXPECT_EQ(mac.calls().last().function, u"CFRelease"_s);
+    EXPECT_EQ(mac.calls().last().arguments, QVariantList{Tap});
     EXPECT_EQ(mac.enabledTaps(), 0);
     program.reset();
     desktop.reset();
-    EXPECT_EQ(mac.unreleased(), QStringList{u"CFMachPortCreateRunLoopSource"_s});
+    EXPECT_EQ(mac.unreleased(), KeptForLife) << "one of each";
 }
 
 TEST_F(CoreOnMacTest, hotKey_popsTheMirrorUpAtThePointer_andAChoiceIsPressedOnce)
@@ -227,7 +267,8 @@ TEST_F(CoreOnMacTest, hotKey_popsTheMirrorUpAtThePointer_andAChoiceIsPressedOnce
     ASSERT_EQ(desktop->menus->popUps.size(), 1);
     EXPECT_EQ(desktop->menus->popUps.first().location, QPointF(200, 800));
     EXPECT_EQ(tree.pressedTitles(), QStringList{u"Contents"_s});
-    EXPECT_EQ(mac.callsOf(u"AXUIElementPerformAction"_s), (QList<QVariantList>{{u"AXPress"_s}}));
+    EXPECT_EQ(mac.callsOf(u"AXUIElementPerformAction"_s),
+              (QList<QVariantList>{{QVariant::fromValue(tree.nodeTitled(u"Contents"_s)), u"AXPress"_s}}));
 }
 
 TEST_F(CoreOnMacTest, changedTrigger_isRegisteredAfresh)
@@ -288,6 +329,7 @@ TEST_F(CoreOnMacTest, systemThatCannotTellOfSwitches_leavesTheControllerIdle)
     start();
     EXPECT_TRUE(mac.callsOf(u"RegisterEventHotKey"_s).isEmpty());
     EXPECT_TRUE(desktop->statusBar.items().isEmpty());
+    keptForLife = {u"CFMachPortCreateRunLoopSource"_s}; // the hot key never came to be
 }
 
 TEST_F(CoreOnMacTest, loginItem_followsTheSettingFromTheStart)
@@ -295,10 +337,17 @@ TEST_F(CoreOnMacTest, loginItem_followsTheSettingFromTheStart)
     mac.loginItems = {u"/Applications/Other.app"_s};
     mac.preferences.insert(TWLaunchOnLoginKey, true);
     start();
-    // Resolve flags 3; before the first, no name, no icon, our bundle, no properties.
-    EXPECT_EQ(mac.callsOf(u"LSSharedFileListItemResolve"_s), (QList<QVariantList>{{3, true}}));
+    const QString list = u"LSSharedFileListCreate 1"_s;
+    EXPECT_EQ(
+        mac.callsOf(u"LSSharedFileListCreate"_s),
+        (QList<QVariantList>{{QVariant(), u"com.apple.LSSharedFileList.SessionLoginItems"_s, QVariant()}}));
+    EXPECT_EQ(mac.callsOf(u"LSSharedFileListCopySnapshot"_s), (QList<QVariantList>{{list, 0}}));
+    // Resolve flags 3, no file; before the first, no name, no icon, our bundle, no properties.
+    EXPECT_EQ(mac.callsOf(u"LSSharedFileListItemResolve"_s),
+              (QList<QVariantList>{{u"/Applications/Other.app"_s, 3, true, QVariant()}}));
     EXPECT_EQ(mac.callsOf(u"LSSharedFileListInsertItemURL"_s),
-              (QList<QVariantList>{{true, true, true, u"file:///Applications/Tarnwick.app/"_s, true, true}}));
+              (QList<QVariantList>{{list, u"kLSSharedFileListItemBeforeFirst"_s, QVariant(), QVariant(),
+                                    QUrl(u"file:///Applications/Tarnwick.app/"_s), QVariant(), QVariant()}}));
     EXPECT_EQ(mac.loginItems, (QStringList{u"/Applications/Tarnwick.app"_s, u"/Applications/Other.app"_s}));
 }
 
@@ -309,6 +358,21 @@ TEST_F(CoreOnMacTest, settingOff_removesTheLoginItem)
     EXPECT_EQ(mac.loginItems, QStringList{u"/Applications/Other.app"_s});
 }
 
+TEST_F(CoreOnMacTest, loginItemWhereThereAreNoSharedFileLists_isTheServices)
+{
+    mac.takeAway(u"LSSharedFileListCreate"_s);
+    mac.appServiceStatus = 0;
+    mac.preferences.insert(TWLaunchOnLoginKey, true);
+    start();
+    EXPECT_EQ(mac.appServiceStatus, 1);
+    PreferencesWindowController::setStartAtLoginEnabled(QUrl::fromLocalFile(mac.bundlePath), true);
+    EXPECT_EQ(mac.callsOf(u"registerAndReturnError"_s).size(), 1) << "once is enough";
+    PreferencesWindowController::setStartAtLoginEnabled(QUrl::fromLocalFile(mac.bundlePath), false);
+    PreferencesWindowController::setStartAtLoginEnabled(QUrl::fromLocalFile(mac.bundlePath), false);
+    EXPECT_EQ(mac.appServiceStatus, 0);
+    EXPECT_EQ(mac.callsOf(u"unregisterAndReturnError"_s).size(), 1);
+}
+
 TEST_F(CoreOnMacTest, startWithoutAccess_asksForItAndLeavesARunningProgram)
 {
     mac.accessGranted = false;
@@ -317,7 +381,8 @@ TEST_F(CoreOnMacTest, startWithoutAccess_asksForItAndLeavesARunningProgram)
     start();
     EXPECT_EQ(desktop->alerts.shown.size(), 1);
     EXPECT_EQ(mac.callsOf(u"AXAPIEnabled"_s).size(), 1);
-    EXPECT_EQ(mac.callsOf(u"AXIsProcessTrustedWithOptions"_s).size(), 1);
+    EXPECT_EQ(mac.callsOf(u"AXIsProcessTrustedWithOptions"_s),
+              (QList<QVariantList>{{QVariantMap{{u"AXTrustedCheckOptionPrompt"_s, true}}}}));
     EXPECT_EQ(desktop->statusBar.items().size(), 1);
     EXPECT_TRUE(mac.pressHotKey({6, 0x800}));
     EXPECT_EQ(desktop->menus->popUps.size(), 1);
@@ -348,16 +413,44 @@ TEST_F(CoreOnMacTest, buttonIdentifier_tapsAsTheTriggerDoes)
 {
     TWMouseButtonIdentifier identifier;
     identifier.setupTap();
-    keptForLife.append(u"CFMachPortCreateRunLoopSource"_s);
-    EXPECT_EQ(mac.callsOf(u"CGEventTapCreate"_s), (QList<QVariantList>{{2, 0, 0, 0x2000000ull}}));
+    keepSource();
+    EXPECT_EQ(mac.callsOf(u"CGEventTapCreate"_s), TapAsBothMakeIt);
+    EXPECT_EQ(mac.callsOf(u"CFMachPortCreateRunLoopSource"_s), (QList<QVariantList>{{QVariant(), Tap, 0}}));
     EXPECT_EQ(mac.callsOf(u"CFRunLoopAddSource"_s),
-              (QList<QVariantList>{{true, u"kCFRunLoopCommonModes"_s}}));
+              (QList<QVariantList>{{u"CFRunLoopGetCurrent"_s, u"CFMachPortCreateRunLoopSource 1"_s,
+                                    u"kCFRunLoopCommonModes"_s}}));
+    EXPECT_EQ(mac.callsOf(u"CGEventTapEnable"_s), (QList<QVariantList>{{Tap, true}, {Tap, true}}))
+        << "as it is made, and once more";
     EXPECT_TRUE(mac.sendEvent(25));
     identifier.otherMouseUp();
     EXPECT_EQ(identifier.buttonNumber(), 25u);
     EXPECT_TRUE(mac.disableTap(0xFFFFFFFE));
     EXPECT_EQ(mac.enabledTaps(), 0) << "this tap is not repaired";
     identifier.disableAndReleaseTap();
+    EXPECT_EQ(mac.callsOf(u"CGEventTapEnable"_s),
+              (QList<QVariantList>{{Tap, true}, {Tap, true}, {Tap, false}}));
+    EXPECT_EQ(mac.unreleased(), QStringList{u"CFMachPortCreateRunLoopSource"_s}) << "the tap is released";
+    EXPECT_EQ(mac.orderOf({u"CGEventTapCreate"_s, u"CFMachPortCreateRunLoopSource"_s, u"CFRunLoopAddSource"_s,
+                           u"CGEventTapEnable"_s}),
+              (QStringList{u"CGEventTapCreate"_s, u"CFMachPortCreateRunLoopSource"_s, u"CFRunLoopAddSource"_s,
+                           u"CGEventTapEnable"_s, u"CGEventTapEnable"_s, u"CGEventTapEnable"_s}));
+}
+
+TEST_F(CoreOnMacTest, buttonIdentifierSetUpTwice_leavesItsFirstTapInPlace)
+{
+    TWMouseButtonIdentifier identifier;
+    identifier.setupTap();
+    identifier.setupTap();
+    keepSource();
+    keepSource();
+    const QString second = u"CGEventTapCreate 2"_s;
+    EXPECT_EQ(mac.callsOf(u"CGEventTapCreate"_s), TapAsBothMakeIt + TapAsBothMakeIt);
+    EXPECT_EQ(mac.enabledTaps(), 2);
+    identifier.disableAndReleaseTap();
+    EXPECT_EQ(
+        mac.callsOf(u"CGEventTapEnable"_s),
+        (QList<QVariantList>{{Tap, true}, {Tap, true}, {second, true}, {second, true}, {second, false}}));
+    EXPECT_EQ(mac.enabledTaps(), 1) << "closing releases only the latest";
 }
 
 TEST_F(CoreOnMacTest, namesOfKeys_areTranslatedWithTheirNumbers)
@@ -367,11 +460,37 @@ TEST_F(CoreOnMacTest, namesOfKeys_areTranslatedWithTheirNumbers)
     mac.reset();
     mac.inputSource->characters = {{{6, 0}, u"zx"_s}, {{6, 0xA00}, u"q"_s}};
     EXPECT_EQ(SRStringForKeyCode(6), u"Z"_s) << "the first unit only";
-    // Key code, action display, modifier state, keyboard type, options, dead-key state, room.
-    EXPECT_EQ(mac.callsOf(u"UCKeyTranslate"_s), (QList<QVariantList>{{6, 3, 0, 44, 0, 0, 4}}));
-    EXPECT_EQ(SRCharacterForKeyCodeAndCocoaFlags(6, AlternateKeyMask | ShiftKeyMask | CommandKeyMask),
-              u"Q"_s);
-    EXPECT_EQ(mac.callsOf(u"UCKeyTranslate"_s).last(), (QVariantList{6, 3, 0xA00, 44, 0, 0, 4}));
+    // The layout, key code, action display, modifier state, keyboard type, options, dead-key state, room.
+    EXPECT_EQ(mac.callsOf(u"UCKeyTranslate"_s),
+              (QList<QVariantList>{{true, 6, 3, 0, 44, 0, 0, 4, true, true}}));
+}
+
+TEST_F(CoreOnMacTest, heldModifiers_reachTheTranslationUnshifted)
+{
+    struct Row
+    {
+        const char* held;
+        quint64 cocoaFlags;
+        quint32 state;
+        QString typed;
+        QString character;
+    };
+    const Row rows[] = {
+        {"none", 0, 0, u"z"_s, u"Z"_s},
+        {"Option", AlternateKeyMask, 0x800, u"ω"_s, u"Ω"_s},
+        {"Shift", ShiftKeyMask, 0x200, u"zx"_s, u"Z"_s},
+        {"Option and Shift", AlternateKeyMask | ShiftKeyMask, 0xA00, u"q"_s, u"Q"_s},
+        {"all four", AlternateKeyMask | ShiftKeyMask | CommandKeyMask | ControlKeyMask, 0xA00, u"q"_s,
+         u"Q"_s},
+        {"Command and Control", CommandKeyMask | ControlKeyMask, 0, u"z"_s, u"Z"_s},
+    };
+    for (const Row& row : rows) {
+        mac.inputSource->characters = {{{6, row.state}, row.typed}};
+        EXPECT_EQ(SRCharacterForKeyCodeAndCocoaFlags(6, row.cocoaFlags), row.character) << row.held;
+        EXPECT_EQ(mac.callsOf(u"UCKeyTranslate"_s).last(),
+                  (QVariantList{true, 6, 3, row.state, 44, 0, 0, 4, true, true}))
+            << row.held;
+    }
 }
 
 TEST_F(CoreOnMacTest, recording_switchesTheSystemsShortcutsOffOnce)
@@ -395,8 +514,58 @@ TEST_F(CoreOnMacTest, recording_switchesTheSystemsShortcutsOffOnce)
     escape.charactersIgnoringModifiers = escape.characters;
     EXPECT_TRUE(cell.performKeyEquivalent(escape));
     EXPECT_FALSE(cell.isRecording());
-    EXPECT_EQ(mac.callsOf(u"PopSymbolicHotKeyMode"_s).size(), 1);
+    EXPECT_EQ(mac.callsOf(u"PopSymbolicHotKeyMode"_s),
+              (QList<QVariantList>{{u"PushSymbolicHotKeyMode 1"_s}}));
     EXPECT_EQ(mac.symbolicModesPushed(), 0);
 }
+
+/// Some function of the system fails whenever it is called.
+class CoreOnFailingMacTest : public CoreOnMacTest, public ::testing::WithParamInterface<QString>
+{
+protected:
+    void TearDown() override
+    {
+        program.reset();
+        desktop.reset();
+        keptForLife = mac.unreleased(); // what came to be, and nothing that must not stay
+        CoreOnMacTest::TearDown();
+    }
+};
+
+TEST_P(CoreOnFailingMacTest, program_goesOn)
+{
+    mac.preferences.insert(TWLaunchOnLoginKey, true);
+    mac.preferences.insert(TWEnableMouseButtonKey, true);
+    mac.loginItems = {u"/Applications/Other.app"_s};
+    mac.fail(GetParam());
+    desktop->alerts.answer = Alert::SecondButtonReturn;
+    start();
+    chooseContents();
+    for (int i = 0; i < 2; ++i) {
+        mac.pressHotKey({6, 0x800});
+        mac.sendEvent(25);
+        QCoreApplication::processEvents();
+        mac.switchFront();
+        mac.changeInputSource({});
+        UserDefaults::standardUserDefaults().setObjectForKey(u"˄Z"_s, TWTriggerKey);
+    }
+    EXPECT_FALSE(desktop->application.terminating());
+    EXPECT_TRUE(desktop->application.delegate()->applicationShouldTerminate());
+}
+
+namespace {
+
+/// All but the one whose failure ends the program.
+QStringList survivableFunctions()
+{
+    QStringList functions = declaredFunctions();
+    functions.removeAll(u"CGEventTapCreate"_s);
+    return functions;
+}
+
+} // namespace
+
+INSTANTIATE_TEST_SUITE_P(EveryFunction, CoreOnFailingMacTest, ::testing::ValuesIn(survivableFunctions()),
+                         [](const auto& function) { return function.param.toStdString(); });
 
 } // namespace tarnwick

@@ -42,7 +42,7 @@ TEST_F(MacApplicationTest, resources_areTheBundlesOwn)
               u"/Applications/Tarnwick.app/Contents/Resources/TarnwickMenuBarIcon.png"_s);
     EXPECT_EQ(application.pathForResourceOfType(u"Missing"_s, u"png"_s), QString());
     EXPECT_EQ(mac.callsOf(u"CFBundleCopyResourceURL"_s).first(),
-              (QVariantList{u"TarnwickMenuBarIcon"_s, u"png"_s}));
+              (QVariantList{u"CFBundleGetMainBundle"_s, u"TarnwickMenuBarIcon"_s, u"png"_s, QVariant()}));
 }
 
 TEST_F(MacApplicationTest, activation_reachesTheSystemAsItIs)
@@ -121,7 +121,8 @@ TEST_F(MacApplicationTest, keys_areDescribedByTheSystemsCodesAndTheLayoutsCharac
     EXPECT_EQ(plain->modifierFlags, quint64(CommandKeyMask | AlternateKeyMask));
     EXPECT_EQ(plain->charactersIgnoringModifiers, u"z"_s);
     // Display, no dead keys; the translation counts modifiers shifted right by eight.
-    EXPECT_EQ(mac.callsOf(u"UCKeyTranslate"_s).first(), (QVariantList{6, 3, 0, 44, 1, 0, 4}));
+    EXPECT_EQ(mac.callsOf(u"UCKeyTranslate"_s).first(),
+              (QVariantList{true, 6, 3, 0, 44, 1, 0, 4, true, true}));
     const auto shifted =
         converter.convert(QKeyEvent(QEvent::KeyPress, Qt::Key_Z, Qt::ShiftModifier, 0, 6, 0, u"Z"_s));
     ASSERT_TRUE(shifted);
@@ -146,9 +147,9 @@ TEST_F(MacApplicationTest, reopening_isAskedOfTheProgramAndMayBeLeftToTheSystem)
         ++asked;
         return goOn;
     }));
-    // Class "aevt", event "rapp", a handler of this application.
+    // Class "aevt", event "rapp", a handler with its context, of this application.
     EXPECT_EQ(mac.callsOf(u"AEInstallEventHandler"_s),
-              (QList<QVariantList>{{0x61657674u, 0x72617070u, false}}));
+              (QList<QVariantList>{{0x61657674u, 0x72617070u, true, true, false}}));
     EXPECT_EQ(mac.reopen(), 0);
     goOn = true;
     EXPECT_EQ(mac.reopen(), -1708);

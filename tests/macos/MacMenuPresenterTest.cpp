@@ -150,7 +150,7 @@ TEST_F(MacMenuPresenterTest, menuAskedForInsideATapsCallback_opensOnceThatHasRet
                     });
     taps.addSourceToMainRunLoop(tap);
     taps.enable(tap, true);
-    keptForLife.append(u"CFMachPortCreateRunLoopSource"_s);
+    keepSource();
     chooseTheItem();
     EXPECT_TRUE(mac.sendEvent(25));
     EXPECT_EQ(calls, 1);

@@ -49,7 +49,7 @@ protected:
         const EventTapRef tap = createSeeing();
         taps->addSourceToMainRunLoop(tap);
         taps->enable(tap, true);
-        keptForLife.append(u"CFMachPortCreateRunLoopSource"_s);
+        keepSource();
         return tap;
     }
 };
@@ -57,17 +57,19 @@ protected:
 TEST_F(QuartzEventTapsTest, create_handsEveryNumberOn)
 {
     EXPECT_NE(createSeeing(), 0u);
-    // Location, placement, options, events of interest.
-    EXPECT_EQ(mac.callsOf(u"CGEventTapCreate"_s), (QList<QVariantList>{{2, 0, 0, 0x2000000ull}}));
+    // Location, placement, options, events of interest, a callback with user data.
+    EXPECT_EQ(mac.callsOf(u"CGEventTapCreate"_s), (QList<QVariantList>{{2, 0, 0, 0x2000000ull, true, true}}));
 }
 
 TEST_F(QuartzEventTapsTest, source_isMadeWithOrderZeroAndAddedInTheCommonModes)
 {
     createAndSchedule();
-    EXPECT_EQ(mac.callsOf(u"CFMachPortCreateRunLoopSource"_s), (QList<QVariantList>{{true, 0}}));
+    EXPECT_EQ(mac.callsOf(u"CFMachPortCreateRunLoopSource"_s),
+              (QList<QVariantList>{{QVariant(), u"CGEventTapCreate 1"_s, 0}}));
     EXPECT_EQ(mac.callsOf(u"CFRunLoopAddSource"_s),
-              (QList<QVariantList>{{true, u"kCFRunLoopCommonModes"_s}}));
-    EXPECT_EQ(mac.callsOf(u"CGEventTapEnable"_s), (QList<QVariantList>{{true}}));
+              (QList<QVariantList>{{u"CFRunLoopGetCurrent"_s, u"CFMachPortCreateRunLoopSource 1"_s,
+                                    u"kCFRunLoopCommonModes"_s}}));
+    EXPECT_EQ(mac.callsOf(u"CGEventTapEnable"_s), (QList<QVariantList>{{u"CGEventTapCreate 1"_s, true}}));
 }
 
 TEST_F(QuartzEventTapsTest, press_isSeenAndGoesOn)
@@ -90,7 +92,7 @@ TEST_F(QuartzEventTapsTest, eventThatTheCallbackSwallows_goesNowhere)
     const EventTapRef tap = create([](quint32, const TappedEvent*) { return nullptr; });
     taps->addSourceToMainRunLoop(tap);
     taps->enable(tap, true);
-    keptForLife.append(u"CFMachPortCreateRunLoopSource"_s);
+    keepSource();
     EXPECT_FALSE(mac.sendEvent(25));
 }
 
@@ -108,7 +110,7 @@ TEST_F(QuartzEventTapsTest, disabledTap_isToldAndCanRepairItself)
         });
         taps->addSourceToMainRunLoop(tap);
         taps->enable(tap, true);
-        keptForLife.append(u"CFMachPortCreateRunLoopSource"_s);
+        keepSource();
         EXPECT_TRUE(mac.disableTap(reason)) << "the notice is swallowed";
         EXPECT_TRUE(mac.sendEvent(25));
         EXPECT_EQ(seen, (QList<quint32>{reason, 25}));
@@ -161,7 +163,7 @@ TEST_F(QuartzEventTapsTest, tapReleasedInsideItsOwnCallback_endsWithThatCallback
     });
     taps->addSourceToMainRunLoop(tap);
     taps->enable(tap, true);
-    keptForLife.append(u"CFMachPortCreateRunLoopSource"_s);
+    keepSource();
     EXPECT_TRUE(mac.sendEvent(25));
     EXPECT_TRUE(mac.sendEvent(25));
     EXPECT_EQ(seen, QList<quint32>{25});
@@ -201,10 +203,11 @@ TEST_F(QuartzEventTapsTest, tapRefusedForWantOfAccess_waitsForItInTheStateThatIt
     EXPECT_EQ(clock.pending(), 1);
     mac.processTrusted = true;
     clock.advance(2);
-    EXPECT_EQ(mac.callsOf(u"CGEventTapCreate"_s),
-              (QList<QVariantList>{{2, 0, 0, 0x2000000ull}, {2, 0, 0, 0x2000000ull}}));
-    EXPECT_EQ(mac.callsOf(u"CGEventTapEnable"_s), (QList<QVariantList>{{true}})) << "the last state";
-    keptForLife.append(u"CFMachPortCreateRunLoopSource"_s);
+    EXPECT_EQ(mac.callsOf(u"CGEventTapCreate"_s), (QList<QVariantList>{{2, 0, 0, 0x2000000ull, true, true},
+                                                                       {2, 0, 0, 0x2000000ull, true, true}}));
+    EXPECT_EQ(mac.callsOf(u"CGEventTapEnable"_s), (QList<QVariantList>{{u"CGEventTapCreate 1"_s, true}}))
+        << "the last state";
+    keepSource();
     EXPECT_EQ(clock.pending(), 0);
     EXPECT_TRUE(mac.sendEvent(25));
     EXPECT_EQ(seen, QList<quint32>{25});

@@ -13,6 +13,7 @@ class SharedFileListLoginItemsTest : public MacTest
 protected:
     SharedFileListLoginItems items;
     const QUrl us = QUrl::fromLocalFile(u"/Applications/Tarnwick.app"_s);
+    const QString List = u"LSSharedFileListCreate 1"_s;
     static constexpr quint32 Quietly = LoginItems::NoUserInteraction | LoginItems::DoNotMountVolumes;
 };
 
@@ -20,8 +21,9 @@ TEST_F(SharedFileListLoginItemsTest, list_isTheSessionLoginItemsWithoutOptions)
 {
     const auto list = items.createSessionLoginItems();
     ASSERT_TRUE(list);
-    EXPECT_EQ(mac.callsOf(u"LSSharedFileListCreate"_s),
-              (QList<QVariantList>{{true, u"com.apple.LSSharedFileList.SessionLoginItems"_s, true}}));
+    EXPECT_EQ(
+        mac.callsOf(u"LSSharedFileListCreate"_s),
+        (QList<QVariantList>{{QVariant(), u"com.apple.LSSharedFileList.SessionLoginItems"_s, QVariant()}}));
 }
 
 TEST_F(SharedFileListLoginItemsTest, snapshot_isTakenWithASeedOfZeroAndKeepsTheOrder)
@@ -29,12 +31,14 @@ TEST_F(SharedFileListLoginItemsTest, snapshot_isTakenWithASeedOfZeroAndKeepsTheO
     mac.loginItems = {u"/Applications/Other.app"_s, u"/Applications/Tarnwick.app"_s};
     const auto list = items.createSessionLoginItems();
     const auto snapshot = list->copySnapshot();
-    EXPECT_EQ(mac.callsOf(u"LSSharedFileListCopySnapshot"_s), (QList<QVariantList>{{0}}));
+    EXPECT_EQ(mac.callsOf(u"LSSharedFileListCopySnapshot"_s), (QList<QVariantList>{{List, 0}}));
     ASSERT_EQ(snapshot.size(), 2);
     EXPECT_EQ(list->resolve(*snapshot.at(0), Quietly), QUrl::fromLocalFile(u"/Applications/Other.app"_s));
     EXPECT_EQ(list->resolve(*snapshot.at(1), Quietly), us);
     // Flags 3, no file reference.
-    EXPECT_EQ(mac.callsOf(u"LSSharedFileListItemResolve"_s), (QList<QVariantList>{{3, true}, {3, true}}));
+    EXPECT_EQ(mac.callsOf(u"LSSharedFileListItemResolve"_s),
+              (QList<QVariantList>{{u"/Applications/Other.app"_s, 3, true, QVariant()},
+                                   {u"/Applications/Tarnwick.app"_s, 3, true, QVariant()}}));
 }
 
 TEST_F(SharedFileListLoginItemsTest, itemThatCannotBeResolved_isNothing)
@@ -48,8 +52,10 @@ TEST_F(SharedFileListLoginItemsTest, insertion_isBeforeTheFirstWithNothingButThe
 {
     mac.loginItems = {u"/Applications/Other.app"_s};
     items.createSessionLoginItems()->insertBeforeFirst(us);
+    // Before the first, no name, no icon, the bundle, no properties to set or to clear.
     EXPECT_EQ(mac.callsOf(u"LSSharedFileListInsertItemURL"_s),
-              (QList<QVariantList>{{true, true, true, u"file:///Applications/Tarnwick.app/"_s, true, true}}));
+              (QList<QVariantList>{{List, u"kLSSharedFileListItemBeforeFirst"_s, QVariant(), QVariant(),
+                                    QUrl(u"file:///Applications/Tarnwick.app/"_s), QVariant(), QVariant()}}));
     EXPECT_EQ(mac.loginItems, (QStringList{u"/Applications/Tarnwick.app"_s, u"/Applications/Other.app"_s}));
 }
 
@@ -58,6 +64,8 @@ TEST_F(SharedFileListLoginItemsTest, removal_takesThatItemOnly)
     mac.loginItems = {u"/Applications/Other.app"_s, u"/Applications/Tarnwick.app"_s};
     const auto list = items.createSessionLoginItems();
     list->remove(*list->copySnapshot().at(1));
+    EXPECT_EQ(mac.callsOf(u"LSSharedFileListItemRemove"_s),
+              (QList<QVariantList>{{List, u"/Applications/Tarnwick.app"_s}}));
     EXPECT_EQ(mac.loginItems, QStringList{u"/Applications/Other.app"_s});
 }
 
@@ -76,6 +84,23 @@ TEST_F(SharedFileListLoginItemsTest, noList_isNull)
 {
     mac.fail(u"LSSharedFileListCreate"_s);
     EXPECT_FALSE(items.createSessionLoginItems());
+}
+
+TEST_F(SharedFileListLoginItemsTest, systemWithoutAnyPartOfTheLists_leavesItToTheSuccessor)
+{
+    for (const QString& symbol :
+         {u"LSSharedFileListCreate"_s, u"LSSharedFileListCopySnapshot"_s, u"LSSharedFileListItemResolve"_s,
+          u"LSSharedFileListInsertItemURL"_s, u"LSSharedFileListItemRemove"_s,
+          u"kLSSharedFileListSessionLoginItems"_s, u"kLSSharedFileListItemBeforeFirst"_s}) {
+        mac.reset();
+        mac.takeAway(symbol);
+        EXPECT_FALSE(items.createSessionLoginItems()) << symbol.toStdString();
+        auto successor = std::make_unique<FakeLoginItems>();
+        FakeLoginItems& fake = *successor;
+        EXPECT_TRUE(SharedFileListLoginItems(std::move(successor)).createSessionLoginItems());
+        EXPECT_EQ(fake.listsMade, 1) << symbol.toStdString();
+        EXPECT_TRUE(mac.callsOf(u"LSSharedFileListCreate"_s).isEmpty()) << symbol.toStdString();
+    }
 }
 
 TEST_F(SharedFileListLoginItemsTest, successor_isAskedOnlyWhereThereIsNoList)

@@ -20,11 +20,13 @@ TEST_F(TISKeyboardLayoutTest, keyTranslate_handsEveryArgumentOn)
     ASSERT_TRUE(table);
     quint32 deadKeys = 0;
     EXPECT_EQ(table->keyTranslate(6, 3, 0xA00, layout.keyboardType(), 0, deadKeys), u"Ω"_s);
-    // Key code, action display, the modifier state as it is (unshifted), keyboard type, options, dead keys,
-    // room.
-    EXPECT_EQ(mac.callsOf(u"UCKeyTranslate"_s), (QList<QVariantList>{{6, 3, 0xA00, 44, 0, 0, 4}}));
+    // The layout, key code, action display, the modifier state as it is (unshifted), keyboard type, options,
+    // dead keys, room for four units, their number, the units.
+    EXPECT_EQ(mac.callsOf(u"UCKeyTranslate"_s),
+              (QList<QVariantList>{{true, 6, 3, 0xA00, 44, 0, 0, 4, true, true}}));
     EXPECT_EQ(mac.callsOf(u"TISGetInputSourceProperty"_s),
-              (QList<QVariantList>{{u"TISPropertyUnicodeKeyLayoutData"_s}}));
+              (QList<QVariantList>{
+                  {u"TISCopyCurrentKeyboardInputSource 1"_s, u"TISPropertyUnicodeKeyLayoutData"_s}}));
     EXPECT_EQ(deadKeys, 7u) << "the dead-key state comes back";
 }
 
@@ -67,8 +69,13 @@ TEST_F(TISKeyboardLayoutTest, changeOfTheLayout_isToldEveryObserver)
     int second = 0;
     layout.addSelectedKeyboardInputSourceChangedObserver([&] { ++first; });
     layout.addSelectedKeyboardInputSourceChangedObserver([&] { ++second; });
-    // The distributed centre, the notice's name, from any sender, delivered at once.
-    const QVariantList expected{true, u"com.apple.Carbon.TISNotifySelectedKeyboardInputSourceChanged"_s, true,
+    // The distributed centre, an observer, its callback, the notice's name, from any sender, delivered at
+    // once.
+    const QVariantList expected{u"CFNotificationCenterGetDistributedCenter"_s,
+                                true,
+                                true,
+                                u"com.apple.Carbon.TISNotifySelectedKeyboardInputSourceChanged"_s,
+                                QVariant(),
                                 4};
     EXPECT_EQ(mac.callsOf(u"CFNotificationCenterAddObserver"_s), (QList<QVariantList>{expected, expected}));
     mac.changeInputSource({});

@@ -23,6 +23,12 @@ constexpr char KeyLayoutMarker[] = "keys";
 struct MacInputSource final : MacHandle
 {
 };
+struct MacHotKey final : MacHandle
+{
+};
+struct MacHotKeyMode final : MacHandle
+{
+};
 
 SimulatedMac& mac()
 {
@@ -49,13 +55,6 @@ bool dispatch(OSType eventClass, UInt32 eventKind)
     return false;
 }
 
-CFStringRef permanentString(const char16_t* text)
-{
-    auto* string = objects().makePermanent<MacString>();
-    string->text = QString::fromUtf16(text);
-    return referenceTo<CFStringRef>(string);
-}
-
 } // namespace
 
 namespace tarnwick {
@@ -69,9 +68,9 @@ bool SimulatedMac::pressHotKey(const HotKey& hotKey)
     return registered && dispatch(kEventClassKeyboard, kEventHotKeyPressed);
 }
 
-void SimulatedMac::switchFront()
+bool SimulatedMac::switchFront()
 {
-    dispatch(kEventClassApplication, kEventAppFrontSwitched);
+    return dispatch(kEventClassApplication, kEventAppFrontSwitched);
 }
 
 std::optional<int> SimulatedMac::reopen()
@@ -88,8 +87,8 @@ void SimulatedMac::changeInputSource(const InputSource& source)
     const auto observers = state().observers;
     for (const auto& each : observers) {
         if (each.name == textOf(kTISNotifySelectedKeyboardInputSourceChanged))
-            each.callBack(CFNotificationCenterGetDistributedCenter(), each.observer,
-                          kTISNotifySelectedKeyboardInputSourceChanged, nullptr, nullptr);
+            each.callBack(each.center, each.observer, kTISNotifySelectedKeyboardInputSourceChanged, nullptr,
+                          nullptr);
     }
 }
 
@@ -103,28 +102,32 @@ QList<SimulatedMac::HotKey> SimulatedMac::registeredHotKeys() const
 
 int SimulatedMac::symbolicModesPushed() const
 {
-    return static_cast<int>(state().symbolicModes.size());
+    return state().symbolicModes;
 }
 
 } // namespace tarnwick
 
-const CFStringRef kTISPropertyUnicodeKeyLayoutData = permanentString(u"TISPropertyUnicodeKeyLayoutData");
+const CFStringRef kTISPropertyUnicodeKeyLayoutData =
+    constantString<CFStringRef>(u"TISPropertyUnicodeKeyLayoutData"_s);
 const CFStringRef kTISNotifySelectedKeyboardInputSourceChanged =
-    permanentString(u"com.apple.Carbon.TISNotifySelectedKeyboardInputSourceChanged");
+    constantString<CFStringRef>(u"com.apple.Carbon.TISNotifySelectedKeyboardInputSourceChanged"_s);
 
 EventTargetRef GetApplicationEventTarget()
 {
-    static char target = 0;
-    return reinterpret_cast<EventTargetRef>(&target);
+    static const auto target = constantHandle<EventTargetRef>(u"GetApplicationEventTarget"_s);
+    const MacCall call(__func__);
+    return call.fails() ? nullptr : target;
 }
 
 OSStatus InstallEventHandler(EventTargetRef target, EventHandlerUPP handler, ItemCount typeCount,
                              const EventTypeSpec* types, void* userData, EventHandlerRef* handlerRef)
 {
-    mac().record(u"InstallEventHandler"_s, {target == GetApplicationEventTarget(), qulonglong(typeCount),
-                                            types[0].eventClass, types[0].eventKind, handlerRef == nullptr});
-    if (const auto status = mac().failure(u"InstallEventHandler"_s))
-        return *status;
+    const MacCall call(__func__, target, handler, typeCount, types[0].eventClass, types[0].eventKind,
+                       userData, handlerRef);
+    if (call.fails())
+        return call.status();
+    if (!target || !handler)
+        return paramErr;
     for (ItemCount i = 0; i < typeCount; ++i)
         state().handlers.append({types[i], handler, userData});
     return noErr;
@@ -133,35 +136,37 @@ OSStatus InstallEventHandler(EventTargetRef target, EventHandlerUPP handler, Ite
 OSStatus RegisterEventHotKey(UInt32 keyCode, UInt32 modifiers, EventHotKeyID id, EventTargetRef target,
                              OptionBits options, EventHotKeyRef* hotKey)
 {
-    mac().record(u"RegisterEventHotKey"_s,
-                 {keyCode, modifiers, id.signature, id.id, target == GetApplicationEventTarget(), options});
-    if (const auto status = mac().failure(u"RegisterEventHotKey"_s))
-        return *status;
+    const MacCall call(__func__, keyCode, modifiers, id.signature, id.id, target, options, hotKey);
+    if (call.fails())
+        return call.status();
+    if (!target)
+        return paramErr;
     for (const auto& each : std::as_const(state().hotKeys)) {
         if (each.hotKey.keyCode == keyCode && each.hotKey.modifiers == modifiers)
             return eventHotKeyExistsErr;
     }
-    *hotKey = reinterpret_cast<EventHotKeyRef>(state().lastToken += 16);
+    *hotKey = handOut<EventHotKeyRef>(objects().make<MacHotKey>(), call);
     state().hotKeys.append({{keyCode, modifiers, id.signature, id.id}, *hotKey});
     return noErr;
 }
 
 OSStatus UnregisterEventHotKey(EventHotKeyRef hotKey)
 {
-    mac().record(u"UnregisterEventHotKey"_s, {qulonglong(reinterpret_cast<quintptr>(hotKey))});
-    if (const auto status = mac().failure(u"UnregisterEventHotKey"_s))
-        return *status;
+    const MacCall call(__func__, hotKey);
+    if (call.fails())
+        return call.status();
+    if (!objects().find<MacHotKey>(hotKey))
+        return eventHotKeyInvalidErr;
+    objects().release(hotKey);
     const auto removed = state().hotKeys.removeIf([&](const auto& each) { return each.reference == hotKey; });
-    if (removed == 0)
-        mac().fault(u"a hot key was unregistered that is none"_s);
     return removed ? OSStatus(noErr) : OSStatus(eventHotKeyInvalidErr);
 }
 
 OSStatus CopySymbolicHotKeys(CFArrayRef* hotKeys)
 {
-    mac().record(u"CopySymbolicHotKeys"_s);
-    if (const auto status = mac().failure(u"CopySymbolicHotKeys"_s))
-        return *status;
+    const MacCall call(__func__, hotKeys);
+    if (call.fails())
+        return call.status();
     QVariantList list;
     for (const auto& each : std::as_const(mac().systemHotKeys)) {
         QVariantMap entry;
@@ -174,50 +179,53 @@ OSStatus CopySymbolicHotKeys(CFArrayRef* hotKeys)
         }
         list.append(entry);
     }
-    *hotKeys = handOut<CFArrayRef>(objectFor(list), u"CopySymbolicHotKeys"_s);
+    *hotKeys = handOut<CFArrayRef>(objectFor(list), call);
     return noErr;
 }
 
 void* PushSymbolicHotKeyMode(OptionBits options)
 {
-    mac().record(u"PushSymbolicHotKeyMode"_s, {options});
-    if (mac().failure(u"PushSymbolicHotKeyMode"_s))
+    const MacCall call(__func__, options);
+    if (call.fails())
         return nullptr;
-    state().symbolicModes.append(state().lastToken += 16);
-    return reinterpret_cast<void*>(state().symbolicModes.last());
+    ++state().symbolicModes;
+    return handOut<void*>(objects().make<MacHotKeyMode>(), call);
 }
 
 void PopSymbolicHotKeyMode(void* token)
 {
-    mac().record(u"PopSymbolicHotKeyMode"_s, {qulonglong(reinterpret_cast<quintptr>(token))});
-    if (!state().symbolicModes.removeOne(reinterpret_cast<quintptr>(token)))
-        mac().fault(u"a symbolic hot key mode was popped that was not pushed"_s);
+    const MacCall call(__func__, token);
+    if (!objects().find<MacHotKeyMode>(token) || call.fails())
+        return;
+    objects().release(token);
+    --state().symbolicModes;
 }
 
 TISInputSourceRef TISCopyCurrentKeyboardInputSource()
 {
-    mac().record(u"TISCopyCurrentKeyboardInputSource"_s);
-    if (!mac().inputSource)
+    const MacCall call(__func__);
+    if (!mac().inputSource || call.fails())
         return nullptr;
     auto* source = objects().make<MacInputSource>();
     if (mac().inputSource->hasKeyLayout) {
         source->holds = objectFor(QByteArray(KeyLayoutMarker));
         MacObjects::hold(source->holds);
     }
-    return handOut<TISInputSourceRef>(source, u"TISCopyCurrentKeyboardInputSource"_s);
+    return handOut<TISInputSourceRef>(source, call);
 }
 
 void* TISGetInputSourceProperty(TISInputSourceRef source, CFStringRef property)
 {
-    mac().record(u"TISGetInputSourceProperty"_s, {textOf(property)});
+    const MacCall call(__func__, source, property);
     auto* object = objects().find<MacInputSource>(source);
     const bool isLayout = textOf(property) == textOf(kTISPropertyUnicodeKeyLayoutData);
-    return object && isLayout ? static_cast<void*>(object->holds) : nullptr;
+    return object && isLayout && !call.fails() ? static_cast<void*>(object->holds) : nullptr;
 }
 
 UInt8 LMGetKbdType()
 {
-    return mac().keyboardType;
+    const MacCall call(__func__);
+    return call.fails() ? UInt8(0) : mac().keyboardType;
 }
 
 OSStatus UCKeyTranslate(const UCKeyboardLayout* layout, UInt16 virtualKeyCode, UInt16 keyAction,
@@ -225,12 +233,14 @@ OSStatus UCKeyTranslate(const UCKeyboardLayout* layout, UInt16 virtualKeyCode, U
                         UInt32* deadKeyState, UniCharCount maxLength, UniCharCount* actualLength,
                         UniChar units[])
 {
-    mac().record(u"UCKeyTranslate"_s, {virtualKeyCode, keyAction, modifierKeyState, keyboardType, options,
-                                       *deadKeyState, qulonglong(maxLength)});
-    if (std::memcmp(layout, KeyLayoutMarker, sizeof KeyLayoutMarker - 1) != 0)
+    const MacCall call(__func__, layout, virtualKeyCode, keyAction, modifierKeyState, keyboardType, options,
+                       *deadKeyState, maxLength, actualLength, units);
+    if (!layout || std::memcmp(layout, KeyLayoutMarker, sizeof KeyLayoutMarker - 1) != 0) {
         mac().fault(u"the key layout is not the input source's"_s);
-    if (const auto status = mac().failure(u"UCKeyTranslate"_s))
-        return *status;
+        return paramErr;
+    }
+    if (call.fails())
+        return call.status();
     const QString typed = mac().inputSource->characters.value({virtualKeyCode, modifierKeyState});
     *actualLength = std::min<UniCharCount>(maxLength, static_cast<UniCharCount>(typed.size()));
     for (UniCharCount i = 0; i < *actualLength; ++i)
@@ -242,9 +252,9 @@ OSStatus UCKeyTranslate(const UCKeyboardLayout* layout, UInt16 virtualKeyCode, U
 OSErr AEInstallEventHandler(AEEventClass eventClass, AEEventID eventId, AEEventHandlerUPP handler,
                             SRefCon context, Boolean isSystemHandler)
 {
-    mac().record(u"AEInstallEventHandler"_s, {eventClass, eventId, bool(isSystemHandler)});
-    if (const auto status = mac().failure(u"AEInstallEventHandler"_s))
-        return static_cast<OSErr>(*status);
+    const MacCall call(__func__, eventClass, eventId, handler, context, bool(isSystemHandler));
+    if (call.fails())
+        return static_cast<OSErr>(call.status());
     state().reopenHandlers.append({handler, context});
     return noErr;
 }

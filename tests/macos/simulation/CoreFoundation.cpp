@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: MIT
 // Simulated Core Foundation: strings, numbers, collections, URLs, preferences, run loop, notifications.
-#include "ax/AXValue.h"
 #include "tests/macos/simulation/MacObject.h"
 #include "tests/macos/simulation/MacState.h"
 #include "tests/macos/simulation/SimulatedMac.h"
 
+#include <QMap>
 #include <QUrl>
 
 #include <CoreFoundation/CoreFoundation.h>
-#include <cmath>
 
 using namespace Qt::StringLiterals;
+using namespace tarnwick;
 
 struct CFArrayCallBacks
 {
@@ -22,28 +22,13 @@ struct CFDictionaryValueCallBacks
 {
 };
 
-namespace tarnwick {
 namespace {
 
-template <typename Reference>
-Reference constantString(const char16_t* text)
+CFBooleanRef constantBoolean(const QString& name, bool value)
 {
-    auto* string = MacObjects::instance().makePermanent<MacString>();
-    string->text = QString::fromUtf16(text);
-    return referenceTo<Reference>(string);
-}
-
-CFBooleanRef constantBoolean(bool value)
-{
-    auto* boolean = MacObjects::instance().makePermanent<MacBoolean>();
-    boolean->value = value;
+    auto* boolean = MacObjects::instance().makePermanent<MacBoolean>(name);
+    boolean->isTrue = value;
     return referenceTo<CFBooleanRef>(boolean);
-}
-
-template <typename Reference>
-Reference constantHandle()
-{
-    return referenceTo<Reference>(MacObjects::instance().makePermanent<MacHandle>());
 }
 
 template <typename Object>
@@ -51,6 +36,12 @@ CFTypeID typeOf()
 {
     static const char marker = 0;
     return reinterpret_cast<CFTypeID>(&marker);
+}
+
+template <typename Object>
+CFTypeID answeredTypeOf(const MacCall& call)
+{
+    return call.fails() ? 0 : typeOf<Object>();
 }
 
 MacObjects& objects()
@@ -63,278 +54,8 @@ SimulatedMac& mac()
     return SimulatedMac::instance();
 }
 
-} // namespace
-
-bool MacString::equals(const MacObject& other) const
+CFTypeID typeOfObject(MacObject* object)
 {
-    const auto* string = dynamic_cast<const MacString*>(&other);
-    return string && string->text == text;
-}
-
-bool MacElement::equals(const MacObject& other) const
-{
-    const auto* element = dynamic_cast<const MacElement*>(&other);
-    return element && element->node == node && element->processIdentifier == processIdentifier;
-}
-
-void MacArray::dissolve()
-{
-    for (MacObject* item : std::as_const(items))
-        MacObjects::letGo(item);
-}
-
-void MacDictionary::dissolve()
-{
-    for (const auto& [key, value] : std::as_const(entries)) {
-        MacObjects::letGo(key);
-        MacObjects::letGo(value);
-    }
-}
-
-void MacUrl::dissolve()
-{
-    MacObjects::letGo(string);
-}
-
-void MacHandle::dissolve()
-{
-    if (holds)
-        MacObjects::letGo(holds);
-}
-
-MacObjects& MacObjects::instance()
-{
-    static MacObjects objects;
-    return objects;
-}
-
-MacObjects::~MacObjects()
-{
-    qDeleteAll(_objects);
-    qDeleteAll(_permanent);
-}
-
-void MacObjects::clear()
-{
-    qDeleteAll(_objects);
-    _objects.clear();
-}
-
-MacObject* MacObjects::_find(const void* reference)
-{
-    for (const auto* list : {&_objects, &_permanent}) {
-        for (MacObject* object : *list) {
-            if (object != reference)
-                continue;
-            if (object->dead)
-                mac().fault(u"used after its release: "_s + object->madeBy);
-            return object;
-        }
-    }
-    mac().fault(u"not an object of this system"_s);
-    return nullptr;
-}
-
-void MacObjects::_wrongType(const void* reference)
-{
-    mac().fault(reference ? u"an object of another type was expected"_s
-                          : u"nothing was passed as an object"_s);
-}
-
-void MacObjects::retain(const void* reference)
-{
-    MacObject* object = _find(reference);
-    if (object && !object->permanent)
-        ++object->owned;
-}
-
-void MacObjects::release(const void* reference)
-{
-    MacObject* object = _find(reference);
-    if (!object || object->permanent)
-        return;
-    if (object->owned == 0) {
-        mac().fault(u"released too often: "_s + object->madeBy);
-        return;
-    }
-    --object->owned;
-    hold(object);
-    letGo(object);
-}
-
-void MacObjects::hold(MacObject* object)
-{
-    if (object && !object->permanent)
-        ++object->held;
-}
-
-void MacObjects::letGo(MacObject* object)
-{
-    if (!object || object->permanent)
-        return;
-    --object->held;
-    if (object->held > 0 || object->owned > 0 || object->dead)
-        return;
-    object->dead = true;
-    object->dissolve();
-}
-
-MacUrl* urlFor(const QString& path, bool directory)
-{
-    auto* url = objects().make<MacUrl>();
-    url->path = path;
-    url->text = QUrl::fromLocalFile(directory ? path + u'/' : path).toString(QUrl::FullyEncoded);
-    return url;
-}
-
-MacObject* objectFor(const QVariant& value)
-{
-    switch (value.typeId()) {
-    case QMetaType::UnknownType:
-        return nullptr;
-    case QMetaType::QString: {
-        auto* string = objects().make<MacString>();
-        string->text = value.toString();
-        return string;
-    }
-    case QMetaType::Bool:
-        return static_cast<MacObject*>(
-            const_cast<void*>(static_cast<const void*>(value.toBool() ? kCFBooleanTrue : kCFBooleanFalse)));
-    case QMetaType::Int:
-    case QMetaType::UInt:
-    case QMetaType::LongLong: {
-        auto* number = objects().make<MacNumber>();
-        number->number = value.toLongLong();
-        return number;
-    }
-    case QMetaType::Float:
-    case QMetaType::Double: {
-        auto* number = objects().make<MacNumber>();
-        number->number = value;
-        return number;
-    }
-    case QMetaType::QByteArray: {
-        auto* data = objects().make<MacData>();
-        data->bytes = value.toByteArray();
-        return data;
-    }
-    case QMetaType::QUrl: {
-        auto* url = objects().make<MacUrl>();
-        url->text = value.toUrl().toString(QUrl::FullyEncoded);
-        url->path = value.toUrl().adjusted(QUrl::StripTrailingSlash).path();
-        return url;
-    }
-    case QMetaType::QVariantList: {
-        auto* array = objects().make<MacArray>();
-        for (const QVariant& each : value.toList()) {
-            array->items.append(objectFor(each));
-            MacObjects::hold(array->items.last());
-        }
-        return array;
-    }
-    case QMetaType::QVariantMap: {
-        auto* dictionary = objects().make<MacDictionary>();
-        const QVariantMap map = value.toMap();
-        for (auto each = map.cbegin(); each != map.cend(); ++each) {
-            dictionary->entries.append(std::pair(objectFor(each.key()), objectFor(each.value())));
-            MacObjects::hold(dictionary->entries.last().first);
-            MacObjects::hold(dictionary->entries.last().second);
-        }
-        return dictionary;
-    }
-    default:
-        break;
-    }
-    if (value.canConvert<AXValue>()) {
-        auto* structured = objects().make<MacValue>();
-        structured->value = value;
-        structured->type = static_cast<UInt32>(value.value<AXValue>().type());
-        return structured;
-    }
-    if (value.canConvert<AxNodeRef>()) {
-        auto* element = objects().make<MacElement>();
-        element->node = value.value<AxNodeRef>();
-        element->processIdentifier = element->node->processIdentifier;
-        return element;
-    }
-    mac().fault(u"no object for a value of type "_s + QString::fromLatin1(value.typeName()));
-    return nullptr;
-}
-
-QVariant valueOf(const void* reference)
-{
-    if (!reference)
-        return {};
-    auto* object = objects().find<MacObject>(reference);
-    if (const auto* string = dynamic_cast<MacString*>(object))
-        return string->text;
-    if (const auto* number = dynamic_cast<MacNumber*>(object))
-        return number->number;
-    if (const auto* boolean = dynamic_cast<MacBoolean*>(object))
-        return boolean->value;
-    if (const auto* data = dynamic_cast<MacData*>(object))
-        return data->bytes;
-    if (const auto* url = dynamic_cast<MacUrl*>(object))
-        return QUrl(url->text);
-    if (const auto* structured = dynamic_cast<MacValue*>(object))
-        return structured->value;
-    if (const auto* element = dynamic_cast<MacElement*>(object))
-        return QVariant::fromValue(element->node);
-    if (const auto* array = dynamic_cast<MacArray*>(object)) {
-        QVariantList list;
-        for (MacObject* each : array->items)
-            list.append(valueOf(each));
-        return list;
-    }
-    if (const auto* dictionary = dynamic_cast<MacDictionary*>(object)) {
-        QVariantMap map;
-        for (const auto& [key, value] : dictionary->entries)
-            map.insert(valueOf(key).toString(), valueOf(value));
-        return map;
-    }
-    return {};
-}
-
-QString textOf(CFStringRef string)
-{
-    return valueOf(string).toString();
-}
-
-} // namespace tarnwick
-
-using namespace tarnwick;
-
-const CFAllocatorRef kCFAllocatorDefault = nullptr;
-const CFBooleanRef kCFBooleanTrue = constantBoolean(true);
-const CFBooleanRef kCFBooleanFalse = constantBoolean(false);
-const CFArrayCallBacks kCFTypeArrayCallBacks{};
-const CFDictionaryKeyCallBacks kCFTypeDictionaryKeyCallBacks{};
-const CFDictionaryValueCallBacks kCFTypeDictionaryValueCallBacks{};
-const CFStringRef kCFPreferencesCurrentApplication =
-    constantString<CFStringRef>(u"kCFPreferencesCurrentApplication");
-const CFRunLoopMode kCFRunLoopCommonModes = constantString<CFRunLoopMode>(u"kCFRunLoopCommonModes");
-
-CFTypeRef CFRetain(CFTypeRef object)
-{
-    objects().retain(object);
-    return object;
-}
-
-void CFRelease(CFTypeRef object)
-{
-    objects().release(object);
-}
-
-Boolean CFEqual(CFTypeRef left, CFTypeRef right)
-{
-    const auto* one = objects().find<MacObject>(left);
-    const auto* other = objects().find<MacObject>(right);
-    return one && other && one->equals(*other);
-}
-
-CFTypeID CFGetTypeID(CFTypeRef reference)
-{
-    auto* object = objects().find<MacObject>(reference);
     if (dynamic_cast<MacString*>(object))
         return typeOf<MacString>();
     if (dynamic_cast<MacNumber*>(object))
@@ -356,115 +77,186 @@ CFTypeID CFGetTypeID(CFTypeRef reference)
     return typeOf<MacHandle>();
 }
 
+/// What an array or dictionary made of these values holds, as the test sees it.
+QVariantList describedValues(const void** values, CFIndex count)
+{
+    QVariantList list;
+    for (CFIndex i = 0; i < count; ++i)
+        list.append(valueOf(values[i]));
+    return list;
+}
+
+/// A number as `type` is laid out in memory; invalid for a type that is not simulated.
+QVariant numberAt(CFNumberType type, const void* value)
+{
+    switch (type) {
+    case kCFNumberSInt64Type:
+        return QVariant::fromValue<qint64>(*static_cast<const SInt64*>(value));
+    case kCFNumberFloat32Type:
+        return *static_cast<const Float32*>(value);
+    case kCFNumberFloat64Type:
+        return *static_cast<const Float64*>(value);
+    default:
+        mac().fault(u"a number of this type is not simulated"_s);
+        return {};
+    }
+}
+
+} // namespace
+
+const CFAllocatorRef kCFAllocatorDefault = nullptr;
+const CFBooleanRef kCFBooleanTrue = constantBoolean(u"kCFBooleanTrue"_s, true);
+const CFBooleanRef kCFBooleanFalse = constantBoolean(u"kCFBooleanFalse"_s, false);
+const CFArrayCallBacks kCFTypeArrayCallBacks{};
+const CFDictionaryKeyCallBacks kCFTypeDictionaryKeyCallBacks{};
+const CFDictionaryValueCallBacks kCFTypeDictionaryValueCallBacks{};
+const CFStringRef kCFPreferencesCurrentApplication =
+    constantString<CFStringRef>(u"kCFPreferencesCurrentApplication"_s);
+const CFRunLoopMode kCFRunLoopCommonModes = constantString<CFRunLoopMode>(u"kCFRunLoopCommonModes"_s);
+
+// The account of references: these two always work.
+
+CFTypeRef CFRetain(CFTypeRef object)
+{
+    const MacCall call(__func__, object);
+    objects().retain(object);
+    return object;
+}
+
+void CFRelease(CFTypeRef object)
+{
+    const MacCall call(__func__, object);
+    objects().release(object);
+}
+
+Boolean CFEqual(CFTypeRef left, CFTypeRef right)
+{
+    const MacCall call(__func__, left, right);
+    const auto* one = objects().find<MacObject>(left);
+    const auto* other = objects().find<MacObject>(right);
+    return !call.fails() && one && other && one->equals(*other);
+}
+
+CFTypeID CFGetTypeID(CFTypeRef reference)
+{
+    const MacCall call(__func__, reference);
+    auto* object = objects().find<MacObject>(reference);
+    return call.fails() || !object ? 0 : typeOfObject(object);
+}
+
 CFTypeID CFStringGetTypeID()
 {
-    return typeOf<MacString>();
+    return answeredTypeOf<MacString>(MacCall(__func__));
 }
 CFTypeID CFNumberGetTypeID()
 {
-    return typeOf<MacNumber>();
+    return answeredTypeOf<MacNumber>(MacCall(__func__));
 }
 CFTypeID CFBooleanGetTypeID()
 {
-    return typeOf<MacBoolean>();
+    return answeredTypeOf<MacBoolean>(MacCall(__func__));
 }
 CFTypeID CFArrayGetTypeID()
 {
-    return typeOf<MacArray>();
+    return answeredTypeOf<MacArray>(MacCall(__func__));
 }
 CFTypeID CFDictionaryGetTypeID()
 {
-    return typeOf<MacDictionary>();
-}
-CFTypeID CFDataGetTypeID()
-{
-    return typeOf<MacData>();
+    return answeredTypeOf<MacDictionary>(MacCall(__func__));
 }
 CFTypeID CFURLGetTypeID()
 {
-    return typeOf<MacUrl>();
+    return answeredTypeOf<MacUrl>(MacCall(__func__));
 }
 CFTypeID AXValueGetTypeID()
 {
-    return typeOf<MacValue>();
+    return answeredTypeOf<MacValue>(MacCall(__func__));
 }
 CFTypeID AXUIElementGetTypeID()
 {
-    return typeOf<MacElement>();
+    return answeredTypeOf<MacElement>(MacCall(__func__));
 }
 
 CFStringRef CFCopyDescription(CFTypeRef reference)
 {
-    auto* string = objects().make<MacString>();
-    string->text = u"<"_s + QString::fromLatin1(valueOf(reference).typeName()) + u">"_s;
-    return handOut<CFStringRef>(string, u"CFCopyDescription"_s);
+    const MacCall call(__func__, reference);
+    const QVariant value = valueOf(reference);
+    return call.fails() ? nullptr
+                        : handOut<CFStringRef>(
+                              objectFor(u"<"_s + QString::fromLatin1(value.typeName()) + u">"_s), call);
 }
 
+// What CFSTR stands for: made with the program, by no call.
 CFStringRef __CFStringMakeConstantString(const char* text)
 {
     static QMap<QString, CFStringRef> constants;
     const QString name = QString::fromLatin1(text);
     if (!constants.contains(name))
-        constants.insert(name, constantString<CFStringRef>(reinterpret_cast<const char16_t*>(name.utf16())));
+        constants.insert(name, constantString<CFStringRef>(name));
     return constants.value(name);
 }
 
-CFStringRef CFStringCreateWithCharacters(CFAllocatorRef, const UniChar* units, CFIndex count)
+CFStringRef CFStringCreateWithCharacters(CFAllocatorRef allocator, const UniChar* units, CFIndex count)
 {
+    const QString text(reinterpret_cast<const QChar*>(units), count);
+    const MacCall call(__func__, allocator, QVariant(text));
+    // An empty text is an object too.
     auto* string = objects().make<MacString>();
-    string->text = QString(reinterpret_cast<const QChar*>(units), count);
-    return handOut<CFStringRef>(string, u"CFStringCreateWithCharacters"_s);
+    string->text = text;
+    return call.fails() ? nullptr : handOut<CFStringRef>(string, call);
 }
 
-CFIndex CFStringGetLength(CFStringRef string)
+CFIndex CFStringGetLength(CFStringRef reference)
 {
-    return textOf(string).size();
+    const MacCall call(__func__, reference);
+    const auto* string = objects().find<MacString>(reference);
+    return call.fails() || !string ? 0 : string->text.size();
 }
 
-void CFStringGetCharacters(CFStringRef string, CFRange range, UniChar* buffer)
+void CFStringGetCharacters(CFStringRef reference, CFRange range, UniChar* buffer)
 {
-    const QString text = textOf(string);
+    const MacCall call(__func__, reference, range.location, range.length, buffer);
+    const auto* string = objects().find<MacString>(reference);
+    if (call.fails() || !string)
+        return;
     for (CFIndex i = 0; i < range.length; ++i)
-        buffer[i] = text.at(range.location + i).unicode();
+        buffer[i] = string->text.at(range.location + i).unicode();
 }
 
 Boolean CFBooleanGetValue(CFBooleanRef boolean)
 {
+    const MacCall call(__func__, boolean);
     const auto* object = objects().find<MacBoolean>(boolean);
-    return object && object->value;
+    return !call.fails() && object && object->isTrue;
 }
 
-CFNumberRef CFNumberCreate(CFAllocatorRef, CFNumberType type, const void* value)
+CFNumberRef CFNumberCreate(CFAllocatorRef allocator, CFNumberType type, const void* value)
 {
-    auto* number = objects().make<MacNumber>();
-    switch (type) {
-    case kCFNumberSInt64Type:
-        number->number = QVariant::fromValue<qint64>(*static_cast<const SInt64*>(value));
-        break;
-    case kCFNumberFloat32Type:
-        number->number = *static_cast<const Float32*>(value);
-        break;
-    case kCFNumberFloat64Type:
-        number->number = *static_cast<const Float64*>(value);
-        break;
-    default:
-        mac().fault(u"a number of this type is not simulated"_s);
-    }
-    return handOut<CFNumberRef>(number, u"CFNumberCreate"_s);
+    const QVariant number = numberAt(type, value);
+    const MacCall call(__func__, allocator, type, number);
+    if (call.fails() || !number.isValid())
+        return nullptr;
+    auto* object = objects().make<MacNumber>();
+    object->number = number;
+    return handOut<CFNumberRef>(object, call);
 }
 
 Boolean CFNumberIsFloatType(CFNumberRef number)
 {
+    const MacCall call(__func__, number);
     const auto* object = objects().find<MacNumber>(number);
-    return object && object->number.typeId() != QMetaType::LongLong;
+    return !call.fails() && object && object->number.typeId() != QMetaType::LongLong;
 }
 
 Boolean CFNumberGetValue(CFNumberRef number, CFNumberType type, void* value)
 {
+    const MacCall call(__func__, number, type, value);
     const auto* object = objects().find<MacNumber>(number);
-    if (!object)
+    if (call.fails() || !object)
         return false;
-    const qint64 whole = object->number.toLongLong();
+    const bool isFraction = object->number.typeId() != QMetaType::LongLong;
+    const qint64 whole =
+        isFraction ? static_cast<qint64>(object->number.toDouble()) : object->number.toLongLong();
     switch (type) {
     case kCFNumberSInt16Type:
         *static_cast<SInt16*>(value) = static_cast<SInt16>(whole);
@@ -484,37 +276,48 @@ Boolean CFNumberGetValue(CFNumberRef number, CFNumberType type, void* value)
     }
 }
 
-CFArrayRef CFArrayCreate(CFAllocatorRef, const void** values, CFIndex count,
+CFArrayRef CFArrayCreate(CFAllocatorRef allocator, const void** values, CFIndex count,
                          const CFArrayCallBacks* callBacks)
 {
+    const MacCall call(__func__, allocator, QVariant(describedValues(values, count)), callBacks);
     if (callBacks != &kCFTypeArrayCallBacks)
         mac().fault(u"an array that does not retain its values"_s);
+    if (call.fails())
+        return nullptr;
     auto* array = objects().make<MacArray>();
     for (CFIndex i = 0; i < count; ++i) {
         array->items.append(objects().find<MacObject>(values[i]));
         MacObjects::hold(array->items.last());
     }
-    return handOut<CFArrayRef>(array, u"CFArrayCreate"_s);
+    return handOut<CFArrayRef>(array, call);
 }
 
 CFIndex CFArrayGetCount(CFArrayRef array)
 {
+    const MacCall call(__func__, array);
     const auto* object = objects().find<MacArray>(array);
-    return object ? object->items.size() : 0;
+    return call.fails() || !object ? 0 : object->items.size();
 }
 
 const void* CFArrayGetValueAtIndex(CFArrayRef array, CFIndex index)
 {
+    const MacCall call(__func__, array, index);
     const auto* object = objects().find<MacArray>(array);
-    return object ? object->items.value(index) : nullptr;
+    if (object && (index < 0 || index >= object->items.size()))
+        mac().fault(u"an index outside the array"_s);
+    return call.fails() || !object ? nullptr : object->items.value(index);
 }
 
-CFDictionaryRef CFDictionaryCreate(CFAllocatorRef, const void** keys, const void** values, CFIndex count,
-                                   const CFDictionaryKeyCallBacks* keyCallBacks,
+CFDictionaryRef CFDictionaryCreate(CFAllocatorRef allocator, const void** keys, const void** values,
+                                   CFIndex count, const CFDictionaryKeyCallBacks* keyCallBacks,
                                    const CFDictionaryValueCallBacks* valueCallBacks)
 {
+    const MacCall call(__func__, allocator, QVariant(describedValues(keys, count)),
+                       QVariant(describedValues(values, count)), keyCallBacks, valueCallBacks);
     if (keyCallBacks != &kCFTypeDictionaryKeyCallBacks || valueCallBacks != &kCFTypeDictionaryValueCallBacks)
         mac().fault(u"a dictionary that does not retain its entries"_s);
+    if (call.fails())
+        return nullptr;
     auto* dictionary = objects().make<MacDictionary>();
     for (CFIndex i = 0; i < count; ++i) {
         dictionary->entries.append(
@@ -522,22 +325,25 @@ CFDictionaryRef CFDictionaryCreate(CFAllocatorRef, const void** keys, const void
         MacObjects::hold(dictionary->entries.last().first);
         MacObjects::hold(dictionary->entries.last().second);
     }
-    return handOut<CFDictionaryRef>(dictionary, u"CFDictionaryCreate"_s);
+    return handOut<CFDictionaryRef>(dictionary, call);
 }
 
 CFIndex CFDictionaryGetCount(CFDictionaryRef dictionary)
 {
+    const MacCall call(__func__, dictionary);
     const auto* object = objects().find<MacDictionary>(dictionary);
-    return object ? object->entries.size() : 0;
+    return call.fails() || !object ? 0 : object->entries.size();
 }
 
 const void* CFDictionaryGetValue(CFDictionaryRef dictionary, const void* key)
 {
+    const MacCall call(__func__, dictionary, key);
     const auto* object = objects().find<MacDictionary>(dictionary);
-    if (!object)
+    const auto* wanted = objects().find<MacObject>(key);
+    if (call.fails() || !object || !wanted)
         return nullptr;
     for (const auto& [each, value] : object->entries) {
-        if (each->equals(*objects().find<MacObject>(key)))
+        if (each->equals(*wanted))
             return value;
     }
     return nullptr;
@@ -545,8 +351,9 @@ const void* CFDictionaryGetValue(CFDictionaryRef dictionary, const void* key)
 
 void CFDictionaryGetKeysAndValues(CFDictionaryRef dictionary, const void** keys, const void** values)
 {
+    const MacCall call(__func__, dictionary, keys, values);
     const auto* object = objects().find<MacDictionary>(dictionary);
-    if (!object)
+    if (call.fails() || !object)
         return;
     for (qsizetype i = 0; i < object->entries.size(); ++i) {
         keys[i] = object->entries.at(i).first;
@@ -556,39 +363,40 @@ void CFDictionaryGetKeysAndValues(CFDictionaryRef dictionary, const void** keys,
 
 const UInt8* CFDataGetBytePtr(CFDataRef data)
 {
+    const MacCall call(__func__, data);
     const auto* object = objects().find<MacData>(data);
-    return object ? reinterpret_cast<const UInt8*>(object->bytes.constData()) : nullptr;
+    return call.fails() || !object ? nullptr : reinterpret_cast<const UInt8*>(object->bytes.constData());
 }
 
-CFIndex CFDataGetLength(CFDataRef data)
-{
-    const auto* object = objects().find<MacData>(data);
-    return object ? object->bytes.size() : 0;
-}
-
-CFURLRef CFURLCreateWithFileSystemPath(CFAllocatorRef, CFStringRef path, CFURLPathStyle style,
+CFURLRef CFURLCreateWithFileSystemPath(CFAllocatorRef allocator, CFStringRef path, CFURLPathStyle style,
                                        Boolean isDirectory)
 {
-    mac().record(u"CFURLCreateWithFileSystemPath"_s, {textOf(path), qlonglong(style), bool(isDirectory)});
-    return handOut<CFURLRef>(urlFor(textOf(path), isDirectory), u"CFURLCreateWithFileSystemPath"_s);
+    const MacCall call(__func__, allocator, path, style, bool(isDirectory));
+    const auto* text = objects().find<MacString>(path);
+    if (call.fails() || !text)
+        return nullptr;
+    return handOut<CFURLRef>(urlFor(text->text, isDirectory), call);
 }
 
-CFStringRef CFURLCopyFileSystemPath(CFURLRef url, CFURLPathStyle)
+CFStringRef CFURLCopyFileSystemPath(CFURLRef url, CFURLPathStyle style)
 {
+    const MacCall call(__func__, url, style);
     const auto* object = objects().find<MacUrl>(url);
-    return object ? handOut<CFStringRef>(objectFor(object->path), u"CFURLCopyFileSystemPath"_s) : nullptr;
+    return call.fails() || !object ? nullptr : handOut<CFStringRef>(objectFor(object->path), call);
 }
 
 CFURLRef CFURLCopyAbsoluteURL(CFURLRef url)
 {
+    const MacCall call(__func__, url);
     const auto* object = objects().find<MacUrl>(url);
-    return object ? handOut<CFURLRef>(objectFor(QUrl(object->text)), u"CFURLCopyAbsoluteURL"_s) : nullptr;
+    return call.fails() || !object ? nullptr : handOut<CFURLRef>(objectFor(QUrl(object->text)), call);
 }
 
 CFStringRef CFURLGetString(CFURLRef url)
 {
+    const MacCall call(__func__, url);
     auto* object = objects().find<MacUrl>(url);
-    if (!object)
+    if (call.fails() || !object)
         return nullptr;
     if (!object->string) {
         object->string = objectFor(object->text);
@@ -599,68 +407,85 @@ CFStringRef CFURLGetString(CFURLRef url)
 
 CFBundleRef CFBundleGetMainBundle()
 {
-    static const auto bundle = constantHandle<CFBundleRef>();
-    return bundle;
+    static const auto bundle = constantHandle<CFBundleRef>(u"CFBundleGetMainBundle"_s);
+    const MacCall call(__func__);
+    return call.fails() ? nullptr : bundle;
 }
 
-CFURLRef CFBundleCopyBundleURL(CFBundleRef)
+CFURLRef CFBundleCopyBundleURL(CFBundleRef bundle)
 {
-    if (mac().failure(u"CFBundleCopyBundleURL"_s))
+    const MacCall call(__func__, bundle);
+    if (!objects().find<MacHandle>(bundle) || call.fails())
         return nullptr;
-    return handOut<CFURLRef>(urlFor(mac().bundlePath, true), u"CFBundleCopyBundleURL"_s);
+    return handOut<CFURLRef>(urlFor(mac().bundlePath, true), call);
 }
 
-CFURLRef CFBundleCopyResourceURL(CFBundleRef, CFStringRef name, CFStringRef type, CFStringRef)
+CFURLRef CFBundleCopyResourceURL(CFBundleRef bundle, CFStringRef name, CFStringRef type,
+                                 CFStringRef subfolder)
 {
-    mac().record(u"CFBundleCopyResourceURL"_s, {textOf(name), textOf(type)});
-    const QString file = textOf(name) + u'.' + textOf(type);
+    const MacCall call(__func__, bundle, name, type, subfolder);
+    const auto* base = objects().find<MacString>(name);
+    const auto* ending = objects().find<MacString>(type);
+    if (!objects().find<MacHandle>(bundle) || !base || !ending || call.fails())
+        return nullptr;
+    const QString file = base->text + u'.' + ending->text;
     if (!mac().bundleResources.contains(file))
         return nullptr;
-    return handOut<CFURLRef>(urlFor(mac().bundlePath + u"/Contents/Resources/"_s + file, false),
-                             u"CFBundleCopyResourceURL"_s);
+    return handOut<CFURLRef>(urlFor(mac().bundlePath + u"/Contents/Resources/"_s + file, false), call);
 }
 
 CFPropertyListRef CFPreferencesCopyAppValue(CFStringRef key, CFStringRef application)
 {
-    mac().record(u"CFPreferencesCopyAppValue"_s, {textOf(key), textOf(application)});
-    return handOut<CFPropertyListRef>(objectFor(mac().preferences.value(textOf(key))),
-                                      u"CFPreferencesCopyAppValue"_s);
+    const MacCall call(__func__, key, application);
+    const auto* name = objects().find<MacString>(key);
+    if (call.fails() || !name)
+        return nullptr;
+    return handOut<CFPropertyListRef>(objectFor(mac().preferences.value(name->text)), call);
 }
 
 void CFPreferencesSetAppValue(CFStringRef key, CFPropertyListRef value, CFStringRef application)
 {
-    mac().record(u"CFPreferencesSetAppValue"_s, {textOf(key), valueOf(value), textOf(application)});
+    const MacCall call(__func__, key, value, application);
+    const auto* name = objects().find<MacString>(key);
+    if (call.fails() || !name)
+        return;
     if (value)
-        mac().preferences.insert(textOf(key), valueOf(value));
+        mac().preferences.insert(name->text, valueOf(value));
     else
-        mac().preferences.remove(textOf(key));
+        mac().preferences.remove(name->text);
 }
 
 Boolean CFPreferencesAppSynchronize(CFStringRef application)
 {
-    mac().record(u"CFPreferencesAppSynchronize"_s, {textOf(application)});
-    return !mac().failure(u"CFPreferencesAppSynchronize"_s);
+    const MacCall call(__func__, application);
+    return !call.fails();
 }
 
 CFRunLoopRef CFRunLoopGetCurrent()
 {
-    static const auto loop = constantHandle<CFRunLoopRef>();
-    return loop;
+    static const auto loop = constantHandle<CFRunLoopRef>(u"CFRunLoopGetCurrent"_s);
+    const MacCall call(__func__);
+    return call.fails() ? nullptr : loop;
 }
 
 CFRunLoopSourceRef CFMachPortCreateRunLoopSource(CFAllocatorRef allocator, CFMachPortRef port, CFIndex order)
 {
-    mac().record(u"CFMachPortCreateRunLoopSource"_s, {allocator == kCFAllocatorDefault, qlonglong(order)});
+    const MacCall call(__func__, allocator, port, order);
+    auto* object = objects().find<MacHandle>(port);
+    if (call.fails() || !object)
+        return nullptr;
     auto* source = objects().make<MacHandle>();
-    source->holds = objects().find<MacObject>(port);
-    MacObjects::hold(source->holds);
-    return handOut<CFRunLoopSourceRef>(source, u"CFMachPortCreateRunLoopSource"_s);
+    source->holds = object;
+    MacObjects::hold(object);
+    return handOut<CFRunLoopSourceRef>(source, call);
 }
 
 void CFRunLoopAddSource(CFRunLoopRef loop, CFRunLoopSourceRef source, CFRunLoopMode mode)
 {
-    mac().record(u"CFRunLoopAddSource"_s, {loop == CFRunLoopGetCurrent(), textOf(mode)});
+    const MacCall call(__func__, loop, source, mode);
     auto* handle = objects().find<MacHandle>(source);
+    if (!objects().find<MacHandle>(loop) || !handle || call.fails())
+        return;
     MacObjects::hold(handle);
     if (auto* tap = dynamic_cast<MacTap*>(handle->holds))
         tap->scheduled = true;
@@ -668,16 +493,18 @@ void CFRunLoopAddSource(CFRunLoopRef loop, CFRunLoopSourceRef source, CFRunLoopM
 
 CFNotificationCenterRef CFNotificationCenterGetDistributedCenter()
 {
-    static const auto center = constantHandle<CFNotificationCenterRef>();
-    return center;
+    static const auto center =
+        constantHandle<CFNotificationCenterRef>(u"CFNotificationCenterGetDistributedCenter"_s);
+    const MacCall call(__func__);
+    return call.fails() ? nullptr : center;
 }
 
 void CFNotificationCenterAddObserver(CFNotificationCenterRef center, const void* observer,
                                      CFNotificationCallback callBack, CFStringRef name, const void* object,
                                      CFNotificationSuspensionBehavior suspensionBehavior)
 {
-    mac().record(u"CFNotificationCenterAddObserver"_s,
-                 {center == CFNotificationCenterGetDistributedCenter(), textOf(name), object == nullptr,
-                  qlonglong(suspensionBehavior)});
-    MacState::instance().observers.append({const_cast<void*>(observer), callBack, textOf(name)});
+    const MacCall call(__func__, center, observer, callBack, name, object, suspensionBehavior);
+    if (!objects().find<MacHandle>(center) || call.fails())
+        return;
+    MacState::instance().observers.append({center, const_cast<void*>(observer), callBack, textOf(name)});
 }

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
-// Simulated shared file lists.
+// Simulated shared file lists. Their functions can only be looked up: a call by name does not link.
 #include "tests/macos/simulation/MacObject.h"
 #include "tests/macos/simulation/SimulatedMac.h"
+#include "tests/macos/simulation/Symbols.h"
 
 #include <CoreServices/CoreServices.h>
 
@@ -24,10 +25,9 @@ struct MacFileList final : MacHandle
 };
 struct MacFileListItem final : MacHandle
 {
+    [[nodiscard]] QVariant value() const override { return path; }
     QString path;
 };
-
-char beforeFirst = 0;
 
 MacFileListItem* itemFor(const QString& path)
 {
@@ -36,86 +36,88 @@ MacFileListItem* itemFor(const QString& path)
     return item;
 }
 
-CFStringRef permanentString(const char16_t* text)
+/// Where the insertion goes: a constant that is no item.
+LSSharedFileListItemRef beforeFirst =
+    constantHandle<LSSharedFileListItemRef>(u"kLSSharedFileListItemBeforeFirst"_s);
+CFStringRef sessionLoginItems =
+    constantString<CFStringRef>(u"com.apple.LSSharedFileList.SessionLoginItems"_s);
+
+LSSharedFileListRef create(CFAllocatorRef allocator, CFStringRef listType, CFTypeRef listOptions)
 {
-    auto* string = objects().makePermanent<MacString>();
-    string->text = QString::fromUtf16(text);
-    return referenceTo<CFStringRef>(string);
-}
-
-} // namespace
-
-const CFStringRef kLSSharedFileListSessionLoginItems =
-    permanentString(u"com.apple.LSSharedFileList.SessionLoginItems");
-const LSSharedFileListItemRef kLSSharedFileListItemBeforeFirst =
-    reinterpret_cast<LSSharedFileListItemRef>(&beforeFirst);
-
-LSSharedFileListRef LSSharedFileListCreate(CFAllocatorRef allocator, CFStringRef listType,
-                                           CFTypeRef listOptions)
-{
-    mac().record(u"LSSharedFileListCreate"_s,
-                 {allocator == kCFAllocatorDefault, textOf(listType), listOptions == nullptr});
-    if (mac().failure(u"LSSharedFileListCreate"_s))
+    const MacCall call("LSSharedFileListCreate", allocator, listType, listOptions);
+    if (call.fails())
         return nullptr;
-    return handOut<LSSharedFileListRef>(objects().make<MacFileList>(), u"LSSharedFileListCreate"_s);
+    return handOut<LSSharedFileListRef>(objects().make<MacFileList>(), call);
 }
 
-CFArrayRef LSSharedFileListCopySnapshot(LSSharedFileListRef list, UInt32* seed)
+CFArrayRef copySnapshot(LSSharedFileListRef list, UInt32* seed)
 {
-    (void)objects().find<MacFileList>(list);
-    mac().record(u"LSSharedFileListCopySnapshot"_s, {*seed});
-    if (mac().failure(u"LSSharedFileListCopySnapshot"_s))
+    const MacCall call("LSSharedFileListCopySnapshot", list, *seed);
+    if (!objects().find<MacFileList>(list) || call.fails())
         return nullptr;
     *seed = 12;
     auto* array = objects().make<MacArray>();
     for (const QString& path : std::as_const(mac().loginItems)) {
         array->items.append(itemFor(path));
-        array->items.last()->madeBy = u"LSSharedFileListCopySnapshot"_s;
         MacObjects::hold(array->items.last());
     }
-    return handOut<CFArrayRef>(array, u"LSSharedFileListCopySnapshot"_s);
+    return handOut<CFArrayRef>(array, call);
 }
 
-LSSharedFileListItemRef LSSharedFileListInsertItemURL(LSSharedFileListRef list,
-                                                      LSSharedFileListItemRef insertAfter,
-                                                      CFStringRef displayName, IconRef icon, CFURLRef url,
-                                                      CFDictionaryRef propertiesToSet,
-                                                      CFArrayRef propertiesToClear)
+LSSharedFileListItemRef insertItemUrl(LSSharedFileListRef list, LSSharedFileListItemRef insertAfter,
+                                      CFStringRef displayName, IconRef icon, CFURLRef url,
+                                      CFDictionaryRef propertiesToSet, CFArrayRef propertiesToClear)
 {
-    (void)objects().find<MacFileList>(list);
+    const MacCall call("LSSharedFileListInsertItemURL", list, insertAfter, displayName, icon, url,
+                       propertiesToSet, propertiesToClear);
     const auto* target = objects().find<MacUrl>(url);
-    mac().record(u"LSSharedFileListInsertItemURL"_s,
-                 {insertAfter == kLSSharedFileListItemBeforeFirst, displayName == nullptr, icon == nullptr,
-                  target ? target->text : QString(), propertiesToSet == nullptr,
-                  propertiesToClear == nullptr});
-    if (mac().failure(u"LSSharedFileListInsertItemURL"_s) || !target)
+    if (!objects().find<MacFileList>(list) || !target || call.fails())
         return nullptr;
     mac().loginItems.prepend(target->path);
-    return handOut<LSSharedFileListItemRef>(itemFor(target->path), u"LSSharedFileListInsertItemURL"_s);
+    return handOut<LSSharedFileListItemRef>(itemFor(target->path), call);
 }
 
-OSStatus LSSharedFileListItemResolve(LSSharedFileListItemRef item, LSSharedFileListResolutionFlags flags,
-                                     CFURLRef* url, FSRef* file)
+OSStatus resolve(LSSharedFileListItemRef item, LSSharedFileListResolutionFlags flags, CFURLRef* url,
+                 FSRef* file)
 {
-    mac().record(u"LSSharedFileListItemResolve"_s, {flags, file == nullptr});
-    if (const auto status = mac().failure(u"LSSharedFileListItemResolve"_s))
-        return *status;
+    const MacCall call("LSSharedFileListItemResolve", item, flags, url, file);
     const auto* object = objects().find<MacFileListItem>(item);
+    if (call.fails())
+        return call.status();
     if (!object || object->path.isEmpty())
-        return -43; // no such file
-    *url = handOut<CFURLRef>(urlFor(object->path, object->path.endsWith(u".app"_s)),
-                             u"LSSharedFileListItemResolve"_s);
+        return fnfErr;
+    *url = handOut<CFURLRef>(urlFor(object->path, object->path.endsWith(u".app"_s)), call);
     return noErr;
 }
 
-OSStatus LSSharedFileListItemRemove(LSSharedFileListRef list, LSSharedFileListItemRef item)
+OSStatus removeItem(LSSharedFileListRef list, LSSharedFileListItemRef item)
 {
-    (void)objects().find<MacFileList>(list);
+    const MacCall call("LSSharedFileListItemRemove", list, item);
     const auto* object = objects().find<MacFileListItem>(item);
-    mac().record(u"LSSharedFileListItemRemove"_s, {object ? object->path : QString()});
-    if (const auto status = mac().failure(u"LSSharedFileListItemRemove"_s))
-        return *status;
-    if (object)
-        mac().loginItems.removeOne(object->path);
+    if (call.fails())
+        return call.status();
+    if (!objects().find<MacFileList>(list) || !object)
+        return paramErr;
+    mac().loginItems.removeOne(object->path);
     return noErr;
+}
+
+} // namespace
+
+void* tarnwick::fileListSymbol(const QString& name)
+{
+    const std::pair<QString, void*> symbols[] = {
+        {u"LSSharedFileListCreate"_s, reinterpret_cast<void*>(&create)},
+        {u"LSSharedFileListCopySnapshot"_s, reinterpret_cast<void*>(&copySnapshot)},
+        {u"LSSharedFileListInsertItemURL"_s, reinterpret_cast<void*>(&insertItemUrl)},
+        {u"LSSharedFileListItemResolve"_s, reinterpret_cast<void*>(&resolve)},
+        {u"LSSharedFileListItemRemove"_s, reinterpret_cast<void*>(&removeItem)},
+        {u"kLSSharedFileListSessionLoginItems"_s, static_cast<void*>(&sessionLoginItems)},
+        {u"kLSSharedFileListItemBeforeFirst"_s, static_cast<void*>(&beforeFirst)},
+    };
+    for (const auto& [symbol, place] : symbols) {
+        if (symbol == name)
+            return place;
+    }
+    return nullptr;
 }

@@ -35,6 +35,7 @@ struct MacState
     };
     struct Observer
     {
+        CFNotificationCenterRef center = nullptr;
         void* observer = nullptr;
         CFNotificationCallback callBack = nullptr;
         QString name;
@@ -49,8 +50,7 @@ struct MacState
 
     QList<Handler> handlers;
     QList<HotKeyEntry> hotKeys;
-    QList<quintptr> symbolicModes;
-    quintptr lastToken = 0x1000; ///< hot-key references and mode tokens: numbers that look like addresses
+    int symbolicModes = 0; ///< pushed and not popped
     QList<Observer> observers;
     QList<AppleEventHandler> reopenHandlers;
     QList<MacTap*> taps;

@@ -25,6 +25,8 @@ MacObjects& objects()
     return MacObjects::instance();
 }
 
+constexpr CGDirectDisplayID FirstDisplay = 1; // 0 is no display
+
 struct MacEvent final : MacHandle
 {
     QPointF location;
@@ -78,33 +80,36 @@ int SimulatedMac::enabledTaps() const
 
 CGDirectDisplayID CGMainDisplayID()
 {
-    return 0;
+    const MacCall call(__func__);
+    return call.fails() ? 0 : FirstDisplay;
 }
 
 CGRect CGDisplayBounds(CGDirectDisplayID display)
 {
-    mac().record(u"CGDisplayBounds"_s, {display});
-    const QRectF bounds = mac().displays.value(display);
+    const MacCall call(__func__, display);
+    const QRectF bounds = call.fails() || display < FirstDisplay
+                              ? QRectF()
+                              : mac().displays.value(static_cast<qsizetype>(display - FirstDisplay));
     return {{bounds.x(), bounds.y()}, {bounds.width(), bounds.height()}};
 }
 
 CGError CGGetActiveDisplayList(UInt32 maxDisplays, CGDirectDisplayID* displays, UInt32* displayCount)
 {
-    if (const auto status = mac().failure(u"CGGetActiveDisplayList"_s))
-        return *status;
+    const MacCall call(__func__, maxDisplays, displays, displayCount);
+    if (call.fails())
+        return call.status();
     const auto count = static_cast<UInt32>(mac().displays.size());
     *displayCount = displays ? std::min(maxDisplays, count) : count;
     for (UInt32 i = 0; displays && i < *displayCount; ++i)
-        displays[i] = i;
+        displays[i] = FirstDisplay + i;
     return kCGErrorSuccess;
 }
 
 CFMachPortRef CGEventTapCreate(CGEventTapLocation tap, CGEventTapPlacement place, CGEventTapOptions options,
                                CGEventMask eventsOfInterest, CGEventTapCallBack callback, void* userInfo)
 {
-    mac().record(u"CGEventTapCreate"_s,
-                 {uint(tap), uint(place), uint(options), qulonglong(eventsOfInterest)});
-    if (mac().failure(u"CGEventTapCreate"_s) || !mac().processTrusted)
+    const MacCall call(__func__, tap, place, options, eventsOfInterest, callback, userInfo);
+    if (call.fails() || !mac().processTrusted)
         return nullptr;
     auto* made = objects().make<MacTap>();
     made->eventsOfInterest = eventsOfInterest;
@@ -112,28 +117,30 @@ CFMachPortRef CGEventTapCreate(CGEventTapLocation tap, CGEventTapPlacement place
     made->userInfo = userInfo;
     made->enabled = true;
     state().taps.append(made);
-    return handOut<CFMachPortRef>(made, u"CGEventTapCreate"_s);
+    return handOut<CFMachPortRef>(made, call);
 }
 
 void CGEventTapEnable(CFMachPortRef tap, bool enable)
 {
-    mac().record(u"CGEventTapEnable"_s, {enable});
-    if (auto* object = objects().find<MacTap>(tap))
+    const MacCall call(__func__, tap, enable);
+    auto* object = objects().find<MacTap>(tap);
+    if (object && !call.fails())
         object->enabled = enable;
 }
 
 CGEventRef CGEventCreate(CGEventSourceRef source)
 {
-    mac().record(u"CGEventCreate"_s, {source == nullptr});
-    if (mac().failure(u"CGEventCreate"_s))
+    const MacCall call(__func__, source);
+    if (call.fails())
         return nullptr;
     auto* event = objects().make<MacEvent>();
     event->location = mac().pointer;
-    return handOut<CGEventRef>(event, u"CGEventCreate"_s);
+    return handOut<CGEventRef>(event, call);
 }
 
 CGPoint CGEventGetLocation(CGEventRef event)
 {
+    const MacCall call(__func__, event);
     const auto* object = objects().find<MacEvent>(event);
-    return object ? CGPoint{object->location.x(), object->location.y()} : CGPoint{0, 0};
+    return object && !call.fails() ? CGPoint{object->location.x(), object->location.y()} : CGPoint{0, 0};
 }

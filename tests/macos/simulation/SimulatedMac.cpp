@@ -35,6 +35,13 @@ QStringList SimulatedMac::functionsCalled() const
     return names;
 }
 
+QStringList SimulatedMac::orderOf(const QStringList& functions) const
+{
+    QStringList names = functionsCalled();
+    names.removeIf([&](const QString& name) { return !functions.contains(name); });
+    return names;
+}
+
 QList<QVariantList> SimulatedMac::callsOf(const QString& function) const
 {
     QList<QVariantList> found;
@@ -56,15 +63,13 @@ QStringList SimulatedMac::unreleased() const
     return names;
 }
 
-void SimulatedMac::record(const QString& function, const QVariantList& arguments)
+std::optional<int> SimulatedMac::record(const QString& function, const QVariantList& arguments)
 {
+    const qsizetype place = _calls.size();
     _calls.append({function, arguments});
-}
-
-std::optional<int> SimulatedMac::failure(const QString& function) const
-{
-    const auto found = _failing.constFind(function);
-    return found == _failing.cend() ? std::nullopt : std::optional<int>(*found);
+    if (const auto found = _failing.constFind(function); found != _failing.cend())
+        return *found;
+    return place == _failingCall ? std::optional(-1) : std::nullopt;
 }
 
 } // namespace tarnwick

@@ -18,8 +18,8 @@
 namespace tarnwick {
 
 /// The system behind the declarations in tests/macos/frameworks. It writes down every call with its
-/// arguments, counts the references that it hands out, and lets a test play the user and the other
-/// applications.
+/// arguments (see MacCall), counts the references that it hands out, and lets a test play the user and the
+/// other applications.
 class SimulatedMac
 {
 public:
@@ -56,6 +56,8 @@ public:
     // What has happened.
     [[nodiscard]] const QList<Call>& calls() const { return _calls; }
     [[nodiscard]] QStringList functionsCalled() const;
+    /// The calls of some functions among all, in the order in which they were made.
+    [[nodiscard]] QStringList orderOf(const QStringList& functions) const;
     [[nodiscard]] QList<QVariantList> callsOf(const QString& function) const;
     /// The functions whose results nobody has released, once for each reference, sorted.
     [[nodiscard]] QStringList unreleased() const;
@@ -63,11 +65,14 @@ public:
     [[nodiscard]] const QStringList& faults() const { return _faults; }
 
     // Levers.
-    /// From now on `function` fails: with `status` where it gives one, else with nothing.
+    /// From now on `function` does nothing, and gives `status` where it gives one, else null, zero or false.
+    /// Any function but CFRetain and CFRelease, which keep the account of references.
     void fail(const QString& function, int status = -1) { _failing.insert(function, status); }
     void repair(const QString& function) { _failing.remove(function); }
-    /// A function that later systems no longer have.
-    void takeAway(const QString& function) { _missing.insert(function); }
+    /// The call at this place of calls() fails in the same way, and no other; -1 for none.
+    void failOnly(qsizetype call) { _failingCall = call; }
+    /// A function or constant that is looked up at run time and that this system does not have.
+    void takeAway(const QString& symbol) { _missing.insert(symbol); }
 
     bool accessGranted = false;                      ///< to all programs
     bool processTrusted = true;                      ///< to this one; taps need it
@@ -78,15 +83,16 @@ public:
     std::optional<InputSource> inputSource = InputSource();
     quint8 keyboardType = 44;
     QList<SystemHotKey> systemHotKeys;
-    QList<QString> loginItems; ///< paths, first to last; an empty one cannot be resolved
+    QList<QString> loginItems;           ///< paths, first to last; an empty one cannot be resolved
+    std::optional<int> appServiceStatus; ///< 0 none, 1 enabled, 2 to be approved; nothing: no such service
     QMap<QString, QVariant> preferences;
     QString bundlePath = QStringLiteral("/Applications/Tarnwick.app");
     QStringList bundleResources; ///< names with their endings
 
     /// Presses a hot key: true when a handler has taken the press.
     bool pressHotKey(const HotKey& hotKey);
-    /// Brings another application to the front.
-    void switchFront();
+    /// Brings another application to the front: true when a handler has taken the event.
+    bool switchFront();
     /// The user starts the program again: what the handler answers, nothing without a handler.
     std::optional<int> reopen();
     /// Chooses another keyboard layout.
@@ -102,8 +108,8 @@ public:
     [[nodiscard]] int enabledTaps() const;
 
     // For the functions of the simulation.
-    void record(const QString& function, const QVariantList& arguments = {});
-    [[nodiscard]] std::optional<int> failure(const QString& function) const;
+    /// Writes a call down. The status to fail with; nothing when it is to work.
+    std::optional<int> record(const QString& function, const QVariantList& arguments);
     [[nodiscard]] bool isMissing(const QString& function) const { return _missing.contains(function); }
     void fault(const QString& what) { _faults.append(what); }
 
@@ -112,6 +118,7 @@ private:
     QList<Call> _calls;
     QStringList _faults;
     QMap<QString, int> _failing;
+    qsizetype _failingCall = -1;
     QSet<QString> _missing;
 };
 

@@ -42,13 +42,9 @@ enum CGEventType : UInt32 {
     kCGEventTapDisabledByTimeout = 0xFFFFFFFE,
     kCGEventTapDisabledByUserInput = 0xFFFFFFFF,
 };
-enum CGEventTapLocation : UInt32 {
-    kCGHIDEventTap = 0,
-    kCGSessionEventTap = 1,
-    kCGAnnotatedSessionEventTap = 2
-};
-enum CGEventTapPlacement : UInt32 { kCGHeadInsertEventTap = 0, kCGTailAppendEventTap = 1 };
-enum CGEventTapOptions : UInt32 { kCGEventTapOptionDefault = 0, kCGEventTapOptionListenOnly = 1 };
+enum CGEventTapLocation : UInt32 { kCGAnnotatedSessionEventTap = 2 };
+enum CGEventTapPlacement : UInt32 { kCGHeadInsertEventTap = 0 };
+enum CGEventTapOptions : UInt32 { kCGEventTapOptionDefault = 0 };
 using CGEventTapCallBack = CGEventRef (*)(CGEventTapProxy proxy, CGEventType type, CGEventRef event,
                                           void* userInfo);
 CFMachPortRef CGEventTapCreate(CGEventTapLocation tap, CGEventTapPlacement place, CGEventTapOptions options,
@@ -62,7 +58,6 @@ using AXUIElementRef = const struct __AXUIElement*;
 using AXValueRef = const struct __AXValue*;
 enum AXError : SInt32 {
     kAXErrorSuccess = 0,
-    kAXErrorFailure = -25200,
     kAXErrorIllegalArgument = -25201,
     kAXErrorInvalidUIElement = -25202,
     kAXErrorCannotComplete = -25204,
@@ -77,7 +72,6 @@ enum AXValueType : UInt32 {
     kAXValueTypeCGSize = 2,
     kAXValueTypeCGRect = 3,
     kAXValueTypeCFRange = 4,
-    kAXValueTypeAXError = 5,
 };
 extern const CFStringRef kAXTrustedCheckOptionPrompt;
 Boolean AXIsProcessTrusted(void);

@@ -22,7 +22,7 @@ enum : OSType {
     kEventClassApplication = 0x6170706C, // appl
 };
 enum : UInt32 { kEventHotKeyPressed = 5, kEventAppFrontSwitched = 7 };
-enum { eventNotHandledErr = -9874, eventHotKeyExistsErr = -9878, eventHotKeyInvalidErr = -9879 };
+enum { eventHotKeyExistsErr = -9878, eventHotKeyInvalidErr = -9879 };
 EventTargetRef GetApplicationEventTarget(void);
 OSStatus InstallEventHandler(EventTargetRef target, EventHandlerUPP handler, ItemCount typeCount,
                              const EventTypeSpec* types, void* userData, EventHandlerRef* handlerRef);

@@ -11,7 +11,6 @@ extern "C" {
 
 using Boolean = unsigned char;
 using UInt8 = std::uint8_t;
-using SInt8 = std::int8_t;
 using UInt16 = std::uint16_t;
 using SInt16 = std::int16_t;
 using UInt32 = std::uint32_t;
@@ -28,12 +27,11 @@ using OSErr = SInt16;
 using OSType = UInt32;
 using OptionBits = UInt32;
 
-enum { noErr = 0 };
+enum { noErr = 0, fnfErr = -43, paramErr = -50 };
 
 using CFTypeRef = const void*;
 using CFIndex = long;
 using CFTypeID = unsigned long;
-using CFOptionFlags = unsigned long;
 
 struct CFRange
 {
@@ -50,12 +48,9 @@ using CFStringRef = const struct __CFString*;
 using CFNumberRef = const struct __CFNumber*;
 using CFBooleanRef = const struct __CFBoolean*;
 using CFArrayRef = const struct __CFArray*;
-using CFMutableArrayRef = struct __CFArray*;
 using CFDictionaryRef = const struct __CFDictionary*;
-using CFMutableDictionaryRef = struct __CFDictionary*;
 using CFDataRef = const struct __CFData*;
 using CFURLRef = const struct __CFURL*;
-using CFErrorRef = struct __CFError*;
 using CFPropertyListRef = CFTypeRef;
 using CFBundleRef = struct __CFBundle*;
 using CFMachPortRef = struct __CFMachPort*;
@@ -120,9 +115,7 @@ const void* CFDictionaryGetValue(CFDictionaryRef dictionary, const void* key);
 void CFDictionaryGetKeysAndValues(CFDictionaryRef dictionary, const void** keys, const void** values);
 
 // Bytes.
-CFTypeID CFDataGetTypeID(void);
 const UInt8* CFDataGetBytePtr(CFDataRef data);
-CFIndex CFDataGetLength(CFDataRef data);
 
 // URLs and bundles.
 using CFURLPathStyle = CFIndex;
