@@ -401,6 +401,16 @@ TEST_F(AXAccessibilityTest, applicationThatDoesNotAnswer_isNotReadAgainForHalfAS
     EXPECT_EQ(ax().copyAttributeValue(application, u"AXTitle"_s), u"Editor"_s);
 }
 
+TEST_F(AXAccessibilityTest, systemThatDoesNotAnswer_isAskedAgainAtOnce)
+{
+    const auto systemWide = ax().createSystemWide();
+    mac.systemWide->hung = true;
+    EXPECT_FALSE(ax().copyAttributeValue(systemWide, u"AXFocusedApplication"_s));
+    mac.systemWide->hung = false;
+    EXPECT_TRUE(ax().copyAttributeValue(systemWide, u"AXFocusedApplication"_s))
+        << "it belongs to no process that could be left alone";
+}
+
 TEST_F(AXAccessibilityTest, applicationThatAnswersWithAnError_isReadAgainAtOnce)
 {
     editor->attributes = {{u"AXTitle"_s, u"Editor"_s}};

@@ -63,6 +63,20 @@ TEST_F(CarbonFrontSwitchTest, switchWhileAMenuIsOpen_closesItAndIsToldAfterwards
     QObject::disconnect(connection);
 }
 
+TEST_F(CarbonFrontSwitchTest, switchThatANextMenuOvertakes_waitsForItsEndToo)
+{
+    EXPECT_TRUE(frontSwitch.install(count));
+    MenuTracking::shared().begin();
+    mac.switchFront();
+    MenuTracking::shared().end();
+    MenuTracking::shared().begin();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(switches, 0);
+    MenuTracking::shared().end();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(switches, 1);
+}
+
 TEST_F(CarbonFrontSwitchTest, menuThatClosesWithoutASwitch_tellsNothing)
 {
     EXPECT_TRUE(frontSwitch.install(count));

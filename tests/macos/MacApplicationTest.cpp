@@ -65,6 +65,9 @@ TEST_F(MacApplicationTest, windowThatIsShownOrRaised_comesInFrontOfAllApplicatio
     window.hide();
     window.raise();
     EXPECT_EQ(mac.callsOf(u"orderFrontRegardless"_s).size(), 2) << "neither controls nor hidden windows";
+    QDialog dialog;
+    dialog.show();
+    EXPECT_EQ(mac.callsOf(u"orderFrontRegardless"_s).size(), 3) << "dialogs too";
 }
 
 TEST_F(MacApplicationTest, termination_endsAnOpenAlertOrMenuUnlessItIsRefused)
@@ -127,6 +130,8 @@ TEST_F(MacApplicationTest, keys_areDescribedByTheSystemsCodesAndTheLayoutsCharac
         converter.convert(QKeyEvent(QEvent::KeyPress, Qt::Key_Z, Qt::ShiftModifier, 0, 6, 0, u"Z"_s));
     ASSERT_TRUE(shifted);
     EXPECT_EQ(shifted->charactersIgnoringModifiers, u"Z"_s);
+    EXPECT_EQ(mac.callsOf(u"UCKeyTranslate"_s).last(),
+              (QVariantList{true, 6, 3, 2, 44, 1, 0, 4, true, true}));
     const auto outside =
         converter.convert(QKeyEvent(QEvent::KeyPress, Qt::Key_Z, Qt::NoModifier, 0, 300, 0, u"z"_s));
     ASSERT_TRUE(outside);

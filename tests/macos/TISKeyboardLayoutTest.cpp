@@ -28,6 +28,8 @@ TEST_F(TISKeyboardLayoutTest, keyTranslate_handsEveryArgumentOn)
               (QList<QVariantList>{
                   {u"TISCopyCurrentKeyboardInputSource 1"_s, u"TISPropertyUnicodeKeyLayoutData"_s}}));
     EXPECT_EQ(deadKeys, 7u) << "the dead-key state comes back";
+    EXPECT_TRUE(table->keyTranslate(6, 3, 0xA00, layout.keyboardType(), 0, deadKeys));
+    EXPECT_EQ(mac.callsOf(u"UCKeyTranslate"_s).last().at(6), 7) << "and goes into the next translation";
 }
 
 TEST_F(TISKeyboardLayoutTest, keyTranslate_givesAtMostFourUnits)
