@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/DesktopShortcut.h"
 
+#include "platform/linux/KeysymNames.h"
+
 #include <QKeySequence>
 #include <xkbcommon/xkbcommon-keysyms.h>
 #include <xkbcommon/xkbcommon.h>
@@ -33,15 +35,6 @@ std::optional<quint32> modifierNamed(const QString& word)
     if (name == u"release") // tells when it acts, not on what
         return 0;
     return std::nullopt;
-}
-
-quint32 keysymNamed(const QString& name)
-{
-    const QByteArray bytes = name.toUtf8();
-    const xkb_keysym_t exact = xkb_keysym_from_name(bytes.constData(), XKB_KEYSYM_NO_FLAGS);
-    if (exact != XKB_KEY_NoSymbol)
-        return exact;
-    return xkb_keysym_from_name(bytes.constData(), XKB_KEYSYM_CASE_INSENSITIVE);
 }
 
 /// Keys that neither type a character nor count up from F1.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/KeyBinding.h"
 
+#include "platform/linux/KeysymNames.h"
+
 #include <QKeySequence>
 #include <QStringList>
 
@@ -83,15 +85,10 @@ bool* modifierNamed(const QString& word, KeyBinding& binding)
 }
 
 /// A keysym's name, or a character itself.
-xkb_keysym_t keysymNamed(const QString& name)
+xkb_keysym_t keysymWritten(const QString& text)
 {
-    const QList<uint> characters = name.toUcs4();
-    if (characters.size() == 1)
-        return xkb_utf32_to_keysym(characters.first());
-    const QByteArray bytes = name.toUtf8();
-    const xkb_keysym_t exact = xkb_keysym_from_name(bytes.constData(), XKB_KEYSYM_NO_FLAGS);
-    return exact != XKB_KEY_NoSymbol ? exact
-                                     : xkb_keysym_from_name(bytes.constData(), XKB_KEYSYM_CASE_INSENSITIVE);
+    const QList<uint> characters = text.toUcs4();
+    return characters.size() == 1 ? xkb_utf32_to_keysym(characters.first()) : keysymNamed(text);
 }
 
 } // namespace
@@ -118,7 +115,7 @@ std::optional<KeyBinding> KeyBinding::parseAccelerator(const QString& text)
         *modifier = true;
         position = end + 1;
     }
-    binding.key = keysymNamed(text.mid(position));
+    binding.key = keysymWritten(text.mid(position));
     return binding.key == XKB_KEY_NoSymbol ? std::nullopt : std::optional(binding);
 }
 

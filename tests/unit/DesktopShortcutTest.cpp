@@ -53,6 +53,8 @@ TEST(DesktopShortcut, accelerator_isModifiersInAngleBracketsAndAKey)
         {u"<Alt"_s, std::nullopt},
         {u"<Alt>0xzz"_s, std::nullopt},
         {u"<Alt>0x0"_s, std::nullopt},
+        {u"<Alt>0Xffffffff"_s, std::nullopt},
+        {u"<Alt>t\0x"_s, std::nullopt},
         {u"disabled"_s, std::nullopt},
         {u"/org/gnome/custom0/"_s, std::nullopt},
         {u""_s, std::nullopt},

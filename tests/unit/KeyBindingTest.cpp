@@ -51,6 +51,7 @@ const Row rows[] = {
     {"a character instead of its name", Unknown, ";;<Ctrl>+", "", keys("c", XKB_KEY_plus)},
     {"a semicolon by its name", Gtk, ";;<Primary>semicolon", "", keys("c", XKB_KEY_semicolon)},
     {"a name that nobody knows", Gtk, ";;<Primary>NoSuchKey", "", std::nullopt},
+    {"a number that no keysym has", Gtk, ";;<Primary>0x4158ff2c", "", std::nullopt},
     {"a fake binding of menu buttons", Unknown, "<Space>", "Open", std::nullopt},
 
     {"portable text", QtToolkit, "Ctrl+Shift+S", "Save As...", keys("cs", XKB_KEY_S)},
