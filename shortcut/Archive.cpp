@@ -7,6 +7,12 @@ namespace tarnwick {
 
 namespace {
 
+/// A floating-point number may be out of range, or none at all.
+qint64 integerIn(const QCborValue& value)
+{
+    return value.isInteger() ? value.toInteger() : 0;
+}
+
 std::optional<QString> stringIn(const QCborValue& value)
 {
     return value.isString() ? std::optional(value.toString()) : std::nullopt;
@@ -34,7 +40,7 @@ QByteArray Archive::data() const
 
 qint64 Archive::decodeInteger(QStringView key) const
 {
-    return _map.value(key.toString()).toInteger();
+    return integerIn(_map.value(key.toString()));
 }
 
 bool Archive::decodeBool(QStringView key) const
@@ -49,7 +55,7 @@ std::optional<QString> Archive::decodeString(QStringView key) const
 
 qint64 Archive::decodeInteger()
 {
-    return _next().toInteger();
+    return integerIn(_next());
 }
 
 std::optional<QString> Archive::decodeString()

@@ -1471,6 +1471,10 @@ TEST_F(SRRecorderCellTest, badArchives_giveNeutralCells)
         {"an empty array", QCborValue(QCborArray()).toCbor()},
         {"an array of wrong types", QCborValue(QCborArray{1, u"x"_s, false, QCborMap()}).toCbor()},
         {"a short array", QCborValue(QCborArray{QCborValue()}).toCbor()},
+        {"numbers out of range",
+         QCborValue(QCborMap{{u"keyComboCode"_s, 1e300}, {u"keyComboFlags"_s, -1e300}, {u"style"_s, qQNaN()}})
+             .toCbor()},
+        {"a row of fractions", QCborValue(QCborArray{QCborValue(), 6.5, 1e300}).toCbor()},
     };
     for (const auto& [name, data] : rows) {
         SCOPED_TRACE(name);
