@@ -25,6 +25,9 @@ TEST_PACKAGES=(
     clang gnustep-make libgnustep-gui-dev libobjc-12-dev
 )
 
+# What the fuzz targets are built with: clang with the runtime of its sanitizers, and what names the lines in their reports.
+FUZZ_PACKAGES=(clang libclang-rt-dev llvm)
+
 # On macOS they come from Homebrew. No list is empty: the bash there is too old for that.
 if [ "$(uname -s)" = Darwin ]; then
     BUILD_PACKAGES=(bash cmake ninja pkgconf qt)
@@ -32,6 +35,7 @@ if [ "$(uname -s)" = Darwin ]; then
     DEMO_PACKAGES=(python)
     PACKAGE_PACKAGES=(cmake)
     TEST_PACKAGES=(googletest google-benchmark clang-format)
+    FUZZ_PACKAGES=(llvm)
 fi
 
 _need_brew_packages() {
