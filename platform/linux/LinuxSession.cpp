@@ -122,8 +122,11 @@ LinuxSession::LinuxSession(int argc, char** argv, Part part)
     QCoreApplication::setApplicationName(desktop_names::ApplicationName);
     QGuiApplication::setDesktopFileName(desktop_names::BusName);
     QGuiApplication::setWindowIcon(QIcon(u":/resources/TarnwickMenuBarIcon.png"_s));
-    if (part == Part::Tarnwick)
-        _instance = std::make_unique<SessionInstance>(QDBusConnection::sessionBus());
+    if (part != Part::Tarnwick)
+        return;
+    _instance = std::make_unique<SessionInstance>(_bus.connection());
+    QObject::connect(&_bus, &SessionBusWatch::changed, _instance.get(),
+                     [this] { _instance->setBus(_bus.connection()); });
 }
 
 LinuxSession::~LinuxSession() = default;

@@ -3,6 +3,7 @@
 
 #include "app/Desktop.h"
 #include "platform/linux/QtArguments.h"
+#include "platform/linux/SessionBusWatch.h"
 
 #include <QApplication>
 
@@ -29,12 +30,15 @@ public:
     [[nodiscard]] bool handedOverToRunningInstance() override;
     int run(const std::function<void()>& launch) override;
 
+    [[nodiscard]] SessionBusWatch& bus() { return _bus; }
+
     /// Without one, other programs cannot have the menu opened. To be set before run().
     void setPopUpRequest(std::unique_ptr<PopUpRequest> request);
 
 private:
     QtArguments _arguments;
     QApplication _application;
+    SessionBusWatch _bus;
     std::unique_ptr<SessionInstance> _instance; ///< null for a visitor
     std::unique_ptr<TerminationSignals> _signals;
     std::unique_ptr<PopUpRequest> _popUpRequest;

@@ -32,6 +32,13 @@ LinuxTrayHost::LinuxTrayHost(const QDBusConnection& bus) : _bus(bus)
 
 LinuxTrayHost::~LinuxTrayHost() = default;
 
+void LinuxTrayHost::setBus(const QDBusConnection& bus)
+{
+    _bus = bus;
+    _watchBus();
+    _askBus();
+}
+
 bool LinuxTrayHost::nativeEventFilter(const QByteArray& eventType, void* message, qintptr* /*result*/)
 {
     if (eventType != "xcb_generic_event_t" || _selectionEvent == 0)
@@ -86,7 +93,8 @@ void LinuxTrayHost::_watchBus()
         return;
     _watcher.setConnection(_bus);
     _watcher.addWatchedService(WatcherService);
-    connect(&_watcher, &QDBusServiceWatcher::serviceOwnerChanged, this, &LinuxTrayHost::_askBus);
+    connect(&_watcher, &QDBusServiceWatcher::serviceOwnerChanged, this, &LinuxTrayHost::_askBus,
+            Qt::UniqueConnection);
     for (const auto& signal : {u"StatusNotifierHostRegistered"_s, u"StatusNotifierHostUnregistered"_s})
         _bus.connect(WatcherService, WatcherPath, WatcherService, signal, this, SLOT(_askBus()));
 }

@@ -23,6 +23,9 @@ public:
     explicit LinuxTrayHost(const QDBusConnection& bus);
     ~LinuxTrayHost() override;
 
+    /// Looks there from now on: the bus has gone, or has come back.
+    void setBus(const QDBusConnection& bus);
+
     [[nodiscard]] Kind kind() const override { return _kind; }
 
     bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;

@@ -38,6 +38,16 @@ SessionInstance::~SessionInstance()
         _bus.unregisterService(desktop_names::BusName);
 }
 
+void SessionInstance::setBus(const QDBusConnection& bus)
+{
+    _bus = bus;
+    if (!_bus.isConnected())
+        return;
+    _bus.registerObject(desktop_names::ObjectPath, this, QDBusConnection::ExportAllSlots);
+    _bus.interface()->registerService(desktop_names::BusName, QDBusConnectionInterface::QueueService,
+                                      QDBusConnectionInterface::DontAllowReplacement);
+}
+
 void SessionInstance::setRequested(std::function<void(Request)> requested)
 {
     _requested = std::move(requested);

@@ -21,6 +21,10 @@ public:
     explicit SessionInstance(const QDBusConnection& bus);
     ~SessionInstance() override;
 
+    /// Has the name on another connection, too, when the bus has come back; whoever has taken it meanwhile
+    /// keeps it until it ends.
+    void setBus(const QDBusConnection& bus);
+
     /// True when another instance has the name; it has then been asked to show itself.
     [[nodiscard]] bool anotherIsRunning() const { return _anotherIsRunning; }
 

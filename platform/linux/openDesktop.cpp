@@ -84,6 +84,9 @@ Desktop openDesktop(int& argc, char** argv)
         activeWindow, accessibility->names(), accessibility->menuBars(), accessibility->activeInTree());
     workspace->setLook(std::make_unique<LinuxLook>(currentDesktops(), QDBusConnection::sessionBus()));
     session->setPopUpRequest(std::make_unique<PopUpRequest>(*workspace));
+    auto trayHost = std::make_unique<LinuxTrayHost>(session->bus().connection());
+    QObject::connect(&session->bus(), &SessionBusWatch::changed, trayHost.get(),
+                     [host = trayHost.get(), &bus = session->bus()] { host->setBus(bus.connection()); });
     desktop.session = std::move(session);
     desktop.workspace = std::move(workspace);
     desktop.accessibility = std::move(accessibility);
@@ -97,8 +100,7 @@ Desktop openDesktop(int& argc, char** argv)
     desktop.hotKeys = std::move(hotKeys);
     desktop.keyboardLayout = std::move(layout);
     desktop.menuPresenter = std::make_unique<QMenuPresenter>();
-    desktop.statusBar =
-        std::make_unique<QtStatusBar>(std::make_unique<LinuxTrayHost>(QDBusConnection::sessionBus()));
+    desktop.statusBar = std::make_unique<QtStatusBar>(std::move(trayHost));
     return desktop;
 }
 
