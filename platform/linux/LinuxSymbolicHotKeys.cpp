@@ -83,12 +83,6 @@ void LinuxSymbolicHotKeys::popSymbolicHotKeyMode(ModeToken token)
         _keyboard.release();
 }
 
-void LinuxSymbolicHotKeys::frontChanged(const FrontWindow& front)
-{
-    if (front.processIdentifier != QCoreApplication::applicationPid())
-        _keyboard.release();
-}
-
 bool LinuxSymbolicHotKeys::_heldElsewhere(qint64 keyCode, quint32 modifiers) const
 {
     return keyCode >= 0 && keyCode <= LargestKeyCode &&

@@ -3,7 +3,6 @@
 
 #include "platform/linux/DesktopShortcutStores.h"
 #include "platform/linux/X11KeyboardGrab.h"
-#include "platform/linux/X11Windows.h"
 #include "shortcut/SymbolicHotKeys.h"
 
 #include <QObject>
@@ -41,10 +40,6 @@ public:
     copySymbolicHotKeys(qint64 candidateKeyCode, quint32 candidateModifiers) override;
     [[nodiscard]] ModeToken pushSymbolicHotKeyMode(quint32 options) override;
     void popSymbolicHotKeyMode(ModeToken token) override;
-
-    /// Gives the keyboard back when another program's window is in front by now: the toolkit may be told of
-    /// the lost focus later than that, and what follows a switch of the front application takes its time.
-    void frontChanged(const FrontWindow& front);
 
 private:
     [[nodiscard]] bool _heldElsewhere(qint64 keyCode, quint32 modifiers) const;
