@@ -240,7 +240,7 @@ TEST_F(CoreOnMacTest, start_goesFromTheTapOverTheQuestionOfAccessToTheMirror)
 TEST_F(CoreOnMacTest, tapRefusedInSpiteOfAccess_endsTheProgramWithItsMessage)
 {
     mac.fail(u"CGEventTapCreate"_s);
-    EXPECT_EXIT(start(), ::testing::ExitedWithCode(1), "^failed to create event tap\n$");
+    EXPECT_EXIT(start(), ::testing::ExitedWithCode(1), "^failed to create event tap\n");
     keptForLife.clear();
 }
 

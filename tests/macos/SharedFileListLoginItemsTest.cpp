@@ -97,7 +97,8 @@ TEST_F(SharedFileListLoginItemsTest, systemWithoutAnyPartOfTheLists_leavesItToTh
         EXPECT_FALSE(items.createSessionLoginItems()) << symbol.toStdString();
         auto successor = std::make_unique<FakeLoginItems>();
         FakeLoginItems& fake = *successor;
-        EXPECT_TRUE(SharedFileListLoginItems(std::move(successor)).createSessionLoginItems());
+        SharedFileListLoginItems both(std::move(successor));
+        EXPECT_TRUE(both.createSessionLoginItems());
         EXPECT_EQ(fake.listsMade, 1) << symbol.toStdString();
         EXPECT_TRUE(mac.callsOf(u"LSSharedFileListCreate"_s).isEmpty()) << symbol.toStdString();
     }
