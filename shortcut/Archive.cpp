@@ -3,6 +3,8 @@
 
 #include <QCborValue>
 
+using namespace Qt::StringLiterals;
+
 namespace tarnwick {
 
 namespace {
@@ -13,9 +15,13 @@ qint64 integerIn(const QCborValue& value)
     return value.isInteger() ? value.toInteger() : 0;
 }
 
+/// An empty text is not a missing one.
 std::optional<QString> stringIn(const QCborValue& value)
 {
-    return value.isString() ? std::optional(value.toString()) : std::nullopt;
+    if (!value.isString())
+        return std::nullopt;
+    const QString text = value.toString();
+    return text.isNull() ? u""_s : text;
 }
 
 } // namespace

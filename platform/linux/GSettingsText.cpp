@@ -77,10 +77,10 @@ private:
         const qsizetype digits = escape == u'u' ? 4 : 8;
         bool number = false;
         const char32_t code = _text.mid(i + 1, digits).toUInt(&number, 16);
-        if (!number || code > 0x10FFFF)
+        if (!number || code > 0x10FFFF || QChar::isSurrogate(code))
             return QString(escape);
         i += digits;
-        return QString::fromUcs4(&code, 1);
+        return QStringView(QChar::fromUcs4(code)).toString();
     }
 
     QStringView _text;

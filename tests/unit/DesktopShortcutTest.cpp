@@ -101,6 +101,8 @@ TEST(GSettingsText, strings_areSingleOrInABracketedList)
         {u"[]"_s, QStringList{}},
         {u"''"_s, QStringList{u""_s}},
         {uR"('a\'b\\c\u00e9\nd')"_s, QStringList{u"a'b\\cé\nd"_s}},
+        {uR"('\ufeffa\U0001f600')"_s, QStringList{u"\uFEFFa\U0001F600"_s}},
+        {uR"('\ude12')"_s, QStringList{u"ude12"_s}}, // half of a character
         {u"true"_s, std::nullopt},
         {u"uint32 5"_s, std::nullopt},
         {u"[1, 2]"_s, std::nullopt},

@@ -1439,6 +1439,19 @@ TEST_F(SRRecorderCellTest, archives_giveTheCellBack_andAllowTheFunctionKeyBit)
     }
 }
 
+TEST_F(SRRecorderCellTest, archivedName_isMissingOrEmpty_asItWas)
+{
+    for (const Archive::Form form : {Archive::Form::Keyed, Archive::Form::Unkeyed}) {
+        for (const QString& name : {QString(), u""_s}) {
+            cell.setAutosaveName(name);
+            Archive archive(form);
+            cell.encodeWithCoder(archive);
+            Archive read = Archive::fromData(archive.data());
+            EXPECT_EQ(SRRecorderCell(read).autosaveName().isNull(), name.isNull());
+        }
+    }
+}
+
 TEST_F(SRRecorderCellTest, storedCombination_winsOverTheArchivedOne)
 {
     cell.setAutosaveName(u"Test"_s);
