@@ -104,20 +104,10 @@ void LinuxTrayHost::_watchSelection()
     auto& x11 = X11Connection::shared();
     if (!x11)
         return;
-    const auto* extension = xcb_get_extension_data(x11.get(), &xcb_xfixes_id);
-    if (!extension || !extension->present)
-        return;
-    const XcbOwned<xcb_xfixes_query_version_reply_t> version(xcb_xfixes_query_version_reply(
-        x11.get(), xcb_xfixes_query_version(x11.get(), XCB_XFIXES_MAJOR_VERSION, XCB_XFIXES_MINOR_VERSION),
-        nullptr));
-    if (!version)
-        return;
     _selection = x11.atom("_NET_SYSTEM_TRAY_S0");
-    _selectionEvent = std::uint8_t(extension->first_event + XCB_XFIXES_SELECTION_NOTIFY);
-    xcb_xfixes_select_selection_input(x11.get(), x11.root(), _selection,
-                                      XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
-                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
-                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
+    _selectionEvent = x11.watchSelectionOwner(_selection);
+    if (_selectionEvent == 0)
+        return;
     QCoreApplication::instance()->installNativeEventFilter(this);
 }
 

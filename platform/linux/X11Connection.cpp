@@ -2,6 +2,7 @@
 #include "platform/linux/X11Connection.h"
 
 #include <QGuiApplication>
+#include <xcb/xfixes.h>
 
 #include <algorithm>
 
@@ -72,6 +73,23 @@ std::optional<QByteArray> X11Connection::propertyText(xcb_window_t window, const
         return std::nullopt;
     return QByteArray(static_cast<const char*>(xcb_get_property_value(reply.get())),
                       xcb_get_property_value_length(reply.get()));
+}
+
+std::uint8_t X11Connection::watchSelectionOwner(xcb_atom_t selection)
+{
+    const auto* extension = xcb_get_extension_data(_connection, &xcb_xfixes_id);
+    if (!extension || !extension->present)
+        return 0;
+    const XcbOwned<xcb_xfixes_query_version_reply_t> version(xcb_xfixes_query_version_reply(
+        _connection,
+        xcb_xfixes_query_version(_connection, XCB_XFIXES_MAJOR_VERSION, XCB_XFIXES_MINOR_VERSION), nullptr));
+    if (!version)
+        return 0;
+    xcb_xfixes_select_selection_input(_connection, _root, selection,
+                                      XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
+                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
+                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
+    return std::uint8_t(extension->first_event + XCB_XFIXES_SELECTION_NOTIFY);
 }
 
 void X11Connection::sync()

@@ -28,7 +28,6 @@ Q_SIGNALS:
     void changed();
 
 private:
-    void _watchSelection();
     void _read();
     [[nodiscard]] XSettingValues _readFromOwner();
 
