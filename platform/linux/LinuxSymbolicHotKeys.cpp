@@ -3,8 +3,10 @@
 
 #include "platform/linux/KeyCodes.h"
 #include "platform/linux/X11Connection.h"
+#include "platform/linux/X11Focus.h"
 #include "platform/linux/XkbKeymap.h"
 
+#include <QFocusEvent>
 #include <QGuiApplication>
 #include <QWindow>
 
@@ -71,7 +73,9 @@ std::optional<QList<SymbolicHotKey>> LinuxSymbolicHotKeys::copySymbolicHotKeys(q
 
 SymbolicHotKeys::ModeToken LinuxSymbolicHotKeys::pushSymbolicHotKeyMode(quint32 options)
 {
-    if (!(options & AllHotKeysDisabled) || !X11Connection::shared() || !_keyboard.take(1))
+    X11Connection& x11 = X11Connection::shared();
+    // The focus may have gone before recording begins: the field shows a transition first.
+    if (!(options & AllHotKeysDisabled) || !x11 || !isToolkitWindow(focusWindow(x11)) || !_keyboard.take(1))
         return 0;
     _modes.insert(++_lastToken);
     return _lastToken;
@@ -81,6 +85,16 @@ void LinuxSymbolicHotKeys::popSymbolicHotKeyMode(ModeToken token)
 {
     if (_modes.remove(token) && _modes.isEmpty())
         _keyboard.release();
+}
+
+void LinuxSymbolicHotKeys::frontChanged(const FrontWindow& front)
+{
+    if (_modes.isEmpty() || front.processIdentifier == QCoreApplication::applicationPid())
+        return;
+    _keyboard.release();
+    QFocusEvent lost(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
+    if (QObject* recording = QGuiApplication::focusObject())
+        QCoreApplication::sendEvent(recording, &lost);
 }
 
 bool LinuxSymbolicHotKeys::_heldElsewhere(qint64 keyCode, quint32 modifiers) const

@@ -3,6 +3,7 @@
 
 #include "platform/linux/DesktopShortcutStores.h"
 #include "platform/linux/X11KeyboardGrab.h"
+#include "platform/linux/X11Windows.h"
 #include "shortcut/SymbolicHotKeys.h"
 
 #include <QObject>
@@ -40,6 +41,11 @@ public:
     copySymbolicHotKeys(qint64 candidateKeyCode, quint32 candidateModifiers) override;
     [[nodiscard]] ModeToken pushSymbolicHotKeyMode(quint32 options) override;
     void popSymbolicHotKeyMode(ModeToken token) override;
+
+    /// To be told of every change. With another program in front the keyboard is given back, and whoever
+    /// records is told that the focus is lost: the toolkit tells that 0.1 s later, which is after the pause
+    /// that follows a switch, and not at all when the focus is back by then.
+    void frontChanged(const FrontWindow& front);
 
 private:
     [[nodiscard]] bool _heldElsewhere(qint64 keyCode, quint32 modifiers) const;

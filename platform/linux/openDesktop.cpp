@@ -79,9 +79,9 @@ Desktop openDesktop(int& argc, char** argv)
     desktop.alerts = std::make_unique<QtAlerts>();
     desktop.eventSource = std::make_unique<QtEventSource>(converter);
     auto accessibility = std::make_unique<AtspiAccessibility>();
-    auto workspace =
-        std::make_unique<LinuxWorkspace>(accessibility->activeWindow(), accessibility->names(),
-                                         accessibility->menuBars(), accessibility->activeInTree());
+    X11ActiveWindow& activeWindow = accessibility->activeWindow();
+    auto workspace = std::make_unique<LinuxWorkspace>(
+        activeWindow, accessibility->names(), accessibility->menuBars(), accessibility->activeInTree());
     workspace->setLook(std::make_unique<LinuxLook>(currentDesktops(), QDBusConnection::sessionBus()));
     session->setPopUpRequest(std::make_unique<PopUpRequest>(*workspace));
     auto trayHost = std::make_unique<LinuxTrayHost>(session->bus().connection());
@@ -93,8 +93,10 @@ Desktop openDesktop(int& argc, char** argv)
     desktop.loginItems = XdgLoginItems::ofSession();
     desktop.eventTaps = std::make_unique<X11EventTaps>();
     auto hotKeys = std::make_unique<X11HotKeys>();
-    desktop.symbolicHotKeys =
-        std::make_unique<LinuxSymbolicHotKeys>(symbolicHotKeysDesktop(*layout, *hotKeys));
+    auto symbolicHotKeys = std::make_unique<LinuxSymbolicHotKeys>(symbolicHotKeysDesktop(*layout, *hotKeys));
+    QObject::connect(&activeWindow, &X11ActiveWindow::changed, symbolicHotKeys.get(),
+                     &LinuxSymbolicHotKeys::frontChanged);
+    desktop.symbolicHotKeys = std::move(symbolicHotKeys);
     desktop.hotKeys = std::move(hotKeys);
     desktop.keyboardLayout = std::move(layout);
     desktop.menuPresenter = std::make_unique<QMenuPresenter>();

@@ -216,11 +216,13 @@ TEST_F(SymbolicHotKeysOnX11, ourOwnHotKey_isNotListed_andStaysOurs)
     EXPECT_TRUE(hotKeys.unregisterEventHotKey(*own));
 }
 
-/// A window that counts the keys it gets.
+/// A window that counts the keys it gets, and how often it is told that it has lost the focus.
 class KeyWindow final : public QWidget
 {
 public:
     int presses = 0;
+    int lossesOfFocus = 0;
+    void focusOutEvent(QFocusEvent* /*event*/) override { ++lossesOfFocus; }
     void keyPressEvent(QKeyEvent* event) override { presses += event->key() == Qt::Key_F5 ? 1 : 0; }
 };
 
@@ -296,6 +298,32 @@ TEST_F(SymbolicModeOnX11, endOfTheWindow_givesTheKeyboardBack)
     ASSERT_NE(symbolic.pushSymbolicHotKeyMode(SymbolicHotKeys::AllHotKeysDisabled), 0U);
     window.reset();
     EXPECT_TRUE(othersCanTakeTheKeyboard());
+}
+
+TEST_F(SymbolicModeOnX11, anotherProgramInFront_givesTheKeyboardBackAtOnce_andEndsTheFocusOfWhoRecords)
+{
+    const auto token = symbolic.pushSymbolicHotKeyMode(SymbolicHotKeys::AllHotKeysDisabled);
+    ASSERT_NE(token, 0U);
+    const auto ours = static_cast<xcb_window_t>(window->winId());
+    symbolic.frontChanged({ours, QCoreApplication::applicationPid()});
+    EXPECT_FALSE(other.grabKeyboard());
+    EXPECT_EQ(window->lossesOfFocus, 0);
+    symbolic.frontChanged({ours, 1});
+    X11Connection::shared().sync();
+    EXPECT_TRUE(other.grabKeyboard());
+    EXPECT_EQ(window->lossesOfFocus, 1);
+    other.ungrabKeyboard();
+    symbolic.popSymbolicHotKeyMode(token);
+    symbolic.frontChanged({ours, 1});
+    EXPECT_EQ(window->lossesOfFocus, 1) << "nobody records";
+}
+
+TEST_F(SymbolicModeOnX11, keyboardOfAnotherProgramsWindow_isNotTaken)
+{
+    other.takeFocus();
+    EXPECT_EQ(symbolic.pushSymbolicHotKeyMode(SymbolicHotKeys::AllHotKeysDisabled), 0U);
+    EXPECT_TRUE(other.grabKeyboard());
+    other.ungrabKeyboard();
 }
 
 TEST_F(SymbolicModeOnX11, keyboardThatSomebodyHolds_isNotTaken)
