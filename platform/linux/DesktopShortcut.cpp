@@ -3,9 +3,10 @@
 
 #include "platform/linux/KeysymNames.h"
 
-#include <QKeySequence>
 #include <xkbcommon/xkbcommon-keysyms.h>
 #include <xkbcommon/xkbcommon.h>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -19,6 +20,7 @@ constexpr quint32 Option = 0x800;
 constexpr quint32 Control = 0x1000;
 
 constexpr quint16 AboveTabKeyCode = 49;
+constexpr QLatin1StringView Backtab = "backtab"_L1;
 
 /// The modifier that a word in angle brackets names; nothing for one that no hot key has.
 std::optional<quint32> modifierNamed(const QString& word)
@@ -37,57 +39,92 @@ std::optional<quint32> modifierNamed(const QString& word)
     return std::nullopt;
 }
 
-/// Keys that neither type a character nor count up from F1.
+/// What the portable form of Qt calls a key that neither types a character of its name nor counts up from F1,
+/// in small letters. Some keys have two names.
 struct NamedKey
 {
-    int key;
+    QLatin1StringView name;
     quint32 keysym;
 };
 
 constexpr NamedKey NamedKeys[] = {
-    {Qt::Key_Escape, XKB_KEY_Escape},
-    {Qt::Key_Tab, XKB_KEY_Tab},
-    {Qt::Key_Backtab, XKB_KEY_Tab},
-    {Qt::Key_Backspace, XKB_KEY_BackSpace},
-    {Qt::Key_Return, XKB_KEY_Return},
-    {Qt::Key_Enter, XKB_KEY_KP_Enter},
-    {Qt::Key_Insert, XKB_KEY_Insert},
-    {Qt::Key_Delete, XKB_KEY_Delete},
-    {Qt::Key_Pause, XKB_KEY_Pause},
-    {Qt::Key_Print, XKB_KEY_Print},
-    {Qt::Key_SysReq, XKB_KEY_Sys_Req},
-    {Qt::Key_Home, XKB_KEY_Home},
-    {Qt::Key_End, XKB_KEY_End},
-    {Qt::Key_Left, XKB_KEY_Left},
-    {Qt::Key_Up, XKB_KEY_Up},
-    {Qt::Key_Right, XKB_KEY_Right},
-    {Qt::Key_Down, XKB_KEY_Down},
-    {Qt::Key_PageUp, XKB_KEY_Page_Up},
-    {Qt::Key_PageDown, XKB_KEY_Page_Down},
-    {Qt::Key_Menu, XKB_KEY_Menu},
-    {Qt::Key_Help, XKB_KEY_Help},
-    {Qt::Key_Meta, XKB_KEY_Super_L},
-    {Qt::Key_Super_L, XKB_KEY_Super_L},
-    {Qt::Key_Super_R, XKB_KEY_Super_R},
-    {Qt::Key_CapsLock, XKB_KEY_Caps_Lock},
-    {Qt::Key_NumLock, XKB_KEY_Num_Lock},
-    {Qt::Key_ScrollLock, XKB_KEY_Scroll_Lock},
-    {Qt::Key_VolumeUp, XKB_KEY_XF86AudioRaiseVolume},
-    {Qt::Key_VolumeDown, XKB_KEY_XF86AudioLowerVolume},
-    {Qt::Key_VolumeMute, XKB_KEY_XF86AudioMute},
+    {"esc"_L1, XKB_KEY_Escape},
+    {"escape"_L1, XKB_KEY_Escape},
+    {"tab"_L1, XKB_KEY_Tab},
+    {Backtab, XKB_KEY_Tab},
+    {"backspace"_L1, XKB_KEY_BackSpace},
+    {"return"_L1, XKB_KEY_Return},
+    {"enter"_L1, XKB_KEY_KP_Enter},
+    {"ins"_L1, XKB_KEY_Insert},
+    {"insert"_L1, XKB_KEY_Insert},
+    {"del"_L1, XKB_KEY_Delete},
+    {"delete"_L1, XKB_KEY_Delete},
+    {"pause"_L1, XKB_KEY_Pause},
+    {"print"_L1, XKB_KEY_Print},
+    {"print screen"_L1, XKB_KEY_Print},
+    {"sysreq"_L1, XKB_KEY_Sys_Req},
+    {"system request"_L1, XKB_KEY_Sys_Req},
+    {"home"_L1, XKB_KEY_Home},
+    {"end"_L1, XKB_KEY_End},
+    {"left"_L1, XKB_KEY_Left},
+    {"up"_L1, XKB_KEY_Up},
+    {"right"_L1, XKB_KEY_Right},
+    {"down"_L1, XKB_KEY_Down},
+    {"pgup"_L1, XKB_KEY_Page_Up},
+    {"page up"_L1, XKB_KEY_Page_Up},
+    {"pgdown"_L1, XKB_KEY_Page_Down},
+    {"page down"_L1, XKB_KEY_Page_Down},
+    {"menu"_L1, XKB_KEY_Menu},
+    {"help"_L1, XKB_KEY_Help},
+    {"meta"_L1, XKB_KEY_Super_L},
+    {"capslock"_L1, XKB_KEY_Caps_Lock},
+    {"caps lock"_L1, XKB_KEY_Caps_Lock},
+    {"numlock"_L1, XKB_KEY_Num_Lock},
+    {"num lock"_L1, XKB_KEY_Num_Lock},
+    {"number lock"_L1, XKB_KEY_Num_Lock},
+    {"scrolllock"_L1, XKB_KEY_Scroll_Lock},
+    {"scroll lock"_L1, XKB_KEY_Scroll_Lock},
+    {"space"_L1, XKB_KEY_space},
+    {"volume up"_L1, XKB_KEY_XF86AudioRaiseVolume},
+    {"volume down"_L1, XKB_KEY_XF86AudioLowerVolume},
+    {"volume mute"_L1, XKB_KEY_XF86AudioMute},
 };
 
-quint32 keysymOfQtKey(int key)
+constexpr struct
 {
-    if (key >= Qt::Key_F1 && key <= Qt::Key_F35)
-        return quint32(XKB_KEY_F1 + (key - Qt::Key_F1));
-    for (const NamedKey& named : NamedKeys) {
-        if (named.key == key)
-            return named.keysym;
+    QLatin1StringView prefix;
+    quint32 modifiers;
+} PortableModifiers[] = {
+    {"meta+"_L1, Command}, {"ctrl+"_L1, Control}, {"alt+"_L1, Option},
+    {"shift+"_L1, Shift},  {"num+"_L1, 0}, // the keypad's keys are told from others, but grabbed with them
+};
+
+/// The modifier keys before the key's name, which are taken away from `text`.
+quint32 takeModifiers(QStringView& text)
+{
+    quint32 modifiers = 0;
+    for (;;) {
+        const auto* const next = std::ranges::find_if(
+            PortableModifiers, [text](const auto& modifier) { return text.startsWith(modifier.prefix); });
+        if (next == std::end(PortableModifiers))
+            return modifiers;
+        modifiers |= next->modifiers;
+        text = text.sliced(next->prefix.size());
     }
-    // A character, which Qt names by its capital.
-    return key < Qt::Key_Escape ? xkb_keysym_to_lower(xkb_utf32_to_keysym(quint32(key)))
-                                : quint32(XKB_KEY_NoSymbol);
+}
+
+/// XKB_KEY_NoSymbol for a name that no key has. `name` is in small letters.
+quint32 keysymOfPortableName(QStringView name)
+{
+    if (name.size() == 1) // a character, which Qt takes for its capital
+        return xkb_keysym_to_lower(xkb_utf32_to_keysym(name.front().toUpper().unicode()));
+    bool isNumber = false;
+    const uint number = name.startsWith(u'f') ? name.sliced(1).toUInt(&isNumber) : 0;
+    if (isNumber)
+        return number >= 1 && number <= 35 ? XKB_KEY_F1 + number - 1 : XKB_KEY_NoSymbol;
+    const auto* const named =
+        std::ranges::find_if(NamedKeys, [name](const NamedKey& key) { return key.name == name; });
+    return named == std::end(NamedKeys) ? XKB_KEY_NoSymbol : named->keysym;
 }
 
 } // namespace
@@ -121,25 +158,18 @@ std::optional<DesktopShortcut> DesktopShortcut::ofAccelerator(const QString& tex
     return shortcut;
 }
 
+// Not by QKeySequence, which compares every name with hundreds: a file of unknown ones would take it minutes.
 std::optional<DesktopShortcut> DesktopShortcut::ofPortableText(const QString& text)
 {
-    const QKeySequence sequence = QKeySequence::fromString(text, QKeySequence::PortableText);
-    if (sequence.count() != 1)
-        return std::nullopt;
-    const QKeyCombination combination = sequence[0];
+    const QString small = text.trimmed().toLower();
+    QStringView name = small;
     DesktopShortcut shortcut;
-    shortcut.keysym = keysymOfQtKey(combination.key());
+    shortcut.modifiers = takeModifiers(name);
+    shortcut.keysym = keysymOfPortableName(name);
     if (shortcut.keysym == XKB_KEY_NoSymbol)
         return std::nullopt;
-    const Qt::KeyboardModifiers modifiers = combination.keyboardModifiers();
-    if (modifiers & Qt::MetaModifier)
-        shortcut.modifiers |= Command;
-    if ((modifiers & Qt::ShiftModifier) || combination.key() == Qt::Key_Backtab)
+    if (name == Backtab)
         shortcut.modifiers |= Shift;
-    if (modifiers & Qt::AltModifier)
-        shortcut.modifiers |= Option;
-    if (modifiers & Qt::ControlModifier)
-        shortcut.modifiers |= Control;
     return shortcut;
 }
 

@@ -5,8 +5,11 @@
 #include "platform/linux/KdeShortcuts.h"
 #include "platform/linux/XfceShortcuts.h"
 
+#include <QElapsedTimer>
+#include <QKeySequence>
 #include <gtest/gtest.h>
 #include <xkbcommon/xkbcommon-keysyms.h>
+#include <xkbcommon/xkbcommon.h>
 
 using namespace tarnwick;
 using namespace Qt::StringLiterals;
@@ -77,12 +80,73 @@ TEST(DesktopShortcut, portableText_isNamesJoinedWithPlus)
         {u"Alt+Shift+Backtab"_s, keysym(XKB_KEY_Tab, Option | Shift)},
         {u"Volume Up"_s, keysym(XKB_KEY_XF86AudioRaiseVolume)},
         {u"Meta+Ж"_s, keysym(XKB_KEY_Cyrillic_zhe, Command)},
+        {u"ctrl+del"_s, keysym(XKB_KEY_Delete, Control)},
+        {u"Meta+Meta"_s, keysym(XKB_KEY_Super_L, Command)},
+        {u"Num+Enter"_s, keysym(XKB_KEY_KP_Enter)},
+        {u"+"_s, keysym(XKB_KEY_plus)},
+        {u"F35"_s, keysym(XKB_KEY_F35)},
+        {u"F36"_s, std::nullopt},
+        {u"F0"_s, std::nullopt},
+        {u"Ctrl+"_s, std::nullopt},
+        {u"Ctrl+Shift"_s, std::nullopt},
+        {u"Hyper+A"_s, std::nullopt},
+        {u"Media Play"_s, std::nullopt},
         {u"Ctrl+K, Ctrl+S"_s, std::nullopt},
         {u"none"_s, std::nullopt},
         {u""_s, std::nullopt},
     };
     for (const TextRow& row : rows)
         EXPECT_EQ(DesktopShortcut::ofPortableText(row.text), row.shortcut) << row.text.toStdString();
+}
+
+/// What QKeySequence makes of a text of one key, which is what wrote it.
+std::optional<QKeyCombination> readByQt(const QString& text)
+{
+    const QKeySequence sequence = QKeySequence::fromString(text, QKeySequence::PortableText);
+    return sequence.count() == 1 && sequence[0].key() != Qt::Key_unknown ? std::optional(sequence[0])
+                                                                         : std::nullopt;
+}
+
+TEST(DesktopShortcut, portableText_namesTheCharactersThatItNamesInQt)
+{
+    for (char32_t code = 0x21; code < 0x3000; ++code) {
+        if (QChar::isSpace(code))
+            continue;
+        const QString text = u"Alt+"_s + QChar(static_cast<char16_t>(code));
+        const auto inQt = readByQt(text);
+        const auto keysym = xkb_keysym_to_lower(inQt ? xkb_utf32_to_keysym(static_cast<quint32>(inQt->key()))
+                                                     : XKB_KEY_NoSymbol);
+        const auto shortcut = DesktopShortcut::ofPortableText(text);
+        ASSERT_EQ(shortcut ? shortcut->keysym : XKB_KEY_NoSymbol, keysym) << static_cast<uint>(code);
+    }
+}
+
+TEST(DesktopShortcut, portableText_namesTheKeysThatItNamesInQt)
+{
+    int known = 0;
+    for (int key = Qt::Key_Escape; key <= Qt::Key_VolumeUp; ++key) {
+        const QString text = QKeySequence(key).toString(QKeySequence::PortableText);
+        const bool named = readByQt(text) == QKeyCombination::fromCombined(key);
+        const auto shortcut = DesktopShortcut::ofPortableText(text);
+        EXPECT_TRUE(!shortcut || named) << key;
+        known += shortcut ? 1 : 0;
+    }
+    EXPECT_EQ(known, 63) << "35 with numbers and 28 with names";
+}
+
+TEST(DesktopShortcut, portableText_knowsTheSecondNamesOfKeys)
+{
+    const QString names[] = {u"Escape"_s,       u"Insert"_s,         u"Delete"_s,     u"Page Up"_s,
+                             u"Page Down"_s,    u"Caps Lock"_s,      u"Num Lock"_s,   u"Number Lock"_s,
+                             u"Print Screen"_s, u"System Request"_s, u"Scroll Lock"_s};
+    for (const QString& name : names) {
+        const auto key = readByQt(name);
+        ASSERT_TRUE(key) << name.toStdString();
+        const auto shortcut = DesktopShortcut::ofPortableText(name);
+        EXPECT_TRUE(shortcut) << name.toStdString();
+        EXPECT_EQ(shortcut, DesktopShortcut::ofPortableText(QKeySequence(*key).toString()))
+            << name.toStdString();
+    }
 }
 
 struct StringsRow
@@ -200,6 +264,14 @@ TEST(KdeShortcuts, activeOnes_areTheFirstItem_withTheirAlternatives)
                                                  keysym(XKB_KEY_space, Option), keysym(XKB_KEY_F2, Option)}));
     EXPECT_TRUE(parseKdeShortcuts(QByteArray(1000, '\xff')).isEmpty());
     EXPECT_TRUE(parseKdeShortcuts("").isEmpty());
+}
+
+TEST(KdeShortcuts, unknownNames_takeNoTime)
+{
+    QElapsedTimer taken;
+    taken.start();
+    EXPECT_TRUE(parseKdeShortcuts("[kwin]\nx=" + QByteArray("ab\\t").repeated(1 << 19)).isEmpty());
+    EXPECT_LT(taken.elapsed(), 5000) << "2 MiB; compared with all that Qt knows they take 15 s at least";
 }
 
 } // namespace
