@@ -24,8 +24,37 @@ QByteArray written(const SRRecorderCell& cell, Archive::Form form)
 
 } // namespace
 
-void prepareRecorder()
+int checkRecorder(const std::uint8_t* data, std::size_t size, Archive::Form form)
 {
+    const bool keyed = form == Archive::Form::Keyed;
+    Archive archive =
+        Archive::fromData(QByteArray(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size)));
+    if (archive.allowsKeyedCoding() != keyed)
+        return -1;
+    const SRRecorderCell cell(archive);
+    require(cell.keyCombo().code >= -0x8000 && cell.keyCombo().code <= 0x7FFF, "a key code has 16 bits");
+    require(cell.style() == 0 || cell.style() == 1, "a style is one of the two");
+    require((cell.allowedFlags() & FunctionKeyMask) != 0, "function keys can be recorded");
+    require(!cell.isRecording(), "a cell that is made does not record");
+    require(cell.keyComboString().has_value() == !cell.isEmpty(), "a cell says what it holds");
+
+    const QByteArray once = written(cell, form);
+    Archive again = Archive::fromData(once);
+    require(again.allowsKeyedCoding() == keyed, "an archive keeps its form");
+    const SRRecorderCell other(again);
+    require(written(other, form) == once, "a cell that is made from what it wrote writes the same");
+    require(other.keyCombo() == cell.keyCombo() && other.keyChars() == cell.keyChars() &&
+                other.autosaveName() == cell.autosaveName(),
+            "a cell that is made from what it wrote is the same");
+    return 0;
+}
+
+} // namespace tarnwick
+
+/// Sets up what a cell needs around it.
+extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/)
+{
+    using namespace tarnwick;
     static int argumentCount = 0;
     qputenv("QT_QPA_PLATFORM", "offscreen");
     static const QGuiApplication application(argumentCount, nullptr);
@@ -33,27 +62,5 @@ void prepareRecorder()
     static FakeKeyboardLayout keyboard;
     DefaultsStore::setShared(&store);
     KeyboardLayout::setShared(&keyboard);
+    return 0;
 }
-
-void checkRecorder(const Archive& archive)
-{
-    const Archive::Form form = archive.allowsKeyedCoding() ? Archive::Form::Keyed : Archive::Form::Unkeyed;
-    Archive read = archive;
-    const SRRecorderCell cell(read);
-    require(cell.keyCombo().code >= -0x8000 && cell.keyCombo().code <= 0x7FFF, "a key code has 16 bits");
-    require(cell.style() == 0 || cell.style() == 1, "a style is one of the two");
-    require((cell.allowedFlags() & FunctionKeyMask) != 0, "function keys can be recorded");
-    require(!cell.isRecording(), "a cell that is made does not record");
-    require(cell.keyComboString().has_value() == !cell.isEmpty(), "a cell says what it holds");
-
-    const QByteArray data = written(cell, form);
-    Archive again = Archive::fromData(data);
-    require(again.allowsKeyedCoding() == archive.allowsKeyedCoding(), "an archive keeps its form");
-    const SRRecorderCell other(again);
-    require(written(other, form) == data, "a cell that is made from what it wrote writes the same");
-    require(other.keyCombo() == cell.keyCombo() && other.keyChars() == cell.keyChars() &&
-                other.autosaveName() == cell.autosaveName(),
-            "a cell that is made from what it wrote is the same");
-}
-
-} // namespace tarnwick
