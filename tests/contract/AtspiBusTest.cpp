@@ -5,15 +5,12 @@
 #include "platform/linux/AtspiMenuSource.h"
 #include "platform/linux/MenuBarSearch.h"
 #include "tests/contract/BusDaemon.h"
+#include "tests/contract/DeafBus.h"
 #include "tests/contract/ScriptedApplication.h"
 
 #include <QElapsedTimer>
 #include <QTest>
 #include <gtest/gtest.h>
-
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <unistd.h>
 
 using namespace tarnwick;
 using namespace tarnwick::atspi;
@@ -292,20 +289,14 @@ TEST_F(AtspiBusTest, aBusThatDoesNotWelcomeUs_isGivenUp)
 {
     daemon.stop();
     QTemporaryDir directory;
-    const QByteArray path = directory.filePath(u"deaf"_s).toLocal8Bit();
-    const int listening = socket(AF_UNIX, SOCK_STREAM, 0);
-    sockaddr_un name{};
-    name.sun_family = AF_UNIX;
-    std::copy(path.cbegin(), path.cend(), name.sun_path);
-    ASSERT_EQ(bind(listening, reinterpret_cast<const sockaddr*>(&name), sizeof name), 0);
-    ASSERT_EQ(listen(listening, 5), 0);
-    qputenv("AT_SPI_BUS_ADDRESS", "unix:path=" + path);
+    const DeafBus deaf(directory.filePath(u"deaf"_s).toLocal8Bit());
+    ASSERT_TRUE(deaf.listens());
+    qputenv("AT_SPI_BUS_ADDRESS", deaf.address());
     QElapsedTimer time;
     time.start();
     EXPECT_EQ(bus.connection(Deadline::in(200ms)), nullptr);
     EXPECT_GE(time.elapsed(), 190);
     EXPECT_LE(time.elapsed(), 600);
-    close(listening);
 }
 
 TEST_F(AtspiBusTest, theFirstMenuBar_isTheFirstInDocumentOrder)

@@ -26,10 +26,8 @@ public:
     BusDaemon(const BusDaemon&) = delete;
     BusDaemon& operator=(const BusDaemon&) = delete;
 
-    [[nodiscard]] QByteArray address() const
-    {
-        return "unix:path=" + _directory.filePath(QStringLiteral("bus")).toLocal8Bit();
-    }
+    [[nodiscard]] QByteArray address() const { return "unix:path=" + path(); }
+    [[nodiscard]] QByteArray path() const { return _directory.filePath(QStringLiteral("bus")).toLocal8Bit(); }
     void start()
     {
         _process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
