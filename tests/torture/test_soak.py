@@ -19,7 +19,7 @@ from harness.applications import KITS, Fixture
 from harness.case import DesktopTest, main
 from harness.over import OWN_ENTRY
 from harness.tarnwick import TRIGGER
-from harness.waiting import TimedOut, wait_for
+from harness.waiting import Patience, TimedOut, wait_for
 
 WHOLE = 4_000  # in the time that scripts/torture has
 ROUNDS = int(os.environ.get("TARNWICK_SOAK_ROUNDS", times(WHOLE)))
@@ -80,17 +80,17 @@ class Hand:
 
     def wait_for_menus(self, *counts, limit=20.0):
         """Waits until so many are open, one of the counts, and returns how many."""
-        end = time.monotonic() + limit
+        patience = Patience(limit)
         while len(self._menus()) not in counts:
-            if time.monotonic() > end:
+            if patience.is_over():
                 raise TimedOut(f"after {limit} s not {counts} but {len(self._open)} open menus")
             select.select([self._display], [], [], 0.1)
         return len(self._open)
 
     def wait_until_free(self, limit=10.0):
-        end = time.monotonic() + limit
+        patience = Patience(limit)
         while self._screen.grabs_left():
-            if time.monotonic() > end:
+            if patience.is_over():
                 raise TimedOut(f"after {limit} s still held: {self._screen.grabs_left()}")
             time.sleep(0.001)
 

@@ -11,6 +11,22 @@ class TimedOut(AssertionError):
     """What was waited for did not come."""
 
 
+class Patience:
+    """So many seconds in which this program ran: while it is stopped with all it waits for, nothing can come."""
+
+    _LONGEST_TURN = 1.0
+
+    def __init__(self, seconds):
+        self._left = seconds
+        self._last = time.monotonic()
+
+    def is_over(self):
+        now = time.monotonic()
+        self._left -= min(now - self._last, self._LONGEST_TURN)
+        self._last = now
+        return self._left < 0
+
+
 def dispatch_events():
     """Delivers the bus signals that have arrived."""
     context = GLib.MainContext.default()
@@ -20,13 +36,13 @@ def dispatch_events():
 
 def wait_for(condition, what, limit=LIMIT, step=0.005):
     """Waits until `condition()` is true and returns its value; after `limit` seconds fails with `what`."""
-    end = time.monotonic() + limit
+    patience = Patience(limit)
     while True:
         dispatch_events()
         value = condition()
         if value:
             return value
-        if time.monotonic() > end:
+        if patience.is_over():
             raise TimedOut(f"after {limit} s still not: {what}")
         time.sleep(step)
 
