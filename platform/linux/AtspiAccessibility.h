@@ -7,6 +7,7 @@
 #include "platform/linux/AtspiMenuSource.h"
 #include "platform/linux/ElementContext.h"
 #include "platform/linux/OwnMenuSource.h"
+#include "platform/linux/ToolkitBridge.h"
 
 namespace tarnwick {
 
@@ -46,7 +47,8 @@ public:
 
 private:
     X11ActiveWindow _activeWindow;
-    AtspiBus _bus;
+    ToolkitBridge _toolkitBridge;
+    AtspiBus _bus{[this](const QByteArray& address) { _toolkitBridge.busAnswered(address); }};
     ReadingBudget _budget;
     X11Windows _windows;
     AtspiApplications _applications;

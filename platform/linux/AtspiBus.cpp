@@ -74,6 +74,8 @@ SdBus* AtspiBus::connection(Deadline deadline)
     _bus = address.isEmpty() ? nullptr : SdBus::open(address, deadline);
     ++_connection;
     _retry = _bus ? std::nullopt : std::optional(Deadline::in(Pause));
+    if (_bus && _connected)
+        _connected(address);
     return _bus.get();
 }
 

@@ -4,7 +4,9 @@
 #include "platform/linux/AtspiFacts.h"
 #include "platform/linux/SdBus.h"
 
+#include <functional>
 #include <memory>
+#include <utility>
 
 namespace tarnwick {
 
@@ -20,6 +22,12 @@ struct AtspiInquiry
 class AtspiBus
 {
 public:
+    /// To be told of the address at every new connection.
+    explicit AtspiBus(std::function<void(const QByteArray&)> connected = {})
+        : _connected(std::move(connected))
+    {
+    }
+
     /// Null when the bus cannot be reached by the deadline, or could not a moment ago.
     [[nodiscard]] SdBus* connection(Deadline deadline);
     /// The connection that stands now; null when there is none. Nothing is sent.
@@ -49,6 +57,7 @@ private:
     [[nodiscard]] bool _stands(const BusReference& reference) const;
     [[nodiscard]] SdBusMessage _call(const BusReference& reference, AtspiQuestion question);
 
+    std::function<void(const QByteArray&)> _connected;
     std::unique_ptr<SdBus> _bus;
     std::optional<Deadline> _retry;
     int _connection = 0;

@@ -54,6 +54,7 @@ inline constexpr const char* ActionInterface = "org.a11y.atspi.Action";
 inline constexpr const char* ComponentInterface = "org.a11y.atspi.Component";
 inline constexpr const char* ApplicationInterface = "org.a11y.atspi.Application";
 inline constexpr const char* PropertiesInterface = "org.freedesktop.DBus.Properties";
+inline constexpr const char* SocketInterface = "org.a11y.atspi.Socket";
 inline constexpr const char* RegistryService = "org.a11y.atspi.Registry";
 inline constexpr const char* RootPath = "/org/a11y/atspi/accessible/root";
 inline constexpr const char* NullPath = "/org/a11y/atspi/null";

@@ -119,6 +119,17 @@ class Buses(DesktopTest):
     def assert_is_in(self, tray):
         self.assertEqual([label for _, label in tray.menu()], MENU)
 
+    def assert_is_accessible(self):
+        """Reads its own menu, with the events that tell of it, as a screen reader does."""
+        self.assertEqual(self.accessible.application(self.tarnwick.pid).name, "Tarnwick")
+        reader = self.tarnwick.reader(self.accessible)
+        try:
+            self.tarnwick.open()
+            self.assertTrue(reader.wait_for(1))
+        finally:
+            reader.close()
+            self.tarnwick.close_menu()
+
     def assert_rests(self, what, seconds=None):
         """Looks for some time how much Tarnwick does while it is left alone."""
         seconds = seconds or max(2.0, times(10))
@@ -192,6 +203,7 @@ class TheAccessibilityBus(Buses):
                     application = self.application(kit, title=f"Later {kit} {number}")
                     self.assert_reads(application)
                     application.program.kill()
+            self.assert_is_accessible()
 
     def test_does_not_answer_any_more(self):
         for pid in self.mine.services(LAUNCHER):
@@ -213,6 +225,7 @@ class TheRegistry(Buses):
                 with self.subTest(application.window.title):
                     application.forget()
                     self.assert_reads(application)
+            self.assert_is_accessible()
         self.assert_rests("the registry killed")
 
 
