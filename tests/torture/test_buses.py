@@ -167,8 +167,8 @@ class TheSessionBus(Buses):
         self.assert_opens_and_closes()
 
     def test_comes_back(self):
+        self.assert_is_in(self.tray())
         for _ in range(times(3)):
-            self.assert_is_in(self.tray())
             self.mine.end_bus()
             self.assert_opens_and_closes()
             self.mine.begin_bus()
