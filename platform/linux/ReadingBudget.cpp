@@ -25,8 +25,23 @@ ReadingBudget::ReadingBudget()
     connect(&MenuTracking::shared(), &MenuTracking::ended, this, &ReadingBudget::_renew);
 }
 
+void ReadingBudget::_renewAfterWhatWasPressed()
+{
+    _usedUp = true;
+    // The event loop gets to this when the handler has returned, which may take long over the menu that it
+    // opens.
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            if (_usedUp)
+                _afterWhatWasPressed.start();
+        },
+        Qt::QueuedConnection);
+}
+
 void ReadingBudget::_renew()
 {
+    _usedUp = false;
     _afterWhatWasPressed.stop();
     _left = PerEvent;
 }
@@ -46,8 +61,7 @@ ReadingBudget::Reading::~Reading()
     _budget._left =
         std::max(_budget._left - (Deadline::Clock::now() - _start), Deadline::Clock::duration::zero());
     if (_budget._left == Deadline::Clock::duration::zero() && MenuTracking::shared().active()) {
-        if (!_budget._afterWhatWasPressed.isActive())
-            _budget._afterWhatWasPressed.start();
+        _budget._renewAfterWhatWasPressed();
         return;
     }
     if (std::exchange(_budget._renewalQueued, true))
@@ -57,7 +71,7 @@ ReadingBudget::Reading::~Reading()
         &_budget,
         [budget = &_budget] {
             budget->_renewalQueued = false;
-            if (!budget->_afterWhatWasPressed.isActive())
+            if (!budget->_usedUp)
                 budget->_left = PerEvent;
         },
         Qt::QueuedConnection);

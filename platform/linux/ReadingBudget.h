@@ -42,11 +42,13 @@ public:
     };
 
 private:
+    void _renewAfterWhatWasPressed();
     void _renew();
 
     Deadline::Clock::duration _left = PerEvent;
     std::optional<Deadline> _current; ///< of the outermost reading
     bool _renewalQueued = false;
+    bool _usedUp = false; ///< while a menu is open
     QTimer _afterWhatWasPressed;
 };
 
