@@ -51,6 +51,7 @@ class Hand:
         self._codes = {key: screen.key_code(key) for key in ("Alt_L", "Escape", "Down", "Right")}
         self._codes["trigger"] = TRIGGER
         self._open = []
+        self.opened = 0  # menus, ever
 
     def close(self):
         self._display.close()
@@ -87,6 +88,15 @@ class Hand:
             select.select([self._display], [], [], 0.1)
         return len(self._open)
 
+    def wait_for_another_menu(self, before, limit=20.0):
+        """Waits until one has opened since there were `before`, and returns how many are open still."""
+        patience = Patience(limit)
+        while not self._menus() and self.opened == before:
+            if patience.is_over():
+                raise TimedOut(f"after {limit} s no menu")
+            select.select([self._display], [], [], 0.1)
+        return len(self._open)
+
     def wait_until_free(self, limit=10.0):
         patience = Patience(limit)
         while self._screen.grabs_left():
@@ -104,6 +114,7 @@ class Hand:
             seen = self._display.next_event()
             if seen.type == X.MapNotify and seen.override and self._is_menu(seen.window):
                 self._open.append(seen.window.id)
+                self.opened += 1
             elif seen.type in (X.UnmapNotify, X.DestroyNotify) and seen.window.id in self._open:
                 self._open.remove(seen.window.id)
         return self._open
@@ -143,20 +154,26 @@ class OverThreeApplications(DesktopTest):
 
     def pop_up(self, number):
         """Opens the menu and closes it; now and then one of its submenus, too."""
+        before = self.hand.opened
         self.hand.press("Alt_L", "trigger")
-        self.hand.wait_for_menus(1)
+        left = self.hand.wait_for_another_menu(before)
         self.hand.release("trigger", "Alt_L")
-        if number % INTO_A_SUBMENU == 0:
-            self.hand.tap(*["Down"] * (number // INTO_A_SUBMENU % ENTRIES + 1), "Right")
-            if self.hand.wait_for_menus(2, 0) == 0:  # a switch that came late has closed it
-                self.cut_short.append(number)
-                self.hand.wait_until_free()
-                return
+        if left and number % INTO_A_SUBMENU == 0:
+            left = self._look_into_a_submenu(number)
+        if left:
             self.hand.tap("Escape")
-            self.hand.wait_for_menus(1, 0)
-        self.hand.tap("Escape")
-        self.hand.wait_for_menus(0)
+            self.hand.wait_for_menus(0)
+        else:  # a switch that came late has closed it
+            self.cut_short.append(number)
         self.hand.wait_until_free()
+
+    def _look_into_a_submenu(self, number):
+        """Returns how many menus are open afterwards."""
+        self.hand.tap(*["Down"] * (number // INTO_A_SUBMENU % ENTRIES + 1), "Right")
+        if self.hand.wait_for_menus(2, 0) == 0:
+            return 0
+        self.hand.tap("Escape")
+        return self.hand.wait_for_menus(1, 0)
 
 
 class ALongDay(OverThreeApplications):

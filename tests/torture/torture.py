@@ -43,6 +43,12 @@ def note(what, value, limit=None, unit=""):
         with open(pathlib.Path(directory) / f"{line['part']}.jsonl", "a", encoding="utf-8") as file:
             file.write(json.dumps(line, ensure_ascii=False) + "\n")
 
+
+def starved(*pids):
+    """Seconds in all when the first threads of these programs were ready to run and others had the processor."""
+    return sum(int(pathlib.Path(f"/proc/{pid}/schedstat").read_text().split()[1]) for pid in pids) / 1e9
+
+
 _SWITCH = 12  # bytes of a line
 
 
@@ -112,4 +118,4 @@ class WatchedTarnwick(Tarnwick):
         return pathlib.Path(f"/proc/{self.pid}/{name}").read_text()
 
 
-__all__ = ["Absence", "SEED", "SHARE", "WatchedTarnwick", "dice", "note", "times", "wait_for"]
+__all__ = ["Absence", "SEED", "SHARE", "WatchedTarnwick", "dice", "note", "starved", "times", "wait_for"]

@@ -89,6 +89,10 @@ class Session:
         return [pid for pid in descendants_of(os.getpid()) if self._marker in environment_of(pid)
                 and any(name in command_line_of(pid) for name in names)]
 
+    @property
+    def display_server_pid(self):
+        return self._display_server.pid
+
     def end_display(self):
         """The X server goes, and with it whoever does not live without it."""
         self.screen = None
