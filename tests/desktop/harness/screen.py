@@ -31,7 +31,7 @@ class Window:
     @property
     def title(self):
         value = self._screen.property_of(self.handle, "_NET_WM_NAME")
-        return bytes(value).decode() if value is not None else ""
+        return bytes(value).decode(errors="replace") if value is not None else ""
 
     @property
     def types(self):

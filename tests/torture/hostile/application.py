@@ -3,8 +3,10 @@
 
     application.py ADDRESS LOG BEHAVIOUR
 
-It writes `typed X` for a key and `pressed PATH` for an action into LOG, and `thrown out` when the bus has closed the
-connection. The call "Behave" on the object "/control" gives it another behaviour, "Asked" tells how many calls there were.
+With "exported BEHAVIOUR" its tree is good, without a bar, and what BEHAVIOUR says is true of the one that it exports on
+the session bus. It writes `typed X` for a key and `pressed PATH` for an action into LOG, and `thrown out` when the bus has
+closed the connection. The call "Behave" on the object "/control" gives it another behaviour, "Asked" tells how many calls
+there were.
 """
 import heapq
 import itertools
@@ -14,13 +16,16 @@ import select
 import sys
 import time
 
-from Xlib import X, XK, Xutil, display
+from Xlib import X, XK, Xatom, Xutil, display
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent))
 
+from hostile import exports  # noqa: E402
 from hostile.behaviours import behaviour  # noqa: E402
 from hostile.tree import ROOT  # noqa: E402
-from hostile.wire import CALL, Connection  # noqa: E402
+from hostile.wire import CALL, RETURN, Connection  # noqa: E402
+
+_EXPORTED = "exported "
 
 
 class Log:
@@ -35,18 +40,22 @@ class Log:
 class ItsWindow:
     """A plain window that takes the focus and notes keys."""
 
-    def __init__(self, title, log):
+    def __init__(self, log, properties):
         self._log = log
         self._display = display.Display()
         screen = self._display.screen()
         self._window = screen.root.create_window(
             60, 60, 320, 200, 0, screen.root_depth, background_pixel=screen.white_pixel,
             event_mask=X.KeyPressMask | X.StructureNotifyMask)
-        self._window.set_wm_name(title)
-        self._window.set_wm_class("hostile", "Hostile")
+        self._window.set_wm_class(f"hostile{os.getpid()}", "Hostile")
         self._window.set_wm_hints(flags=Xutil.InputHint, input=True)
-        self._set("_NET_WM_NAME", self._display.intern_atom("UTF8_STRING"), 8, title.encode())
-        self._set("_NET_WM_PID", self._display.intern_atom("CARDINAL"), 32, [os.getpid()])
+        for name, value in properties.items():
+            self._set(name, self._display.intern_atom("UTF8_STRING"), 8, value.encode())
+
+    def show_as(self, title, process):
+        self._set("_NET_WM_NAME", self._display.intern_atom("UTF8_STRING"), 8, title)
+        self._set("WM_NAME", Xatom.STRING, 8, title)
+        self._set("_NET_WM_PID", Xatom.CARDINAL, 32, [process or os.getpid()])
         self._window.map()
         self._display.flush()
 
@@ -68,12 +77,15 @@ class Application:
     def __init__(self, address, log, text):
         self.log = log
         self.bus = Connection(address)
+        self._session_bus = Connection(os.environ["DBUS_SESSION_BUS_ADDRESS"]) if text.startswith(_EXPORTED) else None
         self._delayed = []
         self._order = itertools.count()
         self._asked = 0
         self._next = text
         self._behaviour = None
+        self._exports = None
         self._registered = False
+        self._window = None
 
     @property
     def service(self):
@@ -83,39 +95,62 @@ class Application:
         heapq.heappush(self._delayed, (time.monotonic() + seconds, next(self._order), call))
 
     def run(self):
-        window = None
         while True:
-            if self._registered and window is None:
-                window = ItsWindow("Hostile", self.log)
+            if self._window is None and self._registered and (not self._session_bus or self._session_bus.name):
+                self._window = ItsWindow(self.log, self._exported_properties())
+                self._show()
             try:
-                self._turn(window)
+                self._turn()
             except EOFError:
                 self.log.write("thrown out")
                 self.bus.close()
-                self._stay(window)
+                self._stay()
 
-    def _turn(self, window):
+    def _turn(self):
         limit = max(0, self._delayed[0][0] - time.monotonic()) if self._delayed else None
-        writers = [self.bus] if self.bus.wants_to_write else []
-        select.select([self.bus, *([window] if window else [])], writers, [], limit)
-        for message in self.bus.receive():
-            self._take(message)
+        buses = [bus for bus in (self.bus, self._session_bus) if bus]
+        writers = [bus for bus in buses if bus.wants_to_write]
+        select.select([*buses, *([self._window] if self._window else [])], writers, [], limit)
+        for bus in buses:
+            for message in bus.receive():
+                self._take(message)
         while self._delayed and self._delayed[0][0] <= time.monotonic():
             heapq.heappop(self._delayed)[2]()
-        self.bus.flush()
-        if window:
-            window.receive()
+        for bus in buses:
+            bus.flush()
+        if self._window:
+            self._window.receive()
 
-    @staticmethod
-    def _stay(window):
+    def _stay(self):
         """The window is all that is left."""
-        while window:
-            select.select([window], [], [])
-            window.receive()
+        while self._window:
+            select.select([self._window], [], [])
+            self._window.receive()
         sys.exit(1)
 
+    def _exported_properties(self):
+        """What tells everybody where the exported model is."""
+        if not self._session_bus:
+            return {}
+        return {"_GTK_UNIQUE_BUS_NAME": self._session_bus.name, "_GTK_MENUBAR_OBJECT_PATH": exports.PATH,
+                "_GTK_WINDOW_OBJECT_PATH": exports.PATH}
+
+    def _behave(self, text):
+        if self._session_bus:
+            self._behaviour = behaviour(self, "without-a-bar")
+            self._exports = behaviour(self, text.removeprefix(_EXPORTED))
+        else:
+            self._behaviour = behaviour(self, text)
+        if self._window:
+            self._show()
+
+    def _show(self):
+        self._window.show_as(self._behaviour.title, self._behaviour.process)
+
     def _take(self, message):
-        if message.kind != CALL:
+        if message.connection is self._session_bus:
+            self._take_from_session(message)
+        elif message.kind != CALL:
             self._take_reply(message)
         elif message.path == "/control":
             self._control(message)
@@ -127,10 +162,16 @@ class Application:
             self._asked += 1
             self._behaviour.receive(message)
 
+    def _take_from_session(self, message):
+        if message.kind == RETURN and message.reply_serial == 1:
+            self._session_bus.name, = message.arguments
+        elif message.expects_reply and self._exports:
+            self._exports.receive(message)
+
     def _take_reply(self, message):
         if not self.bus.name and message.reply_serial == 1:
             self.bus.name, = message.arguments
-            self._behaviour = behaviour(self, self._next)
+            self._behave(self._next)
             self.bus.call("org.a11y.atspi.Registry", ROOT, "org.a11y.atspi.Socket", "Embed", "(so)",
                           [(self.service, ROOT)])
         elif message.reply_serial == 2:
@@ -138,7 +179,7 @@ class Application:
 
     def _control(self, message):
         if message.member == "Behave":
-            self._behaviour = behaviour(self, message.arguments[0])
+            self._behave(message.arguments[0])
             self.bus.reply(message, "b", [1])
         else:
             self.bus.reply(message, "u", [self._asked])

@@ -5,7 +5,7 @@ import os
 import signal
 import time
 
-from . import tree
+from . import exports, tree
 from .tree import Answer, Node
 from .wire import body_of
 
@@ -16,28 +16,35 @@ class Behaviour:
     """The good one, which answers every call at once and rightly. `argument` is what stands behind the name."""
 
     toolkit = "gtk"
+    title = b"Hostile"  # of its window
+    process = None  # that its window tells; the true one without
 
     def __init__(self, application, argument=""):
         self.application = application
         self.argument = argument
         self.nodes = self.tree()
+        self.menus = self.exported()
         self._begin = time.monotonic()
 
     def tree(self):
         return tree.menu_bar()
 
+    def exported(self):
+        return exports.menu_bar()
+
     def answer_to(self, call):
+        if call.interface.startswith("org.gtk."):
+            return exports.right_answer(call, self.menus)
         return tree.right_answer(call, self.nodes, self.application.service, self.toolkit)
 
     def receive(self, call):
         self.send(call, self.answer_to(call))
 
     def send(self, call, answer):
-        bus = self.application.bus
         if answer is None:
-            bus.refuse(call, "org.freedesktop.DBus.Error.UnknownMethod")
+            call.connection.refuse(call, "org.freedesktop.DBus.Error.UnknownMethod")
         else:
-            bus.reply(call, answer.signature, answer.values)
+            call.connection.reply(call, answer.signature, answer.values)
 
 
 class Never(Behaviour):
@@ -95,7 +102,7 @@ class EveryOther(Behaviour):
 
 class Errors(Behaviour):
     def receive(self, call):
-        self.application.bus.refuse(call)
+        call.connection.refuse(call)
 
 
 _NESTED = ("s", "deep")
@@ -137,9 +144,9 @@ class LargeTexts(Behaviour):
 
     def receive(self, call):
         if call.member == "GetKeyBinding":
-            self.application.bus.reply(call, "s", body=self._binding)
+            call.connection.reply(call, "s", body=self._binding)
         elif call.member == "Get" and call.arguments[1] == "Name":
-            self.application.bus.reply(call, "v", body=self._name)
+            call.connection.reply(call, "v", body=self._name)
         else:
             super().receive(call)
 
@@ -170,8 +177,8 @@ class Fds(Behaviour):
         answer = self.answer_to(call)
         reader, writer = os.pipe()
         if answer:
-            self.application.bus.reply(call, answer.signature + "h", [*answer.values, 0], descriptors=[reader, writer])
-            self.application.bus.flush()
+            call.connection.reply(call, answer.signature + "h", [*answer.values, 0], descriptors=[reader, writer])
+            call.connection.flush()
         os.close(reader)
         os.close(writer)
 
@@ -180,12 +187,12 @@ class Cut(Behaviour):
     """The content is shorter than the text in it says."""
 
     def receive(self, call):
-        self.application.bus.reply(call, "s", body=b"\xff\xff\0\0cut")
+        call.connection.reply(call, "s", body=b"\xff\xff\0\0cut")
 
 
 class InvalidUtf8(Behaviour):
     def receive(self, call):
-        self.application.bus.reply(call, "v", [("s", b"\xc3\x28 \xed\xa0\x80")])
+        call.connection.reply(call, "v", [("s", b"\xc3\x28 \xed\xa0\x80")])
 
 
 class Half(Behaviour):
@@ -196,7 +203,7 @@ class Half(Behaviour):
     def receive(self, call):
         if not self._begun:
             self._begun = True
-            self.application.bus.reply(call, "s", body=body_of("s", ["x" * 1000]), length=1 << 20)
+            call.connection.reply(call, "s", body=body_of("s", ["x" * 1000]), length=1 << 20)
 
 
 class Controls(Behaviour):
@@ -242,7 +249,7 @@ class Children(Behaviour):
 
     def receive(self, call):
         if call.member == "GetChildren" and (call.path in ("/bar", "/File") or call.path.startswith("/m")):
-            self.application.bus.reply(call, "a(so)", body=self._body)
+            call.connection.reply(call, "a(so)", body=self._body)
         else:
             super().receive(call)
 
@@ -402,7 +409,7 @@ class Twice(Behaviour):
     def receive(self, call):
         for _ in range(3):
             super().receive(call)
-        self.application.bus.reply(call, "s", ["to nothing"], serial=call.serial + 100000)
+        call.connection.reply(call, "s", ["to nothing"], serial=call.serial + 100000)
 
 
 class Flood(Behaviour):
@@ -412,7 +419,7 @@ class Flood(Behaviour):
 
     def receive(self, call):
         for _ in range(2000):
-            self.application.bus.tell(call.sender, "s", self._BODY)
+            call.connection.tell(call.sender, "s", self._BODY)
         super().receive(call)
 
 
@@ -434,6 +441,91 @@ class ToolkitOf(Behaviour):
     toolkit = "\u2603" * 100000
 
 
+class WithoutABar(Behaviour):
+    """Has none in its tree, as one has that exports it."""
+
+    def tree(self):
+        nodes = super().tree()
+        nodes["/frame"] = nodes["/frame"]._replace(children=[])
+        return nodes
+
+
+class LargeLabels(Behaviour):
+    """Each exported label has 16 MiB."""
+
+    def exported(self):
+        return {number: [exports.entry(b"x" * LARGE, **{":submenu": (1, 0)})] for number in super().exported()}
+
+
+class ManyEntries(Behaviour):
+    """So many exported entries in each menu, each of which holds one."""
+
+    def exported(self):
+        entries = [exports.entry(f"Entry {number}", **{":submenu": (1, 0)}) for number in range(int(self.argument))]
+        self._body = body_of("a(uuaa{sv})", [[(0, 0, entries), (1, 0, entries)]])
+        return {}
+
+    def receive(self, call):
+        if call.member == "Start":
+            call.connection.reply(call, "a(uuaa{sv})", body=self._body)
+        else:
+            super().receive(call)
+
+
+class LinksInCircles(Behaviour):
+    """Exported sections and submenus that hold themselves and each other."""
+
+    def exported(self):
+        circle = [exports.entry("Itself", **{":submenu": number}) for number in ((0, 0), (0, 1), (1, 0))]
+        sections = [exports.section(number) for number in ((0, 0), (0, 1), (1, 0), (1, 1), (0, 0))]
+        return {(group, menu): circle + sections + circle for group in (0, 1) for menu in (0, 1)}
+
+
+class SectionsElsewhere(Behaviour):
+    """Each section's section is in another group, without an end, and 1000 others are nowhere."""
+
+    def exported(self):
+        nowhere = [exports.section((number, 7)) for number in range(5000, 6000)]
+        return {(group, 0): [exports.entry(f"Group {group}", **{":submenu": (group + 1, 0)}),
+                             exports.section((group + 1, 0)), *nowhere] for group in range(100)}
+
+
+class WrongLinks(Behaviour):
+    """Exports entries whose attributes have types of their own."""
+
+    _ATTRIBUTES = [
+        ("label", ("i", 1)), ("label", ("as", ["x"])), (":submenu", ("s", "File")), (":section", ("(uuu)", (1, 2, 3))),
+        (":submenu", ("(uu)", (4294967295, 4294967295))), ("action", ("s", "." * 1000)), ("target", _NESTED),
+        ("accel", ("s", "<Primary>" * 1000)), ("hidden-when", ("d", 0.5)), ("", ("v", ("s", "")))]
+
+    def exported(self):
+        wrong = [[("label", ("s", "Wrong")), attribute] for attribute in self._ATTRIBUTES]
+        return {number: wrong + entries for number, entries in super().exported().items()}
+
+
+class ChangingExports(Behaviour):
+    """Another model each time that one asks."""
+
+    _round = 0
+
+    def receive(self, call):
+        self._round += 1
+        first = self._round % 7
+        self.menus = {(group, 0): [exports.entry(f"Round {self._round}", **{":submenu": ((group + first) % 5, 0)}),
+                                   exports.section(((group * first) % 5, 0))] * first for group in range(5)}
+        super().receive(call)
+
+
+class Disguised(Behaviour):
+    """Its window tells another process, that of the argument, and has a title that is no text."""
+
+    title = b"\xff\xfe\x1b[2J%s%n\xe2\x80\xae\0\xed\xa0\x80\r\n" * 8000
+
+    @property
+    def process(self):
+        return int(self.argument)
+
+
 BEHAVIOURS = {
     "well": Behaviour, "never": Never, "after": After, "in-turn": InTurn, "busy": Busy, "only": Only,
     "every-other": EveryOther, "errors": Errors, "wrong-types": WrongTypes, "wrong-types-of": WrongTypesOf,
@@ -442,7 +534,9 @@ BEHAVIOURS = {
     "counts": Counts, "false-counts": FalseCounts, "cycle": Cycle, "deep": Deep, "bar-too-deep": BarTooDeep,
     "foreign": Foreign, "foreign-window": ForeignWindow, "asker": Asker, "askers-window": AskersWindow,
     "nobody": Nobody, "changing": Changing, "vanish": Vanish, "leave": Leave, "twice": Twice, "flood": Flood,
-    "qt": Qt, "toolkit": ToolkitOf,
+    "qt": Qt, "toolkit": ToolkitOf, "without-a-bar": WithoutABar, "large-labels": LargeLabels, "entries": ManyEntries,
+    "links-in-circles": LinksInCircles, "sections-elsewhere": SectionsElsewhere, "wrong-links": WrongLinks,
+    "changing-exports": ChangingExports, "disguised": Disguised,
 }
 
 

@@ -20,12 +20,19 @@ class HostileApplication(Application):
         super().__init__(session, [sys.executable, _PROGRAM, bus.address, self._log_file, behaviour], "Hostile")
 
     def is_in_front(self):
-        return not self.program.running() or super().is_in_front()
+        front = self._session.screen.active_window()
+        return not self.program.running() or front is not None and front.id == self.window.id
 
     def _first_window(self, title):
+        """By the class that it has given the window: of title and process it may not tell the truth."""
+        screen = self._session.screen
+        own = f"hostile{self.pid}".encode()
+
         def find():
-            return not self.program.running() or next((one for one in self.windows() if one.title == title), None)
-        return wait_for(find, "the hostile application's window")
+            return not self.program.running() or next(
+                (window for window in screen.windows()
+                 if own in bytes(screen.property_of(window.handle, "WM_CLASS") or b"").split(b"\0")), None)
+        return wait_for(find, f"the {title} application's window")
 
     def lines(self, kind):
         """What it has written after `kind`, oldest first."""

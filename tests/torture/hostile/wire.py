@@ -114,9 +114,10 @@ class Reader:
 
 
 class Message:
-    """What came: its kind, its fields by number, its content."""
+    """What came: on which connection, its kind, its fields by number, its content."""
 
-    def __init__(self, data):
+    def __init__(self, connection, data):
+        self.connection = connection
         self.kind, self.flags = data[1], data[2]
         _, self.serial, length = struct.unpack_from("<III", data, 4)
         fields = dict(Reader(data[:16 + length]).read("yyyyuua(yv)")[6])
@@ -185,7 +186,7 @@ class Connection:
             self._in += data
         messages = []
         while (size := self._next_size()) and len(self._in) >= size:
-            messages.append(Message(bytes(self._in[:size])))
+            messages.append(Message(self, bytes(self._in[:size])))
             del self._in[:size]
         return messages
 
