@@ -45,13 +45,17 @@ bool X11KeyboardGrab::take(int attempts)
     return false;
 }
 
+xcb_grab_keyboard_cookie_t X11KeyboardGrab::_requestOn(xcb_window_t window)
+{
+    return xcb_grab_keyboard(_connection.get(), 0, window, XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC,
+                             XCB_GRAB_MODE_ASYNC);
+}
+
 int X11KeyboardGrab::_grabOn(xcb_window_t window)
 {
-    const auto cookie = xcb_grab_keyboard(_connection.get(), 0, window, XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC,
-                                          XCB_GRAB_MODE_ASYNC);
     xcb_generic_error_t* error = nullptr;
     const XcbOwned<xcb_grab_keyboard_reply_t> reply(
-        xcb_grab_keyboard_reply(_connection.get(), cookie, &error));
+        xcb_grab_keyboard_reply(_connection.get(), _requestOn(window), &error));
     const XcbOwned<xcb_generic_error_t> ownedError(error);
     return reply ? reply->status : windowIsGone;
 }
@@ -71,6 +75,10 @@ void X11KeyboardGrab::yield()
 
 void X11KeyboardGrab::letGoOfKey()
 {
+    // From the focus window itself the server would tell the end of the grab as a loss of the focus and its
+    // return. There are window managers that believe the first and not the second.
+    const auto cookie = _requestOn(_connection.root());
+    xcb_discard_reply(_connection.get(), cookie.sequence);
     xcb_ungrab_keyboard(_connection.get(), XCB_CURRENT_TIME);
     xcb_flush(_connection.get());
 }

@@ -43,6 +43,7 @@ public:
 
 private:
     enum class Mode { None, Taken, Yielded };
+    [[nodiscard]] xcb_grab_keyboard_cookie_t _requestOn(xcb_window_t window);
     [[nodiscard]] int _grabOn(xcb_window_t window);
     void _dropPassive();
 

@@ -1,5 +1,7 @@
 # SPDX-License-Identifier: MIT
 """The application in front keeps its focus, as far as it can tell, while the menu is open."""
+from Xlib import X, display
+
 from harness.case import main
 from harness.over import OverFeatherpad, OverGtk3, OverMousepad, OverQt5, OverQt6
 from harness.tarnwick import OPTION, TRIGGER
@@ -120,6 +122,21 @@ class TheFocusOf:
         self.assertEqual(self.screen.focused_window_id(), self.focus_window)
         self.tarnwick.close_menu()
         self.assertEqual(self.screen.focused_window_id(), self.focus_window)
+
+    def test_is_not_told_to_be_lost_when_the_menu_closes(self):
+        """Window managers listen, too: KWin takes a window with such an event for one that is not in front any more."""
+        watch = display.Display(self.session.environment["DISPLAY"])
+        self.addCleanup(watch.close)
+        watch.create_resource_object("window", self.focus_window).change_attributes(event_mask=X.FocusChangeMask)
+        watch.sync()
+        self.tarnwick.open()
+        self.screen.tap("Down")
+        self.tarnwick.close_menu()
+        watch.sync()
+        events = [watch.next_event() for _ in range(watch.pending_events())]
+        self.assertNotEqual(events, [], "the hot key was not seen either")
+        self.assertEqual([event.mode for event in events if event.type == X.FocusOut and event.mode != X.NotifyGrab
+                          and event.detail != X.NotifyPointer], [])
 
     def test_survives_option_released_first(self):
         self.screen.press(OPTION)
