@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/Desktop.h"
 #include "platform/linux/AtspiAccessibility.h"
+#include "platform/linux/DesktopNames.h"
 #include "platform/linux/KeyCodes.h"
 #include "platform/linux/LinuxLook.h"
 #include "platform/linux/LinuxScreens.h"
@@ -24,8 +25,11 @@
 
 #include <QDBusConnection>
 #include <QKeyEvent>
+#include <QStandardPaths>
 
 #include <utility>
+
+using namespace Qt::StringLiterals;
 
 namespace tarnwick {
 
@@ -45,6 +49,16 @@ QtEventConverter makeEventConverter(const XkbKeyboardLayout& layout)
         [](const QKeyEvent& event) { return virtualKeyCodeOf(event.nativeScanCode()); },
         [&layout](quint16 keyCode, bool shift) { return letterOf(layout, keyCode, shift); },
     });
+}
+
+/// Of the icon that hosts of status items draw in their own colours; nothing when it is not installed: some
+/// show an empty place for a name that they do not know.
+QString symbolicIconName()
+{
+    const QString name = desktop_names::BusName + u"-symbolic"_s;
+    const QString file = u"icons/hicolor/symbolic/apps/"_s + name + u".svg"_s;
+    const bool installed = !QStandardPaths::locate(QStandardPaths::GenericDataLocation, file).isEmpty();
+    return installed ? name : QString();
 }
 
 QStringList currentDesktops()
@@ -100,7 +114,7 @@ Desktop openDesktop(int& argc, char** argv)
     desktop.hotKeys = std::move(hotKeys);
     desktop.keyboardLayout = std::move(layout);
     desktop.menuPresenter = std::make_unique<QMenuPresenter>();
-    desktop.statusBar = std::make_unique<QtStatusBar>(std::move(trayHost));
+    desktop.statusBar = std::make_unique<QtStatusBar>(std::move(trayHost), symbolicIconName());
     return desktop;
 }
 

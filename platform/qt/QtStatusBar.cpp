@@ -7,7 +7,10 @@
 
 namespace tarnwick {
 
-QtStatusBar::QtStatusBar(std::unique_ptr<TrayHost> host) : _host(std::move(host)) {}
+QtStatusBar::QtStatusBar(std::unique_ptr<TrayHost> host, QString symbolicName)
+    : _host(std::move(host)), _symbolicName(std::move(symbolicName))
+{
+}
 
 QtStatusBar::~QtStatusBar()
 {
@@ -17,7 +20,7 @@ QtStatusBar::~QtStatusBar()
 
 std::shared_ptr<StatusItem> QtStatusBar::statusItemWithLength(double /*length*/)
 {
-    _items.append(std::make_shared<QtStatusItem>(*_host));
+    _items.append(std::make_shared<QtStatusItem>(*_host, _symbolicName));
     return _items.constLast();
 }
 

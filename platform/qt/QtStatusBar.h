@@ -5,6 +5,7 @@
 #include "platform/qt/TrayHost.h"
 
 #include <QList>
+#include <QString>
 
 #include <memory>
 
@@ -14,7 +15,9 @@ namespace tarnwick {
 class QtStatusBar final : public StatusBar
 {
 public:
-    explicit QtStatusBar(std::unique_ptr<TrayHost> host);
+    /// `symbolicName` is that of its items' icon in the desktop's theme, for hosts that draw it in the
+    /// colours of their panel; empty when the theme has none.
+    explicit QtStatusBar(std::unique_ptr<TrayHost> host, QString symbolicName = {});
     ~QtStatusBar() override;
 
     [[nodiscard]] std::shared_ptr<StatusItem> statusItemWithLength(double length) override;
@@ -22,6 +25,7 @@ public:
 
 private:
     std::unique_ptr<TrayHost> _host;
+    QString _symbolicName;
     QList<std::shared_ptr<StatusItem>> _items;
 };
 

@@ -4,11 +4,16 @@
 #include "foundation/Screens.h"
 #include "menu/Menu.h"
 #include "menu/MenuPresenter.h"
+#include "platform/qt/NamedIcon.h"
 
-#include <QCoreApplication>
+#include <QEvent>
+#include <QGuiApplication>
+#include <QPalette>
 #include <QPixmap>
 #include <QPointer>
 #include <QTimer>
+
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -42,6 +47,12 @@ QIcon iconOf(const QImage& image)
     return image.isNull() ? QIcon() : QIcon(QPixmap::fromImage(image));
 }
 
+bool desktopIsDark()
+{
+    const QPalette palette = QGuiApplication::palette();
+    return palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
+}
+
 /// An item without an image has its place all the same.
 QIcon emptyIcon()
 {
@@ -52,8 +63,11 @@ QIcon emptyIcon()
 
 } // namespace
 
-QtStatusItem::QtStatusItem(const TrayHost& host) : _host(host), _icon(emptyIcon())
+QtStatusItem::QtStatusItem(const TrayHost& host, QString symbolicName)
+    : _host(host), _symbolicName(std::move(symbolicName)), _icon(emptyIcon())
 {
+    _publishedMenu.ensurePolished(); // from now on it hears of new colours
+    _publishedMenu.installEventFilter(this);
     connect(&_publishedMenu, &QMenu::aboutToShow, this, &QtStatusItem::_fillPublishedMenu);
     connect(&_publishedMenu, &QMenu::aboutToShow, this, [this] { _setHighlighted(true); });
     connect(&_publishedMenu, &QMenu::aboutToHide, this, [this] { _setHighlighted(false); });
@@ -61,7 +75,10 @@ QtStatusItem::QtStatusItem(const TrayHost& host) : _host(host), _icon(emptyIcon(
     _show();
 }
 
-QtStatusItem::~QtStatusItem() = default;
+QtStatusItem::~QtStatusItem()
+{
+    _publishedMenu.removeEventFilter(this);
+}
 
 void QtStatusItem::setMenu(const std::shared_ptr<Menu>& menu)
 {
@@ -72,12 +89,13 @@ void QtStatusItem::setMenu(const std::shared_ptr<Menu>& menu)
 void QtStatusItem::setImage(const QImage& image)
 {
     _icon = image.isNull() ? emptyIcon() : iconOf(image);
-    _setHighlighted(false);
+    _updateIcon();
 }
 
 void QtStatusItem::setAlternateImage(const QImage& image)
 {
     _alternateIcon = iconOf(image);
+    _updateIcon();
 }
 
 void QtStatusItem::remove()
@@ -91,7 +109,7 @@ void QtStatusItem::_show()
     _trayIcon.reset();
     if (_removed || _host.kind() == TrayHost::Kind::None)
         return;
-    _trayIcon = std::make_unique<QSystemTrayIcon>(_icon);
+    _trayIcon = std::make_unique<QSystemTrayIcon>(_iconNow());
     _trayIcon->setToolTip(QCoreApplication::applicationName());
     // An embedded icon's menu is shown by the presenter, whose grabs leave the focus where it is.
     if (_host.kind() == TrayHost::Kind::Publishing)
@@ -129,9 +147,31 @@ void QtStatusItem::_fillPublishedMenu()
 
 void QtStatusItem::_setHighlighted(bool highlighted)
 {
+    _highlighted = highlighted;
+    _updateIcon();
+}
+
+void QtStatusItem::_updateIcon()
+{
     if (_trayIcon)
-        _trayIcon->setIcon(highlighted && _highlightMode && !_alternateIcon.isNull() ? _alternateIcon
-                                                                                     : _icon);
+        _trayIcon->setIcon(_iconNow());
+}
+
+QIcon QtStatusItem::_iconNow() const
+{
+    // What the host draws itself it highlights itself, too.
+    const bool drawnByHost = _host.kind() == TrayHost::Kind::Publishing && !_symbolicName.isEmpty();
+    const bool highlighted = _highlighted && _highlightMode && !drawnByHost;
+    const QIcon& picture =
+        highlighted != desktopIsDark() && !_alternateIcon.isNull() ? _alternateIcon : _icon;
+    return drawnByHost ? namedIcon(picture, _symbolicName) : picture;
+}
+
+bool QtStatusItem::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::ApplicationPaletteChange)
+        _updateIcon();
+    return QObject::eventFilter(watched, event);
 }
 
 } // namespace tarnwick

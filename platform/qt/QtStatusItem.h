@@ -12,14 +12,15 @@
 
 namespace tarnwick {
 
-/// One icon in the tray. A click on it opens its menu.
+/// One icon in the tray. A click on it opens its menu. A host that knows the icon by its name draws it in the
+/// colours of its panel; for all others the image is taken that stands out from the colours of the desktop.
 class QtStatusItem final : public QObject, public StatusItem
 {
     Q_OBJECT
 
 public:
-    /// `host` must outlive it.
-    explicit QtStatusItem(const TrayHost& host);
+    /// `host` must outlive it. `symbolicName` may be empty: see QtStatusBar.
+    QtStatusItem(const TrayHost& host, QString symbolicName);
     ~QtStatusItem() override;
 
     void setHighlightMode(bool highlight) override { _highlightMode = highlight; }
@@ -32,16 +33,22 @@ public:
     /// Takes the icon out of the tray for good.
     void remove();
 
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void _show();
     void _popUpMenu();
     void _fillPublishedMenu();
     void _setHighlighted(bool highlighted);
+    void _updateIcon();
+    [[nodiscard]] QIcon _iconNow() const;
 
     const TrayHost& _host;
     bool _removed = false;
     bool _highlightMode = false;
+    bool _highlighted = false;
     std::shared_ptr<Menu> _menu;
+    QString _symbolicName;
     QIcon _icon;
     QIcon _alternateIcon;
     QMenu _publishedMenu;

@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: MIT
 """Tarnwick among the services of a desktop: its one instance, its end, the tray, what starts at login."""
 import os
+import pathlib
 import signal
 
 from harness.case import DesktopTest, main
@@ -169,10 +170,24 @@ class ATrayOnTheBus(DesktopTest):
         tray = PublishedTray(self.session.environment["DBUS_SESSION_BUS_ADDRESS"])
         self.addCleanup(tray.close)
         self.assertEqual(tray.item_property("Title"), "Tarnwick")
+        self.assertEqual(tray.item_property("IconName"), "")
         self.assertTrue(tray.item_property("IconPixmap"))
         self.assertEqual([label for _, label in tray.menu()], MENU)
         tray.choose("Quit")
         self.assertEqual(self.tarnwick.program.status(), 0)
+
+
+class ATrayThatKnowsTheIcon(DesktopTest):
+    def test_is_told_its_name_besides_the_picture(self):
+        theme = pathlib.Path(__file__).resolve().parents[2] / "packaging/linux/icons"
+        shared = self.session.directory / "home/.local/share"
+        shared.mkdir(parents=True)
+        (shared / "icons").symlink_to(theme)
+        tray = PublishedTray(self.session.environment["DBUS_SESSION_BUS_ADDRESS"])
+        self.addCleanup(tray.close)
+        Tarnwick(self.session)
+        self.assertEqual(tray.item_property("IconName"), "example.quorlane.Tarnwick-symbolic")
+        self.assertTrue(tray.item_property("IconPixmap"))
 
 
 class TheStatusItem(DesktopTest):

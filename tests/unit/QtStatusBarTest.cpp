@@ -6,8 +6,10 @@
 #include "tests/fakes/FakeMenuPresenter.h"
 #include "tests/fakes/FakeScreens.h"
 
+#include <QApplication>
 #include <QSystemTrayIcon>
 #include <QTest>
+#include <QTimer>
 #include <gtest/gtest.h>
 
 using namespace tarnwick;
@@ -34,6 +36,9 @@ public:
     [[nodiscard]] bool respondsTo(const QString& action) const override { return action == u"act"; }
     void perform(const QString& action, ActionSender* /*sender*/) override { performed.append(action); }
 };
+
+constexpr QRgb dark = qRgb(0, 0, 0);
+constexpr QRgb light = qRgb(255, 255, 255);
 
 QImage image(Qt::GlobalColor color)
 {
@@ -80,8 +85,26 @@ protected:
 
     FakeMenuPresenter presenter;
     FakeScreens screens;
+    /// The toolkit tells of it in a running program only.
+    static void showDesktop(bool isDark)
+    {
+        QTimer::singleShot(0, qApp, [isDark] {
+            QPalette palette(isDark ? Qt::black : Qt::white);
+            palette.setColor(QPalette::WindowText, isDark ? Qt::white : Qt::black);
+            QApplication::setPalette(palette);
+            QTimer::singleShot(0, qApp, &QCoreApplication::quit);
+        });
+        QApplication::exec();
+    }
+
+    static QRgb colorOf(const std::shared_ptr<StatusItem>& item)
+    {
+        return icon(item)->icon().pixmap(16, 16).toImage().pixel(8, 8);
+    }
+
     FakeTrayHost* host = new FakeTrayHost;
-    std::unique_ptr<QtStatusBar> bar = std::make_unique<QtStatusBar>(std::unique_ptr<TrayHost>(host));
+    std::unique_ptr<QtStatusBar> bar =
+        std::make_unique<QtStatusBar>(std::unique_ptr<TrayHost>(host), u"tarnwick-symbolic"_s);
     std::shared_ptr<Target> target = std::make_shared<Target>();
 };
 
@@ -138,6 +161,46 @@ TEST_F(QtStatusBarTest, publishedItem_givesItsMenuToTheDesktop)
     menu->actions().at(0)->trigger();
     EXPECT_TRUE(QTest::qWaitFor([this] { return !target->performed.isEmpty(); }));
     EXPECT_EQ(target->performed, QStringList{u"act"_s});
+}
+
+TEST_F(QtStatusBarTest, publishedItem_namesItsIconForAHostWithColoursOfItsOwn)
+{
+    host->become(TrayHost::Kind::Publishing);
+    const auto item = makeItem();
+    EXPECT_EQ(icon(item)->icon().name(), u"tarnwick-symbolic"_s);
+    EXPECT_EQ(icon(item)->icon().availableSizes(), QList<QSize>{QSize(16, 16)});
+    EXPECT_EQ(colorOf(item), dark);
+    Q_EMIT icon(item)->contextMenu()->aboutToShow();
+    EXPECT_EQ(colorOf(item), dark) << "the host highlights what it draws";
+    host->become(TrayHost::Kind::Embedding);
+    EXPECT_EQ(icon(item)->icon().name(), QString()) << "nobody but us draws that one";
+}
+
+TEST_F(QtStatusBarTest, publishedItemWithoutANamedIcon_isHighlightedWhileItsMenuIsOpen)
+{
+    auto* ownHost = new FakeTrayHost;
+    bar = std::make_unique<QtStatusBar>(std::unique_ptr<TrayHost>(ownHost));
+    ownHost->become(TrayHost::Kind::Publishing);
+    const auto item = makeItem();
+    EXPECT_EQ(icon(item)->icon().name(), QString());
+    Q_EMIT icon(item)->contextMenu()->aboutToShow();
+    EXPECT_EQ(colorOf(item), light);
+    Q_EMIT icon(item)->contextMenu()->aboutToHide();
+    EXPECT_EQ(colorOf(item), dark);
+}
+
+TEST_F(QtStatusBarTest, item_standsOutFromLightAndFromDark_andFollowsTheChange)
+{
+    const QPalette before = QApplication::palette();
+    showDesktop(false);
+    host->become(TrayHost::Kind::Embedding);
+    const auto item = makeItem();
+    EXPECT_EQ(colorOf(item), dark);
+    showDesktop(true);
+    EXPECT_EQ(colorOf(item), light);
+    showDesktop(false);
+    EXPECT_EQ(colorOf(item), dark);
+    QApplication::setPalette(before);
 }
 
 TEST_F(QtStatusBarTest, itemWithoutAnImage_isThereAllTheSame)
