@@ -20,7 +20,11 @@ def adopt_orphans():
 def children_of(pid):
     """The process ids of the direct children of `pid`."""
     found = []
-    for task in pathlib.Path(f"/proc/{pid}/task").glob("*/children"):
+    try:
+        tasks = list(pathlib.Path(f"/proc/{pid}/task").glob("*/children"))
+    except OSError:  # it has ended
+        return found
+    for task in tasks:
         try:
             found += [int(child) for child in task.read_text().split()]
         except OSError:
