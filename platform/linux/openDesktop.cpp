@@ -51,19 +51,22 @@ QtEventConverter makeEventConverter(const XkbKeyboardLayout& layout)
     });
 }
 
-/// Of the icon that hosts of status items draw in their own colours; nothing when it is not installed: some
-/// show an empty place for a name that they do not know.
+QStringList currentDesktops()
+{
+    return qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':', Qt::SkipEmptyParts);
+}
+
+/// Of the icon that the desktop's host of status items draws in the colours of its panel. Nothing where it
+/// would draw it as it is, which may be dark on dark, or does not find it and leaves its place empty.
 QString symbolicIconName()
 {
+    const QStringList desktops = currentDesktops();
+    if (!desktops.contains(u"KDE"_s) && !desktops.contains(u"GNOME"_s))
+        return {};
     const QString name = desktop_names::BusName + u"-symbolic"_s;
     const QString file = u"icons/hicolor/symbolic/apps/"_s + name + u".svg"_s;
     const bool installed = !QStandardPaths::locate(QStandardPaths::GenericDataLocation, file).isEmpty();
     return installed ? name : QString();
-}
-
-QStringList currentDesktops()
-{
-    return qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':', Qt::SkipEmptyParts);
 }
 
 LinuxSymbolicHotKeys::Desktop symbolicHotKeysDesktop(const XkbKeyboardLayout& layout,

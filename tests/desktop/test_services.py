@@ -8,6 +8,7 @@ from harness.case import DesktopTest, main
 from harness.tarnwick import Tarnwick
 from harness.tray import PublishedTray, embedded_icon
 from harness.waiting import holds_for, wait_for
+from harness.xsettings import XSettings
 
 MENU = ["About Tarnwick...", "Preferences...", "Quit"]
 
@@ -177,17 +178,37 @@ class ATrayOnTheBus(DesktopTest):
         self.assertEqual(self.tarnwick.program.status(), 0)
 
 
+class ATrayThatShowsThePicture(DesktopTest):
+    def test_gets_another_one_when_the_desktop_becomes_dark(self):
+        settings = XSettings(self.session.environment["DISPLAY"])
+        self.addCleanup(settings.close)
+        settings.set({"Net/ThemeName": "Adwaita"})
+        tray = PublishedTray(self.session.environment["DBUS_SESSION_BUS_ADDRESS"])
+        self.addCleanup(tray.close)
+        Tarnwick(self.session)
+        light = tray.item_property("IconPixmap")
+        settings.set({"Net/ThemeName": "Adwaita-dark"})
+        wait_for(lambda: tray.item_property("IconPixmap") != light, "another picture")
+        settings.set({"Net/ThemeName": "Adwaita"})
+        wait_for(lambda: tray.item_property("IconPixmap") == light, "the first picture")
+
+
 class ATrayThatKnowsTheIcon(DesktopTest):
-    def test_is_told_its_name_besides_the_picture(self):
+    def test_is_told_its_name_besides_the_picture_where_it_colours_icons(self):
         theme = pathlib.Path(__file__).resolve().parents[2] / "packaging/linux/icons"
         shared = self.session.directory / "home/.local/share"
         shared.mkdir(parents=True)
         (shared / "icons").symlink_to(theme)
-        tray = PublishedTray(self.session.environment["DBUS_SESSION_BUS_ADDRESS"])
-        self.addCleanup(tray.close)
-        Tarnwick(self.session)
-        self.assertEqual(tray.item_property("IconName"), "example.quorlane.Tarnwick-symbolic")
-        self.assertTrue(tray.item_property("IconPixmap"))
+        for desktop, name in (("ubuntu:GNOME", "example.quorlane.Tarnwick-symbolic"),
+                              ("KDE", "example.quorlane.Tarnwick-symbolic"),
+                              ("XFCE", "")):  # draws a symbolic icon as it is, and be it dark on dark
+            with self.subTest(desktop):
+                tray = PublishedTray(self.session.environment["DBUS_SESSION_BUS_ADDRESS"])
+                tarnwick = Tarnwick(self.session, environment={"XDG_CURRENT_DESKTOP": desktop})
+                self.assertEqual(tray.item_property("IconName"), name)
+                self.assertTrue(tray.item_property("IconPixmap"))
+                tarnwick.stop()
+                tray.close()
 
 
 class TheStatusItem(DesktopTest):
