@@ -2,7 +2,7 @@
 """Thousands of switches and pop-ups on end: nothing grows, nothing is left open, and with the sanitizers nothing leaks.
 
 Environment, besides that of torture.py:
-  TARNWICK_SOAK_ROUNDS   so many switches and as many pop-ups, instead of the share of 4,000
+  TARNWICK_SOAK_ROUNDS   so many switches and as many pop-ups, instead of the share of 1,000
   TARNWICK_SANITIZED     the program is built with the sanitizers, and shall tell of what was lost
 """
 import os
@@ -21,8 +21,8 @@ from harness.over import OWN_ENTRY
 from harness.tarnwick import TRIGGER
 from harness.waiting import Patience, TimedOut, wait_for
 
-WHOLE = 4_000  # in the time that scripts/torture has
-ROUNDS = int(os.environ.get("TARNWICK_SOAK_ROUNDS", times(WHOLE)))
+WHOLE = 1_000  # in the time that scripts/torture has
+ROUNDS = int(os.environ.get("TARNWICK_SOAK_ROUNDS", times(WHOLE, least=80)))
 WARM_UP = 150  # rounds, at least
 HURRY = 0.001  # of the pauses at a switch, which are 0.65 s
 SAMPLES = 50
