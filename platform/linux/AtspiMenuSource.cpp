@@ -7,6 +7,7 @@
 #include "platform/linux/X11Connection.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tarnwick {
 
@@ -18,6 +19,12 @@ bool saysDisabled(sd_bus_message* states)
 {
     const auto words = decodeStates(states);
     return words && !has(*words, StateSensitive) && !has(*words, StateEnabled);
+}
+
+/// Whether an application grows with each question after the keys of an item.
+bool losesKeyBindings(AtspiToolkit toolkit)
+{
+    return toolkit == AtspiToolkit::Gtk;
 }
 
 } // namespace
@@ -76,15 +83,40 @@ std::optional<QList<AtspiFacts>> AtspiMenuSource::_childrenOf(const BusReference
         return std::nullopt;
     QList<AtspiFacts> items(children->size());
     QList<AtspiInquiry> inquiries;
+    QList<AtspiFacts*> asked;
+    QList<AtspiFacts*> remembered;
+    const bool remembers = level == MenuLevel::Menu && losesKeyBindings(toolkit);
     const QList<AtspiQuestion> questions = itemQuestions(toolkit, level);
     inquiries.reserve(items.size() * questions.size());
     for (qsizetype i = 0; i < items.size(); ++i) {
-        items[i].reference = children->at(i);
+        AtspiFacts& item = items[i];
+        item.reference = children->at(i);
+        const bool known = remembers && _keyBindings.knows(item.reference);
+        (known ? remembered : asked).append(&item);
         for (const AtspiQuestion question : questions)
-            inquiries.append({&items[i], question});
+            if (question != AtspiQuestion::KeyBinding || !known)
+                inquiries.append({&item, question});
     }
     _bus.ask(inquiries, deadline);
+    if (remembers)
+        _completeKeyBindings(std::move(asked), remembered, deadline);
     return items;
+}
+
+void AtspiMenuSource::_completeKeyBindings(QList<AtspiFacts*> asked, const QList<AtspiFacts*>& remembered,
+                                           Deadline deadline)
+{
+    QList<AtspiInquiry> inquiries;
+    for (AtspiFacts* item : remembered) {
+        item->keyBinding = _keyBindings.of(*item);
+        if (item->keyBinding)
+            continue;
+        inquiries.append({item, AtspiQuestion::KeyBinding});
+        asked.append(item);
+    }
+    _bus.ask(inquiries, deadline);
+    for (const AtspiFacts* item : asked)
+        _keyBindings.remember(*item);
 }
 
 AtspiToolkit AtspiMenuSource::_toolkitOf(const BusReference& root, Deadline deadline)

@@ -5,6 +5,7 @@
 #include "platform/linux/AtspiNormalForm.h"
 #include "platform/linux/MenuSource.h"
 #include "platform/linux/ReadingBudget.h"
+#include "platform/linux/RememberedKeyBindings.h"
 
 #include <QHash>
 #include <QObject>
@@ -28,12 +29,17 @@ private:
                                                  MenuLevel level, Deadline deadline);
     /// Of the application with this root; asked for once.
     AtspiToolkit _toolkitOf(const BusReference& root, Deadline deadline);
+    /// Fills in the keys of the items of which they are remembered, asks after them where an item is another
+    /// one by now, and remembers what has been told.
+    void _completeKeyBindings(QList<AtspiFacts*> asked, const QList<AtspiFacts*>& remembered,
+                              Deadline deadline);
     /// A child that is no menu is a part of the item itself, not its submenu.
     void _dropOtherChildren(QList<AtspiFacts>& items, Deadline deadline);
 
     AtspiBus& _bus;
     ReadingBudget& _budget;
     QHash<BusReference, AtspiToolkit> _toolkits;
+    RememberedKeyBindings _keyBindings;
     QObject _presses; ///< owns those on their way
 };
 

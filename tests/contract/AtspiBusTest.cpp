@@ -86,6 +86,36 @@ TEST_F(AtspiBusTest, aGtkMenu_costsFourMessagesAnItemAndOne)
     EXPECT_EQ(application->count(u"GetChildAtIndex"_s), 0) << "the role tells what holds a menu";
 }
 
+TEST_F(AtspiBusTest, aGtkMenu_tellsItsKeysOnce_unlessAnItemIsAnotherOne)
+{
+    Objects objects = menuOf(4);
+    objects["/0"].keyBinding = ";;<Primary>n";
+    objects["/1"].keyBinding = ";;<Primary>o";
+    objects["/2"].keyBinding = ";;<Primary>p";
+    publish("gtk", objects);
+    EXPECT_EQ(menu().size(), 4);
+    EXPECT_EQ(application->count(u"GetKeyBinding"_s), 4);
+    application->forgetCalls();
+    application->change("/1", [](ScriptedApplication::Object& item) {
+        item.name = "Another";
+        item.keyBinding = ";;<Primary>x";
+    });
+    application->change("/2", [](ScriptedApplication::Object& item) { item.role = RoleCheckMenuItem; });
+    const auto rows = menu();
+    ASSERT_EQ(rows.size(), 4);
+    EXPECT_EQ(application->count(u"GetKeyBinding /0"_s), 0);
+    EXPECT_EQ(application->count(u"GetKeyBinding /1"_s), 1) << "another name";
+    EXPECT_EQ(application->count(u"GetKeyBinding /2"_s), 1) << "another role";
+    EXPECT_EQ(application->count(u"GetKeyBinding /3"_s), 1) << "it had none";
+    ASSERT_TRUE(rows[0].shortcut && rows[1].shortcut && rows[2].shortcut);
+    EXPECT_EQ(rows[0].shortcut->character, u"N"_s);
+    EXPECT_EQ(rows[1].shortcut->character, u"X"_s);
+    EXPECT_EQ(rows[2].shortcut->character, u"P"_s);
+    application->forgetCalls();
+    EXPECT_EQ(menu().size(), 4);
+    EXPECT_EQ(application->count(u"GetKeyBinding"_s), 1) << "what it is now is remembered, too";
+}
+
 TEST_F(AtspiBusTest, aQtMenu_costsSixMessagesAnItemAndOne)
 {
     publish("Qt", menuOf(30));

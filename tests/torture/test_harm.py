@@ -12,12 +12,12 @@ import os
 import pathlib
 import re
 import select
-import shutil
 import statistics
 import time
 import typing
 import unittest
 
+import office
 from gi.repository import GLib
 from Xlib import X, display
 from Xlib.protocol import event
@@ -26,7 +26,7 @@ from torture import note, times
 
 from test_never_list import FORBIDDEN
 
-from harness.applications import Application, Fixture
+from harness.applications import Fixture
 from harness.case import DesktopTest, main
 from harness.monitor import BusMonitor
 from harness.tools import require
@@ -42,17 +42,8 @@ PINGS = 100  # before, after, and while it rests
 LOOK = 1.5  # seconds: a caret has been there and gone
 
 MEMORY = 512  # KiB: less than 64 bytes a read in 10,000, with room for what an allocator keeps for later
-LOST_BY_GTK3 = 32  # bytes: GTK 3 makes a new text for each question after a key binding, and never frees it
 LATER = 0.010  # seconds that the median may be later; a machine that does something else meanwhile makes as much
 A_PICTURE = 0.016  # how much later the median may be while it is read on end: one picture of the screen
-
-OFFICE = shutil.which("libreoffice")
-NO_QUESTIONS = """<?xml version="1.0" encoding="UTF-8"?>
-<oor:items xmlns:oor="http://openoffice.org/2001/registry">
-<item oor:path="/org.openoffice.Office.Common/Misc"><prop oor:name="ShowTipOfTheDay" oor:op="fuse"><value>false</value>
-</prop></item><item oor:path="/org.openoffice.Office.Common/Misc"><prop oor:name="FirstRun" oor:op="fuse">
-<value>false</value></prop></item></oor:items>
-"""
 
 # What a read may ask of an application.
 QUESTIONS = {"org.a11y.atspi.Accessible.GetRole", "org.a11y.atspi.Accessible.GetState",
@@ -140,7 +131,6 @@ class ReadAgainAndAgain:
 
     kit = ""
     writes_down = True
-    lost_by_toolkit = 0  # bytes a read
 
     @classmethod
     def prepare(cls):
@@ -148,7 +138,7 @@ class ReadAgainAndAgain:
         cls.application = cls.start_application()
         cls.ping = cls.probe()
         cls.addClassCleanup(cls.ping.close)
-        cls.read(WARM_UP)
+        cls.warm_up()
         cls.before = cls.look()
         cls.times = {"before": cls.pings(PINGS), "while it is read": [], "between the reads": []}
         cls.read_by_themselves()
@@ -156,6 +146,17 @@ class ReadAgainAndAgain:
         cls.times["after"] = cls.pings(PINGS)
         cls.after = cls.look()
         note(f"{cls.kit}: reads, of a bar and a menu each", READS)
+
+    @classmethod
+    def warm_up(cls):
+        """GTK 3 keeps each child that it has told of for half a minute; in many reads that would look like growth.
+
+        Two readers at once make it keep more than it does later.
+        """
+        cls.read(WARM_UP)
+        if READS > WHOLE:
+            readers = [cls.start_reading(READS) for _ in range(2)]
+            wait_for(lambda: not any(reader.running() for reader in readers), "the reads", limit=1200, step=0.05)
 
     @classmethod
     def read_by_themselves(cls):
@@ -238,8 +239,7 @@ class ReadAgainAndAgain:
 
     def test_does_not_make_it_grow(self):
         before, after = self.held
-        memory = MEMORY + self.lost_by_toolkit * READS // 1024
-        for what, unit, limit in (("memory", "KiB", memory), ("in_server", "", 0), ("descriptors", "", 0)):
+        for what, unit, limit in (("memory", "KiB", MEMORY), ("in_server", "", 0), ("descriptors", "", 0)):
             with self.subTest(what):
                 more = getattr(after, what) - getattr(before, what)
                 note(f"{self.kit}: {what.replace('_', ' ')}, more after the reads", more, limit, unit)
@@ -286,7 +286,6 @@ class ReadAgainAndAgain:
 
 class Gtk3(ReadAgainAndAgain, DesktopTest):
     kit = "GTK 3"
-    lost_by_toolkit = 8 * LOST_BY_GTK3
 
     @classmethod
     def start_application(cls):
@@ -332,30 +331,16 @@ class Gtk4(ReadAgainAndAgain, DesktopTest):
         return Gtk4Fixture(cls.session, "gtk4", menu="exported.menu")
 
 
-class OfficeProgram(Application):
-    """Its launcher waits beside it for its end."""
-
-    @property
-    def pid(self):
-        return self.window.pid
-
-    def _first_window(self, title):
-        return self._session.screen.window_titled(title, limit=120.0)
-
-
-@unittest.skipUnless(OFFICE and READS >= WHOLE, "LibreOffice is not installed, or there is no time for it")
+@unittest.skipUnless(office.PROGRAM and READS >= WHOLE, "LibreOffice is not installed, or there is no time for it")
 class LibreOffice(ReadAgainAndAgain, DesktopTest):
     kit = "LibreOffice Writer"
     writes_down = False
-    lost_by_toolkit = 80 * LOST_BY_GTK3
 
     @classmethod
     def start_application(cls):
-        profile = cls.session.directory / "home/.config/libreoffice/4/user/registrymodifications.xcu"
-        profile.parent.mkdir(parents=True)
-        profile.write_text(NO_QUESTIONS)
-        return OfficeProgram(cls.session, [OFFICE, "--writer", "--norestore", "--nologo"],
-                             "Untitled 1 - LibreOffice Writer", SAL_USE_VCLPLUGIN="gtk3")
+        writer = office.Writer(cls.session)
+        writer.bar_items(cls.bus)
+        return writer
 
 
 if __name__ == "__main__":

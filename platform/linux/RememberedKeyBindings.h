@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/AtspiFacts.h"
+
+#include <QHash>
+
+#include <functional>
+
+namespace tarnwick {
+
+/// What items have told of their keys not long ago. An application of GTK 3 makes a new text for each such
+/// question and never frees it: asked on end, it would grow without bound.
+///
+/// An item is the same as long as its reference, its name and its role are. That it has no keys is not
+/// remembered: to ask again costs the application nothing then.
+class RememberedKeyBindings
+{
+public:
+    static constexpr double Seconds = 60;
+    static constexpr qsizetype MaximumItems = 5000;
+
+    /// `now` in seconds; only differences mean something.
+    explicit RememberedKeyBindings(std::function<double()> now = steadySeconds) : _now(std::move(now)) {}
+
+    /// Whether something is remembered of an object of which nothing else is known yet.
+    [[nodiscard]] bool knows(const BusReference& item) const;
+    /// Nothing when the item is another one by now.
+    [[nodiscard]] std::optional<QString> of(const AtspiFacts& item) const;
+    /// What the item has just told.
+    void remember(const AtspiFacts& item);
+
+    [[nodiscard]] qsizetype count() const { return _told.size(); }
+
+private:
+    struct Told
+    {
+        QString name;
+        quint32 role;
+        QString keyBinding;
+        double until;
+    };
+
+    [[nodiscard]] static double steadySeconds();
+    void _makeRoom();
+
+    std::function<double()> _now;
+    QHash<BusReference, Told> _told;
+};
+
+} // namespace tarnwick
