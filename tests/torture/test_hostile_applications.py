@@ -1,11 +1,13 @@
 # SPDX-License-Identifier: MIT
 """Applications that hang, lie, flood and die while Tarnwick reads them."""
+import contextlib
 import os
 import signal
 import sys
 import time
 import typing
 
+import office
 from torture import SHARE, WatchedTarnwick, dice, note, times, wait_for
 
 from harness.applications import Fixture, featherpad, mousepad
@@ -21,6 +23,8 @@ GROWTH = 72 << 10  # KiB of private memory more than after the first menus: the 
 HURRY = 0.1  # the pauses at a switch are so much of their length
 MENUS = 3  # are open at most
 TRIES = 3
+LATE = 60.0 if SHARE >= 1 else 5.0  # seconds until answers come that are waited for
+LATE_GROWTH = 1024  # KiB more than before those answers
 BUSY = 10.0  # seconds that a real program is stopped for
 
 
@@ -261,6 +265,27 @@ class AHostileApplication(BesideAGoodOne):
         if not case.lingers:
             hostile.program.kill()
 
+    def test_answers_when_nobody_waits_any_more(self):
+        """That changes nothing: neither what is in front by then, nor how much is remembered."""
+        self.judge(f"answers {LATE:.0f} s too late, which is waited for", self.wait_for_late_answers)
+
+    def wait_for_late_answers(self, ordeal):
+        hostile = self.goes_bad_under_its_menu(f"after {LATE}", ordeal)
+        self.go_on_with_the_good_one(ordeal)
+        memory = self.tarnwick.private_memory()
+        self.assertGreater(hostile.owes(), 0)
+        wait_for(lambda: hostile.owes() == 0, "the last answer", limit=LATE + 30.0, step=0.1)
+        self.go_on_with_the_good_one(ordeal)
+        more = self.tarnwick.private_memory() - memory
+        note(f"private memory more after answers that came {LATE:.0f} s too late", more, LATE_GROWTH, "KiB")
+        self.assertLessEqual(more, LATE_GROWTH)
+        self.assertEqual(hostile.lines("pressed"), [])
+        hostile.behave("well")
+        self.screen.activate(hostile.window)
+        self.wait_for_titles(TITLES)
+        hostile.program.kill()
+        self.go_on_with_the_good_one(ordeal)
+
     def test_is_thrown_out_by_the_bus_when_its_messages_are_none(self):
         """So what is cut, or no UTF-8, never comes to Tarnwick."""
         for behaviour in ("cut", "invalid-utf8"):
@@ -303,17 +328,29 @@ class AHostileApplication(BesideAGoodOne):
 class ARealProgram(BesideAGoodOne):
     """Stopped, it looks from outside like one that is busy."""
 
-    PROGRAMS = {"mousepad": mousepad, "featherpad": featherpad}
+    PROGRAMS = {"mousepad": mousepad, "featherpad": featherpad, "LibreOffice Writer": office.Writer}
 
     def in_front(self, name):
         program = self.PROGRAMS[name](self.session)
-        self.addCleanup(program.program.kill)
+        self.addCleanup(self.end, program)
         titles = [item.title for item in program.bar_items(self.bus)]
+        # The shortened pauses may have been over before its menu bar was there.
+        self.screen.activate(self.application.window)
+        self.screen.activate(program.window)
         self.wait_for_titles(titles)
         return program, titles
 
+    @staticmethod
+    def end(program):
+        """The one that shows the window, and what may have started it."""
+        with contextlib.suppress(ProcessLookupError):
+            os.kill(program.pid, signal.SIGKILL)
+        program.program.kill()
+
     def programs(self):
-        return list(self.PROGRAMS)[:times(len(self.PROGRAMS))]
+        """The last one takes its time to start."""
+        there = list(self.PROGRAMS)[:None if office.PROGRAM else -1]
+        return there[:times(len(there))]
 
     def test_is_stopped_and_goes_on_after_a_while(self):
         for name in self.programs():
@@ -333,7 +370,7 @@ class ARealProgram(BesideAGoodOne):
         wait_for(lambda: "x" in program.text(self.bus), "the key that was typed meanwhile")
         self.screen.activate(program.window)
         self.wait_for_titles(titles)
-        program.program.kill()
+        self.end(program)
         self.go_on_with_the_good_one(ordeal)
 
     def test_is_killed_under_its_menu(self):
@@ -343,7 +380,7 @@ class ARealProgram(BesideAGoodOne):
 
     def kill(self, ordeal, name):
         program, _ = self.in_front(name)
-        self.open_a_submenu(program.program.kill)
+        self.open_a_submenu(lambda: self.end(program))
         self.close_all(ordeal)
         self.go_on_with_the_good_one(ordeal)
 

@@ -6,7 +6,7 @@
 With "exported BEHAVIOUR" its tree is good, without a bar, and what BEHAVIOUR says is true of the one that it exports on
 the session bus. It writes `typed X` for a key and `pressed PATH` for an action into LOG, and `thrown out` when the bus has
 closed the connection. The call "Behave" on the object "/control" gives it another behaviour, "Asked" tells how many calls
-there were.
+there were, "Owed" how many answers are still to come.
 """
 import heapq
 import itertools
@@ -182,7 +182,7 @@ class Application:
             self._behave(message.arguments[0])
             self.bus.reply(message, "b", [1])
         else:
-            self.bus.reply(message, "u", [self._asked])
+            self.bus.reply(message, "u", [len(self._delayed) if message.member == "Owed" else self._asked])
 
 
 def main():

@@ -50,6 +50,10 @@ class HostileApplication(Application):
         """How many calls it has got; nothing when it does not say."""
         return self._call("Asked")
 
+    def owes(self):
+        """How many of its answers are still to come."""
+        return self._call("Owed")
+
     def _call(self, method, arguments=None):
         name = self._name()
         return name and self._bus.call(name, "/control", "org.tarnwick.Hostile", method, arguments, limit=10000)
