@@ -92,10 +92,11 @@ bool displayIsGone()
     return x11 && xcb_connection_has_error(x11.get()) != 0;
 }
 
-/// Qt ends the process where it stands when the display goes.
-void endWithTheDisplay()
+/// Libraries end the process where it stands: Qt when the display goes, the one that speaks with the session
+/// manager when that goes.
+void endInOrder()
 {
-    if (!displayIsGone() || !std::exchange(running, false))
+    if (!std::exchange(running, false))
         return;
     terminate();
     DefaultsStore::shared().synchronize();
@@ -108,7 +109,7 @@ QtMessageHandler handleMessageAsBefore = nullptr;
 void handleMessage(QtMsgType type, const QMessageLogContext& context, const QString& message)
 {
     if (QThread::currentThread() == qApp->thread() && displayIsGone())
-        endWithTheDisplay();
+        endInOrder();
     else
         handleMessageAsBefore(type, context, message);
 }
@@ -160,7 +161,7 @@ int LinuxSession::run(const std::function<void()>& launch)
     });
     // Registered after the connection was made, so that it runs before that is gone.
     static_cast<void>(X11Connection::shared());
-    std::atexit(&endWithTheDisplay);
+    std::atexit(&endInOrder);
     handleMessageAsBefore = qInstallMessageHandler(&handleMessage);
     running = true;
     const int status = QApplication::exec();

@@ -3,8 +3,10 @@
 import os
 import pathlib
 import signal
+import tempfile
 
 from harness.case import DesktopTest, main
+from harness.session_manager import SessionManager
 from harness.tarnwick import Tarnwick
 from harness.tray import PublishedTray, embedded_icon
 from harness.waiting import holds_for, wait_for
@@ -80,6 +82,43 @@ class TheEnd(DesktopTest):
             tarnwick = Tarnwick(self.session)
             tarnwick.wait_until_ready()
             tarnwick.stop()
+
+
+class TheEndOfTheSession(DesktopTest):
+    """As a desktop's own session manager brings it about."""
+
+    def begin(self):
+        directory = pathlib.Path(tempfile.mkdtemp(dir=self.session.directory))
+        manager = SessionManager(directory)
+        self.addCleanup(manager.close)
+        self.tarnwick = Tarnwick(self.session, environment=manager.environment, FontSizeSmall=17)
+        manager.wait_for_client()
+        self.tarnwick.wait_until_ready()
+        return manager
+
+    def assert_ended_with_settings(self):
+        self.assertEqual(self.tarnwick.program.status(), 0)
+        self.assertIn("FontSizeSmall=17", self.tarnwick.settings_file.read_text())
+        self.assertEqual(self.screen.grabs_left(), [])
+
+    def test_ends_the_program_without_a_question_and_never_to_be_started_by_the_session(self):
+        manager = self.begin()
+        self.tarnwick.open()
+        said = manager.save()
+        never = rb"\x03"
+        self.assertRegex(said, rb"(?s)RestartStyleHint.*CARD8.*\x04\x00\x00\x00" + never)
+        manager.end_client()
+        self.assert_ended_with_settings()
+        self.assertEqual(self.tarnwick.program.output, "")
+
+    def test_that_was_saved_only_leaves_the_program_running(self):
+        manager = self.begin()
+        manager.save(shutdown=False)
+        self.tarnwick.wait_until_ready()
+
+    def test_whose_manager_goes_first_ends_the_program_in_order(self):
+        self.begin().close()
+        self.assert_ended_with_settings()
 
 
 class TheEndOfTheDisplay(DesktopTest):
