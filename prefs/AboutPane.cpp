@@ -45,7 +45,7 @@ void AboutPane::_addLinks(QBoxLayout& column, ActionTarget& target, ActionSender
     auto* row = new QHBoxLayout;
     row->addStretch();
     for (QPushButton* link : {maker, sibling}) {
-        link->setAutoDefault(false);
+        link->setAutoDefault(true); // Return presses it, too
         link->setAccessibleDescription(tr("Opens in the web browser"));
         row->addWidget(link);
     }

@@ -3,6 +3,7 @@
 
 #include "app/SettingsKeys.h"
 #include "foundation/Application.h"
+#include "prefs/CheckBox.h"
 #include "prefs/DefaultsBinding.h"
 #include "prefs/PaneLayout.h"
 
@@ -88,7 +89,7 @@ void GeneralOptionsPane::_addButtons(QVBoxLayout& column)
 
 QCheckBox* GeneralOptionsPane::_addCheckBox(QVBoxLayout& column, const QString& text, const QString& key)
 {
-    auto* box = new QCheckBox(text);
+    auto* box = new CheckBox(text);
     box->setObjectName(key);
     bindCheckBox(*box, key);
     column.addWidget(box);
@@ -99,7 +100,7 @@ QPushButton* GeneralOptionsPane::_makeButton(const QString& text, const QString&
 {
     auto* button = new QPushButton(text);
     button->setObjectName(action);
-    button->setAutoDefault(false);
+    button->setAutoDefault(true); // Return presses it, too
     connect(button, &QPushButton::clicked, this,
             [this, action] { Application::shared().sendActionToFrom(action, &_target, &_sender); });
     return button;

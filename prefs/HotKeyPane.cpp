@@ -3,6 +3,7 @@
 
 #include "app/SettingsKeys.h"
 #include "mouse/TWMouseButtonIdentifier.h"
+#include "prefs/CheckBox.h"
 #include "prefs/DefaultsBinding.h"
 #include "prefs/PaneLayout.h"
 #include "shortcut/SRRecorderControl.h"
@@ -87,7 +88,7 @@ void HotKeyPane::_addMouseButton(QGridLayout& grid, ActionTarget& target)
 
 void HotKeyPane::_addSwitch(QGridLayout& grid, const QString& text, const QString& key)
 {
-    auto* box = new QCheckBox(text);
+    auto* box = new CheckBox(text);
     box->setObjectName(key);
     bindCheckBox(*box, key);
     grid.addWidget(box, grid.rowCount(), 0, 1, -1);

@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: MIT
 """Tarnwick itself for those who hear it or use it with the keyboard alone: read by a client that knows nothing of it."""
+import os
 import subprocess
 
 from harness.accessible import (CHECKED, ENABLED, FOCUSED, MENU_ITEM, POPUP_MENU, SENSITIVE, SEPARATOR, SHOWING,
@@ -8,7 +9,7 @@ from harness.applications import Fixture
 from harness.case import DesktopTest, main
 from harness.navigation import Navigation
 from harness.over import OWN_ENTRY
-from harness.preferences import CHECK_BOX, LABEL, SPIN_BUTTON, Preferences, wait_until_stored
+from harness.preferences import BUTTON, CHECK_BOX, LABEL, SPIN_BUTTON, Preferences, wait_until_stored
 from harness.tarnwick import Tarnwick
 from harness.waiting import wait_for
 
@@ -24,7 +25,13 @@ class ThePreferences(DesktopTest):
     @classmethod
     def prepare(cls):
         cls.connect_accessibility().switch_on()
-        cls.tarnwick = Tarnwick(cls.session, FirstRun=False)
+        folder = cls.session.directory / "bin"
+        folder.mkdir()
+        browser = folder / "xdg-open"
+        browser.write_text(f'#!/bin/sh\necho "$1" >>{folder}/opened\n')
+        browser.chmod(0o755)
+        cls.opened = folder / "opened"
+        cls.tarnwick = Tarnwick(cls.session, environment={"PATH": f"{folder}:{os.environ['PATH']}"}, FirstRun=False)
         cls.preferences = Preferences(cls.session, cls.bus, cls.tarnwick)
 
     def showing(self):
@@ -117,6 +124,35 @@ class ThePreferences(DesktopTest):
                     self.throw(node)
                     thrown.append(node.name)
         self.assertGreaterEqual(len(thrown), 7, thrown)
+
+    def test_let_every_button_be_pressed_with_the_keyboard_alone(self):
+        """Each by Space and by Return when it has the focus, and by its letter from wherever that is."""
+        self.preferences.show_pane("General")
+        for press in (self.press_by("Reset", "space"), self.press_by("Reset", "Return"),
+                      lambda: self.screen.tap("r", "Alt_L")):
+            next(node for node in self.stops_of_tab() if node.role == SPIN_BUTTON)
+            self.screen.tap("Up")
+            wait_until_stored(self.tarnwick, FontSizeSmall=12)
+            press()
+            wait_until_stored(self.tarnwick, FontSizeSmall=11)
+
+    def test_opens_both_pages_with_the_keyboard_alone(self):
+        self.preferences.show_pane("About")
+        for letter, name in (("q", "Quorlane"), ("s", "Ostravane")):
+            for press in (self.press_by(name, "space"), self.press_by(name, "Return"),
+                          lambda key=letter: self.screen.tap(key, "Alt_L")):
+                before = len(self.opened_pages())
+                press()
+                wait_for(lambda count=before: len(self.opened_pages()) == count + 1, f"the page of {name}")
+
+    def opened_pages(self):
+        return self.opened.read_text().splitlines() if self.opened.exists() else []
+
+    def press_by(self, name, key):
+        def press():
+            next(node for node in self.stops_of_tab() if node.role == BUTTON and node.name.startswith(name))
+            self.screen.tap(key)
+        return press
 
     def test_let_the_text_size_be_changed_with_the_keyboard_alone(self):
         self.preferences.show_pane("General")
