@@ -15,7 +15,7 @@ namespace tarnwick {
 
 AboutPanel::AboutPanel(ActionTarget& target) : _target(target)
 {
-    setWindowTitle(u"About Tarnwick"_s);
+    setWindowTitle(tr("About Tarnwick"));
     setAccessibleName(windowTitle());
     setAttribute(Qt::WA_QuitOnClose, false);
     // Asked for from a status item or a pop-up: whoever is in front keeps the keyboard.
@@ -24,8 +24,8 @@ AboutPanel::AboutPanel(ActionTarget& target) : _target(target)
     auto* layout = new QVBoxLayout(this);
     layout->setSizeConstraint(QLayout::SetFixedSize);
     _addText(*layout);
-    _addLink(*layout, u"Quorlane Home Page"_s, u"openQuorlaneWebpage:"_s);
-    _addLink(*layout, u"Ostravane Home Page"_s, u"openOstravaneWebpage:"_s);
+    _addLink(*layout, tr("Quorlane Home Page"), u"openQuorlaneWebpage:"_s);
+    _addLink(*layout, tr("Ostravane Home Page"), u"openOstravaneWebpage:"_s);
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -44,13 +44,13 @@ void AboutPanel::_addText(QBoxLayout& layout)
     name->setAlignment(Qt::AlignHCenter);
     layout.addWidget(name);
 
-    auto* version = new QLabel(u"Version %1"_s.arg(TarnwickVersion));
+    auto* version = new QLabel(tr("Version %1").arg(TarnwickVersion));
     version->setAlignment(Qt::AlignHCenter);
     // To be copied into a report.
     version->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     layout.addWidget(version);
 
-    auto* purpose = new QLabel(u"The menu bar of the application in front, at the pointer."_s);
+    auto* purpose = new QLabel(tr("The menu bar of the application in front, at the pointer."));
     purpose->setAlignment(Qt::AlignHCenter);
     layout.addWidget(purpose);
 }
@@ -60,7 +60,7 @@ void AboutPanel::_addLink(QBoxLayout& layout, const QString& title, const QStrin
     auto* link = new QPushButton(title);
     link->setAutoDefault(false);
     link->setAccessibleName(title);
-    link->setAccessibleDescription(u"Opens in the web browser"_s);
+    link->setAccessibleDescription(tr("Opens in the web browser"));
     connect(link, &QPushButton::clicked, this,
             [this, action] { Application::shared().sendActionToFrom(action, &_target, nullptr); });
     layout.addWidget(link);

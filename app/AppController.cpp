@@ -236,9 +236,9 @@ std::shared_ptr<Menu> AppController::_commandMenu() const
         item->setTarget(unowned(target));
         menu->addItem(item);
     };
-    add(u"About Tarnwick..."_s, _appDelegate, u"displayAboutPanel"_s);
-    add(u"Preferences..."_s, _appDelegate, u"showPreferencePanel"_s);
-    add(u"Quit"_s, &Application::shared(), u"terminate:"_s);
+    add(tr("About Tarnwick..."), _appDelegate, u"displayAboutPanel"_s);
+    add(tr("Preferences..."), _appDelegate, u"showPreferencePanel"_s);
+    add(tr("Quit"), &Application::shared(), u"terminate:"_s);
     return menu;
 }
 

@@ -9,6 +9,7 @@
 #include "menu/AppAccessibility.h"
 #include "mouse/QMMouseHotKeyDelegate.h"
 
+#include <QCoreApplication>
 #include <QString>
 #include <QUrl>
 #include <QVariant>
@@ -36,6 +37,8 @@ qint32 myHotKeyHandler(AppController& controller);
 /// the event loop. GUI thread only.
 class AppController final : public QMMouseHotKeyDelegate
 {
+    Q_DECLARE_TR_FUNCTIONS(tarnwick::AppController)
+
 public:
     /// Failures are silent: what could be set up before is there, the rest is not.
     AppController();

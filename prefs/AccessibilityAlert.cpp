@@ -5,6 +5,7 @@
 #include "foundation/Application.h"
 #include "foundation/Workspace.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QUrl>
 
@@ -13,6 +14,11 @@ using namespace Qt::StringLiterals;
 namespace tarnwick {
 
 namespace {
+
+QString translated(const char* text)
+{
+    return QCoreApplication::translate("AccessibilityAlert", text);
+}
 
 // Only an answer of exactly one folder tells where the pane is.
 void openAccessibilityPane()
@@ -35,11 +41,15 @@ bool accessibilityGranted()
 
 Alert accessibilityAlert()
 {
-    return {
-        Alert::Style::Warning,
-        u"Tarnwick requires that the Accessibility API be enabled."_s,
-        u"Would you like to launch System Preferences so that you can turn on \"Enable access for assistive devices\"?"_s,
-        {u"Open System Preferences"_s, u"Continue Anyway"_s, u"Quit Tarnwick"_s}};
+    return {Alert::Style::Warning,
+            translated(QT_TRANSLATE_NOOP("AccessibilityAlert",
+                                         "Tarnwick requires that the Accessibility API be enabled.")),
+            translated(QT_TRANSLATE_NOOP("AccessibilityAlert",
+                                         "Would you like to launch System Preferences so that you can turn "
+                                         "on \"Enable access for assistive devices\"?")),
+            {translated(QT_TRANSLATE_NOOP("AccessibilityAlert", "Open System Preferences")),
+             translated(QT_TRANSLATE_NOOP("AccessibilityAlert", "Continue Anyway")),
+             translated(QT_TRANSLATE_NOOP("AccessibilityAlert", "Quit Tarnwick"))}};
 }
 
 void accessibilityAlertDidEnd(int returnCode, ActionSender* sender)

@@ -2,6 +2,29 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
+    <name>AccessibilityAlert</name>
+    <message>
+        <source>Tarnwick requires that the Accessibility API be enabled.</source>
+        <translation>Tarnwick benötigt die Bedienungshilfen; sie sind ausgeschaltet.</translation>
+    </message>
+    <message>
+        <source>Would you like to launch System Preferences so that you can turn on "Enable access for assistive devices"?</source>
+        <translation>Möchten Sie die Systemeinstellungen öffnen, um den Zugriff für Hilfsgeräte einzuschalten?</translation>
+    </message>
+    <message>
+        <source>Open System Preferences</source>
+        <translation>Systemeinstellungen öffnen</translation>
+    </message>
+    <message>
+        <source>Continue Anyway</source>
+        <translation>Trotzdem fortfahren</translation>
+    </message>
+    <message>
+        <source>Quit Tarnwick</source>
+        <translation>Tarnwick beenden</translation>
+    </message>
+</context>
+<context>
     <name>ShortcutRecorder</name>
     <message>
         <source>Space</source>
@@ -169,78 +192,68 @@
     </message>
 </context>
 <context>
-    <name>tarnwick::PreferencesWindow</name>
+    <name>tarnwick::AboutPane</name>
     <message>
-        <source>H&amp;ot Key</source>
-        <translation>&amp;Tastenkürzel</translation>
+        <source>Version %1</source>
+        <translation>Version %1</translation>
     </message>
     <message>
-        <source>&amp;General</source>
-        <translation>Allge&amp;mein</translation>
+        <source>The menu bar of the application in front, at the pointer.</source>
+        <translation>Die Menüleiste des vordersten Programms am Mauszeiger.</translation>
     </message>
     <message>
-        <source>Abo&amp;ut</source>
-        <translation>Übe&amp;r</translation>
+        <source>&amp;Quorlane Home Page</source>
+        <translation>Website von &amp;Quorlane</translation>
     </message>
     <message>
-        <source>In this Wayland session a part of Tarnwick is missing.</source>
-        <translation>In dieser Wayland-Sitzung fehlt ein Teil von Tarnwick.</translation>
+        <source>O&amp;stravane Home Page</source>
+        <translation>Website von &amp;Ostravane</translation>
     </message>
     <message>
-        <source>The hot key and the mouse button open the menu only while an application that runs on XWayland is in front.
-
-For all others, let a key of the desktop run this command:
-%1
-
-Over them the menu obeys the pointer alone, and it may open where the pointer was seen last.</source>
-        <translation>Tastenkürzel und Maustaste öffnen das Menü nur, solange ein Programm im Vordergrund ist, das auf XWayland läuft.
-
-Für alle anderen lassen Sie eine Taste des Desktops diesen Befehl ausführen:
-%1
-
-Über diesen folgt das Menü nur dem Mauszeiger, und es kann sich dort öffnen, wo dieser zuletzt gesehen wurde.</translation>
-    </message>
-    <message>
-        <source>OK</source>
-        <translation>OK</translation>
+        <source>Opens in the web browser</source>
+        <translation>Wird im Webbrowser geöffnet</translation>
     </message>
 </context>
 <context>
-    <name>tarnwick::HotKeyPane</name>
+    <name>tarnwick::AboutPanel</name>
     <message>
-        <source>Open the menu with a &amp;hot key</source>
-        <translation>Das Menü mit einem Ta&amp;stenkürzel öffnen</translation>
+        <source>About Tarnwick</source>
+        <translation>Über Tarnwick</translation>
     </message>
     <message>
-        <source>&amp;Shortcut:</source>
-        <translation>&amp;Kürzel:</translation>
+        <source>Quorlane Home Page</source>
+        <translation>Website von Quorlane</translation>
     </message>
     <message>
-        <source>Click the field or press Space in it, then press the new keys together. Escape keeps the old ones.</source>
-        <translation>Klicken Sie in das Feld oder drücken Sie darin die Leertaste und dann die neuen Tasten zusammen. Escape behält die alten.</translation>
+        <source>Ostravane Home Page</source>
+        <translation>Website von Ostravane</translation>
     </message>
     <message>
-        <source>Open the menu with an e&amp;xtra mouse button</source>
-        <translation>Das Menü mit einer &amp;zusätzlichen Maustaste öffnen</translation>
+        <source>Version %1</source>
+        <translation>Version %1</translation>
     </message>
     <message>
-        <source>Mouse button</source>
-        <translation>Maustaste</translation>
+        <source>The menu bar of the application in front, at the pointer.</source>
+        <translation>Die Menüleiste des vordersten Programms am Mauszeiger.</translation>
     </message>
     <message>
-        <source>Mouse &amp;button:</source>
-        <translation>Ma&amp;ustaste:</translation>
-    </message>
-    <message>
-        <source>Click the field with the button that is to open the menu: the middle one, or one at the side of the mouse.</source>
-        <translation>Klicken Sie mit der Taste in das Feld, die das Menü öffnen soll: der mittleren oder einer an der Seite der Maus.</translation>
+        <source>Opens in the web browser</source>
+        <translation>Wird im Webbrowser geöffnet</translation>
     </message>
 </context>
 <context>
-    <name>tarnwick::TWMouseButtonIdentifier</name>
+    <name>tarnwick::AppController</name>
     <message>
-        <source>Button Number: %i</source>
-        <translation>Tastennummer: %i</translation>
+        <source>About Tarnwick...</source>
+        <translation>Über Tarnwick …</translation>
+    </message>
+    <message>
+        <source>Preferences...</source>
+        <translation>Einstellungen …</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Beenden</translation>
     </message>
 </context>
 <context>
@@ -299,26 +312,78 @@ Für alle anderen lassen Sie eine Taste des Desktops diesen Befehl ausführen:
     </message>
 </context>
 <context>
-    <name>tarnwick::AboutPane</name>
+    <name>tarnwick::HotKeyPane</name>
     <message>
-        <source>Version %1</source>
-        <translation>Version %1</translation>
+        <source>Open the menu with a &amp;hot key</source>
+        <translation>Das Menü mit einem Ta&amp;stenkürzel öffnen</translation>
     </message>
     <message>
-        <source>The menu bar of the application in front, at the pointer.</source>
-        <translation>Die Menüleiste des vordersten Programms am Mauszeiger.</translation>
+        <source>&amp;Shortcut:</source>
+        <translation>&amp;Kürzel:</translation>
     </message>
     <message>
-        <source>&amp;Quorlane Home Page</source>
-        <translation>Website von &amp;Quorlane</translation>
+        <source>Click the field or press Space in it, then press the new keys together. Escape keeps the old ones.</source>
+        <translation>Klicken Sie in das Feld oder drücken Sie darin die Leertaste und dann die neuen Tasten zusammen. Escape behält die alten.</translation>
     </message>
     <message>
-        <source>O&amp;stravane Home Page</source>
-        <translation>Website von &amp;Ostravane</translation>
+        <source>Open the menu with an e&amp;xtra mouse button</source>
+        <translation>Das Menü mit einer &amp;zusätzlichen Maustaste öffnen</translation>
     </message>
     <message>
-        <source>Opens in the web browser</source>
-        <translation>Wird im Webbrowser geöffnet</translation>
+        <source>Mouse button</source>
+        <translation>Maustaste</translation>
+    </message>
+    <message>
+        <source>Mouse &amp;button:</source>
+        <translation>Ma&amp;ustaste:</translation>
+    </message>
+    <message>
+        <source>Click the field with the button that is to open the menu: the middle one, or one at the side of the mouse.</source>
+        <translation>Klicken Sie mit der Taste in das Feld, die das Menü öffnen soll: der mittleren oder einer an der Seite der Maus.</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::PreferencesWindow</name>
+    <message>
+        <source>H&amp;ot Key</source>
+        <translation>&amp;Tastenkürzel</translation>
+    </message>
+    <message>
+        <source>&amp;General</source>
+        <translation>Allge&amp;mein</translation>
+    </message>
+    <message>
+        <source>Abo&amp;ut</source>
+        <translation>Übe&amp;r</translation>
+    </message>
+    <message>
+        <source>In this Wayland session a part of Tarnwick is missing.</source>
+        <translation>In dieser Wayland-Sitzung fehlt ein Teil von Tarnwick.</translation>
+    </message>
+    <message>
+        <source>The hot key and the mouse button open the menu only while an application that runs on XWayland is in front.
+
+For all others, let a key of the desktop run this command:
+%1
+
+Over them the menu obeys the pointer alone, and it may open where the pointer was seen last.</source>
+        <translation>Tastenkürzel und Maustaste öffnen das Menü nur, solange ein Programm im Vordergrund ist, das auf XWayland läuft.
+
+Für alle anderen lassen Sie eine Taste des Desktops diesen Befehl ausführen:
+%1
+
+Über diesen folgt das Menü nur dem Mauszeiger, und es kann sich dort öffnen, wo dieser zuletzt gesehen wurde.</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::TWMouseButtonIdentifier</name>
+    <message>
+        <source>Button Number: %i</source>
+        <translation>Tastennummer: %i</translation>
     </message>
 </context>
 </TS>

@@ -2,6 +2,29 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="es" sourcelanguage="en">
 <context>
+    <name>AccessibilityAlert</name>
+    <message>
+        <source>Tarnwick requires that the Accessibility API be enabled.</source>
+        <translation>Tarnwick necesita que la accesibilidad esté activada.</translation>
+    </message>
+    <message>
+        <source>Would you like to launch System Preferences so that you can turn on "Enable access for assistive devices"?</source>
+        <translation>¿Quiere abrir los ajustes del sistema para activar el acceso de los dispositivos de ayuda?</translation>
+    </message>
+    <message>
+        <source>Open System Preferences</source>
+        <translation>Abrir los ajustes</translation>
+    </message>
+    <message>
+        <source>Continue Anyway</source>
+        <translation>Continuar de todos modos</translation>
+    </message>
+    <message>
+        <source>Quit Tarnwick</source>
+        <translation>Salir de Tarnwick</translation>
+    </message>
+</context>
+<context>
     <name>ShortcutRecorder</name>
     <message>
         <source>Space</source>
@@ -169,78 +192,68 @@
     </message>
 </context>
 <context>
-    <name>tarnwick::PreferencesWindow</name>
+    <name>tarnwick::AboutPane</name>
     <message>
-        <source>H&amp;ot Key</source>
-        <translation>Ata&amp;jo</translation>
+        <source>Version %1</source>
+        <translation>Versión %1</translation>
     </message>
     <message>
-        <source>&amp;General</source>
-        <translation>&amp;General</translation>
+        <source>The menu bar of the application in front, at the pointer.</source>
+        <translation>La barra de menús de la aplicación activa, junto al puntero.</translation>
     </message>
     <message>
-        <source>Abo&amp;ut</source>
-        <translation>A&amp;cerca de</translation>
+        <source>&amp;Quorlane Home Page</source>
+        <translation>Web de &amp;Quorlane</translation>
     </message>
     <message>
-        <source>In this Wayland session a part of Tarnwick is missing.</source>
-        <translation>En esta sesión de Wayland falta una parte de Tarnwick.</translation>
+        <source>O&amp;stravane Home Page</source>
+        <translation>Web de &amp;Ostravane</translation>
     </message>
     <message>
-        <source>The hot key and the mouse button open the menu only while an application that runs on XWayland is in front.
-
-For all others, let a key of the desktop run this command:
-%1
-
-Over them the menu obeys the pointer alone, and it may open where the pointer was seen last.</source>
-        <translation>El atajo de teclado y el botón del ratón abren el menú solo mientras está en primer plano una aplicación que se ejecuta en XWayland.
-
-Para todas las demás, haga que una tecla del escritorio ejecute esta orden:
-%1
-
-Sobre ellas el menú obedece solo al puntero, y puede abrirse donde este se vio por última vez.</translation>
-    </message>
-    <message>
-        <source>OK</source>
-        <translation>Aceptar</translation>
+        <source>Opens in the web browser</source>
+        <translation>Se abre en el navegador web</translation>
     </message>
 </context>
 <context>
-    <name>tarnwick::HotKeyPane</name>
+    <name>tarnwick::AboutPanel</name>
     <message>
-        <source>Open the menu with a &amp;hot key</source>
-        <translation>Abrir el menú con un atajo de &amp;teclado</translation>
+        <source>About Tarnwick</source>
+        <translation>Acerca de Tarnwick</translation>
     </message>
     <message>
-        <source>&amp;Shortcut:</source>
-        <translation>Tec&amp;las del atajo:</translation>
+        <source>Quorlane Home Page</source>
+        <translation>Web de Quorlane</translation>
     </message>
     <message>
-        <source>Click the field or press Space in it, then press the new keys together. Escape keeps the old ones.</source>
-        <translation>Haga clic en el campo o pulse Espacio en él y, después, pulse las nuevas teclas a la vez. Escape conserva las anteriores.</translation>
+        <source>Ostravane Home Page</source>
+        <translation>Web de Ostravane</translation>
     </message>
     <message>
-        <source>Open the menu with an e&amp;xtra mouse button</source>
-        <translation>Abrir el menú con un botón &amp;adicional del ratón</translation>
+        <source>Version %1</source>
+        <translation>Versión %1</translation>
     </message>
     <message>
-        <source>Mouse button</source>
-        <translation>Botón del ratón</translation>
+        <source>The menu bar of the application in front, at the pointer.</source>
+        <translation>La barra de menús de la aplicación activa, junto al puntero.</translation>
     </message>
     <message>
-        <source>Mouse &amp;button:</source>
-        <translation>&amp;Botón del ratón:</translation>
-    </message>
-    <message>
-        <source>Click the field with the button that is to open the menu: the middle one, or one at the side of the mouse.</source>
-        <translation>Haga clic en el campo con el botón que debe abrir el menú: el central o uno lateral del ratón.</translation>
+        <source>Opens in the web browser</source>
+        <translation>Se abre en el navegador web</translation>
     </message>
 </context>
 <context>
-    <name>tarnwick::TWMouseButtonIdentifier</name>
+    <name>tarnwick::AppController</name>
     <message>
-        <source>Button Number: %i</source>
-        <translation>Número de botón: %i</translation>
+        <source>About Tarnwick...</source>
+        <translation>Acerca de Tarnwick...</translation>
+    </message>
+    <message>
+        <source>Preferences...</source>
+        <translation>Preferencias...</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Salir</translation>
     </message>
 </context>
 <context>
@@ -299,26 +312,78 @@ Sobre ellas el menú obedece solo al puntero, y puede abrirse donde este se vio 
     </message>
 </context>
 <context>
-    <name>tarnwick::AboutPane</name>
+    <name>tarnwick::HotKeyPane</name>
     <message>
-        <source>Version %1</source>
-        <translation>Versión %1</translation>
+        <source>Open the menu with a &amp;hot key</source>
+        <translation>Abrir el menú con un atajo de &amp;teclado</translation>
     </message>
     <message>
-        <source>The menu bar of the application in front, at the pointer.</source>
-        <translation>La barra de menús de la aplicación activa, junto al puntero.</translation>
+        <source>&amp;Shortcut:</source>
+        <translation>Tec&amp;las del atajo:</translation>
     </message>
     <message>
-        <source>&amp;Quorlane Home Page</source>
-        <translation>Web de &amp;Quorlane</translation>
+        <source>Click the field or press Space in it, then press the new keys together. Escape keeps the old ones.</source>
+        <translation>Haga clic en el campo o pulse Espacio en él y, después, pulse las nuevas teclas a la vez. Escape conserva las anteriores.</translation>
     </message>
     <message>
-        <source>O&amp;stravane Home Page</source>
-        <translation>Web de &amp;Ostravane</translation>
+        <source>Open the menu with an e&amp;xtra mouse button</source>
+        <translation>Abrir el menú con un botón &amp;adicional del ratón</translation>
     </message>
     <message>
-        <source>Opens in the web browser</source>
-        <translation>Se abre en el navegador web</translation>
+        <source>Mouse button</source>
+        <translation>Botón del ratón</translation>
+    </message>
+    <message>
+        <source>Mouse &amp;button:</source>
+        <translation>&amp;Botón del ratón:</translation>
+    </message>
+    <message>
+        <source>Click the field with the button that is to open the menu: the middle one, or one at the side of the mouse.</source>
+        <translation>Haga clic en el campo con el botón que debe abrir el menú: el central o uno lateral del ratón.</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::PreferencesWindow</name>
+    <message>
+        <source>H&amp;ot Key</source>
+        <translation>Ata&amp;jo</translation>
+    </message>
+    <message>
+        <source>&amp;General</source>
+        <translation>&amp;General</translation>
+    </message>
+    <message>
+        <source>Abo&amp;ut</source>
+        <translation>A&amp;cerca de</translation>
+    </message>
+    <message>
+        <source>In this Wayland session a part of Tarnwick is missing.</source>
+        <translation>En esta sesión de Wayland falta una parte de Tarnwick.</translation>
+    </message>
+    <message>
+        <source>The hot key and the mouse button open the menu only while an application that runs on XWayland is in front.
+
+For all others, let a key of the desktop run this command:
+%1
+
+Over them the menu obeys the pointer alone, and it may open where the pointer was seen last.</source>
+        <translation>El atajo de teclado y el botón del ratón abren el menú solo mientras está en primer plano una aplicación que se ejecuta en XWayland.
+
+Para todas las demás, haga que una tecla del escritorio ejecute esta orden:
+%1
+
+Sobre ellas el menú obedece solo al puntero, y puede abrirse donde este se vio por última vez.</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>Aceptar</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::TWMouseButtonIdentifier</name>
+    <message>
+        <source>Button Number: %i</source>
+        <translation>Número de botón: %i</translation>
     </message>
 </context>
 </TS>

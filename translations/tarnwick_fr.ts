@@ -2,6 +2,29 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="fr" sourcelanguage="en">
 <context>
+    <name>AccessibilityAlert</name>
+    <message>
+        <source>Tarnwick requires that the Accessibility API be enabled.</source>
+        <translation>Tarnwick a besoin que l’accessibilité soit activée.</translation>
+    </message>
+    <message>
+        <source>Would you like to launch System Preferences so that you can turn on "Enable access for assistive devices"?</source>
+        <translation>Voulez-vous ouvrir les réglages du système pour autoriser l’accès aux technologies d’assistance ?</translation>
+    </message>
+    <message>
+        <source>Open System Preferences</source>
+        <translation>Ouvrir les réglages</translation>
+    </message>
+    <message>
+        <source>Continue Anyway</source>
+        <translation>Continuer quand même</translation>
+    </message>
+    <message>
+        <source>Quit Tarnwick</source>
+        <translation>Quitter Tarnwick</translation>
+    </message>
+</context>
+<context>
     <name>ShortcutRecorder</name>
     <message>
         <source>Space</source>
@@ -169,78 +192,68 @@
     </message>
 </context>
 <context>
-    <name>tarnwick::PreferencesWindow</name>
+    <name>tarnwick::AboutPane</name>
     <message>
-        <source>H&amp;ot Key</source>
-        <translation>&amp;Raccourci</translation>
+        <source>Version %1</source>
+        <translation>Version %1</translation>
     </message>
     <message>
-        <source>&amp;General</source>
-        <translation>&amp;Général</translation>
+        <source>The menu bar of the application in front, at the pointer.</source>
+        <translation>La barre des menus de l’application au premier plan, au pointeur.</translation>
     </message>
     <message>
-        <source>Abo&amp;ut</source>
-        <translation>À pr&amp;opos</translation>
+        <source>&amp;Quorlane Home Page</source>
+        <translation>Site de &amp;Quorlane</translation>
     </message>
     <message>
-        <source>In this Wayland session a part of Tarnwick is missing.</source>
-        <translation>Dans cette session Wayland, une partie de Tarnwick manque.</translation>
+        <source>O&amp;stravane Home Page</source>
+        <translation>Site d’O&amp;stravane</translation>
     </message>
     <message>
-        <source>The hot key and the mouse button open the menu only while an application that runs on XWayland is in front.
-
-For all others, let a key of the desktop run this command:
-%1
-
-Over them the menu obeys the pointer alone, and it may open where the pointer was seen last.</source>
-        <translation>Le raccourci clavier et le bouton de la souris n’ouvrent le menu que lorsqu’une application fonctionnant sur XWayland est au premier plan.
-
-Pour toutes les autres, faites exécuter cette commande par une touche du bureau :
-%1
-
-Au-dessus d’elles, le menu n’obéit qu’au pointeur, et il peut s’ouvrir là où celui-ci a été vu en dernier.</translation>
-    </message>
-    <message>
-        <source>OK</source>
-        <translation>OK</translation>
+        <source>Opens in the web browser</source>
+        <translation>S’ouvre dans le navigateur web</translation>
     </message>
 </context>
 <context>
-    <name>tarnwick::HotKeyPane</name>
+    <name>tarnwick::AboutPanel</name>
     <message>
-        <source>Open the menu with a &amp;hot key</source>
-        <translation>Ouvrir le menu avec un raccourci c&amp;lavier</translation>
+        <source>About Tarnwick</source>
+        <translation>À propos de Tarnwick</translation>
     </message>
     <message>
-        <source>&amp;Shortcut:</source>
-        <translation>&amp;Touches :</translation>
+        <source>Quorlane Home Page</source>
+        <translation>Site de Quorlane</translation>
     </message>
     <message>
-        <source>Click the field or press Space in it, then press the new keys together. Escape keeps the old ones.</source>
-        <translation>Cliquez dans le champ ou appuyez-y sur Espace, puis appuyez sur les nouvelles touches en même temps. Échap garde les anciennes.</translation>
+        <source>Ostravane Home Page</source>
+        <translation>Site d’Ostravane</translation>
     </message>
     <message>
-        <source>Open the menu with an e&amp;xtra mouse button</source>
-        <translation>Ouvrir le menu avec un bouton &amp;supplémentaire de la souris</translation>
+        <source>Version %1</source>
+        <translation>Version %1</translation>
     </message>
     <message>
-        <source>Mouse button</source>
-        <translation>Bouton de la souris</translation>
+        <source>The menu bar of the application in front, at the pointer.</source>
+        <translation>La barre des menus de l’application au premier plan, au pointeur.</translation>
     </message>
     <message>
-        <source>Mouse &amp;button:</source>
-        <translation>&amp;Bouton :</translation>
-    </message>
-    <message>
-        <source>Click the field with the button that is to open the menu: the middle one, or one at the side of the mouse.</source>
-        <translation>Cliquez dans le champ avec le bouton qui doit ouvrir le menu : celui du milieu ou un bouton latéral de la souris.</translation>
+        <source>Opens in the web browser</source>
+        <translation>S’ouvre dans le navigateur web</translation>
     </message>
 </context>
 <context>
-    <name>tarnwick::TWMouseButtonIdentifier</name>
+    <name>tarnwick::AppController</name>
     <message>
-        <source>Button Number: %i</source>
-        <translation>Bouton numéro : %i</translation>
+        <source>About Tarnwick...</source>
+        <translation>À propos de Tarnwick…</translation>
+    </message>
+    <message>
+        <source>Preferences...</source>
+        <translation>Réglages…</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Quitter</translation>
     </message>
 </context>
 <context>
@@ -299,26 +312,78 @@ Au-dessus d’elles, le menu n’obéit qu’au pointeur, et il peut s’ouvrir 
     </message>
 </context>
 <context>
-    <name>tarnwick::AboutPane</name>
+    <name>tarnwick::HotKeyPane</name>
     <message>
-        <source>Version %1</source>
-        <translation>Version %1</translation>
+        <source>Open the menu with a &amp;hot key</source>
+        <translation>Ouvrir le menu avec un raccourci c&amp;lavier</translation>
     </message>
     <message>
-        <source>The menu bar of the application in front, at the pointer.</source>
-        <translation>La barre des menus de l’application au premier plan, au pointeur.</translation>
+        <source>&amp;Shortcut:</source>
+        <translation>&amp;Touches :</translation>
     </message>
     <message>
-        <source>&amp;Quorlane Home Page</source>
-        <translation>Site de &amp;Quorlane</translation>
+        <source>Click the field or press Space in it, then press the new keys together. Escape keeps the old ones.</source>
+        <translation>Cliquez dans le champ ou appuyez-y sur Espace, puis appuyez sur les nouvelles touches en même temps. Échap garde les anciennes.</translation>
     </message>
     <message>
-        <source>O&amp;stravane Home Page</source>
-        <translation>Site d’O&amp;stravane</translation>
+        <source>Open the menu with an e&amp;xtra mouse button</source>
+        <translation>Ouvrir le menu avec un bouton &amp;supplémentaire de la souris</translation>
     </message>
     <message>
-        <source>Opens in the web browser</source>
-        <translation>S’ouvre dans le navigateur web</translation>
+        <source>Mouse button</source>
+        <translation>Bouton de la souris</translation>
+    </message>
+    <message>
+        <source>Mouse &amp;button:</source>
+        <translation>&amp;Bouton :</translation>
+    </message>
+    <message>
+        <source>Click the field with the button that is to open the menu: the middle one, or one at the side of the mouse.</source>
+        <translation>Cliquez dans le champ avec le bouton qui doit ouvrir le menu : celui du milieu ou un bouton latéral de la souris.</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::PreferencesWindow</name>
+    <message>
+        <source>H&amp;ot Key</source>
+        <translation>&amp;Raccourci</translation>
+    </message>
+    <message>
+        <source>&amp;General</source>
+        <translation>&amp;Général</translation>
+    </message>
+    <message>
+        <source>Abo&amp;ut</source>
+        <translation>À pr&amp;opos</translation>
+    </message>
+    <message>
+        <source>In this Wayland session a part of Tarnwick is missing.</source>
+        <translation>Dans cette session Wayland, une partie de Tarnwick manque.</translation>
+    </message>
+    <message>
+        <source>The hot key and the mouse button open the menu only while an application that runs on XWayland is in front.
+
+For all others, let a key of the desktop run this command:
+%1
+
+Over them the menu obeys the pointer alone, and it may open where the pointer was seen last.</source>
+        <translation>Le raccourci clavier et le bouton de la souris n’ouvrent le menu que lorsqu’une application fonctionnant sur XWayland est au premier plan.
+
+Pour toutes les autres, faites exécuter cette commande par une touche du bureau :
+%1
+
+Au-dessus d’elles, le menu n’obéit qu’au pointeur, et il peut s’ouvrir là où celui-ci a été vu en dernier.</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::TWMouseButtonIdentifier</name>
+    <message>
+        <source>Button Number: %i</source>
+        <translation>Bouton numéro : %i</translation>
     </message>
 </context>
 </TS>

@@ -2,6 +2,29 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ja" sourcelanguage="en">
 <context>
+    <name>AccessibilityAlert</name>
+    <message>
+        <source>Tarnwick requires that the Accessibility API be enabled.</source>
+        <translation>Tarnwick を使うには、アクセシビリティを有効にする必要があります。</translation>
+    </message>
+    <message>
+        <source>Would you like to launch System Preferences so that you can turn on "Enable access for assistive devices"?</source>
+        <translation>システム設定を開いて、支援機器のアクセスを有効にしますか？</translation>
+    </message>
+    <message>
+        <source>Open System Preferences</source>
+        <translation>システム設定を開く</translation>
+    </message>
+    <message>
+        <source>Continue Anyway</source>
+        <translation>このまま続ける</translation>
+    </message>
+    <message>
+        <source>Quit Tarnwick</source>
+        <translation>Tarnwick を終了</translation>
+    </message>
+</context>
+<context>
     <name>ShortcutRecorder</name>
     <message>
         <source>Space</source>
@@ -169,78 +192,68 @@
     </message>
 </context>
 <context>
-    <name>tarnwick::PreferencesWindow</name>
+    <name>tarnwick::AboutPane</name>
     <message>
-        <source>H&amp;ot Key</source>
-        <translation>ホットキー(&amp;O)</translation>
+        <source>Version %1</source>
+        <translation>バージョン %1</translation>
     </message>
     <message>
-        <source>&amp;General</source>
-        <translation>一般(&amp;G)</translation>
+        <source>The menu bar of the application in front, at the pointer.</source>
+        <translation>最前面のアプリケーションのメニューバーをポインタの位置に。</translation>
     </message>
     <message>
-        <source>Abo&amp;ut</source>
-        <translation>情報(&amp;U)</translation>
+        <source>&amp;Quorlane Home Page</source>
+        <translation>&amp;Quorlane のホームページ</translation>
     </message>
     <message>
-        <source>In this Wayland session a part of Tarnwick is missing.</source>
-        <translation>この Wayland セッションでは Tarnwick の一部の機能が使えません。</translation>
+        <source>O&amp;stravane Home Page</source>
+        <translation>O&amp;stravane のホームページ</translation>
     </message>
     <message>
-        <source>The hot key and the mouse button open the menu only while an application that runs on XWayland is in front.
-
-For all others, let a key of the desktop run this command:
-%1
-
-Over them the menu obeys the pointer alone, and it may open where the pointer was seen last.</source>
-        <translation>ホットキーとマウスボタンでメニューを開けるのは、XWayland 上のアプリケーションが最前面にあるときだけです。
-
-そのほかのアプリケーションでは、デスクトップのキーに次のコマンドを割り当ててください:
-%1
-
-その場合、メニューはポインターだけで操作します。ポインターが最後に検出された位置に開くことがあります。</translation>
-    </message>
-    <message>
-        <source>OK</source>
-        <translation>OK</translation>
+        <source>Opens in the web browser</source>
+        <translation>Web ブラウザで開きます</translation>
     </message>
 </context>
 <context>
-    <name>tarnwick::HotKeyPane</name>
+    <name>tarnwick::AboutPanel</name>
     <message>
-        <source>Open the menu with a &amp;hot key</source>
-        <translation>ホットキーでメニューを開く(&amp;H)</translation>
+        <source>About Tarnwick</source>
+        <translation>Tarnwick について</translation>
     </message>
     <message>
-        <source>&amp;Shortcut:</source>
-        <translation>ショートカット(&amp;S):</translation>
+        <source>Quorlane Home Page</source>
+        <translation>Quorlane のホームページ</translation>
     </message>
     <message>
-        <source>Click the field or press Space in it, then press the new keys together. Escape keeps the old ones.</source>
-        <translation>欄をクリックするか、欄の中でスペースキーを押してから、新しいキーを同時に押します。Escape キーで元のままになります。</translation>
+        <source>Ostravane Home Page</source>
+        <translation>Ostravane のホームページ</translation>
     </message>
     <message>
-        <source>Open the menu with an e&amp;xtra mouse button</source>
-        <translation>マウスの追加ボタンでメニューを開く(&amp;X)</translation>
+        <source>Version %1</source>
+        <translation>バージョン %1</translation>
     </message>
     <message>
-        <source>Mouse button</source>
-        <translation>マウスボタン</translation>
+        <source>The menu bar of the application in front, at the pointer.</source>
+        <translation>最前面のアプリケーションのメニューバーをポインタの位置に。</translation>
     </message>
     <message>
-        <source>Mouse &amp;button:</source>
-        <translation>マウスボタン(&amp;B):</translation>
-    </message>
-    <message>
-        <source>Click the field with the button that is to open the menu: the middle one, or one at the side of the mouse.</source>
-        <translation>メニューを開くのに使うボタン（中央のボタン、またはマウスの側面のボタン）で欄をクリックします。</translation>
+        <source>Opens in the web browser</source>
+        <translation>Web ブラウザで開きます</translation>
     </message>
 </context>
 <context>
-    <name>tarnwick::TWMouseButtonIdentifier</name>
+    <name>tarnwick::AppController</name>
     <message>
-        <source>Button Number: %i</source>
-        <translation>ボタン番号: %i</translation>
+        <source>About Tarnwick...</source>
+        <translation>Tarnwick について...</translation>
+    </message>
+    <message>
+        <source>Preferences...</source>
+        <translation>設定...</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>終了</translation>
     </message>
 </context>
 <context>
@@ -299,26 +312,78 @@ Over them the menu obeys the pointer alone, and it may open where the pointer wa
     </message>
 </context>
 <context>
-    <name>tarnwick::AboutPane</name>
+    <name>tarnwick::HotKeyPane</name>
     <message>
-        <source>Version %1</source>
-        <translation>バージョン %1</translation>
+        <source>Open the menu with a &amp;hot key</source>
+        <translation>ホットキーでメニューを開く(&amp;H)</translation>
     </message>
     <message>
-        <source>The menu bar of the application in front, at the pointer.</source>
-        <translation>最前面のアプリケーションのメニューバーをポインタの位置に。</translation>
+        <source>&amp;Shortcut:</source>
+        <translation>ショートカット(&amp;S):</translation>
     </message>
     <message>
-        <source>&amp;Quorlane Home Page</source>
-        <translation>&amp;Quorlane のホームページ</translation>
+        <source>Click the field or press Space in it, then press the new keys together. Escape keeps the old ones.</source>
+        <translation>欄をクリックするか、欄の中でスペースキーを押してから、新しいキーを同時に押します。Escape キーで元のままになります。</translation>
     </message>
     <message>
-        <source>O&amp;stravane Home Page</source>
-        <translation>O&amp;stravane のホームページ</translation>
+        <source>Open the menu with an e&amp;xtra mouse button</source>
+        <translation>マウスの追加ボタンでメニューを開く(&amp;X)</translation>
     </message>
     <message>
-        <source>Opens in the web browser</source>
-        <translation>Web ブラウザで開きます</translation>
+        <source>Mouse button</source>
+        <translation>マウスボタン</translation>
+    </message>
+    <message>
+        <source>Mouse &amp;button:</source>
+        <translation>マウスボタン(&amp;B):</translation>
+    </message>
+    <message>
+        <source>Click the field with the button that is to open the menu: the middle one, or one at the side of the mouse.</source>
+        <translation>メニューを開くのに使うボタン（中央のボタン、またはマウスの側面のボタン）で欄をクリックします。</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::PreferencesWindow</name>
+    <message>
+        <source>H&amp;ot Key</source>
+        <translation>ホットキー(&amp;O)</translation>
+    </message>
+    <message>
+        <source>&amp;General</source>
+        <translation>一般(&amp;G)</translation>
+    </message>
+    <message>
+        <source>Abo&amp;ut</source>
+        <translation>情報(&amp;U)</translation>
+    </message>
+    <message>
+        <source>In this Wayland session a part of Tarnwick is missing.</source>
+        <translation>この Wayland セッションでは Tarnwick の一部の機能が使えません。</translation>
+    </message>
+    <message>
+        <source>The hot key and the mouse button open the menu only while an application that runs on XWayland is in front.
+
+For all others, let a key of the desktop run this command:
+%1
+
+Over them the menu obeys the pointer alone, and it may open where the pointer was seen last.</source>
+        <translation>ホットキーとマウスボタンでメニューを開けるのは、XWayland 上のアプリケーションが最前面にあるときだけです。
+
+そのほかのアプリケーションでは、デスクトップのキーに次のコマンドを割り当ててください:
+%1
+
+その場合、メニューはポインターだけで操作します。ポインターが最後に検出された位置に開くことがあります。</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::TWMouseButtonIdentifier</name>
+    <message>
+        <source>Button Number: %i</source>
+        <translation>ボタン番号: %i</translation>
     </message>
 </context>
 </TS>

@@ -2,6 +2,29 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
 <context>
+    <name>AccessibilityAlert</name>
+    <message>
+        <source>Tarnwick requires that the Accessibility API be enabled.</source>
+        <translation>Tarnwick 需要启用辅助功能。</translation>
+    </message>
+    <message>
+        <source>Would you like to launch System Preferences so that you can turn on "Enable access for assistive devices"?</source>
+        <translation>要打开系统设置以启用辅助设备的访问吗？</translation>
+    </message>
+    <message>
+        <source>Open System Preferences</source>
+        <translation>打开系统设置</translation>
+    </message>
+    <message>
+        <source>Continue Anyway</source>
+        <translation>仍然继续</translation>
+    </message>
+    <message>
+        <source>Quit Tarnwick</source>
+        <translation>退出 Tarnwick</translation>
+    </message>
+</context>
+<context>
     <name>ShortcutRecorder</name>
     <message>
         <source>Space</source>
@@ -169,78 +192,68 @@
     </message>
 </context>
 <context>
-    <name>tarnwick::PreferencesWindow</name>
+    <name>tarnwick::AboutPane</name>
     <message>
-        <source>H&amp;ot Key</source>
-        <translation>快捷键(&amp;O)</translation>
+        <source>Version %1</source>
+        <translation>版本 %1</translation>
     </message>
     <message>
-        <source>&amp;General</source>
-        <translation>通用(&amp;G)</translation>
+        <source>The menu bar of the application in front, at the pointer.</source>
+        <translation>最前面应用程序的菜单栏，就在指针处。</translation>
     </message>
     <message>
-        <source>Abo&amp;ut</source>
-        <translation>关于(&amp;U)</translation>
+        <source>&amp;Quorlane Home Page</source>
+        <translation>&amp;Quorlane 主页</translation>
     </message>
     <message>
-        <source>In this Wayland session a part of Tarnwick is missing.</source>
-        <translation>在此 Wayland 会话中，Tarnwick 的部分功能不可用。</translation>
+        <source>O&amp;stravane Home Page</source>
+        <translation>O&amp;stravane 主页</translation>
     </message>
     <message>
-        <source>The hot key and the mouse button open the menu only while an application that runs on XWayland is in front.
-
-For all others, let a key of the desktop run this command:
-%1
-
-Over them the menu obeys the pointer alone, and it may open where the pointer was seen last.</source>
-        <translation>只有在 XWayland 上运行的应用程序位于最前面时，快捷键和鼠标按钮才能打开菜单。
-
-对于其他应用程序，请让桌面的某个按键运行此命令：
-%1
-
-在这些应用程序上，菜单只能用指针操作，并且可能在最后检测到指针的位置打开。</translation>
-    </message>
-    <message>
-        <source>OK</source>
-        <translation>确定</translation>
+        <source>Opens in the web browser</source>
+        <translation>在网页浏览器中打开</translation>
     </message>
 </context>
 <context>
-    <name>tarnwick::HotKeyPane</name>
+    <name>tarnwick::AboutPanel</name>
     <message>
-        <source>Open the menu with a &amp;hot key</source>
-        <translation>使用快捷键打开菜单(&amp;H)</translation>
+        <source>About Tarnwick</source>
+        <translation>关于 Tarnwick</translation>
     </message>
     <message>
-        <source>&amp;Shortcut:</source>
-        <translation>快捷键(&amp;S):</translation>
+        <source>Quorlane Home Page</source>
+        <translation>Quorlane 主页</translation>
     </message>
     <message>
-        <source>Click the field or press Space in it, then press the new keys together. Escape keeps the old ones.</source>
-        <translation>点按此栏，或在其中按空格键，然后同时按下新的按键。按 Esc 键保留原来的按键。</translation>
+        <source>Ostravane Home Page</source>
+        <translation>Ostravane 主页</translation>
     </message>
     <message>
-        <source>Open the menu with an e&amp;xtra mouse button</source>
-        <translation>使用额外的鼠标按键打开菜单(&amp;X)</translation>
+        <source>Version %1</source>
+        <translation>版本 %1</translation>
     </message>
     <message>
-        <source>Mouse button</source>
-        <translation>鼠标按键</translation>
+        <source>The menu bar of the application in front, at the pointer.</source>
+        <translation>最前面应用程序的菜单栏，就在指针处。</translation>
     </message>
     <message>
-        <source>Mouse &amp;button:</source>
-        <translation>鼠标按键(&amp;B):</translation>
-    </message>
-    <message>
-        <source>Click the field with the button that is to open the menu: the middle one, or one at the side of the mouse.</source>
-        <translation>用要打开菜单的按键点按此栏：中键，或鼠标侧面的按键。</translation>
+        <source>Opens in the web browser</source>
+        <translation>在网页浏览器中打开</translation>
     </message>
 </context>
 <context>
-    <name>tarnwick::TWMouseButtonIdentifier</name>
+    <name>tarnwick::AppController</name>
     <message>
-        <source>Button Number: %i</source>
-        <translation>按键编号：%i</translation>
+        <source>About Tarnwick...</source>
+        <translation>关于 Tarnwick...</translation>
+    </message>
+    <message>
+        <source>Preferences...</source>
+        <translation>偏好设置...</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>退出</translation>
     </message>
 </context>
 <context>
@@ -299,26 +312,78 @@ Over them the menu obeys the pointer alone, and it may open where the pointer wa
     </message>
 </context>
 <context>
-    <name>tarnwick::AboutPane</name>
+    <name>tarnwick::HotKeyPane</name>
     <message>
-        <source>Version %1</source>
-        <translation>版本 %1</translation>
+        <source>Open the menu with a &amp;hot key</source>
+        <translation>使用快捷键打开菜单(&amp;H)</translation>
     </message>
     <message>
-        <source>The menu bar of the application in front, at the pointer.</source>
-        <translation>最前面应用程序的菜单栏，就在指针处。</translation>
+        <source>&amp;Shortcut:</source>
+        <translation>快捷键(&amp;S):</translation>
     </message>
     <message>
-        <source>&amp;Quorlane Home Page</source>
-        <translation>&amp;Quorlane 主页</translation>
+        <source>Click the field or press Space in it, then press the new keys together. Escape keeps the old ones.</source>
+        <translation>点按此栏，或在其中按空格键，然后同时按下新的按键。按 Esc 键保留原来的按键。</translation>
     </message>
     <message>
-        <source>O&amp;stravane Home Page</source>
-        <translation>O&amp;stravane 主页</translation>
+        <source>Open the menu with an e&amp;xtra mouse button</source>
+        <translation>使用额外的鼠标按键打开菜单(&amp;X)</translation>
     </message>
     <message>
-        <source>Opens in the web browser</source>
-        <translation>在网页浏览器中打开</translation>
+        <source>Mouse button</source>
+        <translation>鼠标按键</translation>
+    </message>
+    <message>
+        <source>Mouse &amp;button:</source>
+        <translation>鼠标按键(&amp;B):</translation>
+    </message>
+    <message>
+        <source>Click the field with the button that is to open the menu: the middle one, or one at the side of the mouse.</source>
+        <translation>用要打开菜单的按键点按此栏：中键，或鼠标侧面的按键。</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::PreferencesWindow</name>
+    <message>
+        <source>H&amp;ot Key</source>
+        <translation>快捷键(&amp;O)</translation>
+    </message>
+    <message>
+        <source>&amp;General</source>
+        <translation>通用(&amp;G)</translation>
+    </message>
+    <message>
+        <source>Abo&amp;ut</source>
+        <translation>关于(&amp;U)</translation>
+    </message>
+    <message>
+        <source>In this Wayland session a part of Tarnwick is missing.</source>
+        <translation>在此 Wayland 会话中，Tarnwick 的部分功能不可用。</translation>
+    </message>
+    <message>
+        <source>The hot key and the mouse button open the menu only while an application that runs on XWayland is in front.
+
+For all others, let a key of the desktop run this command:
+%1
+
+Over them the menu obeys the pointer alone, and it may open where the pointer was seen last.</source>
+        <translation>只有在 XWayland 上运行的应用程序位于最前面时，快捷键和鼠标按钮才能打开菜单。
+
+对于其他应用程序，请让桌面的某个按键运行此命令：
+%1
+
+在这些应用程序上，菜单只能用指针操作，并且可能在最后检测到指针的位置打开。</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>确定</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::TWMouseButtonIdentifier</name>
+    <message>
+        <source>Button Number: %i</source>
+        <translation>按键编号：%i</translation>
     </message>
 </context>
 </TS>

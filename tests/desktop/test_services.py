@@ -217,6 +217,14 @@ class ATrayOnTheBus(DesktopTest):
         self.assertEqual(self.tarnwick.program.status(), 0)
 
 
+class ATrayInAnotherLanguage(DesktopTest):
+    def test_gets_the_menu_in_it(self):
+        tray = PublishedTray(self.session.environment["DBUS_SESSION_BUS_ADDRESS"])
+        self.addCleanup(tray.close)
+        Tarnwick(self.session, environment={"LANGUAGE": "de", "LC_ALL": "", "LC_MESSAGES": "C.UTF-8"})
+        self.assertEqual([label for _, label in tray.menu()], ["Über Tarnwick …", "Einstellungen …", "Beenden"])
+
+
 class ATrayThatShowsThePicture(DesktopTest):
     def test_gets_another_one_when_the_desktop_becomes_dark(self):
         settings = XSettings(self.session.environment["DISPLAY"])
