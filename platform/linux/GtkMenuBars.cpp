@@ -1,27 +1,40 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/GtkMenuBars.h"
 
+#include "platform/linux/X11Property.h"
+
 namespace tarnwick {
+
+namespace {
+
+QByteArray textOf(X11Property& property)
+{
+    const QByteArray bytes = property.text().value_or(QByteArray());
+    return QByteArray(bytes.constData()); // nothing after a zero
+}
+
+QByteArray pathOf(X11Property& property)
+{
+    const QByteArray name = textOf(property);
+    return sd_bus_object_path_is_valid(name.constData()) > 0 ? name : QByteArray();
+}
+
+} // namespace
 
 BusReference GtkMenuBars::ofWindow(xcb_window_t window)
 {
-    const auto text = [&](const QByteArray& property) {
-        const QByteArray bytes = _x11.propertyText(window, property).value_or(QByteArray());
-        return QByteArray(bytes.constData()); // nothing after a zero
-    };
-    const auto path = [&](const QByteArray& property) {
-        const QByteArray name = text(property);
-        return sd_bus_object_path_is_valid(name.constData()) > 0 ? name : QByteArray();
-    };
+    X11Property menus(_x11, window, "_GTK_MENUBAR_OBJECT_PATH");
+    X11Property name(_x11, window, "_GTK_UNIQUE_BUS_NAME");
+    X11Property applicationActions(_x11, window, "_GTK_APPLICATION_OBJECT_PATH");
+    X11Property windowActions(_x11, window, "_GTK_WINDOW_OBJECT_PATH");
+    const QByteArray service = textOf(name);
     GtkMenuPlace place;
-    place.menus = path("_GTK_MENUBAR_OBJECT_PATH");
-    if (place.menus.isEmpty())
+    place.menus = pathOf(menus);
+    place.applicationActions = pathOf(applicationActions);
+    place.windowActions = pathOf(windowActions);
+    if (place.menus.isEmpty() || !service.startsWith(':') ||
+        sd_bus_service_name_is_valid(service.constData()) <= 0)
         return {};
-    const QByteArray service = text("_GTK_UNIQUE_BUS_NAME");
-    if (!service.startsWith(':') || sd_bus_service_name_is_valid(service.constData()) <= 0)
-        return {};
-    place.applicationActions = path("_GTK_APPLICATION_OBJECT_PATH");
-    place.windowActions = path("_GTK_WINDOW_OBJECT_PATH");
     return _source.reference(service, place);
 }
 

@@ -23,6 +23,8 @@ namespace tarnwick {
 namespace {
 
 constexpr QPoint offScreen(-10, -10);
+/// By then the hot key is there, which is waited for at the start.
+constexpr std::chrono::milliseconds afterTheStart(100);
 
 class Tracking
 {
@@ -67,11 +69,11 @@ QMenuPresenter::QMenuPresenter()
               Qt::Tool | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint | Qt::WindowDoesNotAcceptFocus)
 {
     _keeper.setAttribute(Qt::WA_ShowWithoutActivating);
-    _keeper.setAccessibleName(u"Tarnwick"_s);
-    _keeper.setCursor(Qt::ArrowCursor);
     _keeper.setGeometry(QRect(offScreen, QSize(1, 1)));
+    _preparation.setSingleShot(true);
+    connect(&_preparation, &QTimer::timeout, this, &QMenuPresenter::_prepare);
     if (X11Connection::shared())
-        _keeper.show();
+        _preparation.start(afterTheStart);
     connect(&MenuTracking::shared(), &MenuTracking::cancelRequested, this, &QMenuPresenter::cancelTracking);
 }
 
@@ -85,10 +87,12 @@ bool QMenuPresenter::popUpMenuPositioningItem(const std::shared_ptr<Menu>& menu,
     if (!menu || !connection || MenuTracking::shared().active() || QApplication::activePopupWidget())
         return false;
     const Tracking tracking;
+    _showKeeper();
     X11PopUpInput input(connection, static_cast<xcb_window_t>(_keeper.winId()));
     if (!input.begin())
         return false;
     const auto choice = _track(menu, location, input);
+    _preparation.start(0);
     const bool sameFocus = input.end();
     // What was chosen was meant for the application that was in front.
     if (!choice || !sameFocus)
@@ -107,7 +111,8 @@ std::optional<QMenuPresenter::Choice> QMenuPresenter::_track(const std::shared_p
                                                              QPointF location, X11PopUpInput& input)
 {
     std::optional<Choice> choice;
-    QMenuView view(menu);
+    const auto owned = _viewOf(menu, input);
+    QMenuView& view = *owned;
     QEventLoop loop;
     connect(&view, &QMenuView::itemChosen, &loop,
             [&choice](const std::shared_ptr<Menu>& chosenMenu, const std::shared_ptr<MenuItem>& chosenItem) {
@@ -118,7 +123,7 @@ std::optional<QMenuPresenter::Choice> QMenuPresenter::_track(const std::shared_p
     _connectInput(input, view);
 
     const auto monitors = currentMonitors();
-    view.setHeldModifiers(input.menuModifierFlags());
+    view.setHeldModifiers(input.menuModifierFlagsAtStart());
     // A window manager that looks at a click first hands it on to the window that is at its place by then.
     if (!input.hasPointer())
         view.setWindowFlag(Qt::WindowTransparentForInput);
@@ -131,6 +136,36 @@ std::optional<QMenuPresenter::Choice> QMenuPresenter::_track(const std::shared_p
     if (!input.settle())
         loop.exec();
     return choice;
+}
+
+void QMenuPresenter::_showKeeper()
+{
+    if (_keeper.isVisible())
+        return;
+    // With these the toolkit asks the server for cursors and the buses for screen readers.
+    _keeper.setCursor(Qt::ArrowCursor);
+    _keeper.setAccessibleName(u"Tarnwick"_s);
+    _keeper.show();
+}
+
+void QMenuPresenter::_prepare()
+{
+    _showKeeper();
+    if (_prepared)
+        return;
+    _prepared = std::make_unique<QMenuView>(nullptr);
+    _prepared->makeWindow();
+}
+
+std::unique_ptr<QMenuView> QMenuPresenter::_viewOf(const std::shared_ptr<Menu>& menu,
+                                                   const X11PopUpInput& input)
+{
+    // Without the pointer the window is of another kind.
+    if (!_prepared || !input.hasPointer())
+        return std::make_unique<QMenuView>(menu);
+    auto view = std::move(_prepared);
+    view->setMenu(menu);
+    return view;
 }
 
 void QMenuPresenter::_connectInput(X11PopUpInput& input, QMenuView& view)

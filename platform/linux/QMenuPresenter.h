@@ -5,6 +5,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QTimer>
 #include <QWidget>
 
 #include <optional>
@@ -37,10 +38,17 @@ private:
 
     [[nodiscard]] std::optional<Choice> _track(const std::shared_ptr<Menu>& menu, QPointF location,
                                                X11PopUpInput& input);
+    [[nodiscard]] std::unique_ptr<QMenuView> _viewOf(const std::shared_ptr<Menu>& menu,
+                                                     const X11PopUpInput& input);
+    void _showKeeper();
+    /// Makes what takes its time and is the same for each pop-up: a window takes as long as all the rest.
+    void _prepare();
     void _connectInput(X11PopUpInput& input, QMenuView& view);
     void _closeWhenOutside(const QMenuView& view);
 
-    QWidget _keeper; ///< receives keys and pointer events for the pop-up; off the screen
+    QWidget _keeper;                      ///< receives keys and pointer events for the pop-up; off the screen
+    std::unique_ptr<QMenuView> _prepared; ///< for the next pop-up; null while there is none
+    QTimer _preparation;
 };
 
 } // namespace tarnwick

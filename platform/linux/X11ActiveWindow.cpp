@@ -196,9 +196,6 @@ FrontWindow X11ActiveWindow::current() const
 {
     if (!_watcher)
         return {};
-    const auto seen = X11Windows(X11Connection::shared()).front();
-    if (seen && *seen)
-        return *seen;
     const FrontWindow latest = _watcher->latest();
     return latest ? latest : _beside;
 }

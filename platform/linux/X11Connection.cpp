@@ -1,14 +1,49 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/X11Connection.h"
 
+#include "platform/linux/X11Property.h"
+
 #include <QGuiApplication>
 #include <xcb/xfixes.h>
 
-#include <algorithm>
+#include <utility>
 
 namespace tarnwick {
 
 namespace {
+
+constexpr std::uint32_t longestText = 64 * 1024 / 4; // in words
+
+/// What windows are asked for time and again.
+const char* const usualAtoms[] = {
+    "_NET_SUPPORTING_WM_CHECK",
+    "_NET_SUPPORTED",
+    "_NET_ACTIVE_WINDOW",
+    "_NET_CLIENT_LIST",
+    "_NET_WM_WINDOW_TYPE",
+    "_NET_WM_WINDOW_TYPE_DOCK",
+    "_NET_WM_WINDOW_TYPE_TOOLTIP",
+    "_NET_WM_WINDOW_TYPE_NOTIFICATION",
+    "_NET_WM_PID",
+    "_NET_WM_NAME",
+    "WM_NAME",
+    "WM_CLASS",
+    "WM_CLIENT_MACHINE",
+    "WM_TRANSIENT_FOR",
+    "_GTK_APPLICATION_ID",
+    "_GTK_MENUBAR_OBJECT_PATH",
+    "_GTK_UNIQUE_BUS_NAME",
+    "_GTK_APPLICATION_OBJECT_PATH",
+    "_GTK_WINDOW_OBJECT_PATH",
+    "_NET_SYSTEM_TRAY_S0",
+    "_XSETTINGS_S0",
+    "_XSETTINGS_SETTINGS",
+};
+
+xcb_intern_atom_cookie_t askForAtom(xcb_connection_t* connection, const QByteArray& name)
+{
+    return xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.constData());
+}
 
 xcb_connection_t* connectionOfQt()
 {
@@ -26,53 +61,46 @@ X11Connection& X11Connection::shared()
 
 X11Connection::X11Connection(xcb_connection_t* connection) : _connection(connection)
 {
-    if (_connection)
-        _root = xcb_setup_roots_iterator(xcb_get_setup(_connection)).data->root;
+    if (!_connection)
+        return;
+    _root = xcb_setup_roots_iterator(xcb_get_setup(_connection)).data->root;
+    _knowUsualAtoms();
+}
+
+/// One round trip for all.
+void X11Connection::_knowUsualAtoms()
+{
+    QList<std::pair<QByteArray, xcb_intern_atom_cookie_t>> asked;
+    for (const char* name : usualAtoms)
+        asked.append({name, askForAtom(_connection, name)});
+    for (const auto& [name, cookie] : std::as_const(asked))
+        _take(name, cookie);
+}
+
+xcb_atom_t X11Connection::_take(const QByteArray& name, xcb_intern_atom_cookie_t cookie)
+{
+    const XcbOwned<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(_connection, cookie, nullptr));
+    if (!reply)
+        return XCB_ATOM_NONE;
+    _atoms.insert(name, reply->atom);
+    return reply->atom;
 }
 
 xcb_atom_t X11Connection::atom(const QByteArray& name)
 {
-    const auto known =
-        std::find_if(_atoms.cbegin(), _atoms.cend(), [&](const auto& entry) { return entry.first == name; });
-    if (known != _atoms.cend())
-        return known->second;
-    const auto cookie =
-        xcb_intern_atom(_connection, 0, static_cast<std::uint16_t>(name.size()), name.constData());
-    const XcbOwned<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(_connection, cookie, nullptr));
-    if (!reply)
-        return XCB_ATOM_NONE;
-    _atoms.append({name, reply->atom});
-    return reply->atom;
-}
-
-XcbOwned<xcb_get_property_reply_t> X11Connection::_property(xcb_window_t window, const QByteArray& name,
-                                                            std::uint32_t words)
-{
-    const auto cookie =
-        xcb_get_property(_connection, 0, window, atom(name), XCB_GET_PROPERTY_TYPE_ANY, 0, words);
-    XcbOwned<xcb_get_property_reply_t> reply(xcb_get_property_reply(_connection, cookie, nullptr));
-    if (reply && reply->type == XCB_ATOM_NONE)
-        reply.reset();
-    return reply;
+    const auto known = _atoms.constFind(name);
+    return known != _atoms.cend() ? *known : _take(name, askForAtom(_connection, name));
 }
 
 std::optional<QList<std::uint32_t>> X11Connection::property32(xcb_window_t window, const QByteArray& name,
                                                               std::uint32_t limit)
 {
-    const auto reply = _property(window, name, limit);
-    if (!reply || reply->format != 32)
-        return std::nullopt;
-    const auto* items = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
-    return QList<std::uint32_t>(items, items + reply->value_len);
+    return X11Property(*this, window, name, limit).items();
 }
 
 std::optional<QByteArray> X11Connection::propertyText(xcb_window_t window, const QByteArray& name)
 {
-    const auto reply = _property(window, name, 64 * 1024 / 4);
-    if (!reply || reply->format != 8)
-        return std::nullopt;
-    return QByteArray(static_cast<const char*>(xcb_get_property_value(reply.get())),
-                      xcb_get_property_value_length(reply.get()));
+    return X11Property(*this, window, name, longestText).text();
 }
 
 std::uint8_t X11Connection::watchSelectionOwner(xcb_atom_t selection)

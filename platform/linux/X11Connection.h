@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QHash>
 #include <QList>
 #include <xcb/xcb.h>
 
@@ -55,12 +56,12 @@ public:
     void sync();
 
 private:
-    [[nodiscard]] XcbOwned<xcb_get_property_reply_t> _property(xcb_window_t window, const QByteArray& name,
-                                                               std::uint32_t words);
+    void _knowUsualAtoms();
+    xcb_atom_t _take(const QByteArray& name, xcb_intern_atom_cookie_t cookie);
 
     xcb_connection_t* _connection = nullptr;
     xcb_window_t _root = XCB_WINDOW_NONE;
-    QList<std::pair<QByteArray, xcb_atom_t>> _atoms;
+    QHash<QByteArray, xcb_atom_t> _atoms;
 };
 
 } // namespace tarnwick

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/X11Focus.h"
 
-#include "platform/linux/X11Connection.h"
-
 #include <QGuiApplication>
 #include <QWindow>
 
@@ -14,12 +12,6 @@ namespace {
 
 constexpr quint32 watchedEvents = XCB_EVENT_MASK_FOCUS_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
 constexpr int deepestTree = 64;
-
-XcbOwned<xcb_get_window_attributes_reply_t> attributesOf(X11Connection& connection, xcb_window_t window)
-{
-    return XcbOwned<xcb_get_window_attributes_reply_t>(xcb_get_window_attributes_reply(
-        connection.get(), xcb_get_window_attributes(connection.get(), window), nullptr));
-}
 
 /// A window that has gone meanwhile is no error of ours.
 void setEventMask(X11Connection& connection, xcb_window_t window, quint32 mask)
@@ -39,25 +31,60 @@ bool isToolkitWindow(xcb_window_t window)
     });
 }
 
-xcb_window_t focusWindow(X11Connection& connection)
+X11FocusQuestion::X11FocusQuestion(X11Connection& connection)
+    : _answer(connection, xcb_get_input_focus(connection.get()))
 {
-    const XcbOwned<xcb_get_input_focus_reply_t> reply(
-        xcb_get_input_focus_reply(connection.get(), xcb_get_input_focus(connection.get()), nullptr));
+}
+
+xcb_window_t X11FocusQuestion::answer()
+{
+    const auto reply = _answer.take();
     if (!reply || reply->focus == XCB_INPUT_FOCUS_POINTER_ROOT)
         return XCB_WINDOW_NONE;
     return reply->focus;
 }
 
+xcb_window_t focusWindow(X11Connection& connection)
+{
+    return X11FocusQuestion(connection).answer();
+}
+
+X11OutermostQuestion::X11OutermostQuestion(X11Connection& connection, xcb_window_t window)
+    : _connection(connection), _of(window), _outermost(window)
+{
+    if (window != XCB_WINDOW_NONE)
+        _asked.emplace(connection, xcb_query_tree(connection.get(), window));
+}
+
+bool X11OutermostQuestion::advance()
+{
+    if (!_asked)
+        return false;
+    const auto tree = _asked->take();
+    _asked.reset();
+    if (!tree || tree->parent == XCB_WINDOW_NONE || tree->parent == tree->root || ++_depth >= deepestTree)
+        return false;
+    _outermost = tree->parent;
+    _asked.emplace(_connection, xcb_query_tree(_connection.get(), _outermost));
+    return true;
+}
+
+xcb_window_t X11OutermostQuestion::answer()
+{
+    while (advance()) {
+    }
+    return _outermost;
+}
+
 xcb_window_t outermostWindow(X11Connection& connection, xcb_window_t window)
 {
-    for (int depth = 0; depth < deepestTree && window != XCB_WINDOW_NONE; ++depth) {
-        const XcbOwned<xcb_query_tree_reply_t> tree(
-            xcb_query_tree_reply(connection.get(), xcb_query_tree(connection.get(), window), nullptr));
-        if (!tree || tree->parent == XCB_WINDOW_NONE || tree->parent == tree->root)
-            break;
-        window = tree->parent;
-    }
-    return window;
+    return X11OutermostQuestion(connection, window).answer();
+}
+
+void X11FocusWatch::ask(xcb_window_t window)
+{
+    _askedWindow = window;
+    _asked.emplace(_connection, xcb_get_window_attributes(_connection.get(), window));
 }
 
 void X11FocusWatch::start(xcb_window_t window)
@@ -65,7 +92,10 @@ void X11FocusWatch::start(xcb_window_t window)
     stop();
     if (window == XCB_WINDOW_NONE || window == _connection.root() || isToolkitWindow(window))
         return;
-    const auto attributes = attributesOf(_connection, window);
+    if (!_asked || _askedWindow != window)
+        ask(window);
+    const auto attributes = _asked->take();
+    _asked.reset();
     if (!attributes)
         return;
     _window = window;
@@ -77,7 +107,9 @@ void X11FocusWatch::stop()
 {
     if (_window == XCB_WINDOW_NONE)
         return;
-    if (const auto attributes = attributesOf(_connection, _window))
+    const auto attributes =
+        Attributes(_connection, xcb_get_window_attributes(_connection.get(), _window)).take();
+    if (attributes)
         setEventMask(_connection, _window, attributes->your_event_mask & ~_addedMask);
     _window = XCB_WINDOW_NONE;
 }

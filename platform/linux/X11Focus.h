@@ -1,22 +1,54 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QtGlobal>
-#include <xcb/xcb.h>
+#include "platform/linux/XcbAnswer.h"
+
+#include <optional>
 
 namespace tarnwick {
-
-class X11Connection;
 
 /// Whether the toolkit of this program has made the window.
 [[nodiscard]] bool isToolkitWindow(xcb_window_t window);
 
-/// The window that has the input focus; none when no window has it (also when the focus follows the
-/// pointer).
+/// Which window has the input focus, asked at its making.
+class X11FocusQuestion
+{
+public:
+    explicit X11FocusQuestion(X11Connection& connection);
+
+    /// None when no window has it (also when the focus follows the pointer). To be called once.
+    [[nodiscard]] xcb_window_t answer();
+
+private:
+    XcbAnswer<&xcb_get_input_focus_reply> _answer;
+};
+
+/// The window that has the input focus now: one round trip.
 [[nodiscard]] xcb_window_t focusWindow(X11Connection& connection);
 
-/// The ancestor of `window` right below the root, the window manager's frame included; `window` itself when
-/// it is gone.
+/// Which ancestor of a window is right below the root, the window manager's frame included: asked step by
+/// step, the first at its making.
+class X11OutermostQuestion
+{
+public:
+    X11OutermostQuestion(X11Connection& connection, xcb_window_t window);
+
+    [[nodiscard]] xcb_window_t of() const { return _of; }
+    /// Takes the parent in and asks for the next one; false at the end. To be called where what was asked is
+    /// answered by now, as after waiting for a later answer, so that answer() waits less.
+    bool advance();
+    /// The window itself when it is gone.
+    [[nodiscard]] xcb_window_t answer();
+
+private:
+    X11Connection& _connection;
+    xcb_window_t _of;
+    xcb_window_t _outermost;
+    int _depth = 0;
+    std::optional<XcbAnswer<&xcb_query_tree_reply>> _asked;
+};
+
+/// The same at once: a round trip a step.
 [[nodiscard]] xcb_window_t outermostWindow(X11Connection& connection, xcb_window_t window);
 
 /// Watches one window for the loss of the focus and for its end, adding to what else this connection wants
@@ -29,6 +61,8 @@ public:
     X11FocusWatch(const X11FocusWatch&) = delete;
     X11FocusWatch& operator=(const X11FocusWatch&) = delete;
 
+    /// Asks beforehand what start() of this window is to know, so that it need not wait for it.
+    void ask(xcb_window_t window);
     void start(xcb_window_t window);
     void stop();
 
@@ -36,7 +70,11 @@ public:
     [[nodiscard]] bool tellsLoss(const xcb_generic_event_t& event) const;
 
 private:
+    using Attributes = XcbAnswer<&xcb_get_window_attributes_reply>;
+
     X11Connection& _connection;
+    xcb_window_t _askedWindow = XCB_WINDOW_NONE;
+    std::optional<Attributes> _asked;
     xcb_window_t _window = XCB_WINDOW_NONE;
     quint32 _addedMask = 0;
 };

@@ -1,18 +1,29 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QtGlobal>
+#include "platform/linux/XcbAnswer.h"
 
 #include <bitset>
 
 namespace tarnwick {
 
-class X11Connection;
-
 /// One bit a key code: the keys that are down.
 using X11Keys = std::bitset<256>;
 
-/// What is down on the keyboard now: one round trip; nothing when it fails.
+/// What is down on the keyboard, asked at its making.
+class X11KeysQuestion
+{
+public:
+    explicit X11KeysQuestion(X11Connection& connection);
+
+    /// None when the server refuses. To be called once.
+    [[nodiscard]] X11Keys answer();
+
+private:
+    XcbAnswer<&xcb_query_keymap_reply> _answer;
+};
+
+/// What is down on the keyboard now: one round trip.
 [[nodiscard]] X11Keys keysDown(X11Connection& connection);
 
 } // namespace tarnwick

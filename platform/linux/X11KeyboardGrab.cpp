@@ -23,10 +23,16 @@ X11KeyboardGrab* lastTaken = nullptr;
 
 bool X11KeyboardGrab::take(int attempts)
 {
+    return take(attempts, focusWindow(_connection));
+}
+
+bool X11KeyboardGrab::take(int attempts, xcb_window_t focus)
+{
     for (int attempt = 0; attempt < attempts; ++attempt) {
-        if (attempt > 0)
+        if (attempt > 0) {
             std::this_thread::sleep_for(pauseBetweenAttempts);
-        const xcb_window_t focus = focusWindow(_connection);
+            focus = focusWindow(_connection);
+        }
         xcb_window_t window = focus == XCB_WINDOW_NONE ? _connection.root() : focus;
         int status = _grabOn(window);
         if (status == XCB_GRAB_STATUS_NOT_VIEWABLE) {

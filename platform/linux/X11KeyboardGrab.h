@@ -25,6 +25,8 @@ public:
     /// Takes all keys. Tries up to `attempts` times, 5 ms apart, while another client has the keyboard. False
     /// when it still does; what was held before stays.
     [[nodiscard]] bool take(int attempts);
+    /// The same when it is known which window had the focus a moment ago.
+    [[nodiscard]] bool take(int attempts, xcb_window_t focus);
 
     /// Gives the keyboard back but goes on getting each key that nobody else wants: passive grabs on the root
     /// window, such as the window manager's shortcuts, win meanwhile.

@@ -2,7 +2,6 @@
 #include "platform/linux/X11ModifierMap.h"
 
 #include "foundation/Event.h"
-#include "platform/linux/X11Connection.h"
 
 #include <xkbcommon/xkbcommon-keysyms.h>
 
@@ -19,23 +18,6 @@ struct Correspondence
     quint32 eventModifier;
     quint16 bit;
 };
-
-/// The symbols of every key, one row of equal length a key, as the core protocol has them.
-X11ModifierMap::KeysymsOf readKeysyms(xcb_connection_t* connection, quint8 first, quint8 count,
-                                      xcb_get_keyboard_mapping_cookie_t cookie)
-{
-    const XcbOwned<xcb_get_keyboard_mapping_reply_t> reply(
-        xcb_get_keyboard_mapping_reply(connection, cookie, nullptr));
-    if (!reply)
-        return [](quint8) { return QList<quint32>(); };
-    const auto* symbols = xcb_get_keyboard_mapping_keysyms(reply.get());
-    const QList<quint32> all(symbols, symbols + xcb_get_keyboard_mapping_keysyms_length(reply.get()));
-    const qsizetype row = reply->keysyms_per_keycode;
-    return [all, row, first, count](quint8 keyCode) {
-        return keyCode < first || keyCode - first >= count ? QList<quint32>()
-                                                           : all.mid((keyCode - first) * row, row);
-    };
-}
 
 } // namespace
 
@@ -60,15 +42,33 @@ X11ModifierMap::X11ModifierMap(KeyCodesOfBits keyCodesOfBits, const KeysymsOf& k
     }
 }
 
-X11ModifierMap X11ModifierMap::read(X11Connection& connection)
+X11ModifierMap::Question::Question(X11Connection& connection)
+    : _firstKey(xcb_get_setup(connection.get())->min_keycode),
+      _keyCount(static_cast<quint8>(xcb_get_setup(connection.get())->max_keycode - _firstKey + 1)),
+      _modifiers(connection, xcb_get_modifier_mapping(connection.get())),
+      _symbols(connection, xcb_get_keyboard_mapping(connection.get(), _firstKey, _keyCount))
 {
-    const auto* setup = xcb_get_setup(connection.get());
-    const auto count = static_cast<quint8>(setup->max_keycode - setup->min_keycode + 1);
-    const auto modifiersCookie = xcb_get_modifier_mapping(connection.get());
-    const auto keysymsCookie = xcb_get_keyboard_mapping(connection.get(), setup->min_keycode, count);
-    const XcbOwned<xcb_get_modifier_mapping_reply_t> modifiers(
-        xcb_get_modifier_mapping_reply(connection.get(), modifiersCookie, nullptr));
-    const auto keysymsOf = readKeysyms(connection.get(), setup->min_keycode, count, keysymsCookie);
+}
+
+/// The symbols of every key, one row of equal length a key, as the core protocol has them.
+X11ModifierMap::KeysymsOf X11ModifierMap::Question::_keysyms()
+{
+    const auto reply = _symbols.take();
+    if (!reply)
+        return [](quint8) { return QList<quint32>(); };
+    const auto* symbols = xcb_get_keyboard_mapping_keysyms(reply.get());
+    const QList<quint32> all(symbols, symbols + xcb_get_keyboard_mapping_keysyms_length(reply.get()));
+    return [all, row = qsizetype{reply->keysyms_per_keycode}, first = _firstKey,
+            count = _keyCount](quint8 keyCode) {
+        return keyCode < first || keyCode - first >= count ? QList<quint32>()
+                                                           : all.mid((keyCode - first) * row, row);
+    };
+}
+
+X11ModifierMap X11ModifierMap::Question::answer()
+{
+    const auto modifiers = _modifiers.take();
+    const KeysymsOf keysymsOf = _keysyms();
     if (!modifiers)
         return {};
 
@@ -80,6 +80,11 @@ X11ModifierMap X11ModifierMap::read(X11Connection& connection)
         keyCodes += modifiers->keycodes_per_modifier;
     }
     return X11ModifierMap(std::move(keyCodesOfBits), keysymsOf);
+}
+
+X11ModifierMap X11ModifierMap::read(X11Connection& connection)
+{
+    return Question(connection).answer();
 }
 
 QList<quint16> X11ModifierMap::lockCombinations() const

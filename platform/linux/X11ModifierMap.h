@@ -1,16 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/XcbAnswer.h"
+
 #include <QList>
-#include <QtGlobal>
 
 #include <array>
 #include <functional>
 #include <optional>
 
 namespace tarnwick {
-
-class X11Connection;
 
 /// Which bits of the core modifier state belong to which keys, as the server's modifier map has it now. A
 /// bit of 0 means that no key has that modifier. Plain data.
@@ -27,7 +26,25 @@ public:
     X11ModifierMap() = default;
     X11ModifierMap(KeyCodesOfBits keyCodesOfBits, const KeysymsOf& keysymsOf);
 
-    /// Two round trips; a map without any key when they fail.
+    /// What the server's map is, asked at its making.
+    class Question
+    {
+    public:
+        explicit Question(X11Connection& connection);
+
+        /// A map without any key when the server refuses. To be called once.
+        [[nodiscard]] X11ModifierMap answer();
+
+    private:
+        [[nodiscard]] KeysymsOf _keysyms();
+
+        quint8 _firstKey;
+        quint8 _keyCount;
+        XcbAnswer<&xcb_get_modifier_mapping_reply> _modifiers;
+        XcbAnswer<&xcb_get_keyboard_mapping_reply> _symbols;
+    };
+
+    /// One round trip.
     [[nodiscard]] static X11ModifierMap read(X11Connection& connection);
 
     [[nodiscard]] quint16 altBit() const { return _alt; }

@@ -1,33 +1,37 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/X11PointerGrab.h"
 
-#include "platform/linux/X11Connection.h"
-
-#include <xcb/xinput.h>
-
 #include <algorithm>
 
 namespace tarnwick {
 
 namespace {
 
-constexpr quint16 fallbackPointer = 2; // the virtual core pointer
+constexpr quint16 corePointer = 2; // the virtual core pointer
 
-quint16 clientPointer(X11Connection& connection)
+auto askState(X11Connection& connection, quint16 device)
 {
-    const XcbOwned<xcb_input_xi_get_client_pointer_reply_t> reply(xcb_input_xi_get_client_pointer_reply(
-        connection.get(), xcb_input_xi_get_client_pointer(connection.get(), XCB_WINDOW_NONE), nullptr));
-    return reply && reply->set ? reply->deviceid : fallbackPointer;
+    return xcb_input_xi_query_pointer(connection.get(), connection.root(), device);
 }
 
 } // namespace
 
-X11PointerState pointerState(X11Connection& connection)
+X11PointerQuestion::X11PointerQuestion(X11Connection& connection)
+    : _connection(connection),
+      _device(connection, xcb_input_xi_get_client_pointer(connection.get(), XCB_WINDOW_NONE)),
+      _state(connection, askState(connection, corePointer))
 {
-    const XcbOwned<xcb_input_xi_query_pointer_reply_t> reply(xcb_input_xi_query_pointer_reply(
-        connection.get(),
-        xcb_input_xi_query_pointer(connection.get(), connection.root(), clientPointer(connection)), nullptr));
+}
+
+X11PointerState X11PointerQuestion::answer()
+{
+    const auto told = _device.take();
     X11PointerState state;
+    state.device = told && told->set ? told->deviceid : corePointer;
+    auto reply = _state.take();
+    if (state.device != corePointer)
+        reply.reset(xcb_input_xi_query_pointer_reply(_connection.get(), askState(_connection, state.device),
+                                                     nullptr));
     if (!reply)
         return state;
     state.x = reply->root_x >> 16;
@@ -39,9 +43,13 @@ X11PointerState pointerState(X11Connection& connection)
     return state;
 }
 
-bool X11PointerGrab::take()
+X11PointerState pointerState(X11Connection& connection)
 {
-    const quint16 device = clientPointer(_connection);
+    return X11PointerQuestion(connection).answer();
+}
+
+bool X11PointerGrab::take(quint16 device)
+{
     const quint32 events = XCB_INPUT_XI_EVENT_MASK_BUTTON_PRESS | XCB_INPUT_XI_EVENT_MASK_BUTTON_RELEASE |
                            XCB_INPUT_XI_EVENT_MASK_MOTION | XCB_INPUT_XI_EVENT_MASK_ENTER |
                            XCB_INPUT_XI_EVENT_MASK_LEAVE;

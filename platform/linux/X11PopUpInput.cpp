@@ -30,12 +30,12 @@ constexpr auto shortcutTakesEffect = 50ms;
 constexpr auto takeBackPatience = 600ms;
 constexpr int dragThreshold = 10; // X pixels
 
-bool takeWithin(X11PointerGrab& pointer, int attempts)
+bool takeWithin(X11PointerGrab& pointer, quint16 device, int attempts)
 {
     for (int attempt = 0; attempt < attempts; ++attempt) {
         if (attempt > 0)
             std::this_thread::sleep_for(pauseBetweenAttempts);
-        if (pointer.take())
+        if (pointer.take(device))
             return true;
     }
     return false;
@@ -44,8 +44,8 @@ bool takeWithin(X11PointerGrab& pointer, int attempts)
 } // namespace
 
 X11PopUpInput::X11PopUpInput(X11Connection& connection, xcb_window_t keeper)
-    : _connection(connection), _keeper(keeper), _modifierMap(X11ModifierMap::read(connection)),
-      _keyboard(connection), _pointer(connection, keeper), _focusWatch(connection)
+    : _connection(connection), _keeper(keeper), _keyboard(connection), _pointer(connection, keeper),
+      _focusWatch(connection)
 {
     _buttonTimer.setInterval(look);
     connect(&_buttonTimer, &QTimer::timeout, this, &X11PopUpInput::_followButton);
@@ -67,27 +67,42 @@ X11PopUpInput::~X11PopUpInput()
 
 bool X11PopUpInput::begin()
 {
-    const X11PointerState pointer = pointerState(_connection);
+    // What does not need another answer is asked together: somebody waits for the menu.
+    X11PointerQuestion pointerAsked(_connection);
+    X11FocusQuestion focusAsked(_connection);
+    X11ModifierMap::Question modifierMapAsked(_connection);
+    const X11PointerState pointer = pointerAsked.answer();
+    X11OutermostQuestion frontAsked(_connection, focusAsked.answer());
+    _modifierMap = modifierMapAsked.answer();
+    _pointerDevice = pointer.device;
     // A quick click is over by now, and the window manager may still be about to answer it.
     _startedByButton = pointer.anyButtonDown || X11RawInput::shared().pressedWithin(focusFollowsPress);
     // A button trigger over an application whose own menu is open: that menu has the keyboard and keeps it.
-    if (!_keyboard.take(_startedByButton ? attemptsForButton : attemptsForKey))
+    if (!_keyboard.take(_startedByButton ? attemptsForButton : attemptsForKey, frontAsked.of()))
         return false;
-    if (!_startedByButton && !takeWithin(_pointer, attemptsForKey)) {
+    frontAsked.advance();
+    _keyWatch.emplace();
+    X11KeysQuestion keysAsked(_connection);
+    X11PointerQuestion modifiersAsked(_connection);
+    X11FocusQuestion focusAskedAgain(_connection);
+    _focusWatch.ask(_keyboard.window());
+    if (!_startedByButton && !takeWithin(_pointer, _pointerDevice, attemptsForKey)) {
         _keyboard.release();
         _connection.sync();
         return false;
     }
-    _front = outermostWindow(_connection, focusWindow(_connection));
+    _hold(keysAsked.answer());
+    _modifiersAtStart = modifiersAsked.answer().modifiers;
+    frontAsked.advance();
+    const xcb_window_t focus = focusAskedAgain.answer();
     _focusWatch.start(_keyboard.window());
-    _keyWatch.emplace();
-    _holdKeysThatAreDown();
+    _front = focus == frontAsked.of() ? frontAsked.answer() : outermostWindow(_connection, focus);
     _sinceStart.start();
     if (_startedByButton) {
         _pressedAt = QPoint(pointer.x, pointer.y);
         _pointerDeadline.setRemainingTime(pointerPatience);
         // After a quick click it may be free already.
-        if (pointer.anyButtonDown || !_pointer.take())
+        if (pointer.anyButtonDown || !_pointer.take(_pointerDevice))
             _buttonTimer.start();
     }
 
@@ -111,9 +126,8 @@ bool X11PopUpInput::begin()
     return true;
 }
 
-void X11PopUpInput::_holdKeysThatAreDown()
+void X11PopUpInput::_hold(const X11Keys& down)
 {
-    const X11Keys down = keysDown(_connection);
     for (int keyCode = 0; keyCode <= maximumX11KeyCode; ++keyCode) {
         const auto key = static_cast<quint8>(keyCode);
         if (down.test(key))
@@ -154,6 +168,11 @@ bool X11PopUpInput::end()
     _keyboard.release();
     _connection.sync();
     return outermostWindow(_connection, focusWindow(_connection)) == _front;
+}
+
+quint64 X11PopUpInput::menuModifierFlagsAtStart() const
+{
+    return _modifierMap.menuModifierFlags(_pressedSinceStart(_modifiersAtStart));
 }
 
 quint64 X11PopUpInput::menuModifierFlags() const
@@ -293,7 +312,7 @@ void X11PopUpInput::_takePointerWhenFree()
 
 bool X11PopUpInput::_takePointer()
 {
-    if (!_pointer.take())
+    if (!_pointer.take(_pointerDevice))
         return false;
     Q_EMIT pointerTaken();
     return true;

@@ -3,6 +3,7 @@
 
 #include "platform/linux/X11Focus.h"
 #include "platform/linux/X11HeldKeys.h"
+#include "platform/linux/X11Keyboard.h"
 #include "platform/linux/X11KeyboardGrab.h"
 #include "platform/linux/X11ModifierMap.h"
 #include "platform/linux/X11PointerGrab.h"
@@ -53,6 +54,8 @@ public:
 
     /// The modifiers held now, as menus mean them; not those that are down since the start.
     [[nodiscard]] quint64 menuModifierFlags() const;
+    /// Those that were held when the keyboard was taken.
+    [[nodiscard]] quint64 menuModifierFlagsAtStart() const;
 
     bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
 
@@ -76,7 +79,7 @@ private:
     /// The click that opens the menu over a window of our own may come after the menu is there: the toolkit
     /// would give it to the menu, which would close.
     [[nodiscard]] bool _isClickIntoOwnWindow(const void* message);
-    void _holdKeysThatAreDown();
+    void _hold(const X11Keys& down);
     /// A modifier state without what the keys mean that are down since the start.
     [[nodiscard]] quint16 _pressedSinceStart(quint16 state) const;
     void _modifierPressed(quint8 keyCode);
@@ -96,6 +99,8 @@ private:
 
     X11Connection& _connection;
     xcb_window_t _keeper;
+    quint16 _pointerDevice = 0;
+    quint16 _modifiersAtStart = 0; ///< core modifier state
     X11ModifierMap _modifierMap;
     X11KeyboardGrab _keyboard;
     X11PointerGrab _pointer;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/X11Windows.h"
 
+#include "platform/linux/X11Property.h"
+
 #include <QSysInfo>
 #include <xcb/res.h>
 
@@ -15,36 +17,170 @@ constexpr int MaximumChain = 32;
 
 } // namespace
 
+// Those that follow ask at their making, and wait only when they are to answer.
+
+/// Whether a window manager keeps the root's properties.
+class X11Windows::Managing
+{
+public:
+    /// `expected` is the window that will most likely be named by the root, and is to name itself.
+    Managing(X11Connection& x11, xcb_window_t expected)
+        : _x11(x11), _check(x11, x11.root(), "_NET_SUPPORTING_WM_CHECK", 1),
+          _supported(x11, x11.root(), "_NET_SUPPORTED"), _window(expected),
+          _itself(std::in_place, x11, expected, "_NET_SUPPORTING_WM_CHECK", 1)
+    {
+    }
+
+    /// The window that is named by the root; asks it, too, if it is not the expected one.
+    [[nodiscard]] xcb_window_t window()
+    {
+        if (const xcb_window_t named = _check.firstItem(); named != _window)
+            _itself.emplace(_x11, _window = named, "_NET_SUPPORTING_WM_CHECK", 1);
+        return _window;
+    }
+
+    /// Once window() has been called.
+    [[nodiscard]] bool answer()
+    {
+        const auto supported = _supported.items();
+        return _window != XCB_WINDOW_NONE && _itself->firstItem() == _window && supported &&
+               supported->contains(_x11.atom("_NET_ACTIVE_WINDOW"));
+    }
+
+private:
+    X11Connection& _x11;
+    X11Property _check;
+    X11Property _supported;
+    xcb_window_t _window;
+    std::optional<X11Property> _itself;
+};
+
+/// What a window is to the user.
+class X11Windows::Standing
+{
+public:
+    enum class Kind { Application, Other, Gone };
+
+    Standing(X11Connection& x11, xcb_window_t window)
+        : _x11(x11), _attributes(x11, xcb_get_window_attributes(x11.get(), window)),
+          _types(x11, window, "_NET_WM_WINDOW_TYPE")
+    {
+    }
+
+    [[nodiscard]] Kind answer()
+    {
+        const auto attributes = _attributes.take();
+        if (!attributes || attributes->map_state == XCB_MAP_STATE_UNMAPPED)
+            return Kind::Gone;
+        if (attributes->override_redirect != 0)
+            return Kind::Other;
+        const auto types = _types.items().value_or(QList<std::uint32_t>());
+        const bool other = std::any_of(types.cbegin(), types.cend(), [this](std::uint32_t type) {
+            return type == _x11.atom("_NET_WM_WINDOW_TYPE_DOCK") ||
+                   type == _x11.atom("_NET_WM_WINDOW_TYPE_TOOLTIP") ||
+                   type == _x11.atom("_NET_WM_WINDOW_TYPE_NOTIFICATION");
+        });
+        return other ? Kind::Other : Kind::Application;
+    }
+
+private:
+    X11Connection& _x11;
+    XcbAnswer<&xcb_get_window_attributes_reply> _attributes;
+    X11Property _types;
+};
+
+/// The process whose window it is.
+class X11Windows::Process
+{
+public:
+    Process(X11Connection& x11, xcb_window_t window)
+        : _machine(x11, window, "WM_CLIENT_MACHINE"), _told(x11, window, "_NET_WM_PID", 1)
+    {
+        const auto* extension = xcb_get_extension_data(x11.get(), &xcb_res_id);
+        const xcb_res_client_id_spec_t wanted{window, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
+        if (extension && extension->present != 0)
+            _client.emplace(x11, xcb_res_query_client_ids(x11.get(), 1, &wanted));
+    }
+
+    [[nodiscard]] std::optional<qint64> answer()
+    {
+        if (!_isOfThisMachine())
+            return std::nullopt;
+        // The server's word goes first: inside a sandbox, programs count their processes from 1.
+        if (const auto client = _clientProcess())
+            return client;
+        const auto told = _told.items();
+        return told && !told->isEmpty() ? std::optional<qint64>(told->first()) : std::nullopt;
+    }
+
+private:
+    [[nodiscard]] bool _isOfThisMachine()
+    {
+        const auto machine = _machine.text();
+        const auto host = [](const QString& name) { return name.section(u'.', 0, 0); }; // without its domain
+        return !machine || host(QString::fromLocal8Bit(*machine)) == host(QSysInfo::machineHostName());
+    }
+
+    [[nodiscard]] std::optional<qint64> _clientProcess()
+    {
+        const auto reply = _client ? _client->take() : nullptr;
+        if (!reply)
+            return std::nullopt;
+        for (auto ids = xcb_res_query_client_ids_ids_iterator(reply.get()); ids.rem > 0;
+             xcb_res_client_id_value_next(&ids)) {
+            const auto& [identity, bytes] = *ids.data;
+            const bool isProcess = (identity.mask & XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID) != 0;
+            if (isProcess && bytes >= sizeof(quint32))
+                return *xcb_res_client_id_value_value(ids.data);
+        }
+        return std::nullopt;
+    }
+
+    X11Property _machine;
+    X11Property _told;
+    std::optional<XcbAnswer<&xcb_res_query_client_ids_reply>> _client;
+};
+
+struct X11Windows::Identity
+{
+    Identity(X11Connection& x11, xcb_window_t of) : window(of), standing(x11, of), process(x11, of) {}
+
+    xcb_window_t window;
+    Standing standing;
+    Process process;
+};
+
 bool X11Windows::managed()
 {
-    const auto check = _x11.property32(_x11.root(), "_NET_SUPPORTING_WM_CHECK", 1);
-    if (!check || check->isEmpty())
-        return false;
-    const xcb_window_t window = check->first();
-    const auto itself = _x11.property32(window, "_NET_SUPPORTING_WM_CHECK", 1);
-    return itself && itself->startsWith(window) && lists(_x11.root(), "_NET_SUPPORTED", "_NET_ACTIVE_WINDOW");
+    Managing managing(_x11, _managingBefore);
+    _managingBefore = managing.window();
+    return managing.answer();
 }
 
 std::optional<FrontWindow> X11Windows::front()
 {
-    xcb_window_t window = XCB_WINDOW_NONE;
-    if (managed()) {
-        const auto active = _x11.property32(_x11.root(), "_NET_ACTIVE_WINDOW", 1);
-        window = active ? active->value(0) : 0;
-    } else {
-        window = _focused();
-    }
+    // This is asked again and again: one round trip while a window manager says what it said before.
+    Managing managing(_x11, _managingBefore);
+    X11Property active(_x11, _x11.root(), "_NET_ACTIVE_WINDOW", 1);
+    std::optional<Identity> identity;
+    if (_frontBefore != XCB_WINDOW_NONE)
+        identity.emplace(_x11, _frontBefore);
+    _managingBefore = managing.window();
+    const xcb_window_t window = managing.answer() ? active.firstItem() : _focused();
+    _frontBefore = window;
     if (window == XCB_WINDOW_NONE)
         return FrontWindow{};
-    switch (_standing(window)) {
-    case Standing::Gone: // not every window manager says so
+    if (!identity || identity->window != window)
+        identity.emplace(_x11, window);
+    switch (identity->standing.answer()) {
+    case Standing::Kind::Gone: // not every window manager says so
         return FrontWindow{};
-    case Standing::Other:
+    case Standing::Kind::Other:
         return std::nullopt;
-    case Standing::Application:
+    case Standing::Kind::Application:
         break;
     }
-    return FrontWindow{window, processIdentifier(window)};
+    return FrontWindow{window, identity->process.answer()};
 }
 
 xcb_window_t X11Windows::_focused()
@@ -68,23 +204,6 @@ xcb_window_t X11Windows::_focused()
     return XCB_WINDOW_NONE;
 }
 
-X11Windows::Standing X11Windows::_standing(xcb_window_t window)
-{
-    const XcbOwned<xcb_get_window_attributes_reply_t> attributes(
-        xcb_get_window_attributes_reply(_x11.get(), xcb_get_window_attributes(_x11.get(), window), nullptr));
-    if (!attributes || attributes->map_state == XCB_MAP_STATE_UNMAPPED)
-        return Standing::Gone;
-    if (attributes->override_redirect != 0)
-        return Standing::Other;
-    const auto types = _x11.property32(window, "_NET_WM_WINDOW_TYPE").value_or(QList<std::uint32_t>());
-    const bool other = std::any_of(types.cbegin(), types.cend(), [this](std::uint32_t type) {
-        return type == _x11.atom("_NET_WM_WINDOW_TYPE_DOCK") ||
-               type == _x11.atom("_NET_WM_WINDOW_TYPE_TOOLTIP") ||
-               type == _x11.atom("_NET_WM_WINDOW_TYPE_NOTIFICATION");
-    });
-    return other ? Standing::Other : Standing::Application;
-}
-
 QList<xcb_window_t> X11Windows::_all()
 {
     if (const auto listed = _x11.property32(_x11.root(), "_NET_CLIENT_LIST"))
@@ -96,7 +215,8 @@ QList<xcb_window_t> X11Windows::_all()
         return windows;
     const xcb_window_t* children = xcb_query_tree_children(tree.get());
     for (int i = 0; i < xcb_query_tree_children_length(tree.get()); ++i)
-        if (_x11.propertyText(children[i], "WM_CLASS") && _standing(children[i]) == Standing::Application)
+        if (_x11.propertyText(children[i], "WM_CLASS") &&
+            Standing(_x11, children[i]).answer() == Standing::Kind::Application)
             windows.append(children[i]);
     return windows;
 }
@@ -109,44 +229,9 @@ QList<xcb_window_t> X11Windows::windowsOf(qint64 processIdentifier)
     return windows;
 }
 
-bool X11Windows::_isOfThisMachine(xcb_window_t window)
-{
-    const auto machine = _x11.propertyText(window, "WM_CLIENT_MACHINE");
-    const auto host = [](const QString& name) { return name.section(u'.', 0, 0); }; // without its domain
-    return !machine || host(QString::fromLocal8Bit(*machine)) == host(QSysInfo::machineHostName());
-}
-
-std::optional<qint64> X11Windows::_clientProcess(xcb_window_t window)
-{
-    const auto* extension = xcb_get_extension_data(_x11.get(), &xcb_res_id);
-    if (!extension || extension->present == 0)
-        return std::nullopt;
-    const xcb_res_client_id_spec_t wanted{window, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
-    const XcbOwned<xcb_res_query_client_ids_reply_t> reply(xcb_res_query_client_ids_reply(
-        _x11.get(), xcb_res_query_client_ids(_x11.get(), 1, &wanted), nullptr));
-    if (!reply)
-        return std::nullopt;
-    for (auto ids = xcb_res_query_client_ids_ids_iterator(reply.get()); ids.rem > 0;
-         xcb_res_client_id_value_next(&ids)) {
-        const auto& [identity, bytes] = *ids.data;
-        const bool isProcess = (identity.mask & XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID) != 0;
-        if (isProcess && bytes >= sizeof(quint32))
-            return *xcb_res_client_id_value_value(ids.data);
-    }
-    return std::nullopt;
-}
-
 std::optional<qint64> X11Windows::processIdentifier(xcb_window_t window)
 {
-    if (!_isOfThisMachine(window))
-        return std::nullopt;
-    // The server's word goes first: inside a sandbox, programs count their processes from 1.
-    if (const auto client = _clientProcess(window))
-        return client;
-    const auto told = _x11.property32(window, "_NET_WM_PID", 1);
-    if (!told || told->isEmpty())
-        return std::nullopt;
-    return told->first();
+    return Process(_x11, window).answer();
 }
 
 xcb_window_t X11Windows::transientFor(xcb_window_t window)

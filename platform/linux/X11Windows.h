@@ -52,13 +52,15 @@ public:
 
 private:
     [[nodiscard]] xcb_window_t _focused();
-    enum class Standing { Application, Other, Gone };
-    [[nodiscard]] Standing _standing(xcb_window_t window);
-    [[nodiscard]] bool _isOfThisMachine(xcb_window_t window);
-    [[nodiscard]] std::optional<qint64> _clientProcess(xcb_window_t window);
+    class Managing;
+    class Standing;
+    class Process;
+    struct Identity;
     [[nodiscard]] QList<xcb_window_t> _all();
 
     X11Connection& _x11;
+    xcb_window_t _managingBefore = XCB_WINDOW_NONE; ///< what the window manager's window was when last asked
+    xcb_window_t _frontBefore = XCB_WINDOW_NONE;
 };
 
 } // namespace tarnwick

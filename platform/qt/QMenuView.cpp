@@ -61,6 +61,16 @@ QMenuView::~QMenuView()
     _closed();
 }
 
+void QMenuView::setMenu(std::shared_ptr<Menu> menu)
+{
+    _menu = std::move(menu);
+}
+
+void QMenuView::makeWindow()
+{
+    create();
+}
+
 void QMenuView::openAt(QPoint corner)
 {
     _fill();

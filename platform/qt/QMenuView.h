@@ -22,8 +22,14 @@ class QMenuView final : public QMenu
     Q_OBJECT
 
 public:
+    /// Without a menu it is not to be opened before setMenu().
     explicit QMenuView(std::shared_ptr<Menu> menu, QWidget* parent = nullptr);
     ~QMenuView() override;
+
+    /// What it shows from the next opening on.
+    void setMenu(std::shared_ptr<Menu> menu);
+    /// Makes the window, unseen, so that openAt() need not.
+    void makeWindow();
 
     /// Shows it with its top left corner at `corner` (toolkit coordinates), or flipped where it would not fit
     /// on the screen of that point. Returns at once.
