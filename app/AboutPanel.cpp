@@ -15,12 +15,15 @@ namespace tarnwick {
 
 AboutPanel::AboutPanel(ActionTarget& target) : _target(target)
 {
-    setWindowTitle(tr("About Tarnwick"));
-    setAccessibleName(windowTitle());
     setAttribute(Qt::WA_QuitOnClose, false);
     // Asked for from a status item or a pop-up: whoever is in front keeps the keyboard.
     setAttribute(Qt::WA_ShowWithoutActivating);
+}
 
+void AboutPanel::_addContents()
+{
+    setWindowTitle(tr("About Tarnwick"));
+    setAccessibleName(windowTitle());
     auto* layout = new QVBoxLayout(this);
     layout->setSizeConstraint(QLayout::SetFixedSize);
     _addText(*layout);
@@ -68,6 +71,8 @@ void AboutPanel::_addLink(QBoxLayout& layout, const QString& title, const QStrin
 
 void AboutPanel::orderFrontRegardless()
 {
+    if (!layout())
+        _addContents();
     setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
     raise();

@@ -10,7 +10,8 @@ namespace tarnwick {
 class ActionTarget;
 
 /// The window that tells what the program is: its name, its version, and where to read more. Escape closes
-/// it. GUI thread only.
+/// it. Empty and without a name until it is shown for the first time: with them the toolkit loads its fonts
+/// and asks the buses for screen readers, which the start need not wait for. GUI thread only.
 class AboutPanel : public QDialog
 {
     Q_OBJECT
@@ -23,6 +24,7 @@ public:
     void orderFrontRegardless();
 
 private:
+    void _addContents();
     void _addText(QBoxLayout& layout);
     void _addLink(QBoxLayout& layout, const QString& title, const QString& action);
 

@@ -44,7 +44,12 @@ protected:
 
 TEST_F(AboutPanelTest, tellsNameAndVersion)
 {
+    EXPECT_TRUE(labels().isEmpty()) << "not before it is shown";
+    panel.orderFrontRegardless();
     EXPECT_EQ(panel.windowTitle(), u"About Tarnwick"_s);
+    EXPECT_EQ(panel.accessibleName(), u"About Tarnwick"_s);
+    panel.orderFrontRegardless();
+    EXPECT_EQ(labels().count(u"Tarnwick"_s), 1);
     EXPECT_TRUE(labels().contains(u"Tarnwick"_s));
     EXPECT_TRUE(labels().contains(u"Version "_s + TarnwickVersion));
     EXPECT_FALSE(TarnwickVersion.isEmpty());
@@ -55,6 +60,7 @@ TEST_F(AboutPanelTest, links_areReachableByKeyboard_named_andAskTheTarget)
 {
     const QList<std::pair<QString, QString>> links = {{u"Quorlane Home Page"_s, u"openQuorlaneWebpage:"_s},
                                                       {u"Ostravane Home Page"_s, u"openOstravaneWebpage:"_s}};
+    panel.orderFrontRegardless();
     for (const auto& [name, action] : links) {
         SCOPED_TRACE(qPrintable(name));
         QPushButton* link = nullptr;
