@@ -54,6 +54,7 @@ private:
     AtspiApplications _applications;
     AtspiActiveWindow _activeInTree;
     AtspiAccess _access;
+    ChildrenJustTold _childrenJustTold;
     AtspiMenuSource _treeSource;
     SessionBus _sessionBus;
     GtkMenuSource _exportsSource;

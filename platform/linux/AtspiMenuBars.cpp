@@ -13,17 +13,39 @@ namespace tarnwick {
 
 namespace {
 
-/// More windows than this are not kept in mind.
-constexpr qsizetype MaximumWindows = 200;
+/// More windows or applications than this are not kept in mind.
+constexpr qsizetype MaximumKnown = 200;
 /// For asking all applications about a window whose process none of them is.
 constexpr auto StrangerTime = 200ms;
+
+bool hidesMenus(const AtspiFacts& application)
+{
+    return application.toolkit && toolkitNamed(*application.toolkit) == AtspiToolkit::Gtk4;
+}
 
 } // namespace
 
 AtspiMenuBars::AtspiMenuBars(AtspiBus& bus, AtspiApplications& applications, X11Windows& windows,
-                             ReadingBudget& budget)
-    : _bus(bus), _applications(applications), _windows(windows), _budget(budget)
+                             ReadingBudget& budget, ChildrenJustTold& childrenJustTold)
+    : _bus(bus), _applications(applications), _windows(windows), _budget(budget),
+      _childrenJustTold(childrenJustTold)
 {
+}
+
+BusReference AtspiMenuBars::knownOf(const FrontWindow& window)
+{
+    const BusReference known = _known.of(window);
+    if (!known)
+        return {};
+    const ReadingBudget::Reading reading(_budget);
+    const AtspiFacts facts =
+        _bus.facts(known, {AtspiQuestion::Role, AtspiQuestion::Children}, reading.deadline());
+    if (facts.role != atspi::RoleMenuBar) {
+        _known.forget(window);
+        return {};
+    }
+    _childrenJustTold.tell(known, facts.children);
+    return known;
 }
 
 BusReference AtspiMenuBars::ofWindow(const FrontWindow& window, bool active)
@@ -32,20 +54,10 @@ BusReference AtspiMenuBars::ofWindow(const FrontWindow& window, bool active)
     const Deadline deadline = reading.deadline();
     if (!_bus.connection(deadline))
         return {};
-    const Known known = _known.value(window.window);
-    if (known.bar && known.processIdentifier == window.processIdentifier &&
-        _bus.facts(known.bar, {AtspiQuestion::Role}, deadline).role == atspi::RoleMenuBar)
-        return known.bar;
-    _known.remove(window.window);
     const auto match = _match(window, active, deadline);
-    if (!match)
-        return {};
-    BusReference bar = findMenuBar(_bus, match->window, deadline);
-    if (bar && match->certain) {
-        if (_known.size() >= MaximumWindows)
-            _known.clear();
-        _known.insert(window.window, {window.processIdentifier, bar});
-    }
+    const BusReference bar = match ? findMenuBar(_bus, match->window, deadline) : BusReference();
+    _known.found(window, bar, match ? match->certainty : AtspiWindowMatch::Certainty::Never,
+                 KnownMenuBars::Time::clock::now());
     return bar;
 }
 
@@ -66,8 +78,7 @@ std::optional<AtspiWindowMatch> AtspiMenuBars::_match(const FrontWindow& window,
     windows.removeIf([&](const AtspiFacts& facts) {
         return facts.name != title || !facts.states || !atspi::has(*facts.states, atspi::StateActive);
     });
-    return windows.isEmpty() ? std::nullopt
-                             : std::optional(AtspiWindowMatch{windows.first().reference, false});
+    return windows.isEmpty() ? std::nullopt : std::optional(AtspiWindowMatch{windows.first().reference});
 }
 
 BusReference AtspiMenuBars::below(const BusReference& window)
@@ -78,18 +89,44 @@ BusReference AtspiMenuBars::below(const BusReference& window)
 
 bool AtspiMenuBars::hidesClosedMenus(const BusReference& bar)
 {
+    const BusReference root = _bus.root(bar.service);
+    const auto known = _hidingRoots.constFind(root);
+    if (known != _hidingRoots.cend())
+        return *known;
     const ReadingBudget::Reading reading(_budget);
-    const auto name =
-        _bus.facts(_bus.root(bar.service), {AtspiQuestion::Toolkit}, reading.deadline()).toolkit;
-    return name && toolkitNamed(*name) == AtspiToolkit::Gtk4;
+    const AtspiFacts application = _bus.facts(root, {AtspiQuestion::Toolkit}, reading.deadline());
+    if (!application.toolkit)
+        return false;
+    if (_hidingRoots.size() >= MaximumKnown)
+        _hidingRoots.clear();
+    return *_hidingRoots.insert(root, hidesMenus(application));
 }
 
-bool AtspiMenuBars::hidesClosedMenus(qint64 processIdentifier)
+std::optional<bool> AtspiMenuBars::hidesClosedMenus(const FrontWindow& window)
 {
+    if (!window.processIdentifier)
+        return std::nullopt;
+    const auto known = _hiding.constFind(window.window);
+    if (known != _hiding.cend() && known->processIdentifier == window.processIdentifier)
+        return known->closedMenus;
+
     const ReadingBudget::Reading reading(_budget);
-    const auto roots = _applications.rootsOf(processIdentifier, reading.deadline());
-    return std::any_of(roots.cbegin(), roots.cend(),
-                       [this](const BusReference& root) { return hidesClosedMenus(root); });
+    QList<AtspiFacts> applications;
+    for (const BusReference& root : _applications.rootsOf(*window.processIdentifier, reading.deadline()))
+        applications.append({.reference = root});
+    if (applications.isEmpty())
+        return std::nullopt;
+    QList<AtspiInquiry> inquiries;
+    for (AtspiFacts& application : applications)
+        inquiries.append({&application, AtspiQuestion::Toolkit});
+    _bus.ask(inquiries, reading.deadline());
+    if (_hiding.size() >= MaximumKnown)
+        _hiding.clear();
+    const bool hides = std::any_of(applications.cbegin(), applications.cend(), &hidesMenus);
+    const auto isTold = [](const AtspiFacts& application) { return application.toolkit.has_value(); };
+    if (std::all_of(applications.cbegin(), applications.cend(), isTold))
+        _hiding.insert(window.window, Hiding{*window.processIdentifier, hides});
+    return hides;
 }
 
 AtspiMenuBars::Found AtspiMenuBars::ofAnyWindow(qint64 processIdentifier)
@@ -99,11 +136,8 @@ AtspiMenuBars::Found AtspiMenuBars::ofAnyWindow(qint64 processIdentifier)
     for (const AtspiFacts& window :
          _applications.windowsOf(_applications.rootsOf(processIdentifier, deadline), deadline)) {
         const BusReference bar = findMenuBar(_bus, window.reference, deadline);
-        if (!bar)
-            continue;
-        const auto known =
-            std::find_if(_known.cbegin(), _known.cend(), [&](const Known& one) { return one.bar == bar; });
-        return {bar, known == _known.cend() ? xcb_window_t{XCB_WINDOW_NONE} : known.key()};
+        if (bar)
+            return {bar, _known.ownerOf(bar)};
     }
     return {};
 }

@@ -2,7 +2,8 @@
 #pragma once
 
 #include "platform/linux/AtspiApplications.h"
-#include "platform/linux/AtspiWindowMatch.h"
+#include "platform/linux/ChildrenJustTold.h"
+#include "platform/linux/KnownMenuBars.h"
 #include "platform/linux/ReadingBudget.h"
 #include "platform/linux/X11Windows.h"
 
@@ -15,9 +16,13 @@ class AtspiMenuBars
 {
 public:
     /// All must outlive this.
-    AtspiMenuBars(AtspiBus& bus, AtspiApplications& applications, X11Windows& windows, ReadingBudget& budget);
+    AtspiMenuBars(AtspiBus& bus, AtspiApplications& applications, X11Windows& windows, ReadingBudget& budget,
+                  ChildrenJustTold& childrenJustTold);
 
-    /// The window's own menu bar; empty when there is none. `active` is whether the window is in front.
+    /// The window's own menu bar when it is known and still there; empty when it is to be looked for.
+    [[nodiscard]] BusReference knownOf(const FrontWindow& window);
+    /// Looks for the window's own menu bar; empty when there is none. `active` is whether the window is in
+    /// front.
     [[nodiscard]] BusReference ofWindow(const FrontWindow& window, bool active);
 
     /// Of a window that is known by its place in the tree; empty when there is none.
@@ -28,19 +33,20 @@ public:
         BusReference bar;
         xcb_window_t owner = XCB_WINDOW_NONE; ///< none when it is not known which window has it
     };
-    /// Whether the bar's application shows only open menus in its tree, so that a bar in it tells too little.
+    /// Whether the window's application shows only open menus in its tree, so that a bar in it tells too
+    /// little. Nothing when the application is not to be found by its process.
+    [[nodiscard]] std::optional<bool> hidesClosedMenus(const FrontWindow& window);
+    /// The same of the application of a bar.
     [[nodiscard]] bool hidesClosedMenus(const BusReference& bar);
-    /// The same of a process, without looking for a bar.
-    [[nodiscard]] bool hidesClosedMenus(qint64 processIdentifier);
 
     /// Of any window of the application.
     [[nodiscard]] Found ofAnyWindow(qint64 processIdentifier);
 
 private:
-    struct Known
+    struct Hiding
     {
-        std::optional<qint64> processIdentifier;
-        BusReference bar;
+        qint64 processIdentifier;
+        bool closedMenus;
     };
     std::optional<AtspiWindowMatch> _match(const FrontWindow& window, bool active, Deadline deadline);
 
@@ -48,7 +54,10 @@ private:
     AtspiApplications& _applications;
     X11Windows& _windows;
     ReadingBudget& _budget;
-    QHash<xcb_window_t, Known> _known;
+    ChildrenJustTold& _childrenJustTold;
+    KnownMenuBars _known;
+    QHash<xcb_window_t, Hiding> _hiding;
+    QHash<BusReference, bool> _hidingRoots; ///< whether the application with this root hides closed menus
 };
 
 } // namespace tarnwick

@@ -29,7 +29,10 @@ bool losesKeyBindings(AtspiToolkit toolkit)
 
 } // namespace
 
-AtspiMenuSource::AtspiMenuSource(AtspiBus& bus, ReadingBudget& budget) : _bus(bus), _budget(budget) {}
+AtspiMenuSource::AtspiMenuSource(AtspiBus& bus, ReadingBudget& budget, ChildrenJustTold& childrenJustTold)
+    : _bus(bus), _budget(budget), _childrenJustTold(childrenJustTold)
+{
+}
 
 std::optional<QList<MenuRow>> AtspiMenuSource::readBar(const BusReference& bar)
 {
@@ -78,7 +81,9 @@ std::optional<QList<MenuRow>> AtspiMenuSource::_read(const BusReference& menu, M
 std::optional<QList<AtspiFacts>> AtspiMenuSource::_childrenOf(const BusReference& menu, AtspiToolkit toolkit,
                                                               MenuLevel level, Deadline deadline)
 {
-    const auto children = _bus.facts(menu, {AtspiQuestion::Children}, deadline).children;
+    auto children = _childrenJustTold.take(menu);
+    if (!children)
+        children = _bus.facts(menu, {AtspiQuestion::Children}, deadline).children;
     if (!children)
         return std::nullopt;
     QList<AtspiFacts> items(children->size());

@@ -3,6 +3,7 @@
 
 #include "platform/linux/AtspiBus.h"
 #include "platform/linux/AtspiNormalForm.h"
+#include "platform/linux/ChildrenJustTold.h"
 #include "platform/linux/MenuSource.h"
 #include "platform/linux/ReadingBudget.h"
 #include "platform/linux/RememberedKeyBindings.h"
@@ -16,8 +17,8 @@ namespace tarnwick {
 class AtspiMenuSource final : public MenuSource
 {
 public:
-    /// Both must outlive this.
-    AtspiMenuSource(AtspiBus& bus, ReadingBudget& budget);
+    /// All must outlive this.
+    AtspiMenuSource(AtspiBus& bus, ReadingBudget& budget, ChildrenJustTold& childrenJustTold);
 
     std::optional<QList<MenuRow>> readBar(const BusReference& bar) override;
     std::optional<QList<MenuRow>> readMenu(const BusReference& contents) override;
@@ -38,6 +39,7 @@ private:
 
     AtspiBus& _bus;
     ReadingBudget& _budget;
+    ChildrenJustTold& _childrenJustTold;
     QHash<BusReference, AtspiToolkit> _toolkits;
     RememberedKeyBindings _keyBindings;
     QObject _presses; ///< owns those on their way

@@ -13,13 +13,13 @@ std::optional<AtspiWindowMatch> AtspiWindowMatch::among(const QList<AtspiFacts>&
     if (windows.size() == 1) {
         // Programs may append to the title what the accessible name does not have.
         const QString name = windows.first().name.value_or(QString());
-        return AtspiWindowMatch{windows.first().reference,
-                                !name.isEmpty() && title && title->startsWith(name)};
+        const bool tells = !name.isEmpty() && title && title->startsWith(name);
+        return AtspiWindowMatch{windows.first().reference, tells ? Certainty::Now : Certainty::OnceSettled};
     }
     QList<AtspiFacts> named = windows;
     named.removeIf([&](const AtspiFacts& facts) { return !title || facts.name != title; });
     if (named.size() == 1)
-        return AtspiWindowMatch{named.first().reference, true};
+        return AtspiWindowMatch{named.first().reference, Certainty::Now};
 
     const QList<AtspiFacts>& candidates = named.isEmpty() ? windows : named;
     const auto isActive = [](const AtspiFacts& facts) {
@@ -27,10 +27,10 @@ std::optional<AtspiWindowMatch> AtspiWindowMatch::among(const QList<AtspiFacts>&
     };
     const auto found = std::find_if(candidates.cbegin(), candidates.cend(), isActive);
     if (active && found != candidates.cend())
-        return AtspiWindowMatch{found->reference, false};
+        return AtspiWindowMatch{found->reference, Certainty::Never};
     if (named.isEmpty())
         return std::nullopt;
-    return AtspiWindowMatch{named.first().reference, false};
+    return AtspiWindowMatch{named.first().reference, Certainty::Never};
 }
 
 } // namespace tarnwick

@@ -8,9 +8,16 @@ namespace tarnwick {
 /// Which of an application's accessible windows a window of the desktop is.
 struct AtspiWindowMatch
 {
-    BusReference window;
     /// Whether it would be the same one a moment later: titles and the active state lag behind a switch.
-    bool certain = false;
+    enum class Certainty {
+        Never,
+        OnceSettled, ///< it is the only one, but its name does not tell: it may be another's that is about to
+                     ///< go
+        Now
+    };
+
+    BusReference window;
+    Certainty certainty = Certainty::Never;
 
     /// `windows` with names and states; `title` of the wanted one, which is the desktop's active one or not.
     /// Nothing when none of them can be told to be it.

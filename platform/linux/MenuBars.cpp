@@ -16,24 +16,26 @@ FoundMenuBar MenuBars::of(const FrontWindow& front)
         return {};
     if (const BusReference bar = front.inTree ? _places.inTree.below(front.inTree) : BusReference())
         return {&_places.tree, bar, XCB_WINDOW_NONE};
-    for (const xcb_window_t window : _windows.withOwners(front.window)) {
-        const bool active = window == front.window;
-        const FrontWindow one{window, active ? front.processIdentifier : _windows.processIdentifier(window)};
-        if (FoundMenuBar found = _ofWindow(one, active))
+    if (FoundMenuBar found = _ofWindow(front, true))
+        return found;
+    for (const xcb_window_t owner : _windows.withOwners(front.window).mid(1))
+        if (FoundMenuBar found = _ofWindow({owner, _windows.processIdentifier(owner)}, false))
             return found;
-    }
     return front.processIdentifier ? _ofAnyWindow(*front.processIdentifier) : FoundMenuBar();
 }
 
 FoundMenuBar MenuBars::_ofWindow(const FrontWindow& window, bool active)
 {
     AtspiMenuBars& tree = _places.inTree;
+    if (const BusReference known = tree.knownOf(window); known && !tree.hidesClosedMenus(known))
+        return {&_places.tree, known, window.window};
     const BusReference exported = _places.exported.ofWindow(window.window);
     FoundMenuBar second{exported ? &_places.exports : nullptr, exported, window.window};
-    if (second && window.processIdentifier && tree.hidesClosedMenus(*window.processIdentifier))
+    const std::optional<bool> hides = second ? tree.hidesClosedMenus(window) : std::nullopt;
+    if (hides == true)
         return second;
     const BusReference inTree = tree.ofWindow(window, active);
-    if (!inTree || (second && tree.hidesClosedMenus(inTree)))
+    if (!inTree || (second && !hides && tree.hidesClosedMenus(inTree)))
         return second;
     return {&_places.tree, inTree, window.window};
 }

@@ -70,7 +70,8 @@ protected:
     std::unique_ptr<ScriptedApplication> application;
     AtspiBus bus;
     ReadingBudget budget;
-    AtspiMenuSource source{bus, budget};
+    ChildrenJustTold childrenJustTold;
+    AtspiMenuSource source{bus, budget, childrenJustTold};
 };
 
 } // namespace

@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/AtspiConstants.h"
 #include "platform/linux/AtspiWindowMatch.h"
+#include "platform/linux/ChildrenJustTold.h"
 #include "platform/linux/FrontSwitches.h"
 #include "platform/linux/FrontWindowFilter.h"
+#include "platform/linux/KnownMenuBars.h"
 
 #include <QHash>
 #include <gtest/gtest.h>
+
+#include <thread>
 
 using namespace tarnwick;
 using namespace Qt::StringLiterals;
@@ -111,6 +115,91 @@ TEST(FrontSwitches, anotherProcess_isASwitchWithoutAskingAnyone)
     EXPECT_TRUE(switches.isSwitch(Terminal));
 }
 
+QString certaintyText(AtspiWindowMatch::Certainty certainty)
+{
+    switch (certainty) {
+    case AtspiWindowMatch::Certainty::Never:
+        return {};
+    case AtspiWindowMatch::Certainty::OnceSettled:
+        return u" once settled"_s;
+    case AtspiWindowMatch::Certainty::Now:
+        return u" certain"_s;
+    }
+    return {};
+}
+
+TEST(KnownMenuBars, ofAndFound_keepABarInMindAsSoonAsItIsCertain)
+{
+    using Certainty = AtspiWindowMatch::Certainty;
+    const BusReference bar{":1.5", "/bar", 1};
+    const BusReference other{":1.5", "/other", 1};
+    const KnownMenuBars::Time start{};
+    const auto settled = start + KnownMenuBars::Settled;
+    struct Look
+    {
+        BusReference bar;
+        Certainty certainty;
+        KnownMenuBars::Time at;
+    };
+    struct Row
+    {
+        const char* what;
+        QList<Look> looks;
+        BusReference known;
+    };
+    const Row rows[] = {
+        {"nothing was looked for", {}, {}},
+        {"it is certain", {{bar, Certainty::Now, start}}, bar},
+        {"none is there", {{{}, Certainty::Now, start}}, {}},
+        {"it is gone", {{bar, Certainty::Now, start}, {{}, Certainty::Never, start}}, {}},
+        {"another one", {{bar, Certainty::Now, start}, {other, Certainty::Now, start}}, other},
+        {"it may be another's", {{bar, Certainty::OnceSettled, start}}, {}},
+        {"too early",
+         {{bar, Certainty::OnceSettled, start}, {bar, Certainty::OnceSettled, settled - 1ms}},
+         {}},
+        {"it lasts", {{bar, Certainty::OnceSettled, start}, {bar, Certainty::OnceSettled, settled}}, bar},
+        {"it changed", {{other, Certainty::OnceSettled, start}, {bar, Certainty::OnceSettled, settled}}, {}},
+        {"by its state alone", {{bar, Certainty::Never, start}, {bar, Certainty::Never, settled}}, {}},
+    };
+    for (const Row& row : rows) {
+        KnownMenuBars known;
+        for (const Look& look : row.looks)
+            known.found(Editor, look.bar, look.certainty, look.at);
+        EXPECT_EQ(known.of(Editor), row.known) << row.what;
+        EXPECT_EQ(known.ownerOf(bar), row.known == bar ? Editor.window : xcb_window_t{XCB_WINDOW_NONE})
+            << row.what;
+    }
+}
+
+TEST(KnownMenuBars, ofAnotherProcessOrWindow_isNotKnown)
+{
+    const BusReference bar{":1.5", "/bar", 1};
+    KnownMenuBars known;
+    known.found(Editor, bar, AtspiWindowMatch::Certainty::Now, {});
+    EXPECT_EQ(known.of(OtherEditor), BusReference());
+    EXPECT_EQ(known.of({Editor.window, Terminal.processIdentifier}), BusReference());
+    EXPECT_EQ(known.of(Editor), bar);
+    known.forget(Editor);
+    EXPECT_EQ(known.of(Editor), BusReference());
+}
+
+TEST(ChildrenJustTold, take_givesThemOnceAndOnlyOfThisBar)
+{
+    const BusReference bar{":1.5", "/bar", 1};
+    const QList<BusReference> children{{":1.5", "/child", 1}};
+    ChildrenJustTold told;
+    EXPECT_EQ(told.take(bar), std::nullopt);
+    told.tell(bar, children);
+    EXPECT_EQ(told.take({":1.5", "/other", 1}), std::nullopt);
+    EXPECT_EQ(told.take(bar), children);
+    EXPECT_EQ(told.take(bar), std::nullopt);
+    told.tell(bar, std::nullopt);
+    EXPECT_EQ(told.take(bar), std::nullopt);
+    told.tell(bar, children);
+    std::this_thread::sleep_for(ChildrenJustTold::Moment);
+    EXPECT_EQ(told.take(bar), std::nullopt) << "that was some time ago";
+}
+
 TEST(AtspiWindowMatch, among_findsTheWindowByWhatIsTold)
 {
     const AtspiFacts one = window("/1", u"One"_s, false);
@@ -118,13 +207,13 @@ TEST(AtspiWindowMatch, among_findsTheWindowByWhatIsTold)
     const AtspiFacts twoAgain = window("/3", u"Two"_s, false);
     const auto among = [](const QList<AtspiFacts>& windows, const QString& title, bool active) {
         const auto match = AtspiWindowMatch::among(windows, title, active);
-        return match ? QString::fromLatin1(match->window.path) + (match->certain ? u" certain"_s : u""_s)
-                     : u"none"_s;
+        return match ? QString::fromLatin1(match->window.path) + certaintyText(match->certainty) : u"none"_s;
     };
     EXPECT_EQ(among({}, u"One"_s, true), u"none"_s);
     EXPECT_EQ(among({one}, u"One"_s, false), u"/1 certain"_s);
     EXPECT_EQ(among({one}, u"One - Editor"_s, false), u"/1 certain"_s) << "titles may be longer";
-    EXPECT_EQ(among({one}, u"Another title"_s, false), u"/1"_s) << "the only window so far";
+    EXPECT_EQ(among({one}, u"Another title"_s, false), u"/1 once settled"_s) << "the only window so far";
+    EXPECT_EQ(among({window("/4", QString(), true)}, u"One"_s, true), u"/4 once settled"_s);
     EXPECT_EQ(among({one, two}, u"One"_s, true), u"/1 certain"_s) << "the title goes before the state";
     EXPECT_EQ(among({one, two, twoAgain}, u"Two"_s, true), u"/2"_s) << "the active one of several";
     EXPECT_EQ(among({one, twoAgain, two}, u"Two"_s, false), u"/3"_s)
