@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: MIT
 // How long Tarnwick takes to read one submenu and to build its menu.
-//   bench_reading PID TITLE ROUNDS
+//   bench_reading PID TITLE ROUNDS [PATIENCE]
 // reads the menu of the bar's entry TITLE and prints the microseconds of each round, one a line, then
-// "messages N" for one round.
+// "messages N" for one round and "items N". PATIENCE makes the half second that a reading may take so many
+// times as long.
 #include "app/Inspection.h"
 #include "bench/messages.h"
 #include "menu/AppAccessibility.h"
 #include "menu/Menu.h"
 #include "menu/MenuItem.h"
+#include "platform/qt/QtClock.h"
 #include "tools/ChosenApplication.h"
 
 #include <QCoreApplication>
@@ -19,6 +21,17 @@ using namespace Qt::StringLiterals;
 using namespace tarnwick;
 
 namespace {
+
+/// Its time passes more slowly.
+class PatientClock final : public QtClock
+{
+public:
+    explicit PatientClock(double patience) : _patience(patience) {}
+    [[nodiscard]] double now() const override { return QtClock::now() / _patience; }
+
+private:
+    double _patience;
+};
 
 std::shared_ptr<MenuItem> itemTitled(const Menu& menu, const QString& title)
 {
@@ -72,15 +85,17 @@ int measure(const Inspection& inspection, qint64 pid, const QString& title, int 
 
 int main(int argc, char** argv)
 {
-    if (argc != 4) {
-        std::fputs("bench_reading PID TITLE ROUNDS\n", stderr);
+    if (argc < 4 || argc > 5) {
+        std::fputs("bench_reading PID TITLE ROUNDS [PATIENCE]\n", stderr);
         return 2;
     }
     const qint64 pid = QByteArray(argv[1]).toLongLong();
     const QString title = QString::fromLocal8Bit(argv[2]);
     const int rounds = QByteArray(argv[3]).toInt();
+    PatientClock clock(argc == 5 ? QByteArray(argv[4]).toDouble() : 1.0);
     const Inspection inspection = openInspection(argc, argv);
     inspection.makeShared();
+    Clock::setShared(&clock);
     inspection.accessibility->apiEnabled();
     return measure(inspection, pid, title, rounds);
 }

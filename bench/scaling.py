@@ -6,7 +6,8 @@ from harness.applications import KITS
 
 from table import Series, print_row
 
-SIZES = {10: 100, 30: 60, 100: 40, 300: 25, 1000: 12, 3000: 6}
+SIZES = {10: 100, 30: 60, 100: 40, 300: 25, 1000: 12, 3000: 6, 10000: 3}
+PATIENCE = 30  # times the half second that a reading may take
 BARS = {5: 200, 10: 200, 20: 100, 40: 60, 60: 60}
 DEEP = 300  # items in each menu of a bar of which nothing is opened
 ENTRIES = 20
@@ -42,7 +43,7 @@ def _menus_row(kit):
     for size, rounds in SIZES.items():
         stage = Stage(kit, "--grow", str(size))
         try:
-            series = stage.reading(rounds)
+            series = stage.reading(rounds, patience=PATIENCE)
         finally:
             stage.close()
         points[size] = series.median

@@ -100,9 +100,9 @@ class Stage:
                      "qt" if self.kit.startswith("qt") else "gtk", rounds + WARM_UP)
         return Series(milliseconds(output), messages=messages(output))
 
-    def reading(self, rounds, title=MANY):
-        """Tarnwick's reading of a submenu, without its window."""
-        output = run(self.session, "bench_reading", self.fixture.pid, title, rounds + WARM_UP)
+    def reading(self, rounds, title=MANY, patience=1):
+        """Tarnwick's reading of a submenu, without its window; `patience` times half a second for all of it."""
+        output = run(self.session, "bench_reading", self.fixture.pid, title, rounds + WARM_UP, patience)
         return Series(milliseconds(output), messages=messages(output))
 
     def one_by_one(self, rounds, title=MANY):

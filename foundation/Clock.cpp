@@ -10,6 +10,11 @@ Clock& Clock::shared()
     return SharedPort<Clock>::get();
 }
 
+Clock* Clock::sharedOrNull()
+{
+    return SharedPort<Clock>::find();
+}
+
 void Clock::setShared(Clock* clock)
 {
     SharedPort<Clock>::set(clock);

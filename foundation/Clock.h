@@ -12,6 +12,8 @@ class Clock
 public:
     static Clock& shared();
     static void setShared(Clock* clock);
+    /// Null where nobody has set one.
+    static Clock* sharedOrNull();
     virtual ~Clock() = default;
 
     /// A pending call; destroying it cancels the call.

@@ -15,6 +15,8 @@ public:
         Q_ASSERT_X(_port != nullptr, "SharedPort", "the port was not set before its first use");
         return *_port;
     }
+    /// Null before the port is set.
+    static Port* find() { return _port; }
     static void set(Port* port) { _port = port; }
 
 private:

@@ -1,17 +1,33 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "foundation/Clock.h"
+
 #include <algorithm>
 #include <chrono>
 #include <cstdint>
 
 namespace tarnwick {
 
-/// A moment after which something that has not come counts as missing.
+/// A moment after which something that has not come counts as missing. GUI thread only.
 class Deadline
 {
 public:
-    using Clock = std::chrono::steady_clock;
+    /// The program's clock, so that time can be made to pass more slowly; the system's where there is none.
+    struct Clock
+    {
+        using duration = std::chrono::steady_clock::duration;
+        using time_point = std::chrono::steady_clock::time_point;
+
+        static time_point now()
+        {
+            const auto* clock = tarnwick::Clock::sharedOrNull();
+            if (!clock)
+                return std::chrono::steady_clock::now();
+            return time_point(
+                std::chrono::duration_cast<duration>(std::chrono::duration<double>(clock->now())));
+        }
+    };
 
     static Deadline in(Clock::duration time) { return Deadline(Clock::now() + time); }
 

@@ -6,7 +6,7 @@
 namespace tarnwick {
 
 /// Real time: the thread's sleep, the steady clock and Qt's timers.
-class QtClock final : public Clock
+class QtClock : public Clock
 {
 public:
     void sleepForTimeInterval(double seconds) override;

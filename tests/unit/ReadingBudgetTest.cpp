@@ -2,6 +2,7 @@
 #include "platform/linux/ReadingBudget.h"
 
 #include "platform/qt/MenuTracking.h"
+#include "tests/fakes/FakeClock.h"
 
 #include <QCoreApplication>
 #include <gtest/gtest.h>
@@ -20,6 +21,23 @@ std::chrono::milliseconds left(ReadingBudget& budget)
 }
 
 } // namespace
+
+TEST(Deadline, passed_goesByTheProgramsClock)
+{
+    FakeClock clock;
+    Clock::setShared(&clock);
+    const Deadline deadline = Deadline::in(500ms);
+    clock.advance(0.25);
+    EXPECT_FALSE(deadline.passed());
+    EXPECT_EQ(deadline.remaining(), 250ms);
+    EXPECT_EQ(deadline.atMostIn(100ms).remaining(), 100ms);
+    clock.advance(0.25);
+    EXPECT_TRUE(deadline.passed());
+    EXPECT_EQ(deadline.remainingMilliseconds(), 0);
+    Clock::setShared(nullptr);
+    EXPECT_EQ(Clock::sharedOrNull(), nullptr);
+    EXPECT_FALSE(Deadline::in(1min).passed()) << "the system's clock";
+}
 
 TEST(ReadingBudget, readsOfOneEvent_shareHalfASecond)
 {
