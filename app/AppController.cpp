@@ -42,7 +42,7 @@ std::shared_ptr<ActionTarget> unowned(ActionTarget* target)
 QImage imageResource(const QString& name)
 {
     const QString path = Application::shared().pathForResourceOfType(name, u"png"_s);
-    return path.isEmpty() ? QImage() : QImage(path);
+    return path.isEmpty() ? QImage() : QImage(path, "PNG");
 }
 
 } // namespace

@@ -102,10 +102,10 @@ bool AtspiMenuBars::hidesClosedMenus(const BusReference& bar)
     return *_hidingRoots.insert(root, hidesMenus(application));
 }
 
-std::optional<bool> AtspiMenuBars::hidesClosedMenus(const FrontWindow& window)
+bool AtspiMenuBars::hidesClosedMenus(const FrontWindow& window)
 {
     if (!window.processIdentifier)
-        return std::nullopt;
+        return false;
     const auto known = _hiding.constFind(window.window);
     if (known != _hiding.cend() && known->processIdentifier == window.processIdentifier)
         return known->closedMenus;
@@ -115,7 +115,7 @@ std::optional<bool> AtspiMenuBars::hidesClosedMenus(const FrontWindow& window)
     for (const BusReference& root : _applications.rootsOf(*window.processIdentifier, reading.deadline()))
         applications.append({.reference = root});
     if (applications.isEmpty())
-        return std::nullopt;
+        return false;
     QList<AtspiInquiry> inquiries;
     for (AtspiFacts& application : applications)
         inquiries.append({&application, AtspiQuestion::Toolkit});

@@ -34,8 +34,8 @@ public:
         xcb_window_t owner = XCB_WINDOW_NONE; ///< none when it is not known which window has it
     };
     /// Whether the window's application shows only open menus in its tree, so that a bar in it tells too
-    /// little. Nothing when the application is not to be found by its process.
-    [[nodiscard]] std::optional<bool> hidesClosedMenus(const FrontWindow& window);
+    /// little. False when the application is not to be found by its process.
+    [[nodiscard]] bool hidesClosedMenus(const FrontWindow& window);
     /// The same of the application of a bar.
     [[nodiscard]] bool hidesClosedMenus(const BusReference& bar);
 

@@ -144,7 +144,8 @@ std::optional<DesktopEntry> DesktopEntry::read(const QString& path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly) || file.size() > LargestFile)
         return std::nullopt;
-    return parse(file.read(LargestFile));
+    // As much memory as the file has: larger pieces, given back, keep the allocator from giving back any.
+    return parse(file.read(file.size()));
 }
 
 QString DesktopEntry::string(const QString& key) const

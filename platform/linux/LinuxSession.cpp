@@ -9,6 +9,7 @@
 #include "platform/linux/X11Connection.h"
 
 #include <QIcon>
+#include <QPixmap>
 #include <QSessionManager>
 #include <QThread>
 #include <QTimer>
@@ -122,7 +123,8 @@ LinuxSession::LinuxSession(int argc, char** argv, Part part)
     QCoreApplication::setOrganizationName(desktop_names::OrganizationName);
     QCoreApplication::setApplicationName(desktop_names::ApplicationName);
     QGuiApplication::setDesktopFileName(desktop_names::BusName);
-    QGuiApplication::setWindowIcon(QIcon(u":/resources/TarnwickMenuBarIcon.png"_s));
+    // Were the format not named, the toolkit would load what reads all others, too.
+    QGuiApplication::setWindowIcon(QIcon(QPixmap(u":/resources/TarnwickMenuBarIcon.png"_s, "PNG")));
     if (part != Part::Tarnwick)
         return;
     _instance = std::make_unique<SessionInstance>(_bus.connection());

@@ -27,15 +27,17 @@ FoundMenuBar MenuBars::of(const FrontWindow& front)
 FoundMenuBar MenuBars::_ofWindow(const FrontWindow& window, bool active)
 {
     AtspiMenuBars& tree = _places.inTree;
-    if (const BusReference known = tree.knownOf(window); known && !tree.hidesClosedMenus(known))
+    const BusReference known = tree.knownOf(window);
+    if (known && !tree.hidesClosedMenus(known))
         return {&_places.tree, known, window.window};
     const BusReference exported = _places.exported.ofWindow(window.window);
     FoundMenuBar second{exported ? &_places.exports : nullptr, exported, window.window};
-    const std::optional<bool> hides = second ? tree.hidesClosedMenus(window) : std::nullopt;
-    if (hides == true)
+    if (second && tree.hidesClosedMenus(window))
         return second;
-    const BusReference inTree = tree.ofWindow(window, active);
-    if (!inTree || (second && !hides && tree.hidesClosedMenus(inTree)))
+    const BusReference inTree = known ? known : tree.ofWindow(window, active);
+    // Asked without a second one, too, so that it is known the next time.
+    const bool hidden = inTree && tree.hidesClosedMenus(inTree);
+    if (!inTree || (second && hidden))
         return second;
     return {&_places.tree, inTree, window.window};
 }
