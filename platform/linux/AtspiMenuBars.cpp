@@ -34,7 +34,7 @@ AtspiMenuBars::AtspiMenuBars(AtspiBus& bus, AtspiApplications& applications, X11
 
 BusReference AtspiMenuBars::knownOf(const FrontWindow& window)
 {
-    const BusReference known = _known.of(window);
+    BusReference known = _known.of(window);
     if (!known)
         return {};
     const ReadingBudget::Reading reading(_budget);
@@ -55,7 +55,7 @@ BusReference AtspiMenuBars::ofWindow(const FrontWindow& window, bool active)
     if (!_bus.connection(deadline))
         return {};
     const auto match = _match(window, active, deadline);
-    const BusReference bar = match ? findMenuBar(_bus, match->window, deadline) : BusReference();
+    BusReference bar = match ? findMenuBar(_bus, match->window, deadline) : BusReference();
     _known.found(window, bar, match ? match->certainty : AtspiWindowMatch::Certainty::Never,
                  KnownMenuBars::Time::clock::now());
     return bar;
