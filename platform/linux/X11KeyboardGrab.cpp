@@ -3,18 +3,28 @@
 
 #include "platform/linux/X11Connection.h"
 #include "platform/linux/X11Focus.h"
+#include "platform/linux/X11Windows.h"
 
 #include <chrono>
 #include <thread>
 
 namespace tarnwick {
 
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
 
 constexpr auto pauseBetweenAttempts = 5ms;
 constexpr int windowIsGone = -1;
+
+/// On the focus window itself, the server tells the end of a grab as a loss of the focus and its return. KWin
+/// believes the first and not the second, and the window is not in front any more. Told from the root window
+/// it is harmless there; but applications then see a loss of the focus, which they don't otherwise.
+bool believesLossOfFocus(const QString& windowManager)
+{
+    return windowManager == u"KWin"_s;
+}
 
 /// The server knows one keyboard grab for the whole connection: the last one that was taken.
 X11KeyboardGrab* lastTaken = nullptr;
@@ -81,10 +91,10 @@ void X11KeyboardGrab::yield()
 
 void X11KeyboardGrab::letGoOfKey()
 {
-    // From the focus window itself the server would tell the end of the grab as a loss of the focus and its
-    // return. There are window managers that believe the first and not the second.
-    const auto cookie = _requestOn(_connection.root());
-    xcb_discard_reply(_connection.get(), cookie.sequence);
+    if (believesLossOfFocus(X11Windows(_connection).managerName())) {
+        const auto cookie = _requestOn(_connection.root());
+        xcb_discard_reply(_connection.get(), cookie.sequence);
+    }
     xcb_ungrab_keyboard(_connection.get(), XCB_CURRENT_TIME);
     xcb_flush(_connection.get());
 }

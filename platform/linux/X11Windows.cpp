@@ -157,6 +157,13 @@ bool X11Windows::managed()
     return managing.answer();
 }
 
+QString X11Windows::managerName()
+{
+    const xcb_window_t manager = X11Property(_x11, _x11.root(), "_NET_SUPPORTING_WM_CHECK", 1).firstItem();
+    const auto name = _x11.propertyText(manager, "_NET_WM_NAME");
+    return name ? QString::fromUtf8(*name) : QString();
+}
+
 std::optional<FrontWindow> X11Windows::front()
 {
     // This is asked again and again: one round trip while a window manager says what it said before.

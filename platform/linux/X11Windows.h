@@ -32,6 +32,8 @@ public:
 
     /// Whether a window manager keeps the root's properties.
     [[nodiscard]] bool managed();
+    /// What the window manager calls itself; empty without one that tells.
+    [[nodiscard]] QString managerName();
     /// The active window, or none, also when it has just gone; nothing when the active one is no
     /// application's window: a dock, a tooltip, a notification, or one that the window manager does not
     /// manage. Without a window manager that tells, the window with the input focus.

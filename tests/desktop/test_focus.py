@@ -127,6 +127,7 @@ class TheFocusOf:
         """Window managers listen, too: KWin takes a window with such an event for one that is not in front any more."""
         watch = display.Display(self.session.environment["DISPLAY"])
         self.addCleanup(watch.close)
+        self.be_kwin(watch)
         watch.create_resource_object("window", self.focus_window).change_attributes(event_mask=X.FocusChangeMask)
         watch.sync()
         self.tarnwick.open()
@@ -137,6 +138,20 @@ class TheFocusOf:
         self.assertNotEqual(events, [], "the hot key was not seen either")
         self.assertEqual([event.mode for event in events if event.type == X.FocusOut and event.mode != X.NotifyGrab
                           and event.detail != X.NotifyPointer], [])
+
+    def be_kwin(self, server):
+        """Until the end of the test the window manager bears that name."""
+        root = server.screen().root
+        check = root.get_full_property(server.get_atom("_NET_SUPPORTING_WM_CHECK"), X.AnyPropertyType).value[0]
+        manager = server.create_resource_object("window", check)
+        name, text = server.get_atom("_NET_WM_NAME"), server.get_atom("UTF8_STRING")
+        before = manager.get_full_property(name, X.AnyPropertyType).value
+
+        def call_it(value):
+            manager.change_property(name, text, 8, value)
+            server.sync()
+        self.addCleanup(call_it, before)
+        call_it(b"KWin")
 
     def test_survives_option_released_first(self):
         self.screen.press(OPTION)
