@@ -29,7 +29,7 @@ LOCKS = ("Caps_Lock", "Num_Lock")
 LAYOUTS = ("us", "de", "fr", "ru", "us(dvorak)")
 WALKS = ("Down", "Up", "Right", "Left", "Home", "End", "Page_Down", "f", "e", "x")
 WINDOW_MANAGERS = {"openbox": ("--replace", "--sm-disable"), "xfwm4": ("--replace", "--compositor=off"),
-                   "marco": ("--replace", "--no-composite"), "icewm": ("--replace",), "fluxbox": ("-replace",)}
+                   "icewm": ("--replace",)}
 
 
 class OtherClient(Screen):
