@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/LinuxTrayHost.h"
 
+#include "platform/linux/StatusNotifierItem.h"
 #include "platform/linux/X11Connection.h"
 
 #include <QCoreApplication>
@@ -50,6 +51,16 @@ bool LinuxTrayHost::nativeEventFilter(const QByteArray& eventType, void* message
     if (change->selection == _selection)
         QMetaObject::invokeMethod(this, &LinuxTrayHost::_decide, Qt::QueuedConnection);
     return false;
+}
+
+std::unique_ptr<PublishedIcon> LinuxTrayHost::publish(QMenu& menu, const std::function<void()>& clicked)
+{
+    if (!_toolkitPublishes)
+        _toolkitPublishes =
+            _publishingHostThere.value_or(false) && QDBusConnection::sessionBus().isConnected();
+    if (*_toolkitPublishes || _kind != Kind::Publishing)
+        return nullptr;
+    return std::make_unique<StatusNotifierItem>(_bus, menu, clicked);
 }
 
 void LinuxTrayHost::_askBus()

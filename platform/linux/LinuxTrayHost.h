@@ -28,6 +28,10 @@ public:
 
     [[nodiscard]] Kind kind() const override { return _kind; }
 
+    /// The toolkit publishes its icons for good or never, as it is possible when it makes the first one.
+    [[nodiscard]] std::unique_ptr<PublishedIcon> publish(QMenu& menu,
+                                                         const std::function<void()>& clicked) override;
+
     bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
 
 private Q_SLOTS:
@@ -45,6 +49,7 @@ private:
     std::uint8_t _selectionEvent = 0;
     /// Whether there is a publishing host; nothing while the bus has not answered yet.
     std::optional<bool> _publishingHostThere;
+    std::optional<bool> _toolkitPublishes;
     Kind _kind = Kind::None;
 };
 

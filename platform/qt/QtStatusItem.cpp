@@ -63,7 +63,7 @@ QIcon emptyIcon()
 
 } // namespace
 
-QtStatusItem::QtStatusItem(const TrayHost& host, QString symbolicName)
+QtStatusItem::QtStatusItem(TrayHost& host, QString symbolicName)
     : _host(host), _symbolicName(std::move(symbolicName)), _icon(emptyIcon())
 {
     _publishedMenu.ensurePolished(); // from now on it hears of new colours
@@ -102,13 +102,20 @@ void QtStatusItem::remove()
 {
     _removed = true;
     _trayIcon.reset();
+    _published.reset();
 }
 
 void QtStatusItem::_show()
 {
     _trayIcon.reset();
+    _published.reset();
     if (_removed || _host.kind() == TrayHost::Kind::None)
         return;
+    _published = _host.publish(_publishedMenu, [this] { _popUpMenu(); });
+    if (_published) {
+        _published->setIcon(_iconNow());
+        return;
+    }
     _trayIcon = std::make_unique<QSystemTrayIcon>(_iconNow());
     _trayIcon->setToolTip(QCoreApplication::applicationName());
     // An embedded icon's menu is shown by the presenter, whose grabs leave the focus where it is.
@@ -155,6 +162,8 @@ void QtStatusItem::_updateIcon()
 {
     if (_trayIcon)
         _trayIcon->setIcon(_iconNow());
+    if (_published)
+        _published->setIcon(_iconNow());
 }
 
 QIcon QtStatusItem::_iconNow() const

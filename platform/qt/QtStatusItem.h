@@ -20,7 +20,7 @@ class QtStatusItem final : public QObject, public StatusItem
 
 public:
     /// `host` must outlive it. `symbolicName` may be empty: see QtStatusBar.
-    QtStatusItem(const TrayHost& host, QString symbolicName);
+    QtStatusItem(TrayHost& host, QString symbolicName);
     ~QtStatusItem() override;
 
     void setHighlightMode(bool highlight) override { _highlightMode = highlight; }
@@ -28,7 +28,7 @@ public:
     void setImage(const QImage& image) override;
     void setAlternateImage(const QImage& image) override;
 
-    /// The icon in the tray; null while there is none.
+    /// The toolkit's icon in the tray; null while there is none.
     [[nodiscard]] QSystemTrayIcon* trayIcon() const { return _trayIcon.get(); }
     /// Takes the icon out of the tray for good.
     void remove();
@@ -43,7 +43,7 @@ private:
     void _updateIcon();
     [[nodiscard]] QIcon _iconNow() const;
 
-    const TrayHost& _host;
+    TrayHost& _host;
     bool _removed = false;
     bool _highlightMode = false;
     bool _highlighted = false;
@@ -52,7 +52,8 @@ private:
     QIcon _icon;
     QIcon _alternateIcon;
     QMenu _publishedMenu;
-    std::unique_ptr<QSystemTrayIcon> _trayIcon; ///< null while there is no host
+    std::unique_ptr<QSystemTrayIcon> _trayIcon; ///< null while there is no host, or the next one
+    std::unique_ptr<PublishedIcon> _published;
 };
 
 } // namespace tarnwick

@@ -1,7 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/qt/PublishedIcon.h"
+
+#include <QMenu>
 #include <QObject>
+
+#include <functional>
+#include <memory>
 
 namespace tarnwick {
 
@@ -18,6 +24,15 @@ public:
     };
 
     [[nodiscard]] virtual Kind kind() const = 0;
+
+    /// To be asked each time before an icon of the toolkit's would be shown: one that is shown instead, where
+    /// the host would not get that one; else null. `menu` must outlive it; `clicked` comes from the event
+    /// loop.
+    [[nodiscard]] virtual std::unique_ptr<PublishedIcon> publish(QMenu& /*menu*/,
+                                                                 const std::function<void()>& /*clicked*/)
+    {
+        return nullptr;
+    }
 
 Q_SIGNALS:
     /// kind() has changed, or another host of the same kind has taken over.

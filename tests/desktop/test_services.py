@@ -225,6 +225,50 @@ class ATrayInAnotherLanguage(DesktopTest):
         self.assertEqual([label for _, label in tray.menu()], ["Über Tarnwick …", "Einstellungen …", "Beenden"])
 
 
+class ATrayOnTheBusAfterOneThatTakesWindowsIn(DesktopTest):
+    """The toolkit has decided for windows by then."""
+
+    tools = ("tint2",)
+
+    @classmethod
+    def prepare(cls):
+        cls.connect_accessibility().switch_on()
+        cls.tarnwick = Tarnwick(cls.session)
+        cls.tarnwick.wait_until_ready()
+        tray = cls.session.run("tint2")
+        wait_for(lambda: embedded_icon(cls.screen, cls.tarnwick.pid), "an icon in the tray")
+        tray.stop()
+        wait_for(lambda: not embedded_icon(cls.screen, cls.tarnwick.pid), "no icon")
+
+    def tray(self):
+        return PublishedTray(self.session.environment["DBUS_SESSION_BUS_ADDRESS"])
+
+    def test_gets_the_item_and_its_menu(self):
+        for _ in range(2):  # the second in place of the first
+            tray = self.tray()
+            for name, value in (("Category", "ApplicationStatus"), ("Id", "Tarnwick"), ("Title", "Tarnwick"),
+                                ("Status", "Active"), ("ItemIsMenu", False), ("ToolTip", ("", [], "Tarnwick", ""))):
+                self.assertEqual(tray.item_property(name), value, name)
+            pictures = tray.item_property("IconPixmap")
+            self.assertTrue(pictures)
+            for width, height, pixels in pictures:
+                self.assertEqual(len(pixels), 4 * width * height)
+                self.assertTrue(any(pixels))
+            self.assertEqual([label for _, label in tray.menu()], MENU)
+            tray.close()
+
+    def test_opens_the_menu_at_a_click_and_does_what_is_chosen(self):
+        tray = self.tray()
+        self.addCleanup(tray.close)
+        reader = self.tarnwick.reader(self.bus)
+        self.addCleanup(reader.close)
+        tray.activate()
+        self.assertEqual([item.title for item in reader.wait_for(1)], MENU)
+        self.tarnwick.close_menu()
+        tray.choose("Quit")
+        self.assertEqual(self.tarnwick.program.status(), 0)
+
+
 class ATrayThatShowsThePicture(DesktopTest):
     def test_gets_another_one_when_the_desktop_becomes_dark(self):
         settings = XSettings(self.session.environment["DISPLAY"])

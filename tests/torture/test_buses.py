@@ -175,6 +175,14 @@ class TheSessionBus(Buses):
             self.assert_is_back()
         self.assert_rests("the session bus back")
 
+    def test_comes_back_before_there_was_a_tray(self):
+        for _ in range(times(3)):
+            self.mine.end_bus()
+            self.assert_opens_and_closes()
+            self.mine.begin_bus()
+        self.assert_is_back()
+        self.assert_rests("the session bus back, with a tray for the first time")
+
     def assert_is_back(self):
         begin = time.monotonic()
         self.connect()

@@ -68,6 +68,10 @@ class PublishedTray:
         layout = self._call(self.item(), self.item_property("Menu"), _MENU, "GetLayout", arguments)[1]
         return [(entry[0], entry[1].get("label", "")) for entry in layout[2]]
 
+    def activate(self):
+        """Clicks on the item."""
+        self._call(self.item(), "/StatusNotifierItem", _ITEM, "Activate", GLib.Variant("(ii)", (0, 0)))
+
     def choose(self, label):
         identifier = next(number for number, text in self.menu() if text == label)
         arguments = GLib.Variant("(isvu)", (identifier, "clicked", GLib.Variant("i", 0), 0))
