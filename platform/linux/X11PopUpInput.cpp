@@ -202,6 +202,10 @@ bool X11PopUpInput::_filterKey(xcb_key_press_event_t& event, bool press)
         _keyReleased(event.detail, event.time);
         return true;
     }
+    // The end of its grab on the focus window would be told as a loss of the focus; and it would hide a
+    // shortcut.
+    if (_keyboard.yielded())
+        _keyboard.letGoOfKey();
     if (!_heldKeys.pressedAnew(event.detail, event.time))
         return true;
     if (_settling) {
@@ -244,9 +248,7 @@ bool X11PopUpInput::_isClickIntoOwnWindow(const void* message)
 
 void X11PopUpInput::_modifierPressed(quint8 keyCode)
 {
-    if (_keyboard.yielded())
-        _keyboard.letGoOfKey();
-    else if (_modifierMap.bitsOfKey(keyCode) & _modifierMap.shortcutBits())
+    if (!_keyboard.yielded() && (_modifierMap.bitsOfKey(keyCode) & _modifierMap.shortcutBits()))
         _yield();
     Q_EMIT menuModifierFlagsMayHaveChanged();
 }
