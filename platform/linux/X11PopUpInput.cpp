@@ -202,8 +202,7 @@ bool X11PopUpInput::_filterKey(xcb_key_press_event_t& event, bool press)
         _keyReleased(event.detail, event.time);
         return true;
     }
-    // The end of its grab on the focus window would be told as a loss of the focus; and it would hide a
-    // shortcut.
+    // Its own grab ends with it, where a window manager may misread that; and it would hide a shortcut.
     if (_keyboard.yielded())
         _keyboard.letGoOfKey();
     if (!_heldKeys.pressedAnew(event.detail, event.time))
