@@ -4,7 +4,7 @@ import os
 import pathlib
 import time
 
-from stage import PROGRAMS, PlainTarnwick, run
+from stage import PROGRAMS, PlainTarnwick, assert_nobody_listens, run
 
 from harness.accessible import AccessibilityBus
 from harness.applications import KITS, Fixture
@@ -35,6 +35,7 @@ class Desk:
         self.applications = [Fixture(self.session, kit, menu=menu, title=f"Fixture {number}")
                              for number, (kit, menu) in enumerate(APPLICATIONS)]
         entries = len(self.applications[-1].bar_items(bus))
+        assert_nobody_listens(bus)
         bus.close()
         self.screen.move(*POINTER)
         self.tarnwick = PlainTarnwick(self.session)

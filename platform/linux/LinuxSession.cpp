@@ -12,7 +12,6 @@
 #include <QPixmap>
 #include <QSessionManager>
 #include <QThread>
-#include <QTimer>
 #include <QWidget>
 #include <xcb/xcb.h>
 
@@ -144,29 +143,33 @@ void LinuxSession::setPopUpRequest(std::unique_ptr<PopUpRequest> request)
     _popUpRequest = std::move(request);
 }
 
+void LinuxSession::_followRequests()
+{
+    if (!_instance)
+        return;
+    _instance->setRequested([this](SessionInstance::Request request) {
+        if (request == SessionInstance::Request::Show)
+            reopen();
+        else if (_popUpRequest)
+            _popUpRequest->carryOut(&popUpMenu);
+    });
+}
+
 int LinuxSession::run(const std::function<void()>& launch)
 {
     _signals = std::make_unique<TerminationSignals>(&terminate);
     // Whether Tarnwick starts with the session is the user's setting, not the session manager's memory.
     QObject::connect(&_application, &QGuiApplication::saveStateRequest, &_application,
                      [](QSessionManager& manager) { manager.setRestartHint(QSessionManager::RestartNever); });
-    QTimer::singleShot(0, &_application, [this, &launch] {
-        launch();
-        if (!_instance)
-            return;
-        _instance->setRequested([this](SessionInstance::Request request) {
-            if (request == SessionInstance::Request::Show)
-                reopen();
-            else if (_popUpRequest)
-                _popUpRequest->carryOut(&popUpMenu);
-        });
-    });
     // Registered after the connection was made, so that it runs before that is gone.
     static_cast<void>(X11Connection::shared());
     std::atexit(&endInOrder);
     handleMessageAsBefore = qInstallMessageHandler(&handleMessage);
     running = true;
-    const int status = QApplication::exec();
+    // With its event loop the toolkit asks the buses for screen readers: the hot key need not wait for that.
+    launch();
+    _followRequests();
+    const int status = Application::shared().terminating() ? EXIT_SUCCESS : QApplication::exec();
     running = false;
     qInstallMessageHandler(handleMessageAsBefore);
     if (_instance)

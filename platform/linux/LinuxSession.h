@@ -36,6 +36,8 @@ public:
     void setPopUpRequest(std::unique_ptr<PopUpRequest> request);
 
 private:
+    void _followRequests();
+
     QtArguments _arguments;
     QApplication _application;
     SessionBusWatch _bus;
