@@ -4,9 +4,11 @@ from stage import WARM_UP, Stage, messages, milliseconds, run
 
 from harness.applications import KITS
 
+from reading import in_turns
 from table import Series, print_row
 
-SIZES = {10: 100, 30: 60, 100: 40, 300: 25, 1000: 12, 3000: 6, 10000: 3}
+SIZES = {10: 40, 30: 30, 100: 20, 300: 12, 1000: 6, 3000: 4, 10000: 2}
+LONGEST_LINE = 3000  # beyond, the time that GTK takes to tell the children grows with the square of their number
 PATIENCE = 30  # times the half second that a reading may take
 BARS = {5: 200, 10: 200, 20: 100, 40: 60, 60: 60}
 DEEP = 300  # items in each menu of a bar of which nothing is opened
@@ -39,15 +41,22 @@ def rows():
 
 
 def _menus_row(kit):
-    points = {}
+    """Beside the floor: an application may take longer for each of many items, whoever asks."""
+    points, floors = {}, {}
     for size, rounds in SIZES.items():
         stage = Stage(kit, "--grow", str(size))
         try:
-            series = stage.reading(rounds, patience=PATIENCE)
+            floor, reading = in_turns(lambda stage=stage, rounds=rounds: stage.floor(rounds),
+                                      lambda stage=stage, rounds=rounds: stage.reading(rounds, patience=PATIENCE))
         finally:
             stage.close()
-        points[size] = series.median
-    _print_line(f"reading submenus, {kit}", points, "items")
+        points[size], floors[size] = reading.median, floor.median
+    line = {size: cost for size, cost in points.items() if size <= LONGEST_LINE}
+    _print_line(f"reading submenus, {kit}", line, "items")
+    most = max(points[size] / floors[size] for size in SIZES)
+    each = ", ".join(f"{size:,}: {points[size] / floors[size]:.2f}" for size in SIZES)
+    print_row(f"the same, of the floor ({each})", Series([most], "×"), "the floor", None, f"≤ {1 + OFF:g} × at each size",
+              most <= 1 + OFF, "–")
 
 
 def _bars_row(kit):

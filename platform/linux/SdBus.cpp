@@ -57,12 +57,12 @@ public:
         return static_cast<qsizetype>(_pending.size() - _free.size());
     }
 
-    void send(qsizetype index, const SdBusMessage& message, Deadline deadline)
+    void send(qsizetype index, const SdBusMessage& message)
     {
         Pending* pending = _free.back();
         sd_bus_slot* slot = nullptr;
-        const std::uint64_t limit = std::max<std::uint64_t>(deadline.remainingMicroseconds(), 1);
-        if (!message || sd_bus_call_async(_bus, &slot, message.get(), _onReply, pending, limit) < 0) {
+        // Without a limit of its own: whoever waits for it knows the deadline.
+        if (!message || sd_bus_call_async(_bus, &slot, message.get(), _onReply, pending, UINT64_MAX) < 0) {
             --_left;
             return;
         }
@@ -157,7 +157,7 @@ bool SdBus::_step(Deadline deadline)
     if (events < 0 || deadline.passed())
         return false;
     pollfd descriptor{sd_bus_get_fd(_bus), static_cast<short>(events), 0};
-    return poll(&descriptor, 1, deadline.remainingMilliseconds()) != 0;
+    return poll(&descriptor, 1, deadline.remainingMilliseconds()) != 0 || !deadline.passed();
 }
 
 void SdBus::exchange(qsizetype count, const std::function<SdBusMessage(qsizetype)>& make,
@@ -170,7 +170,7 @@ void SdBus::exchange(qsizetype count, const std::function<SdBusMessage(qsizetype
         qsizetype next = 0;
         do {
             for (; next < count && exchange.hasRoom() && !deadline.passed(); ++next)
-                exchange.send(next, make(next), deadline);
+                exchange.send(next, make(next));
         } while (!exchange.finished() && _step(deadline));
         _owed += exchange.unanswered();
     }
