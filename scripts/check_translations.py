@@ -17,7 +17,7 @@ import tempfile
 import xml.etree.ElementTree as ElementTree
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-FOLDERS = ("shortcut", "mouse", "prefs", "app")
+FOLDERS = ("shortcut", "mouse", "prefs", "app", "platform/qt")
 TABLE = "ShortcutRecorder"
 
 TEXT = r'((?:"(?:[^"\\]|\\.)*"\s*)+)'

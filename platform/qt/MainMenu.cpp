@@ -6,6 +6,7 @@
 #include "menu/Menu.h"
 
 #include <QApplication>
+#include <QCoreApplication>
 #include <QMetaMethod>
 #include <QWidget>
 
@@ -59,23 +60,28 @@ private:
 
 struct Entry
 {
-    QString title; ///< empty for a separator
+    const char* title = nullptr; ///< null for a separator
     QString action;
     QString key;
     quint64 moreModifiers = 0;
 };
 
-void addMenu(Menu& bar, const QString& title, const std::shared_ptr<ActionTarget>& target, quint64 modifier,
+QString translated(const char* title)
+{
+    return QCoreApplication::translate("MainMenu", title);
+}
+
+void addMenu(Menu& bar, const char* title, const std::shared_ptr<ActionTarget>& target, quint64 modifier,
              const QList<Entry>& entries)
 {
-    const auto holder = MenuItem::create(title);
-    const auto menu = Menu::create(title);
+    const auto holder = MenuItem::create(translated(title));
+    const auto menu = Menu::create(translated(title));
     for (const Entry& entry : entries) {
-        if (entry.title.isEmpty()) {
+        if (!entry.title) {
             menu->addItem(MenuItem::separatorItem());
             continue;
         }
-        const auto item = MenuItem::create(entry.title, entry.action, entry.key);
+        const auto item = MenuItem::create(translated(entry.title), entry.action, entry.key);
         item->setKeyEquivalentModifierMask(modifier | entry.moreModifiers);
         item->setTarget(target);
         menu->addItem(item);
@@ -89,26 +95,31 @@ void addMenu(Menu& bar, const QString& title, const std::shared_ptr<ActionTarget
 std::shared_ptr<Menu> makeMainMenu(Application& application, quint64 modifier)
 {
     auto bar = Menu::create(u"MainMenu"_s);
-    addMenu(*bar, u"Application"_s, std::make_shared<DelegateTarget>(application), modifier,
-            {{u"About Tarnwick..."_s, u"displayAboutPanel"_s, {}},
-             {u"Preferences..."_s, u"showPreferencePanel"_s, u","_s},
+    addMenu(*bar, QT_TRANSLATE_NOOP("MainMenu", "Application"), std::make_shared<DelegateTarget>(application),
+            modifier,
+            {{QT_TRANSLATE_NOOP("MainMenu", "About Tarnwick..."), u"displayAboutPanel"_s, {}},
+             {QT_TRANSLATE_NOOP("MainMenu", "Preferences..."), u"showPreferencePanel"_s, u","_s},
              {}});
     // The application outlives its menu: a handle that owns nothing.
     const std::shared_ptr<ActionTarget> self(std::shared_ptr<void>(), &application);
-    const auto quit = MenuItem::create(u"Quit"_s, u"terminate:"_s, u"q"_s);
+    const auto quit =
+        MenuItem::create(translated(QT_TRANSLATE_NOOP("MainMenu", "Quit")), u"terminate:"_s, u"q"_s);
     quit->setKeyEquivalentModifierMask(modifier);
     quit->setTarget(self);
     bar->itemAtIndex(0)->submenu()->addItem(quit);
-    addMenu(*bar, u"Edit"_s, std::make_shared<WidgetTarget>(&QApplication::focusWidget), modifier,
-            {{u"Undo"_s, u"undo"_s, u"z"_s},
-             {u"Redo"_s, u"redo"_s, u"z"_s, ShiftKeyMask},
+    addMenu(*bar, QT_TRANSLATE_NOOP("MainMenu", "Edit"),
+            std::make_shared<WidgetTarget>(&QApplication::focusWidget), modifier,
+            {{QT_TRANSLATE_NOOP("MainMenu", "Undo"), u"undo"_s, u"z"_s},
+             {QT_TRANSLATE_NOOP("MainMenu", "Redo"), u"redo"_s, u"z"_s, ShiftKeyMask},
              {},
-             {u"Cut"_s, u"cut"_s, u"x"_s},
-             {u"Copy"_s, u"copy"_s, u"c"_s},
-             {u"Paste"_s, u"paste"_s, u"v"_s},
-             {u"Select All"_s, u"selectAll"_s, u"a"_s}});
-    addMenu(*bar, u"Window"_s, std::make_shared<WidgetTarget>(&QApplication::activeWindow), modifier,
-            {{u"Minimize"_s, u"showMinimized"_s, u"m"_s}, {u"Close"_s, u"close"_s, u"w"_s}});
+             {QT_TRANSLATE_NOOP("MainMenu", "Cut"), u"cut"_s, u"x"_s},
+             {QT_TRANSLATE_NOOP("MainMenu", "Copy"), u"copy"_s, u"c"_s},
+             {QT_TRANSLATE_NOOP("MainMenu", "Paste"), u"paste"_s, u"v"_s},
+             {QT_TRANSLATE_NOOP("MainMenu", "Select All"), u"selectAll"_s, u"a"_s}});
+    addMenu(*bar, QT_TRANSLATE_NOOP("MainMenu", "Window"),
+            std::make_shared<WidgetTarget>(&QApplication::activeWindow), modifier,
+            {{QT_TRANSLATE_NOOP("MainMenu", "Minimize"), u"showMinimized"_s, u"m"_s},
+             {QT_TRANSLATE_NOOP("MainMenu", "Close"), u"close"_s, u"w"_s}});
     return bar;
 }
 

@@ -16,7 +16,8 @@ using namespace Qt::StringLiterals;
 namespace tarnwick {
 
 QtApplication::QtApplication(QtEventConverter converter, quint64 mainMenuModifier)
-    : _converter(std::move(converter)), _mainMenu(makeMainMenu(*this, mainMenuModifier))
+    : _converter(std::move(converter)),
+      _makeMainMenu([this, mainMenuModifier] { return makeMainMenu(*this, mainMenuModifier); })
 {
     // Tarnwick lives in the status area: no window's end is the program's.
     QApplication::setQuitOnLastWindowClosed(false);
@@ -25,6 +26,13 @@ QtApplication::QtApplication(QtEventConverter converter, quint64 mainMenuModifie
 }
 
 QtApplication::~QtApplication() = default;
+
+std::shared_ptr<Menu> QtApplication::mainMenu() const
+{
+    if (!_mainMenu)
+        _mainMenu = _makeMainMenu();
+    return _mainMenu;
+}
 
 void QtApplication::terminate(ActionSender* /*sender*/)
 {
@@ -79,7 +87,7 @@ bool QtApplication::eventFilter(QObject* receiver, QEvent* event)
         if (event->type() == QEvent::KeyPress && receiver->isWidgetType() &&
             static_cast<QWidget*>(receiver)->isWindow() && !QApplication::activeModalWidget() &&
             !QApplication::activePopupWidget())
-            return performKeyEquivalent(*_mainMenu, *_currentEvent);
+            return performKeyEquivalent(*mainMenu(), *_currentEvent);
     }
     return QObject::eventFilter(receiver, event);
 }

@@ -6,6 +6,10 @@
 
 #include <QObject>
 
+#include <functional>
+#include <memory>
+#include <optional>
+
 namespace tarnwick {
 
 /// The process as a QApplication, which must be alive as long as this. Sees every key and mouse event of its
@@ -22,7 +26,8 @@ public:
     void terminate(ActionSender* sender) override;
     [[nodiscard]] bool terminating() const override { return _terminating; }
     void activateIgnoringOtherApps(bool ignoringOtherApps) override;
-    [[nodiscard]] std::shared_ptr<Menu> mainMenu() const override { return _mainMenu; }
+    /// Made when it is first asked for, in the language of that moment.
+    [[nodiscard]] std::shared_ptr<Menu> mainMenu() const override;
     [[nodiscard]] ApplicationDelegate* delegate() const override { return _delegate; }
     void setDelegate(ApplicationDelegate* delegate) override { _delegate = delegate; }
     [[nodiscard]] std::optional<Event> currentEvent() const override { return _currentEvent; }
@@ -38,7 +43,8 @@ private:
     bool _terminating = false;
     ApplicationDelegate* _delegate = nullptr;
     std::optional<Event> _currentEvent;
-    std::shared_ptr<Menu> _mainMenu;
+    std::function<std::shared_ptr<Menu>()> _makeMainMenu;
+    mutable std::shared_ptr<Menu> _mainMenu;
 };
 
 } // namespace tarnwick

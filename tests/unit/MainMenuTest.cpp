@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QLineEdit>
+#include <QTranslator>
 #include <gtest/gtest.h>
 
 using namespace tarnwick;
@@ -21,6 +22,17 @@ public:
     QStringList performed;
     [[nodiscard]] bool respondsTo(const QString& action) const override { return action != u"unknown"; }
     void perform(const QString& action, ActionSender* /*sender*/) override { performed.append(action); }
+};
+
+class LoudTranslator final : public QTranslator
+{
+public:
+    [[nodiscard]] QString translate(const char* context, const char* text, const char* /*disambiguation*/,
+                                    int /*count*/) const override
+    {
+        return qstrcmp(context, "MainMenu") == 0 ? QString::fromLatin1(text).toUpper() : QString();
+    }
+    [[nodiscard]] bool isEmpty() const override { return false; }
 };
 
 class MainMenuTest : public ::testing::Test
@@ -55,6 +67,17 @@ TEST_F(MainMenuTest, entries_areThreeMenus_andNoneIsNamedAsTheProgram)
         EXPECT_TRUE(entry->hasSubmenu());
     }
     EXPECT_EQ(titles, (QStringList{u"Application"_s, u"Edit"_s, u"Window"_s}));
+}
+
+TEST_F(MainMenuTest, titles_areInTheLanguageOfTheUser)
+{
+    LoudTranslator translator;
+    QCoreApplication::installTranslator(&translator);
+    bar = makeMainMenu(application, ControlKeyMask);
+    QCoreApplication::removeTranslator(&translator);
+    EXPECT_EQ(bar->itemAtIndex(1)->title(), u"EDIT"_s);
+    EXPECT_NE(item(1, u"SELECT ALL"_s), nullptr);
+    EXPECT_NE(item(0, u"QUIT"_s), nullptr);
 }
 
 TEST_F(MainMenuTest, masks_namePhysicalModifiers)
