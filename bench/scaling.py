@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
 """That the cost grows in step with the items that are shown, and with nothing else."""
-from stage import WARM_UP, Stage, messages, milliseconds, run
+from stage import Stage
 
 from harness.applications import KITS
 
@@ -14,6 +14,7 @@ BARS = {5: 200, 10: 200, 20: 100, 40: 60, 60: 60}
 DEEP = 300  # items in each menu of a bar of which nothing is opened
 ENTRIES = 20
 OFF = 0.25  # of the fitted line
+OF_FLOOR = {"items": 1.25, "entries": 1.5}
 
 
 def fitted(points):
@@ -42,43 +43,48 @@ def rows():
 
 def _menus_row(kit):
     """Beside the floor: an application may take longer for each of many items, whoever asks."""
-    points, floors = {}, {}
-    for size, rounds in SIZES.items():
-        stage = Stage(kit, "--grow", str(size))
-        try:
-            floor, reading = in_turns(lambda stage=stage, rounds=rounds: stage.floor(rounds),
-                                      lambda stage=stage, rounds=rounds: stage.reading(rounds, patience=PATIENCE))
-        finally:
-            stage.close()
-        points[size], floors[size] = reading.median, floor.median
-    line = {size: cost for size, cost in points.items() if size <= LONGEST_LINE}
-    _print_line(f"reading submenus, {kit}", line, "items")
-    most = max(points[size] / floors[size] for size in SIZES)
-    each = ", ".join(f"{size:,}: {points[size] / floors[size]:.2f}" for size in SIZES)
-    print_row(f"the same, of the floor ({each})", Series([most], "×"), "the floor", None, f"≤ {1 + OFF:g} × at each size",
-              most <= 1 + OFF, "–")
+    measured = {size: _both(kit, lambda stage, rounds=rounds: stage.floor(rounds),
+                            lambda stage, rounds=rounds: stage.reading(rounds, patience=PATIENCE), "--grow", str(size))
+                for size, rounds in SIZES.items()}
+    _print_lines(f"reading submenus, {kit}", measured, "items")
 
 
 def _bars_row(kit):
-    _print_line(f"rebuilding the root, {kit}", {entries: _rebuilding(kit, entries, 1, rounds).median
-                                                for entries, rounds in BARS.items()}, "entries")
+    measured = {entries: _both(kit, lambda stage, rounds=rounds: stage.bar_floor(rounds),
+                               lambda stage, rounds=rounds: stage.rebuilding(rounds), text=_bar(entries, 1))
+                for entries, rounds in BARS.items()}
+    _print_lines(f"rebuilding the root, {kit}", measured, "entries")
 
 
 def _depth_row(kit):
-    deep, shallow = (_rebuilding(kit, ENTRIES, items, BARS[ENTRIES]) for items in (DEEP, 1))
+    deep, shallow = (_both(kit, None, lambda stage: stage.rebuilding(BARS[ENTRIES]), text=_bar(ENTRIES, items))
+                     for items in (DEEP, 1))
     print_row(f"rebuilding the root, {kit}: {ENTRIES} entries, {ENTRIES * DEEP:,} items in their closed menus", deep,
               f"{ENTRIES} items", shallow, f"≤ {1 + OFF:g} ×", deep.median <= (1 + OFF) * shallow.median)
 
 
-def _rebuilding(kit, entries, items, rounds):
-    text = "".join(f"Entry {entry}\n" + "".join(f"  Item {item}\n" for item in range(items))
-                   for entry in range(entries))
-    stage = Stage(kit, text=text)
+def _both(kit, floor, tarnwick, *options, text=None):
+    """What both take on a stage of its own; without a floor the other alone."""
+    stage = Stage(kit, *options, text=text)
     try:
-        output = run(stage.session, "bench_rebuilding", rounds + WARM_UP)
+        return in_turns(lambda: floor(stage), lambda: tarnwick(stage)) if floor else tarnwick(stage)
     finally:
         stage.close()
-    return Series(milliseconds(output), messages=messages(output))
+
+
+def _bar(entries, items):
+    return "".join(f"Entry {entry}\n" + "".join(f"  Item {item}\n" for item in range(items))
+                   for entry in range(entries))
+
+
+def _print_lines(what, measured, of):
+    points = {count: tarnwick.median for count, (_, tarnwick) in measured.items()}
+    shares = {count: tarnwick.median / floor.median for count, (floor, tarnwick) in measured.items()}
+    _print_line(what, {count: cost for count, cost in points.items() if count <= LONGEST_LINE}, of)
+    each = ", ".join(f"{count:,}: {share:.2f}" for count, share in shares.items())
+    most = OF_FLOOR[of]
+    print_row(f"the same, of the floor ({each})", Series([max(shares.values())], "×"), "the floor", None,
+              f"≤ {most:g} × at each", max(shares.values()) <= most, "–")
 
 
 def _print_line(what, points, of):

@@ -81,7 +81,8 @@ class Stage:
         bus.switch_on()
         self.address = bus.address
         self.fixture = _Fixture(self.session, kit, *options, menu=menu)
-        self._menus = {item.title: _contents(item.node) for item in self.fixture.bar_items(bus)}
+        self._bar = self.fixture.accessible(bus).menu_bar()
+        self._menus = {item.title: _contents(item.node) for item in self._bar.items()}
         assert_nobody_listens(bus)
         bus.close()
 
@@ -95,9 +96,20 @@ class Stage:
 
     def floor(self, rounds, title=MANY):
         """The fewest calls that carry the facts of a submenu."""
-        node = self._menus[title]
+        return self._floor(self._menus[title], "", rounds)
+
+    def bar_floor(self, rounds):
+        """The fewest calls that carry the facts of the bar."""
+        return self._floor(self._bar, "-bar", rounds)
+
+    def _floor(self, node, kind, rounds):
         output = run(self.session, "bench_floor", self.address, node.name_on_bus, node.path,
-                     "qt" if self.kit.startswith("qt") else "gtk", rounds + WARM_UP)
+                     ("qt" if self.kit.startswith("qt") else "gtk") + kind, rounds + WARM_UP)
+        return Series(milliseconds(output), messages=messages(output))
+
+    def rebuilding(self, rounds):
+        """Tarnwick's rebuilding of the root."""
+        output = run(self.session, "bench_rebuilding", rounds + WARM_UP)
         return Series(milliseconds(output), messages=messages(output))
 
     def reading(self, rounds, title=MANY, patience=1):
