@@ -36,7 +36,9 @@ ToolkitBridge::ToolkitBridge() : _connection(ConnectionName)
     connect(&_registry, &QDBusServiceWatcher::serviceRegistered, this, &ToolkitBridge::_embed);
     QCoreApplication::instance()->installEventFilter(this);
     QAccessible::installActivationObserver(this);
-    accessibilityActiveChanged(QAccessible::isActive());
+    // To ask makes the toolkit ask the buses, which the start need not wait for.
+    QMetaObject::invokeMethod(
+        this, [this] { accessibilityActiveChanged(QAccessible::isActive()); }, Qt::QueuedConnection);
 }
 
 ToolkitBridge::~ToolkitBridge()
