@@ -1,19 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/RememberedKeyBindings.h"
 
-#include <chrono>
-
 namespace tarnwick {
-
-double RememberedKeyBindings::steadySeconds()
-{
-    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
-}
 
 bool RememberedKeyBindings::knows(const BusReference& item) const
 {
     const auto found = _told.constFind(item);
-    return found != _told.cend() && _now() < found->until;
+    return found != _told.cend() && !found->until.passed();
 }
 
 std::optional<QString> RememberedKeyBindings::of(const AtspiFacts& item) const
@@ -32,13 +25,12 @@ void RememberedKeyBindings::remember(const AtspiFacts& item)
     }
     if (_told.size() >= MaximumItems)
         _makeRoom();
-    _told.insert(item.reference, {*item.name, *item.role, *item.keyBinding, _now() + Seconds});
+    _told.insert(item.reference, {*item.name, *item.role, *item.keyBinding, Deadline::in(Time)});
 }
 
 void RememberedKeyBindings::_makeRoom()
 {
-    const double now = _now();
-    _told.removeIf([now](const QHash<BusReference, Told>::iterator& told) { return told->until <= now; });
+    _told.removeIf([](const QHash<BusReference, Told>::iterator& told) { return told->until.passed(); });
     if (_told.size() >= MaximumItems)
         _told.clear();
 }

@@ -2,10 +2,9 @@
 #pragma once
 
 #include "platform/linux/AtspiFacts.h"
+#include "platform/linux/Deadline.h"
 
 #include <QHash>
-
-#include <functional>
 
 namespace tarnwick {
 
@@ -17,11 +16,8 @@ namespace tarnwick {
 class RememberedKeyBindings
 {
 public:
-    static constexpr double Seconds = 60;
+    static constexpr std::chrono::seconds Time{60};
     static constexpr qsizetype MaximumItems = 5000;
-
-    /// `now` in seconds; only differences mean something.
-    explicit RememberedKeyBindings(std::function<double()> now = steadySeconds) : _now(std::move(now)) {}
 
     /// Whether something is remembered of an object of which nothing else is known yet.
     [[nodiscard]] bool knows(const BusReference& item) const;
@@ -38,13 +34,11 @@ private:
         QString name;
         quint32 role;
         QString keyBinding;
-        double until;
+        Deadline until;
     };
 
-    [[nodiscard]] static double steadySeconds();
     void _makeRoom();
 
-    std::function<double()> _now;
     QHash<BusReference, Told> _told;
 };
 

@@ -9,11 +9,6 @@ namespace tarnwick {
 
 namespace {
 
-bool isDark(const QPalette& palette)
-{
-    return palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
-}
-
 bool fits(const QPalette& palette, const Look& look)
 {
     if (look.paletteStandsIn)
@@ -32,6 +27,11 @@ bool looksLike(const QFont& one, const QFont& other)
 }
 
 } // namespace
+
+bool isDark(const QPalette& palette)
+{
+    return palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
+}
 
 void applyLook(const Look& look)
 {

@@ -18,6 +18,9 @@ struct Look
     bool reducesMotion = false;
 };
 
+/// Whether its windows are darker than the text in them.
+[[nodiscard]] bool isDark(const QPalette& palette);
+
 /// Gives the running program what the toolkit has not found out by itself; the rest it leaves to the toolkit.
 /// GUI thread only.
 void applyLook(const Look& look);

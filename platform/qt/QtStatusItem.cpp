@@ -4,11 +4,11 @@
 #include "foundation/Screens.h"
 #include "menu/Menu.h"
 #include "menu/MenuPresenter.h"
+#include "platform/qt/Look.h"
 #include "platform/qt/NamedIcon.h"
 
 #include <QEvent>
 #include <QGuiApplication>
-#include <QPalette>
 #include <QPixmap>
 #include <QPointer>
 #include <QTimer>
@@ -45,12 +45,6 @@ void addItem(QMenu& menu, const std::shared_ptr<MenuItem>& item)
 QIcon iconOf(const QImage& image)
 {
     return image.isNull() ? QIcon() : QIcon(QPixmap::fromImage(image));
-}
-
-bool desktopIsDark()
-{
-    const QPalette palette = QGuiApplication::palette();
-    return palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
 }
 
 /// An item without an image has its place all the same.
@@ -171,8 +165,9 @@ QIcon QtStatusItem::_iconNow() const
     // What the host draws itself it highlights itself, too.
     const bool drawnByHost = _host.kind() == TrayHost::Kind::Publishing && !_symbolicName.isEmpty();
     const bool highlighted = _highlighted && _highlightMode && !drawnByHost;
-    const QIcon& picture =
-        highlighted != desktopIsDark() && !_alternateIcon.isNull() ? _alternateIcon : _icon;
+    const QIcon& picture = highlighted != isDark(QGuiApplication::palette()) && !_alternateIcon.isNull()
+                               ? _alternateIcon
+                               : _icon;
     return drawnByHost ? namedIcon(picture, _symbolicName) : picture;
 }
 

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 using namespace tarnwick;
 using namespace Qt::StringLiterals;
 
@@ -26,8 +28,11 @@ AtspiFacts itemNamed(const QString& name, const Told& keyBinding = u";;<Primary>
 class RememberedKeyBindingsTest : public ::testing::Test
 {
 protected:
+    RememberedKeyBindingsTest() { Clock::setShared(&clock); }
+    ~RememberedKeyBindingsTest() override { Clock::setShared(nullptr); }
+
     FakeClock clock;
-    RememberedKeyBindings bindings{[this] { return clock.now(); }};
+    RememberedKeyBindings bindings;
 };
 
 struct Question
