@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/DesktopEntry.h"
 
-#include <QFile>
+#include "platform/qt/WholeFile.h"
 
 #include <algorithm>
 
@@ -141,11 +141,8 @@ std::optional<DesktopEntry> DesktopEntry::parse(const QByteArray& contents)
 
 std::optional<DesktopEntry> DesktopEntry::read(const QString& path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || file.size() > LargestFile)
-        return std::nullopt;
-    // As much memory as the file has: larger pieces, given back, keep the allocator from giving back any.
-    return parse(file.read(file.size()));
+    const auto contents = wholeFile(path, LargestFile);
+    return contents ? parse(*contents) : std::nullopt;
 }
 
 QString DesktopEntry::string(const QString& key) const

@@ -4,8 +4,8 @@
 #include "platform/linux/GSettings.h"
 #include "platform/linux/KdeShortcuts.h"
 #include "platform/linux/XfceShortcuts.h"
+#include "platform/qt/WholeFile.h"
 
-#include <QFile>
 #include <QStandardPaths>
 
 #include <algorithm>
@@ -119,17 +119,6 @@ Shortcuts readSettings(const SettingsLayout& layout)
     return shortcuts;
 }
 
-/// The file's contents; empty when there is no such file, nothing when it cannot be read.
-std::optional<QByteArray> contentsOf(const QString& path)
-{
-    QFile file(path);
-    if (!file.exists())
-        return QByteArray();
-    if (!file.open(QIODevice::ReadOnly) || file.size() > LargestFile)
-        return std::nullopt;
-    return file.readAll();
-}
-
 } // namespace
 
 DesktopShortcutStores::DesktopShortcutStores(QString userConfiguration, QStringList systemConfigurations)
@@ -169,8 +158,8 @@ std::optional<QList<DesktopShortcut>> DesktopShortcutStores::_readXfce() const
     folders.append(_userConfiguration);
     XfceShortcuts merged;
     for (const QString& folder : std::as_const(folders)) {
-        const auto contents =
-            contentsOf(folder + u"/xfce4/xfconf/xfce-perchannel-xml/xfce4-keyboard-shortcuts.xml"_s);
+        const auto contents = wholeFile(
+            folder + u"/xfce4/xfconf/xfce-perchannel-xml/xfce4-keyboard-shortcuts.xml"_s, LargestFile);
         if (!contents)
             return std::nullopt;
         if (contents->isEmpty())
@@ -185,7 +174,7 @@ std::optional<QList<DesktopShortcut>> DesktopShortcutStores::_readXfce() const
 
 std::optional<QList<DesktopShortcut>> DesktopShortcutStores::_readKde() const
 {
-    const auto contents = contentsOf(_userConfiguration + u"/kglobalshortcutsrc"_s);
+    const auto contents = wholeFile(_userConfiguration + u"/kglobalshortcutsrc"_s, LargestFile);
     return contents ? Shortcuts(parseKdeShortcuts(*contents)) : std::nullopt;
 }
 

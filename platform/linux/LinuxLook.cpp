@@ -2,8 +2,8 @@
 #include "platform/linux/LinuxLook.h"
 
 #include "platform/linux/LookSources.h"
+#include "platform/qt/WholeFile.h"
 
-#include <QFile>
 #include <QStandardPaths>
 
 using namespace Qt::StringLiterals;
@@ -12,13 +12,15 @@ namespace tarnwick {
 
 namespace {
 
+constexpr qint64 LargestFile = 1024LL * 1024;
+
 QList<QByteArray> kdeGlobals()
 {
     QList<QByteArray> layers;
     const auto paths = QStandardPaths::locateAll(QStandardPaths::GenericConfigLocation, u"kdeglobals"_s);
     for (const QString& path : paths)
-        if (QFile file(path); file.open(QFile::ReadOnly))
-            layers.append(file.readAll());
+        if (const auto contents = wholeFile(path, LargestFile))
+            layers.append(*contents);
     return layers;
 }
 

@@ -3,8 +3,8 @@
 
 #include "platform/qt/FileDescriptor.h"
 #include "platform/qt/PrivateFile.h"
+#include "platform/qt/WholeFile.h"
 
-#include <QFile>
 #include <QFileInfo>
 
 #include <cerrno>
@@ -33,23 +33,6 @@ bool mayReplace(const QString& path)
     return status.st_uid == ::geteuid() && (status.st_mode & S_IWUSR) != 0;
 }
 
-/// A regular file's bytes; empty when there is none, nothing when it cannot be read or is too large.
-std::optional<QByteArray> contentsOf(const QString& path)
-{
-    const FileDescriptor descriptor(path, O_RDONLY);
-    if (!descriptor)
-        return errno == ENOENT ? std::optional(QByteArray()) : std::nullopt;
-    struct stat status = {};
-    if (::fstat(descriptor.number(), &status) != 0 || !S_ISREG(status.st_mode) ||
-        status.st_size > LargestFile)
-        return std::nullopt;
-    QFile file;
-    if (!file.open(descriptor.number(), QIODevice::ReadOnly))
-        return std::nullopt;
-    const QByteArray bytes = file.readAll();
-    return file.error() == QFile::NoError ? std::optional(bytes) : std::nullopt;
-}
-
 /// Keeps other Tarnwicks from writing in the folder. It ends with this process at the latest, so none is ever
 /// left behind.
 bool lock(const FileDescriptor& folder, std::chrono::milliseconds patience)
@@ -70,7 +53,7 @@ bool lock(const FileDescriptor& folder, std::chrono::milliseconds patience)
 
 std::optional<QSettings::SettingsMap> SettingsFile::read() const
 {
-    const auto bytes = contentsOf(_target());
+    const auto bytes = wholeFile(_target(), LargestFile);
     return bytes ? std::optional(settings_text::parse(*bytes)) : std::nullopt;
 }
 
@@ -86,7 +69,7 @@ SettingsFile::Outcome SettingsFile::update(const std::function<void(QSettings::S
         return Outcome::Refused;
     if (!lock(folder, patience))
         return Outcome::Busy;
-    const auto bytes = contentsOf(target);
+    const auto bytes = wholeFile(target, LargestFile);
     if (!bytes || !mayReplace(target))
         return Outcome::Refused;
     QSettings::SettingsMap settings = settings_text::parse(*bytes);

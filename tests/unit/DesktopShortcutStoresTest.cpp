@@ -9,6 +9,8 @@
 #include <gtest/gtest.h>
 #include <xkbcommon/xkbcommon-keysyms.h>
 
+#include <sys/stat.h>
+
 using namespace tarnwick;
 using namespace Qt::StringLiterals;
 
@@ -123,6 +125,23 @@ TEST_F(DesktopShortcutStoresTest, settingsProgramThatHangs_isNotWaitedForLongerT
     since.start();
     EXPECT_FALSE(read({u"GNOME"_s}));
     EXPECT_LT(since.elapsed(), 5000);
+}
+
+TEST_F(DesktopShortcutStoresTest, pipeInThePlaceOfAFile_isNotWaitedForAndMeansThatNothingIsKnown)
+{
+    for (const auto& [desktop, file] :
+         {std::pair{u"KDE"_s, u"user/kglobalshortcutsrc"_s}, std::pair{u"XFCE"_s, u"user"_s + XfceFile}}) {
+        write(file, {});
+        QFile::remove(_folder.filePath(file));
+        ASSERT_EQ(::mkfifo(_folder.filePath(file).toUtf8().constData(), 0600), 0);
+        EXPECT_FALSE(read({desktop})) << desktop.toStdString();
+    }
+}
+
+TEST_F(DesktopShortcutStoresTest, fileThatIsTooLarge_meansThatNothingIsKnown)
+{
+    write(u"user/kglobalshortcutsrc"_s, "[kwin]\nClose=Alt+F4,none,Close\n" + QByteArray(4 << 20, '#'));
+    EXPECT_FALSE(read({u"KDE"_s}));
 }
 
 TEST_F(DesktopShortcutStoresTest, xfce_laysTheUsersFileOverTheSystems)
