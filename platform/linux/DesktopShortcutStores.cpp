@@ -19,7 +19,8 @@ namespace {
 
 using Shortcuts = std::optional<QList<DesktopShortcut>>;
 
-constexpr std::chrono::milliseconds TimeLimit(1500);
+/// Of all programs together: the keyboard is held meanwhile. Each takes some 10 ms.
+constexpr std::chrono::milliseconds TimeLimit(500);
 constexpr qint64 LargestFile = 4LL * 1024 * 1024;
 
 void append(QList<DesktopShortcut>& list, const QStringList& accelerators)

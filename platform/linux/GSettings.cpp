@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/GSettings.h"
 
+#include <QCoreApplication>
 #include <QProcess>
 #include <QStandardPaths>
 
@@ -14,32 +15,39 @@ namespace tarnwick {
 
 namespace {
 
-/// A running command; one that is still running in the end is killed.
+/// A running command. One that is still running in the end is killed, and its end is not waited for.
 class Command
 {
 public:
-    Command(const QString& program, const QStringList& arguments)
+    Command(const QString& program, const QStringList& arguments) : _process(std::make_unique<QProcess>())
     {
-        _process.setStandardErrorFile(QProcess::nullDevice());
-        _process.setStandardInputFile(QProcess::nullDevice());
-        _process.start(program, arguments, QIODevice::ReadOnly);
+        _process->setStandardErrorFile(QProcess::nullDevice());
+        _process->setStandardInputFile(QProcess::nullDevice());
+        _process->start(program, arguments, QIODevice::ReadOnly);
     }
+    ~Command()
+    {
+        if (_process->state() == QProcess::NotRunning)
+            return;
+        QObject::connect(_process.get(), &QProcess::finished, _process.get(), &QObject::deleteLater);
+        _process->kill();
+        _process.release()->setParent(QCoreApplication::instance());
+    }
+    Command(const Command&) = delete;
+    Command& operator=(const Command&) = delete;
 
     /// Its whole output; null when it fails or is late.
     [[nodiscard]] QByteArray output(std::chrono::milliseconds limit)
     {
-        if (!_process.waitForFinished(int(limit.count())) || _process.exitStatus() != QProcess::NormalExit ||
-            _process.exitCode() != 0) {
-            _process.kill();
-            _process.waitForFinished(100);
+        if (!_process->waitForFinished(int(limit.count())) ||
+            _process->exitStatus() != QProcess::NormalExit || _process->exitCode() != 0)
             return {};
-        }
-        const QByteArray text = _process.readAllStandardOutput();
+        const QByteArray text = _process->readAllStandardOutput();
         return text.isNull() ? QByteArray("") : text;
     }
 
 private:
-    QProcess _process;
+    std::unique_ptr<QProcess> _process;
 };
 
 } // namespace

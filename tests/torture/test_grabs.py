@@ -13,7 +13,7 @@ from torture import WatchedTarnwick, dice, note, starved, times, wait_for
 from harness.accessible import AccessibilityBus
 from harness.applications import DATA, KITS, Fixture
 from harness.case import DesktopTest, main
-from harness.preferences import Preferences
+from harness.preferences import AlertOnTop, Preferences
 from harness.screen import LEFT, Screen
 from harness.tarnwick import OPTION, TRIGGER, Tarnwick
 
@@ -454,6 +454,39 @@ class RecordingAHotKey(DesktopTest):
             wait_for(lambda: not preferences.recorder.is_recording(), "the end of recording", limit=10.0, step=0.02)
         note("keyboard held by the recorder after a switch, longest", round(max(held), 3), HOLD, "s")
         self.assertLessEqual(max(held), HOLD)
+
+
+class RecordingWhereTheSettingsProgramHangs(DesktopTest):
+    """The desktop's own shortcuts are asked for while the keyboard is held."""
+
+    @classmethod
+    def prepare(cls):
+        cls.connect_accessibility().switch_on()
+        folder = cls.session.directory / "hanging"
+        folder.mkdir()
+        program = folder / "gsettings"
+        program.write_text('#!/bin/sh\necho "$@" >>"$0.asked"\nexec sleep 60\n')
+        program.chmod(0o700)
+        cls.asked = folder / "gsettings.asked"
+        cls.session.environment.update(XDG_CURRENT_DESKTOP="GNOME", PATH=f"{folder}:{os.environ['PATH']}")
+
+    def test_does_not_wait_for_it_for_long(self):
+        tarnwick = WatchedTarnwick(self.session, FirstRun=False)
+        self.addCleanup(tarnwick.stop)
+        preferences = Preferences(self.session, self.bus, tarnwick)
+        preferences.recorder.start()
+        self.assertIn("keyboard", self.screen.grabs_left())
+        begin = time.monotonic()
+        self.screen.tap("x", "Control_L", "Super_L")
+        wait_for(lambda: tarnwick.absences(begin), "a program that is waited for", limit=10.0)
+        self.assertIn("list-schemas", self.asked.read_text())
+        held = tarnwick.longest_absence(begin)
+        note("keyboard held by the recorder over a settings program that hangs", round(held, 3), HOLD, "s")
+        self.assertLessEqual(held, HOLD)
+        AlertOnTop(self.session, self.bus, tarnwick).dismiss()  # what is not known counts as taken
+        self.screen.wait_until_active(preferences.window)
+        self.screen.tap("Escape")
+        wait_for(lambda: self.screen.grabs_left() == [], "keyboard and pointer free", step=0.001)
 
 
 class WaitingForAStoppedApplication(DesktopTest):

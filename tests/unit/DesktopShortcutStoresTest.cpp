@@ -124,7 +124,7 @@ TEST_F(DesktopShortcutStoresTest, settingsProgramThatHangs_isNotWaitedForLongerT
     QElapsedTimer since;
     since.start();
     EXPECT_FALSE(read({u"GNOME"_s}));
-    EXPECT_LT(since.elapsed(), 5000);
+    EXPECT_LT(since.elapsed(), 1400) << "half a second, and what a busy machine adds";
 }
 
 TEST_F(DesktopShortcutStoresTest, pipeInThePlaceOfAFile_isNotWaitedForAndMeansThatNothingIsKnown)
