@@ -96,9 +96,13 @@ QHash<QString, Group> groupsOf(const QList<QByteArray>& layers)
 std::optional<QColor> colorOf(const QString& value)
 {
     QList<int> parts;
-    for (const QString& part : value.split(u','))
-        parts.append(part.trimmed().toInt());
-    if (parts.size() < 3)
+    for (const QString& part : value.split(u',')) {
+        bool isNumber = false;
+        parts.append(part.trimmed().toInt(&isNumber));
+        if (!isNumber)
+            return std::nullopt;
+    }
+    if (parts.size() != 3 && parts.size() != 4)
         return std::nullopt;
     const QColor color(parts.at(0), parts.at(1), parts.at(2));
     return color.isValid() ? std::optional(color) : std::nullopt;

@@ -3,6 +3,8 @@
 
 #include "platform/linux/FrontWindowFilter.h"
 
+#include <algorithm>
+#include <cerrno>
 #include <functional>
 #include <mutex>
 #include <poll.h>

@@ -221,6 +221,16 @@ TEST(LookOfKdeGlobals, takesEachColourFromItsGroup_andTheUppermostLayerFirst)
     EXPECT_TRUE(look.reducesMotion);
 }
 
+TEST(LookOfKdeGlobals, colourIsThreeNumbersOrFour)
+{
+    for (const auto* value : {"red", "1,2", "1,2,3,4,5", "a,b,c", "1,,3", "1,2,300", "1,2,-3"})
+        EXPECT_FALSE(lookOfKdeGlobals({QByteArray("[Colors:Window]\nBackgroundNormal=") + value}).palette)
+            << value;
+    for (const auto* value : {"1,2,3", " 1 , 2 , 3 ", "1,2,3,255"})
+        EXPECT_TRUE(lookOfKdeGlobals({QByteArray("[Colors:Window]\nBackgroundNormal=") + value}).palette)
+            << value;
+}
+
 TEST(LookOfKdeGlobals, isNothing_whereNothingIsTold)
 {
     const Look look =
