@@ -98,14 +98,25 @@ bool X11PopUpInput::begin()
     _focusWatch.start(_keyboard.window());
     _front = focus == frontAsked.of() ? frontAsked.answer() : outermostWindow(_connection, focus);
     _sinceStart.start();
-    if (_startedByButton) {
-        _pressedAt = QPoint(pointer.x, pointer.y);
-        _pointerDeadline.setRemainingTime(pointerPatience);
-        // After a quick click it may be free already.
-        if (pointer.anyButtonDown || !_pointer.take(_pointerDevice))
-            _buttonTimer.start();
-    }
+    if (_startedByButton)
+        _awaitPointer(pointer);
+    _followRawInput();
+    QCoreApplication::instance()->installNativeEventFilter(this);
+    _begun = true;
+    return true;
+}
 
+void X11PopUpInput::_awaitPointer(const X11PointerState& pointer)
+{
+    _pressedAt = QPoint(pointer.x, pointer.y);
+    _pointerDeadline.setRemainingTime(pointerPatience);
+    // After a quick click it may be free already.
+    if (pointer.anyButtonDown || !_pointer.take(_pointerDevice))
+        _buttonTimer.start();
+}
+
+void X11PopUpInput::_followRawInput()
+{
     auto& raw = X11RawInput::shared();
     connect(&raw, &X11RawInput::buttonPressed, this, [this] {
         if (!_pointer.held() && !_settling)
@@ -121,9 +132,6 @@ bool X11PopUpInput::begin()
         _heldKeys.up(static_cast<quint8>(keyCode));
         _modifiersMayHaveChanged();
     });
-    QCoreApplication::instance()->installNativeEventFilter(this);
-    _begun = true;
-    return true;
 }
 
 void X11PopUpInput::_hold(const X11Keys& down)

@@ -79,6 +79,9 @@ private:
     /// The click that opens the menu over a window of our own may come after the menu is there: the toolkit
     /// would give it to the menu, which would close.
     [[nodiscard]] bool _isClickIntoOwnWindow(const void* message);
+    /// The button that is down keeps the pointer.
+    void _awaitPointer(const X11PointerState& pointer);
+    void _followRawInput();
     void _hold(const X11Keys& down);
     /// A modifier state without what the keys mean that are down since the start.
     [[nodiscard]] quint16 _pressedSinceStart(quint16 state) const;
