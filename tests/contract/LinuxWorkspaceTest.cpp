@@ -5,6 +5,7 @@
 #include "ax/AXValue.h"
 #include "menu/Menu.h"
 #include "platform/linux/AtspiAccessibility.h"
+#include "platform/linux/X11Property.h"
 #include "platform/linux/X11WindowFrame.h"
 #include "platform/qt/MenuTracking.h"
 #include "tests/contract/DesktopControl.h"
@@ -66,13 +67,22 @@ protected:
         return titles;
     }
 
+    bool isFront(const FixtureProgram& program)
+    {
+        const auto active = workspace.activeApplication();
+        return active && active->processIdentifier == program.processIdentifier() && !barTitles().isEmpty();
+    }
     bool waitUntilFront(const FixtureProgram& program)
+    {
+        return QTest::qWaitFor([&] { return isFront(program); }, Limit);
+    }
+    /// Asks a window manager that has just begun: what it is asked before it knows the window is lost.
+    bool bringToFront(xcb_window_t window, const FixtureProgram& program)
     {
         return QTest::qWaitFor(
             [&] {
-                const auto active = workspace.activeApplication();
-                return active && active->processIdentifier == program.processIdentifier() &&
-                       !barTitles().isEmpty();
+                activate(window);
+                return isFront(program);
             },
             Limit);
     }
@@ -579,15 +589,18 @@ TEST_F(LinuxWorkspaceTest, zWithoutAWindowManager_theFocusTells)
     const xcb_window_t secondWindow = windowOf(second, u"Fixture"_s);
     ASSERT_TRUE(waitForSwitches(2));
 
+    const auto managerWindow = [] {
+        X11Connection& x11 = X11Connection::shared();
+        return X11Property(x11, x11.root(), "_NET_SUPPORTING_WM_CHECK", 1).firstItem();
+    };
+    const xcb_window_t before = managerWindow();
     QProcess manager;
     manager.start(u"openbox"_s, {u"--sm-disable"_s, u"--replace"_s});
     ASSERT_TRUE(manager.waitForStarted());
-    QTest::qWait(500);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return windows.managed(); }, Limit)) << "replaced";
-    activate(firstWindow);
-    ASSERT_TRUE(waitUntilFront(first)) << "the new one is followed";
-    activate(secondWindow);
-    ASSERT_TRUE(waitUntilFront(second));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return managerWindow() != before && windows.managed(); }, Limit))
+        << "replaced";
+    ASSERT_TRUE(bringToFront(firstWindow, first)) << "the new one is followed";
+    ASSERT_TRUE(bringToFront(secondWindow, second));
     manager.kill();
     manager.waitForFinished();
     ASSERT_TRUE(QTest::qWaitFor([&] { return !windows.managed(); }, Limit));
