@@ -25,7 +25,7 @@ constexpr int FieldWidth = 220; ///< at least
 constexpr int TitleGap = 6;
 constexpr int FieldInset = 2; ///< both fields leave that much for their focus ring
 
-enum Column { IndentColumn, TitleColumn, FieldColumn, RestColumn };
+enum Column { IndentColumn, TitleColumn, GapColumn, FieldColumn, RestColumn };
 
 } // namespace
 
@@ -34,6 +34,7 @@ HotKeyPane::HotKeyPane(ActionTarget& target)
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(PaneMargin, PaneMargin, PaneMargin, PaneMargin);
     grid->setColumnMinimumWidth(IndentColumn, PaneIndent);
+    grid->setColumnMinimumWidth(GapColumn, TitleGap);
     grid->setHorizontalSpacing(0);
     grid->setColumnStretch(RestColumn, 1);
     _addHotKey(*grid);
@@ -98,12 +99,11 @@ void HotKeyPane::_addField(QGridLayout& grid, const QString& label, QWidget& fie
 {
     auto* title = new QLabel(label);
     title->setBuddy(&field);
-    title->setContentsMargins(0, 0, TitleGap, 0);
     const int row = grid.rowCount();
     grid.addWidget(title, row, TitleColumn, Qt::AlignRight | Qt::AlignVCenter);
     grid.addWidget(&field, row, FieldColumn);
     QLabel* explanation = makeHint(hint);
-    explanation->setContentsMargins(FieldInset, 0, 0, 0);
+    explanation->setIndent(FieldInset);
     grid.addWidget(explanation, row + 1, FieldColumn, 1, -1);
 }
 

@@ -5,6 +5,7 @@
 #include <QEvent>
 #include <QFontInfo>
 #include <QFrame>
+#include <QStyle>
 #include <QVBoxLayout>
 
 namespace tarnwick {
@@ -46,7 +47,7 @@ private:
     bool _bold;
 };
 
-/// Keeps its quieter ink when the desktop changes its colours.
+/// Keeps its quieter ink when the desktop changes its colours, and its side of the window whatever its text.
 class Hint final : public SizedLabel
 {
 public:
@@ -54,6 +55,7 @@ public:
     {
         setWordWrap(true);
         _quieten();
+        _alignWithWindow();
     }
 
     void changeEvent(QEvent* event) override
@@ -61,9 +63,20 @@ public:
         QLabel::changeEvent(event);
         if (event->type() == QEvent::PaletteChange && !_quietening)
             _quieten();
+        else if (event->type() == QEvent::LayoutDirectionChange)
+            _alignWithWindow();
     }
 
 private:
+    /// A label begins where its text does: one in English would stay at the left of a window that runs from
+    /// right to left.
+    void _alignWithWindow()
+    {
+        if (!alignment().testFlag(Qt::AlignHCenter))
+            setAlignment(QStyle::visualAlignment(layoutDirection(), Qt::AlignLeading) | Qt::AlignAbsolute |
+                         Qt::AlignVCenter);
+    }
+
     void _quieten()
     {
         _quietening = true;

@@ -124,6 +124,23 @@ protected:
     {
         return UserDefaults::standardUserDefaults().objectForKey(key);
     }
+    /// How far from the side where its window begins the text of a label does, in pixels.
+    static int leadingSpace(QLabel& label)
+    {
+        const QImage drawn = label.grab().toImage();
+        const QRgb ground = drawn.pixel(0, 0);
+        const auto isEmpty = [&](int x) {
+            for (int y = 0; y < drawn.height(); ++y) {
+                if (drawn.pixel(x, y) != ground)
+                    return false;
+            }
+            return true;
+        };
+        int space = 0;
+        while (space < drawn.width() && isEmpty(label.isRightToLeft() ? drawn.width() - 1 - space : space))
+            ++space;
+        return space;
+    }
     void record(quint16 code, quint64 flags, const QString& character)
     {
         Event space;
@@ -345,6 +362,56 @@ TEST_F(PreferencesWindowControllerTest, everythingGrowsWithTheFontOfTheDesktop)
     EXPECT_EQ(window.hotKeyView().width(), window.width());
     QApplication::setFont(usual);
     EXPECT_TRUE(QTest::qWaitFor([&] { return window.size() == before; }));
+}
+
+TEST_F(PreferencesWindowControllerTest, rightToLeft_everyTextBeginsAtTheRight)
+{
+    shown();
+    PreferencesWindow& window = made().window();
+    window.setFixedWidth(2 * window.width()); // no text fills its line
+    const auto spaces = [&] {
+        QList<int> found;
+        for (QWidget* pane : std::initializer_list<QWidget*>{
+                 &window.hotKeyView(), &window.generalOptionsView(), &window.aboutView()}) {
+            made().selectPreferencesAnimate(*pane, false);
+            for (QLabel* label : pane->findChildren<QLabel*>())
+                found.append(leadingSpace(*label));
+        }
+        return found;
+    };
+    const QList<int> usual = spaces();
+    ASSERT_GE(usual.size(), 9);
+    constexpr int differenceOfGlyphs = 4;
+    for (const auto direction : {Qt::RightToLeft, Qt::LeftToRight}) {
+        window.setLayoutDirection(direction);
+        const QList<int> turned = spaces();
+        ASSERT_EQ(turned.size(), usual.size());
+        for (qsizetype i = 0; i < usual.size(); ++i)
+            EXPECT_NEAR(turned.at(i), usual.at(i), differenceOfGlyphs) << direction << ", text " << i;
+    }
+}
+
+TEST_F(PreferencesWindowControllerTest, rightToLeft_titlesStandAsFarFromTheirFields)
+{
+    shown();
+    const HotKeyPane& pane = made().window().hotKeyView();
+    const auto gapsAndTitles = [&pane] {
+        QList<std::pair<int, bool>> found;
+        for (const QLabel* title : pane.findChildren<QLabel*>()) {
+            if (const QWidget* field = title->buddy()) {
+                const QRect text = title->contentsRect().translated(title->pos());
+                const bool titleIsLeft = text.right() < field->x();
+                found.append({titleIsLeft ? field->x() - text.right() - 1
+                                          : text.left() - field->geometry().right() - 1,
+                              titleIsLeft});
+            }
+        }
+        return found;
+    };
+    EXPECT_EQ(gapsAndTitles(), (QList<std::pair<int, bool>>{{6, true}, {6, true}}));
+    made().window().setLayoutDirection(Qt::RightToLeft);
+    QCoreApplication::sendPostedEvents();
+    EXPECT_EQ(gapsAndTitles(), (QList<std::pair<int, bool>>{{6, false}, {6, false}}));
 }
 
 TEST_F(PreferencesWindowControllerTest, animatedSwitch_movesTheBottomEdgeStepByStep)
