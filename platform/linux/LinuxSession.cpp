@@ -8,8 +8,6 @@
 #include "platform/linux/TerminationSignals.h"
 #include "platform/linux/X11Connection.h"
 
-#include <QIcon>
-#include <QPixmap>
 #include <QSessionManager>
 #include <QThread>
 #include <QWidget>
@@ -117,13 +115,13 @@ void handleMessage(QtMsgType type, const QMessageLogContext& context, const QStr
 } // namespace
 
 LinuxSession::LinuxSession(int argc, char** argv, Part part)
-    : _arguments(argc, argv), _application(countForStartOfQt(_arguments), _arguments.argv())
+    : _arguments(argc, argv), _application(countForStartOfQt(_arguments), _arguments.argv()),
+      _windowIcon(desktop_names::BusName)
 {
     QCoreApplication::setOrganizationName(desktop_names::OrganizationName);
     QCoreApplication::setApplicationName(desktop_names::ApplicationName);
     QGuiApplication::setDesktopFileName(desktop_names::BusName);
-    // Were the format not named, the toolkit would load what reads all others, too.
-    QGuiApplication::setWindowIcon(QIcon(QPixmap(u":/resources/TarnwickMenuBarIcon.png"_s, "PNG")));
+    _application.installEventFilter(&_windowIcon);
     if (part != Part::Tarnwick)
         return;
     _instance = std::make_unique<SessionInstance>(_bus.connection());

@@ -4,6 +4,7 @@
 #include "app/Desktop.h"
 #include "platform/linux/QtArguments.h"
 #include "platform/linux/SessionBusWatch.h"
+#include "platform/linux/WindowIcon.h"
 
 #include <QApplication>
 
@@ -40,6 +41,7 @@ private:
 
     QtArguments _arguments;
     QApplication _application;
+    WindowIcon _windowIcon;
     SessionBusWatch _bus;
     std::unique_ptr<SessionInstance> _instance; ///< null for a visitor
     std::unique_ptr<TerminationSignals> _signals;

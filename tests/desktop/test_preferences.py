@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: MIT
 """The preferences window: what opens it, and what its controls store and do at once."""
 import os
+import pathlib
 import time
 
 from Xlib import X
@@ -15,6 +16,8 @@ from harness.tray import embedded_icon
 from harness.waiting import holds_for, wait_for
 
 A_WHILE = 0.4  # seconds in which a window or a menu would have come
+BRAND = 0xFF2F5368  # a colour of the icon that its picture for the tray has not
+ENTRY = pathlib.Path(__file__).resolve().parents[2] / "packaging/linux/example.quorlane.Tarnwick.desktop.in"
 CONTROL, SUPER = "Control_L", "Super_L"
 CONTROL_SUPER_X = {"TriggerCharacterUInt": 7, "TriggerModifiers": 0x140000, "NewTrigger": "⌃⌘X"}
 
@@ -136,6 +139,20 @@ class TheWindow(ThePreferences):
 
     def is_visible(self):
         return self.preferences.window.handle.get_attributes().map_state == X.IsViewable
+
+    def test_has_the_icon_of_the_program_where_panels_list_it_and_menus_have_none(self):
+        self.start_with_window()
+        icons = self.preferences.window.icons
+        self.assertEqual(set(icons), {(side, side) for side in (16, 24, 32, 48, 64, 128)})
+        for size, pixels in icons.items():
+            with self.subTest(size=size):
+                self.assertIn(BRAND, pixels)
+        self.tarnwick.wait_until_ready()
+        self.assertFalse(self.tarnwick.open().icons)
+
+    def test_belongs_to_the_desktop_entry(self):
+        self.start_with_window()
+        self.assertIn(f"StartupWMClass={self.preferences.window.class_name}", ENTRY.read_text().splitlines())
 
     def test_keeps_its_top_edge_and_its_width_from_pane_to_pane(self):
         self.start_with_window()

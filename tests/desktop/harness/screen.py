@@ -39,6 +39,22 @@ class Window:
         return [self._screen.atom_name(atom) for atom in value]
 
     @property
+    def class_name(self):
+        """The second part of its WM_CLASS, which desktop entries name."""
+        return self.handle.get_wm_class()[1]
+
+    @property
+    def icons(self):
+        """The pictures that panels show of it, as pixels by their widths and heights."""
+        values = list(self._screen.property_of(self.handle, "_NET_WM_ICON") or [])
+        pictures = {}
+        while values:
+            width, height = values[:2]
+            pictures[width, height] = values[2:2 + width * height]
+            del values[:2 + width * height]
+        return pictures
+
+    @property
     def frame(self):
         """(x, y, width, height) on the screen, without what the window manager adds."""
         geometry = self.handle.get_geometry()
