@@ -3,10 +3,9 @@
 
 #include "platform/linux/GSettings.h"
 #include "platform/linux/KdeShortcuts.h"
+#include "platform/linux/XdgSession.h"
 #include "platform/linux/XfceShortcuts.h"
 #include "platform/qt/WholeFile.h"
-
-#include <QStandardPaths>
 
 #include <algorithm>
 #include <utility>
@@ -129,10 +128,8 @@ DesktopShortcutStores::DesktopShortcutStores(QString userConfiguration, QStringL
 
 DesktopShortcutStores DesktopShortcutStores::ofSession()
 {
-    const QString user = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
-    QStringList system = QStandardPaths::standardLocations(QStandardPaths::GenericConfigLocation);
-    system.removeAll(user);
-    return {user, system};
+    const auto folders = xdg_session::configurationFolders();
+    return {folders.user, folders.system};
 }
 
 std::optional<QList<DesktopShortcut>> DesktopShortcutStores::read(const QStringList& currentDesktops) const

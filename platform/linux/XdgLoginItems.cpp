@@ -3,6 +3,7 @@
 
 #include "platform/linux/DesktopEntry.h"
 #include "platform/linux/DesktopNames.h"
+#include "platform/linux/XdgSession.h"
 #include "platform/qt/PrivateFile.h"
 
 #include <QDir>
@@ -144,11 +145,8 @@ XdgLoginItems::XdgLoginItems(QString userConfiguration, QStringList systemConfig
 
 std::unique_ptr<XdgLoginItems> XdgLoginItems::ofSession()
 {
-    const QString user = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
-    QStringList system = QStandardPaths::standardLocations(QStandardPaths::GenericConfigLocation);
-    system.removeAll(user);
-    return std::make_unique<XdgLoginItems>(
-        user, system, qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':', Qt::SkipEmptyParts));
+    const auto folders = xdg_session::configurationFolders();
+    return std::make_unique<XdgLoginItems>(folders.user, folders.system, xdg_session::currentDesktops());
 }
 
 std::unique_ptr<LoginItems::List> XdgLoginItems::createSessionLoginItems()

@@ -14,6 +14,7 @@
 #include "platform/linux/X11EventTaps.h"
 #include "platform/linux/X11HotKeys.h"
 #include "platform/linux/XdgLoginItems.h"
+#include "platform/linux/XdgSession.h"
 #include "platform/linux/XkbKeyboardLayout.h"
 #include "platform/qt/QtAlerts.h"
 #include "platform/qt/QtApplication.h"
@@ -51,16 +52,11 @@ QtEventConverter makeEventConverter(const XkbKeyboardLayout& layout)
     });
 }
 
-QStringList currentDesktops()
-{
-    return qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':', Qt::SkipEmptyParts);
-}
-
 /// Of the icon that the desktop's host of status items draws in the colours of its panel. Nothing where it
 /// would draw it as it is, which may be dark on dark, or does not find it and leaves its place empty.
 QString symbolicIconName()
 {
-    const QStringList desktops = currentDesktops();
+    const QStringList desktops = xdg_session::currentDesktops();
     if (!desktops.contains(u"KDE"_s) && !desktops.contains(u"GNOME"_s))
         return {};
     const QString name = desktop_names::BusName + u"-symbolic"_s;
@@ -74,7 +70,7 @@ LinuxSymbolicHotKeys::Desktop symbolicHotKeysDesktop(const XkbKeyboardLayout& la
 {
     return {
         DesktopShortcutStores::ofSession(),
-        currentDesktops(),
+        xdg_session::currentDesktops(),
         [&layout] { return layout.keymap(); },
         [&hotKeys](quint32 keyCode, quint32 modifiers) { return hotKeys.heldElsewhere(keyCode, modifiers); },
     };
@@ -99,7 +95,8 @@ Desktop openDesktop(int& argc, char** argv)
     X11ActiveWindow& activeWindow = accessibility->activeWindow();
     auto workspace = std::make_unique<LinuxWorkspace>(
         activeWindow, accessibility->names(), accessibility->menuBars(), accessibility->activeInTree());
-    workspace->setLook(std::make_unique<LinuxLook>(currentDesktops(), QDBusConnection::sessionBus()));
+    workspace->setLook(
+        std::make_unique<LinuxLook>(xdg_session::currentDesktops(), QDBusConnection::sessionBus()));
     session->setPopUpRequest(std::make_unique<PopUpRequest>(*workspace));
     auto trayHost = std::make_unique<LinuxTrayHost>(session->bus().connection());
     QObject::connect(&session->bus(), &SessionBusWatch::changed, trayHost.get(),
