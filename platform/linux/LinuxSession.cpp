@@ -7,13 +7,12 @@
 #include "platform/linux/SessionInstance.h"
 #include "platform/linux/TerminationSignals.h"
 #include "platform/linux/X11Connection.h"
+#include "platform/qt/VisibleWindows.h"
 
 #include <QSessionManager>
 #include <QThread>
-#include <QWidget>
 #include <xcb/xcb.h>
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <utility>
@@ -23,14 +22,6 @@ using namespace Qt::StringLiterals;
 namespace tarnwick {
 
 namespace {
-
-bool anyWindowVisible()
-{
-    const auto windows = QApplication::topLevelWidgets();
-    return std::any_of(windows.cbegin(), windows.cend(), [](const QWidget* window) {
-        return window->isVisible() && window->windowType() == Qt::Window;
-    });
-}
 
 /// Null when nothing may be asked of it any more.
 ApplicationDelegate* delegateAtWork()

@@ -2,22 +2,12 @@
 #include "platform/macos/MacSession.h"
 
 #include "foundation/ApplicationDelegate.h"
+#include "platform/qt/VisibleWindows.h"
 
 #include <QTimer>
-#include <QWidget>
-
-#include <algorithm>
 
 namespace tarnwick {
 namespace {
-
-bool anyWindowVisible()
-{
-    const auto windows = QApplication::topLevelWidgets();
-    return std::any_of(windows.cbegin(), windows.cend(), [](const QWidget* window) {
-        return window->isVisible() && window->windowType() == Qt::Window;
-    });
-}
 
 /// Whether the system is to go on with what it does by itself.
 bool reopen()
