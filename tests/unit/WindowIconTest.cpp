@@ -63,10 +63,7 @@ protected:
     {
         return icon.pixmap(QSize(side, side), 1.0).toImage().convertToFormat(QImage::Format_ARGB32);
     }
-    static QImage builtIn(int side)
-    {
-        return drawn(QIcon(u":/icons/%1.png"_s.arg(side)), side);
-    }
+    static QImage builtIn(int side) { return drawn(QIcon(u":/icons/%1.png"_s.arg(side)), side); }
 
     QTemporaryDir directory;
     WindowIcon icon{Name};
