@@ -19,8 +19,8 @@ constexpr auto pauseBetweenAttempts = 5ms;
 constexpr int windowIsGone = -1;
 
 /// On the focus window itself, the server tells the end of a grab as a loss of the focus and its return. KWin
-/// believes the first and not the second, and the window is not in front any more. Told from the root window
-/// it is harmless there; but applications then see a loss of the focus, which they don't otherwise.
+/// believes the first and not the second, and the window is not in front any more. Told from a window further
+/// out it is harmless there; but applications then see a loss of the focus, which they don't otherwise.
 bool believesLossOfFocus(const QString& windowManager)
 {
     return windowManager == u"KWin"_s;
@@ -76,22 +76,31 @@ int X11KeyboardGrab::_grabOn(xcb_window_t window)
     return reply ? reply->status : windowIsGone;
 }
 
+bool X11KeyboardGrab::_managedByBeliever()
+{
+    return believesLossOfFocus(X11Windows(_connection).managerName());
+}
+
 void X11KeyboardGrab::yield()
 {
     if (_mode != Mode::Taken || _window == _connection.root())
         return;
-    const auto cookie = xcb_grab_key_checked(_connection.get(), 0, _window, XCB_MOD_MASK_ANY, XCB_GRAB_ANY,
+    // A key may be up again before anybody hears of it: the server begins and ends its grab by itself.
+    const xcb_window_t window = _managedByBeliever() ? outermostWindow(_connection, _window) : _window;
+    const auto cookie = xcb_grab_key_checked(_connection.get(), 0, window, XCB_MOD_MASK_ANY, XCB_GRAB_ANY,
                                              XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
     // Somebody has a key of this window to himself: stay as it is.
     if (const XcbOwned<xcb_generic_error_t> error(xcb_request_check(_connection.get(), cookie)); error)
         return;
+    _yieldedWindow = window;
+    _windows.insert(window);
     _mode = Mode::Yielded;
     letGoOfKey();
 }
 
 void X11KeyboardGrab::letGoOfKey()
 {
-    if (believesLossOfFocus(X11Windows(_connection).managerName())) {
+    if (_managedByBeliever()) {
         const auto cookie = _requestOn(_connection.root());
         xcb_discard_reply(_connection.get(), cookie.sequence);
     }
@@ -117,7 +126,8 @@ void X11KeyboardGrab::_dropPassive()
 {
     if (_mode != Mode::Yielded)
         return;
-    const auto cookie = xcb_ungrab_key_checked(_connection.get(), XCB_GRAB_ANY, _window, XCB_MOD_MASK_ANY);
+    const auto cookie =
+        xcb_ungrab_key_checked(_connection.get(), XCB_GRAB_ANY, _yieldedWindow, XCB_MOD_MASK_ANY);
     xcb_discard_reply(_connection.get(), cookie.sequence);
 }
 

@@ -39,7 +39,7 @@ public:
 
     /// The window that key events arrive for: the focus window, or the root where there is none.
     [[nodiscard]] xcb_window_t window() const { return _window; }
-    /// Whether key events for this window are ours: it was `window()` at some time since nothing was held.
+    /// Whether key events for this window are ours: they came for it at some time since nothing was held.
     /// The last keys for the window before may come after the keyboard was taken on another.
     [[nodiscard]] bool hasBeenOn(xcb_window_t window) const { return _windows.count(window) > 0; }
 
@@ -47,11 +47,13 @@ private:
     enum class Mode { None, Taken, Yielded };
     [[nodiscard]] xcb_grab_keyboard_cookie_t _requestOn(xcb_window_t window);
     [[nodiscard]] int _grabOn(xcb_window_t window);
+    [[nodiscard]] bool _managedByBeliever();
     void _dropPassive();
 
     X11Connection& _connection;
     Mode _mode = Mode::None;
     xcb_window_t _window = XCB_WINDOW_NONE;
+    xcb_window_t _yieldedWindow = XCB_WINDOW_NONE; ///< that keys come for while yielded
     std::set<xcb_window_t> _windows;
 };
 

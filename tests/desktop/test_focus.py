@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: MIT
 """The application in front keeps its focus, as far as it can tell, while the menu is open."""
 from Xlib import X, display
+from Xlib.ext import xtest
 
 from harness.case import main
 from harness.over import OverFeatherpad, OverGtk3, OverMousepad, OverQt5, OverQt6
@@ -108,6 +109,32 @@ class EditingThroughTheMenuOfFeatherpad(EditingThroughTheMenuOf, OverFeatherpad)
     pass
 
 
+class FocusTold:
+    """What a window manager hears of the focus of a window."""
+
+    def __init__(self, server, window):
+        self._server = server
+        self._told = []
+        server.create_resource_object("window", window).change_attributes(event_mask=X.FocusChangeMask)
+        server.sync()
+
+    def _listen(self):
+        self._server.sync()
+        self._told += [self._server.next_event() for _ in range(self._server.pending_events())]
+        return self._told
+
+    def wait_for_grab(self, do, detail, what):
+        before = len(self._listen())
+        do()
+        wait_for(lambda: any(event.type == X.FocusOut and event.mode == X.NotifyGrab and event.detail == detail
+                             for event in self._listen()[before:]), what)
+
+    def losses(self):
+        """How the focus went away other than for a grab."""
+        return [event.mode for event in self._listen() if event.type == X.FocusOut and event.mode != X.NotifyGrab
+                and event.detail != X.NotifyPointer]
+
+
 class TheFocusOf:
     """Nobody reads the menus here: the programs behave as for a person at the screen."""
 
@@ -125,31 +152,37 @@ class TheFocusOf:
 
     def test_is_not_told_to_be_lost_when_the_menu_closes(self):
         """Window managers listen, too: KWin takes a window with such an event for one that is not in front any more."""
-        watch = display.Display(self.session.environment["DISPLAY"])
-        self.addCleanup(watch.close)
-        self.be_kwin(watch)
-        watch.create_resource_object("window", self.focus_window).change_attributes(event_mask=X.FocusChangeMask)
-        told = []
-
-        def listen():
-            watch.sync()
-            told.extend(watch.next_event() for _ in range(watch.pending_events()))
-            return told
-
-        def wait_for_grab(do, detail, what):
-            before = len(listen())
-            do()
-            wait_for(lambda: any(event.type == X.FocusOut and event.mode == X.NotifyGrab and event.detail == detail
-                                 for event in listen()[before:]), what)
+        told = self.watch_focus_as_kwin()
         self.tarnwick.open()
         self.screen.tap("Down")
         # A window manager might want what comes next: the menu lets go of each key, and takes the keyboard back.
         for key in ("Control_L", "F9"):
-            wait_for_grab(lambda held=key: self.screen.press(held), X.NotifyAncestor, f"{key} let go of")
-        wait_for_grab(self.screen.release_everything, X.NotifyNonlinear, "the keyboard taken back")
+            told.wait_for_grab(lambda held=key: self.screen.press(held), X.NotifyAncestor, f"{key} let go of")
+        told.wait_for_grab(self.screen.release_everything, X.NotifyNonlinear, "the keyboard taken back")
         self.tarnwick.close_menu()
-        self.assertEqual([event.mode for event in listen() if event.type == X.FocusOut and event.mode != X.NotifyGrab
-                          and event.detail != X.NotifyPointer], [])
+        self.assertEqual(told.losses(), [])
+
+    def test_is_not_told_to_be_lost_by_a_key_that_is_up_before_the_menu_hears_of_it(self):
+        told = self.watch_focus_as_kwin()
+        self.tarnwick.open()
+        told.wait_for_grab(lambda: self.screen.press("Control_L"), X.NotifyAncestor, "Control let go of")
+        for _ in range(5):
+            told.wait_for_grab(lambda: self.tap_at_once("F9"), X.NotifyAncestor, "F9 come and gone")
+        told.wait_for_grab(self.screen.release_everything, X.NotifyNonlinear, "the keyboard taken back")
+        self.tarnwick.close_menu()
+        self.assertEqual(told.losses(), [])
+
+    def tap_at_once(self, key):
+        """Without time for anybody to act on the press before the release."""
+        for kind in (X.KeyPress, X.KeyRelease):
+            xtest.fake_input(self.screen.display, kind, self.screen.key_code(key))
+        self.screen.display.sync()
+
+    def watch_focus_as_kwin(self):
+        server = display.Display(self.session.environment["DISPLAY"])
+        self.addCleanup(server.close)
+        self.be_kwin(server)
+        return FocusTold(server, self.focus_window)
 
     def be_kwin(self, server):
         """Until the end of the test the window manager bears that name."""
