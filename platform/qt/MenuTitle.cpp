@@ -16,6 +16,18 @@ QString withDrawnAmpersands(QString text)
     return text.replace(u'&', u"&&"_s);
 }
 
+/// Drawn in the menu's direction, "Open..." would have its full stops in front where menus run from right to
+/// left. Letters at both ends leave nothing to go astray.
+QString inItsOwnDirection(const QString& text, Qt::LayoutDirection menu)
+{
+    const auto own = text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight;
+    if (own == menu || text.isEmpty() || (text.front().isLetter() && text.back().isLetter()))
+        return text;
+    constexpr QChar firstStrongIsolate(0x2068);
+    constexpr QChar popDirectionalIsolate(0x2069);
+    return firstStrongIsolate + text + popDirectionalIsolate;
+}
+
 } // namespace
 
 QString drawnTitle(const MenuItem& item)
@@ -28,11 +40,13 @@ QString drawnTitle(const MenuItem& item)
     return title.replace(u'\t', u"    "_s);
 }
 
-QString menuActionText(const MenuItem& item)
+QString menuActionText(const MenuItem& item, Qt::LayoutDirection menu)
 {
-    const QString title = withDrawnAmpersands(drawnTitle(item));
+    const QString title = inItsOwnDirection(withDrawnAmpersands(drawnTitle(item)), menu);
     const QString shortcut = keyEquivalentText(item.keyEquivalent(), item.keyEquivalentModifierMask());
-    return shortcut.isEmpty() || item.hasSubmenu() ? title : title + u'\t' + withDrawnAmpersands(shortcut);
+    if (shortcut.isEmpty() || item.hasSubmenu())
+        return title;
+    return title + u'\t' + inItsOwnDirection(withDrawnAmpersands(shortcut), menu);
 }
 
 QFont menuItemFont(const MenuItem& item, const QFont& menuFont)

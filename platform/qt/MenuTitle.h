@@ -10,8 +10,8 @@ class MenuItem;
 
 /// The text that a toolkit menu draws for an item: its title as it stands (the attributed one when there is
 /// one) with ampersands drawn, tabs and line ends as blanks, and the key equivalent in the column of
-/// shortcuts.
-[[nodiscard]] QString menuActionText(const MenuItem& item);
+/// shortcuts. Each runs in its own direction, in a menu that runs in that of `menu`.
+[[nodiscard]] QString menuActionText(const MenuItem& item, Qt::LayoutDirection menu);
 
 /// The title as it is drawn, on one line and without the key equivalent.
 [[nodiscard]] QString drawnTitle(const MenuItem& item);

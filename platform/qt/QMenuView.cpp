@@ -134,7 +134,7 @@ void QMenuView::_addEntry(const std::shared_ptr<MenuItem>& item)
         addSeparator();
         return;
     }
-    auto* action = new QAction(menuActionText(*item), this);
+    auto* action = new QAction(menuActionText(*item, layoutDirection()), this);
     action->setMenuRole(QAction::NoRole);
     action->setEnabled(item->isEnabled());
     if (item->attributedTitle())

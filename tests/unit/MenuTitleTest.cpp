@@ -30,21 +30,44 @@ TEST(MenuTitle, titlesAreDrawnAsTheyStandOnOneLine)
     for (const Row& row : rows) {
         const auto item = MenuItem::create(row.title);
         EXPECT_EQ(drawnTitle(*item), row.drawn);
-        EXPECT_EQ(menuActionText(*item), row.actionText);
+        EXPECT_EQ(menuActionText(*item, Qt::LeftToRight), row.actionText);
     }
 }
 
 TEST(MenuTitle, theKeyEquivalentStandsInTheColumnOfShortcuts)
 {
-    EXPECT_EQ(menuActionText(*MenuItem::create(u"Save"_s, {}, u"s"_s)), u"Save\tCtrl+S"_s);
-    EXPECT_EQ(menuActionText(*MenuItem::create(u"And"_s, {}, u"&"_s)), u"And\tCtrl+&&"_s);
+    EXPECT_EQ(menuActionText(*MenuItem::create(u"Save"_s, {}, u"s"_s), Qt::LeftToRight), u"Save\tCtrl+S"_s);
+    EXPECT_EQ(menuActionText(*MenuItem::create(u"And"_s, {}, u"&"_s), Qt::LeftToRight), u"And\tCtrl+&&"_s);
+}
+
+TEST(MenuTitle, titlesAndKeyEquivalentsRunInTheirOwnDirection)
+{
+    struct Row
+    {
+        QString title;
+        QString key;
+        Qt::LayoutDirection menu;
+        QString actionText;
+    };
+    const Row rows[] = {
+        {u"Open..."_s, u"+"_s, Qt::LeftToRight, u"Open...\tCtrl++"_s},
+        {u"Open..."_s, u"+"_s, Qt::RightToLeft, u"\u2068Open...\u2069\t\u2068Ctrl++\u2069"_s},
+        {u"(none)"_s, {}, Qt::RightToLeft, u"\u2068(none)\u2069"_s},
+        {u"Save all"_s, u"s"_s, Qt::RightToLeft, u"Save all\tCtrl+S"_s},
+        {u"\u05e4\u05ea\u05d7..."_s, {}, Qt::RightToLeft, u"\u05e4\u05ea\u05d7..."_s},
+        {u"\u05e4\u05ea\u05d7..."_s, {}, Qt::LeftToRight, u"\u2068\u05e4\u05ea\u05d7...\u2069"_s},
+        {{}, {}, Qt::RightToLeft, {}},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(menuActionText(*MenuItem::create(row.title, {}, row.key), row.menu), row.actionText)
+            << row.title.toStdString() << ' ' << row.menu;
 }
 
 TEST(MenuTitle, anItemWithASubmenu_drawsNoKeyEquivalent)
 {
     const auto item = MenuItem::create(u"Recent"_s, {}, u"r"_s);
     item->setSubmenu(Menu::create(u"Recent"_s));
-    EXPECT_EQ(menuActionText(*item), u"Recent"_s);
+    EXPECT_EQ(menuActionText(*item, Qt::LeftToRight), u"Recent"_s);
 }
 
 TEST(MenuTitle, anAttributedTitle_isDrawnInPlaceOfThePlainOne)

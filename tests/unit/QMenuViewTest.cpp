@@ -123,6 +123,14 @@ TEST_F(QMenuViewTest, keyEquivalents_areDrawnAndDoNotAct)
     EXPECT_TRUE(view.actions().first()->shortcut().isEmpty());
 }
 
+TEST_F(QMenuViewTest, rightToLeft_titlesOfTheOtherDirectionKeepTheirOwn)
+{
+    add(root, u"Open..."_s);
+    view.setLayoutDirection(Qt::RightToLeft);
+    open();
+    EXPECT_EQ(shownTexts(view), QStringList{u"\u2068Open...\u2069"_s});
+}
+
 TEST_F(QMenuViewTest, fonts_areTheMenusAndTheAttributedTitles)
 {
     QFont menuFont = view.font();
