@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: MIT
 """Writes down every call that goes over a bus."""
+import itertools
 import re
 
 from gi.repository import Gio, GLib
@@ -27,6 +28,9 @@ class Call:
     def method(self):
         return f"{self.interface}.{self.member}"
 
+    def is_mark(self):
+        return bool(self.texts) and self.texts[0].startswith("mark.of.monitor.")
+
     def __repr__(self):
         return f"{self.sender} -> {self.destination}: {self.method}({', '.join(self.texts)})"
 
@@ -37,10 +41,17 @@ class BusMonitor:
     def __init__(self, session, address):
         self._program = session.run("dbus-monitor", "--address", address, "type=method_call")
         self._connection = connect(address)
+        self._marks = itertools.count(1)
         wait_for(self._sees_calls, "a bus monitor")
 
     def calls(self):
-        """All calls so far."""
+        """All calls so far, also those that the monitor has yet to write down: a mark is sent after them and waited for."""
+        mark = f"mark.of.monitor.n{next(self._marks)}"
+        self.ask_bus("NameHasOwner", GLib.Variant("(s)", (mark,)))
+        wait_for(lambda: f'"{mark}"' in self._program.output, "the monitor up to date")
+        return [call for call in self._written() if not call.is_mark()]
+
+    def _written(self):
         found = []
         for line in self._program.output.splitlines():
             if match := _CALL.match(line):
@@ -61,4 +72,4 @@ class BusMonitor:
 
     def _sees_calls(self):
         self.ask_bus("GetId")
-        return bool(self.calls())
+        return bool(self._written())
