@@ -5,11 +5,12 @@
 #include "platform/linux/FrontSwitches.h"
 #include "platform/linux/FrontWindowFilter.h"
 #include "platform/linux/KnownMenuBars.h"
+#include "tests/fakes/FakeClock.h"
 
 #include <QHash>
 #include <gtest/gtest.h>
 
-#include <thread>
+#include <chrono>
 
 using namespace tarnwick;
 using namespace Qt::StringLiterals;
@@ -187,6 +188,8 @@ TEST(ChildrenJustTold, take_givesThemOnceAndOnlyOfThisBar)
 {
     const BusReference bar{":1.5", "/bar", 1};
     const QList<BusReference> children{{":1.5", "/child", 1}};
+    FakeClock clock;
+    Clock::setShared(&clock);
     ChildrenJustTold told;
     EXPECT_EQ(told.take(bar), std::nullopt);
     told.tell(bar, children);
@@ -196,8 +199,9 @@ TEST(ChildrenJustTold, take_givesThemOnceAndOnlyOfThisBar)
     told.tell(bar, std::nullopt);
     EXPECT_EQ(told.take(bar), std::nullopt);
     told.tell(bar, children);
-    std::this_thread::sleep_for(ChildrenJustTold::Moment);
+    clock.advance(std::chrono::duration<double>(ChildrenJustTold::Moment).count());
     EXPECT_EQ(told.take(bar), std::nullopt) << "that was some time ago";
+    Clock::setShared(nullptr);
 }
 
 TEST(AtspiWindowMatch, among_findsTheWindowByWhatIsTold)

@@ -14,11 +14,36 @@ using namespace std::chrono_literals;
 
 namespace {
 
-std::chrono::milliseconds left(ReadingBudget& budget)
+/// Time passes when the test lets it: a busy machine takes none away.
+class ReadingBudgetTest : public ::testing::Test
 {
-    const ReadingBudget::Reading reading(budget);
-    return std::chrono::round<std::chrono::milliseconds>(reading.deadline().remaining());
-}
+protected:
+    ReadingBudgetTest() { Clock::setShared(&clock); }
+    ~ReadingBudgetTest() override { Clock::setShared(nullptr); }
+
+    std::chrono::milliseconds left()
+    {
+        const ReadingBudget::Reading reading(budget);
+        return std::chrono::round<std::chrono::milliseconds>(reading.deadline().remaining());
+    }
+    void pass(std::chrono::milliseconds time) { clock.advance(std::chrono::duration<double>(time).count()); }
+    void useUp()
+    {
+        const ReadingBudget::Reading reading(budget);
+        pass(ReadingBudget::PerEvent + 10ms);
+    }
+
+    FakeClock clock;
+    ReadingBudget budget;
+};
+
+/// With a menu open, whose keyboard and pointer are ours.
+class ReadingBudgetOverAMenu : public ReadingBudgetTest
+{
+protected:
+    ReadingBudgetOverAMenu() { MenuTracking::shared().begin(); }
+    ~ReadingBudgetOverAMenu() override { MenuTracking::shared().end(); }
+};
 
 } // namespace
 
@@ -39,96 +64,70 @@ TEST(Deadline, passed_goesByTheProgramsClock)
     EXPECT_FALSE(Deadline::in(1min).passed()) << "the system's clock";
 }
 
-TEST(ReadingBudget, readsOfOneEvent_shareHalfASecond)
+TEST_F(ReadingBudgetTest, readsOfOneEvent_shareHalfASecond)
 {
-    ReadingBudget budget;
-    EXPECT_GE(left(budget).count(), 450);
-    EXPECT_LE(left(budget).count(), 500);
+    EXPECT_EQ(left(), 500ms);
     {
         const ReadingBudget::Reading reading(budget);
-        std::this_thread::sleep_for(60ms);
+        pass(60ms);
     }
-    EXPECT_LE(left(budget).count(), 440);
+    EXPECT_EQ(left(), 440ms);
 }
 
-TEST(ReadingBudget, timeBetweenReads_doesNotCount)
+TEST_F(ReadingBudgetTest, timeBetweenReads_doesNotCount)
 {
-    ReadingBudget budget;
-    const auto before = left(budget);
-    std::this_thread::sleep_for(60ms);
-    EXPECT_GE(left(budget).count(), before.count() - 30);
+    EXPECT_EQ(left(), 500ms);
+    pass(60ms);
+    EXPECT_EQ(left(), 500ms);
 }
 
-TEST(ReadingBudget, aReadWithinARead_countsOnce)
+TEST_F(ReadingBudgetTest, aReadWithinARead_countsOnce)
 {
-    ReadingBudget budget;
     {
         const ReadingBudget::Reading outer(budget);
         for (int i = 0; i < 3; ++i) {
-            std::this_thread::sleep_for(20ms);
+            pass(20ms);
             const ReadingBudget::Reading inner(budget);
-            EXPECT_LE(inner.deadline().remaining(), outer.deadline().remaining()) << "it has no more time";
+            EXPECT_EQ(inner.deadline().remaining(), outer.deadline().remaining()) << "it has no more time";
         }
     }
-    EXPECT_LE(left(budget).count(), 440);
-    EXPECT_GE(left(budget).count(), 300);
+    EXPECT_EQ(left(), 440ms);
 }
 
-TEST(ReadingBudget, whenItIsUsedUp_nothingIsLeftUntilTheEventLoopComesRound)
+TEST_F(ReadingBudgetTest, whenItIsUsedUp_nothingIsLeftUntilTheEventLoopComesRound)
 {
-    ReadingBudget budget;
-    {
-        const ReadingBudget::Reading reading(budget);
-        std::this_thread::sleep_for(ReadingBudget::PerEvent + 10ms);
-    }
-    EXPECT_EQ(left(budget).count(), 0);
-    EXPECT_EQ(left(budget).count(), 0);
+    useUp();
+    EXPECT_EQ(left(), 0ms);
+    EXPECT_EQ(left(), 0ms);
     QCoreApplication::processEvents();
-    EXPECT_GE(left(budget).count(), 450);
+    EXPECT_EQ(left(), 500ms);
 }
 
-TEST(ReadingBudget, whenItIsUsedUpWhileAMenuIsOpen_whatWasPressedMeanwhileFindsNothingLeft)
+TEST_F(ReadingBudgetOverAMenu, whenItIsUsedUp_whatWasPressedMeanwhileFindsNothingLeft)
 {
-    ReadingBudget budget;
-    MenuTracking::shared().begin();
-    static_cast<void>(left(budget)); // queues a renewal, which must not help
-    {
-        const ReadingBudget::Reading reading(budget);
-        std::this_thread::sleep_for(ReadingBudget::PerEvent + 10ms);
-    }
+    static_cast<void>(left()); // queues a renewal, which must not help
+    useUp();
     QCoreApplication::processEvents();
-    EXPECT_EQ(left(budget).count(), 0) << "a key from the queue";
+    EXPECT_EQ(left(), 0ms) << "a key from the queue";
     QCoreApplication::processEvents();
     std::this_thread::sleep_for(40ms);
     QCoreApplication::processEvents();
-    EXPECT_GE(left(budget).count(), 450) << "a key that was pressed later";
-    MenuTracking::shared().end();
+    EXPECT_EQ(left(), 500ms) << "a key that was pressed later";
 }
 
-TEST(ReadingBudget, whenItIsUsedUpWhileAMenuIsOpen_theTimeThatTheHandlersTakeIsNotTheEndOfTheQueue)
+TEST_F(ReadingBudgetOverAMenu, whenItIsUsedUp_theTimeThatTheHandlersTakeIsNotTheEndOfTheQueue)
 {
-    ReadingBudget budget;
-    MenuTracking::shared().begin();
-    {
-        const ReadingBudget::Reading reading(budget);
-        std::this_thread::sleep_for(ReadingBudget::PerEvent + 10ms);
-    }
+    useUp();
     for (int key = 0; key < 3; ++key) {
         std::this_thread::sleep_for(40ms); // a menu is laid out and shown
         QCoreApplication::processEvents();
-        EXPECT_EQ(left(budget).count(), 0) << "the next key from the queue";
+        EXPECT_EQ(left(), 0ms) << "the next key from the queue";
     }
-    MenuTracking::shared().end();
 }
 
-TEST(ReadingBudget, whenItIsUsedUpWhileAMenuIsOpen_theEndOfTheMenuRenewsIt)
+TEST_F(ReadingBudgetOverAMenu, whenItIsUsedUp_theEndOfTheMenuRenewsIt)
 {
-    ReadingBudget budget;
-    MenuTracking::shared().begin();
-    {
-        const ReadingBudget::Reading reading(budget);
-        std::this_thread::sleep_for(ReadingBudget::PerEvent + 10ms);
-    }
+    useUp();
     MenuTracking::shared().end();
-    EXPECT_GE(left(budget).count(), 450);
+    EXPECT_EQ(left(), 500ms);
 }
