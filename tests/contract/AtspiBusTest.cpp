@@ -4,11 +4,11 @@
 #include "platform/linux/AtspiConstants.h"
 #include "platform/linux/AtspiMenuSource.h"
 #include "platform/linux/MenuBarSearch.h"
+#include "tests/FairTimer.h"
 #include "tests/contract/BusDaemon.h"
 #include "tests/contract/DeafBus.h"
 #include "tests/contract/ScriptedApplication.h"
 
-#include <QElapsedTimer>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -26,6 +26,10 @@ constexpr quint64 bit(State state)
 {
     return quint64{1} << state;
 }
+
+/// For what comes at once where nothing else is going on.
+constexpr auto Patience = 20s;
+constexpr int Limit = 20'000; // ms
 
 constexpr quint64 Usable = bit(StateSensitive) | bit(StateEnabled) | bit(StateVisible);
 
@@ -48,7 +52,7 @@ protected:
     void publish(const QByteArray& toolkit, const Objects& objects)
     {
         application = std::make_unique<ScriptedApplication>(daemon.address(), toolkit, objects);
-        ASSERT_TRUE(bus.connection(Deadline::in(2s)));
+        ASSERT_TRUE(bus.connection(Deadline::in(Patience)));
     }
     [[nodiscard]] BusReference at(const QByteArray& path) const
     {
@@ -181,7 +185,7 @@ TEST_F(AtspiBusTest, nothingIsAsked_thatHarmsTheApplication)
     for (const char* toolkit : {"gtk", "Qt", "another"}) {
         publish(toolkit, menuOf(3));
         EXPECT_EQ(menu().size(), 3);
-        EXPECT_FALSE(findMenuBar(bus, at("/menu"), Deadline::in(1s)));
+        EXPECT_FALSE(findMenuBar(bus, at("/menu"), Deadline::in(Patience)));
         for (const QString& call : application->calls()) {
             const QString member = call.section(u' ', 0, 0);
             const QStringList harmless{u"Get"_s,        u"GetChildren"_s,   u"GetRole"_s,
@@ -230,7 +234,7 @@ TEST_F(AtspiBusTest, thousandsOfCalls_goOutInPortions)
         one.reference = at("/0");
         inquiries.append({&one, AtspiQuestion::Name});
     }
-    bus.ask(inquiries, Deadline::in(20s));
+    bus.ask(inquiries, Deadline::in(Patience));
     EXPECT_EQ(application->count(u"Get Name"_s), 6000);
     for (const AtspiFacts& one : facts)
         EXPECT_EQ(one.name, u"Item 0"_s);
@@ -238,6 +242,8 @@ TEST_F(AtspiBusTest, thousandsOfCalls_goOutInPortions)
     application->forgetCalls();
     application->setInterceptor([](sd_bus_message*) { return true; }); // no answer
     bus.ask(inquiries, Deadline::in(500ms));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return application->count(u"Get Name"_s) >= 2000; }, Limit));
+    QTest::qWait(100);
     EXPECT_EQ(application->count(u"Get Name"_s), 2000) << "no more than this may be outstanding";
 }
 
@@ -257,7 +263,10 @@ TEST_F(AtspiBusTest, anApplicationThatOwesManyAnswers_silencesNoOther)
         inquiries.append({&one, AtspiQuestion::Name});
     for (int i = 0; i < 40; ++i)
         bus.ask(inquiries, Deadline::in(60ms));
-    EXPECT_EQ(titles(), QStringList(u"Item 0"_s)) << "the bus holds no more than 50,000 calls for us";
+    AtspiFacts other{.reference = at("/0")}; // the application gets to this when it has seen all of those
+    bus.ask({{&other, AtspiQuestion::Name}}, Deadline::in(Patience));
+    EXPECT_EQ(other.name, u"Item 0"_s) << "the bus holds no more than 50,000 calls for us";
+    EXPECT_EQ(titles(), QStringList(u"Item 0"_s));
     EXPECT_LE(asked, 12'000);
 }
 
@@ -267,15 +276,15 @@ TEST_F(AtspiBusTest, whatHasNotComeByTheDeadline_isMissing)
     application->setInterceptor([](sd_bus_message* call) {
         return QByteArrayView(sd_bus_message_get_path(call)) == "/1"; // never answered
     });
-    QElapsedTimer time;
+    FairTimer time;
     time.start();
     EXPECT_EQ(titles(), (QStringList{u"Item 0"_s, u"Item 2"_s}));
     EXPECT_GE(time.elapsed(), 450);
-    EXPECT_LE(time.elapsed(), 900);
+    EXPECT_LE(time.fairElapsed(), 900);
 
     time.start();
     EXPECT_TRUE(titles().isEmpty()) << "the event's time is used up";
-    EXPECT_LE(time.elapsed(), 200);
+    EXPECT_LE(time.fairElapsed(), 200);
 
     application->setInterceptor({});
     QTest::qWait(1);
@@ -289,14 +298,14 @@ TEST_F(AtspiBusTest, theBusCanGoAndComeBack)
     EXPECT_EQ(menu().size(), 3);
     daemon.stop();
     EXPECT_FALSE(source.readMenu(old));
-    QElapsedTimer time;
+    FairTimer time;
     time.start();
     for (int i = 0; i < 20; ++i)
         EXPECT_FALSE(source.readMenu(old));
-    EXPECT_LE(time.elapsed(), 400) << "it does not try again and again";
+    EXPECT_LE(time.fairElapsed(), 400) << "it does not try again and again";
 
     daemon.start();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return bus.connection(Deadline::in(1s)) != nullptr; }, 5000));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return bus.connection(Deadline::in(Patience)) != nullptr; }, Limit));
     publish("gtk", menuOf(2));
     EXPECT_EQ(menu().size(), 2);
     EXPECT_FALSE(source.readMenu(old)) << "names of the old connection mean nothing";
@@ -308,12 +317,12 @@ TEST_F(AtspiBusTest, theBusCanGoAndComeBack)
 TEST_F(AtspiBusTest, withoutABus_nothingIsReadAndNothingWaits)
 {
     daemon.stop();
-    QElapsedTimer time;
+    FairTimer time;
     time.start();
     AtspiApplications applications(bus);
     EXPECT_FALSE(applications.roots(Deadline::in(2s)));
     EXPECT_FALSE(source.readMenu({":1.1", "/menu", 0}));
-    EXPECT_LE(time.elapsed(), 500);
+    EXPECT_LE(time.fairElapsed(), 500);
 }
 
 TEST_F(AtspiBusTest, aBusThatDoesNotWelcomeUs_isGivenUp)
@@ -323,11 +332,11 @@ TEST_F(AtspiBusTest, aBusThatDoesNotWelcomeUs_isGivenUp)
     const DeafBus deaf(directory.filePath(u"deaf"_s).toLocal8Bit());
     ASSERT_TRUE(deaf.listens());
     qputenv("AT_SPI_BUS_ADDRESS", deaf.address());
-    QElapsedTimer time;
+    FairTimer time;
     time.start();
     EXPECT_EQ(bus.connection(Deadline::in(200ms)), nullptr);
     EXPECT_GE(time.elapsed(), 190);
-    EXPECT_LE(time.elapsed(), 600);
+    EXPECT_LE(time.fairElapsed(), 600);
 }
 
 TEST_F(AtspiBusTest, theFirstMenuBar_isTheFirstInDocumentOrder)
@@ -341,9 +350,9 @@ TEST_F(AtspiBusTest, theFirstMenuBar_isTheFirstInDocumentOrder)
     objects["/root"] = {"", 39, Usable, {}, {"/second"}};
     objects["/second"] = {"", RoleMenuBar, Usable, {}, {}};
     publish("VCL", objects);
-    EXPECT_EQ(findMenuBar(bus, at("/window"), Deadline::in(1s)).path, "/first");
+    EXPECT_EQ(findMenuBar(bus, at("/window"), Deadline::in(Patience)).path, "/first");
     application->change("/scroll", [](Object& scroll) { scroll.children.clear(); });
-    EXPECT_EQ(findMenuBar(bus, at("/window"), Deadline::in(1s)).path, "/second");
+    EXPECT_EQ(findMenuBar(bus, at("/window"), Deadline::in(Patience)).path, "/second");
 }
 
 TEST_F(AtspiBusTest, theSearch_leavesOutWhatMayBeLarge)
@@ -356,7 +365,7 @@ TEST_F(AtspiBusTest, theSearch_leavesOutWhatMayBeLarge)
         objects["/large"] = {"", role, Usable, {}, {"/bar"}};
         objects["/bar"] = {"", RoleMenuBar, Usable, {}, {}};
         publish("gtk", objects);
-        EXPECT_FALSE(findMenuBar(bus, at("/window"), Deadline::in(1s))) << role;
+        EXPECT_FALSE(findMenuBar(bus, at("/window"), Deadline::in(Patience))) << role;
         EXPECT_EQ(application->count(u"GetChildren /large"_s), 0) << role;
     }
 }
@@ -369,10 +378,10 @@ TEST_F(AtspiBusTest, theSearch_isBoundedInBreadthAndDepth)
     objects["/bar"] = {"", RoleMenuBar, Usable, {}, {}};
     objects["/wide"] = {"", 39, Usable, {}, QList<QByteArray>(201, "/bar")};
     publish("gtk", objects);
-    EXPECT_FALSE(findMenuBar(bus, at("/window"), Deadline::in(1s)));
+    EXPECT_FALSE(findMenuBar(bus, at("/window"), Deadline::in(Patience)));
     EXPECT_EQ(application->count(u"GetChildren"_s), 1);
     application->change("/wide", [](Object& wide) { wide.children.removeLast(); });
-    EXPECT_EQ(findMenuBar(bus, at("/window"), Deadline::in(1s)).path, "/bar");
+    EXPECT_EQ(findMenuBar(bus, at("/window"), Deadline::in(Patience)).path, "/bar");
 
     for (const int depth : {8, 9}) {
         Objects chain;
@@ -380,7 +389,7 @@ TEST_F(AtspiBusTest, theSearch_isBoundedInBreadthAndDepth)
             chain["/" + QByteArray::number(i)] = {"", 39, Usable, {}, {"/" + QByteArray::number(i + 1)}};
         chain["/" + QByteArray::number(depth)] = {"", RoleMenuBar, Usable, {}, {}};
         publish("gtk", chain);
-        EXPECT_EQ(bool(findMenuBar(bus, at("/0"), Deadline::in(1s))), depth <= 8);
+        EXPECT_EQ(bool(findMenuBar(bus, at("/0"), Deadline::in(Patience))), depth <= 8);
     }
 }
 
@@ -389,7 +398,7 @@ TEST_F(AtspiBusTest, aTreeThatLoops_ends)
     Objects objects;
     objects["/window"] = {"", RoleFrame, Usable, {}, {"/window", "/window"}};
     publish("gtk", objects);
-    EXPECT_FALSE(findMenuBar(bus, at("/window"), Deadline::in(1s)));
+    EXPECT_FALSE(findMenuBar(bus, at("/window"), Deadline::in(Patience)));
 }
 
 TEST_F(AtspiBusTest, aPress_isSentOnceAndNotWaitedFor)
@@ -399,11 +408,11 @@ TEST_F(AtspiBusTest, aPress_isSentOnceAndNotWaitedFor)
         return QByteArrayView(sd_bus_message_get_member(call)) == "DoAction"; // as while a dialog is open
     });
     const MenuRow row = menu().value(0);
-    QElapsedTimer time;
+    FairTimer time;
     time.start();
     EXPECT_TRUE(source.press(row));
-    EXPECT_LE(time.elapsed(), 200);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return presses() > 0; }, 2000));
+    EXPECT_LE(time.fairElapsed(), 200);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return presses() > 0; }, Limit));
     QTest::qWait(400);
     EXPECT_EQ(presses(), 1);
 }
@@ -418,7 +427,7 @@ TEST_F(AtspiBusTest, aPress_asksForNoReply)
         return false;
     });
     EXPECT_TRUE(source.press(menu().value(0)));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return expecting >= 0; }, 2000));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return expecting >= 0; }, Limit));
     EXPECT_EQ(expecting, 0);
 }
 
@@ -428,10 +437,10 @@ TEST_F(AtspiBusTest, anItemThatIsDisabledForAMoment_isWaitedForThenPressedOnce)
     const MenuRow row = menu().value(0);
     application->change("/0", [](Object& item) { item.states = bit(StateVisible); });
     EXPECT_TRUE(source.press(row));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return application->count(u"GetState"_s) >= 4; }, 2000));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return application->count(u"GetState"_s) >= 4; }, Limit));
     EXPECT_EQ(presses(), 0);
     application->change("/0", [](Object& item) { item.states = Usable; });
-    ASSERT_TRUE(QTest::qWaitFor([&] { return presses() > 0; }, 2000));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return presses() > 0; }, Limit));
     QTest::qWait(400);
     EXPECT_EQ(presses(), 1);
 }
@@ -441,10 +450,10 @@ TEST_F(AtspiBusTest, anItemThatStaysDisabled_isPressedAfterAQuarterOfASecond)
     publish("gtk", menuOf(1));
     const MenuRow row = menu().value(0);
     application->change("/0", [](Object& item) { item.states = bit(StateVisible); });
-    QElapsedTimer time;
+    FairTimer time;
     time.start();
     EXPECT_TRUE(source.press(row));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return presses() > 0; }, 2000));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return presses() > 0; }, Limit));
     EXPECT_GE(time.elapsed(), 240);
     QTest::qWait(300);
     EXPECT_EQ(presses(), 1);
@@ -456,7 +465,7 @@ TEST_F(AtspiBusTest, anApplicationThatDoesNotAnswer_isStillPressedOnce)
     const MenuRow row = menu().value(0);
     application->setInterceptor([](sd_bus_message*) { return true; });
     EXPECT_TRUE(source.press(row));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return presses() > 0; }, 2000));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return presses() > 0; }, Limit));
     QTest::qWait(600);
     EXPECT_EQ(presses(), 1);
 }
@@ -470,7 +479,7 @@ TEST_F(AtspiBusTest, anItemThatWasDisabledInTheMenu_isNotAskedAgain)
     EXPECT_FALSE(row.enabled);
     application->forgetCalls();
     EXPECT_TRUE(source.press(row));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return presses() > 0; }, 2000));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return presses() > 0; }, Limit));
     EXPECT_EQ(application->calls().size(), 1);
 }
 

@@ -3,11 +3,11 @@
 // with the first time, as it does in the program.
 #include "platform/linux/SessionBusWatch.h"
 
+#include "tests/FairTimer.h"
 #include "tests/contract/BusDaemon.h"
 #include "tests/contract/DeafBus.h"
 
 #include <QDBusConnectionInterface>
-#include <QElapsedTimer>
 #include <QSignalSpy>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -96,14 +96,16 @@ TEST_F(SessionBusWatchTest, busThatDoesNotAnswer_isGivenUpSoon_andAskedAgain)
         QElapsedTimer all;
         all.start();
         qint64 longest = 0;
+        qint64 longestHeldUp = 0;
         while (all.elapsed() < SomeAttempts) {
-            QElapsedTimer turn;
+            FairTimer turn;
             turn.start();
             QTest::qWait(1);
             longest = std::max(longest, turn.elapsed());
+            longestHeldUp = std::max(longestHeldUp, turn.fairElapsed());
         }
         EXPECT_GE(longest, 190) << "it was asked";
-        EXPECT_LE(longest, 2000) << "the toolkit itself would wait for 25 s";
+        EXPECT_LE(longestHeldUp, 2000) << "the toolkit itself would wait for 25 s";
         EXPECT_EQ(changed.count(), 0);
         EXPECT_FALSE(watch().connection().isConnected());
     }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/torture/MainLoopWatch.h"
 
+#include "tests/FairTimer.h"
+
 #include <QByteArray>
 #include <QFile>
 
@@ -26,13 +28,6 @@ QByteArray secondsOf(double time)
 double secondsOf(std::chrono::steady_clock::time_point moment)
 {
     return std::chrono::duration<double>(moment.time_since_epoch()).count();
-}
-
-/// How long this thread could run and was not let; 0 where the kernel does not count it.
-double secondsStarved()
-{
-    QFile file(QStringLiteral("/proc/thread-self/schedstat"));
-    return file.open(QIODevice::ReadOnly) ? file.readAll().split(' ').value(1).toDouble() / 1e9 : 0;
 }
 
 } // namespace

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/QtDefaultsStore.h"
 
+#include "tests/FairTimer.h"
+
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
@@ -461,11 +462,11 @@ TEST_F(QtDefaultsStoreTest, programThatHangsWhileItWrites_holdsNobodyUp_andIsWai
     ASSERT_EQ(::flock(folder, LOCK_EX), 0);
     QtDefaultsStore store(path());
     store.setValue(u"FontSizeSmall"_s, 13);
-    QElapsedTimer time;
+    FairTimer time;
     time.start();
     QCoreApplication::processEvents();
     store.synchronize();
-    EXPECT_LT(time.elapsed(), 600);
+    EXPECT_LT(time.fairElapsed(), 600);
     EXPECT_EQ(text(store, u"FontSizeSmall"_s), u"13"_s);
     EXPECT_EQ(contents(), OldContents);
     ::close(folder);
