@@ -1,7 +1,6 @@
 # SPDX-License-Identifier: MIT
 """Tarnwick itself for those who hear it or use it with the keyboard alone: read by a client that knows nothing of it."""
 import os
-import subprocess
 
 from harness.accessible import (CHECKED, ENABLED, FOCUSED, MENU_ITEM, POPUP_MENU, SENSITIVE, SEPARATOR, SHOWING,
                                 VISIBLE)
@@ -11,7 +10,7 @@ from harness.navigation import Navigation
 from harness.over import OWN_ENTRY
 from harness.preferences import BUTTON, CHECK_BOX, LABEL, SPIN_BUTTON, Preferences, wait_until_stored
 from harness.tarnwick import Tarnwick
-from harness.waiting import wait_for
+from harness.waiting import TimedOut, wait_for
 
 FOCUSABLE = 11
 NO_ROLES = {0, 67}  # invalid, unknown
@@ -40,13 +39,26 @@ class ThePreferences(DesktopTest):
     def focused(self):
         return next((node for node in self.showing() if FOCUSED in node.states), None)
 
-    def picture_of(self, frame):
-        """The pixels of a part of the screen, with a little of what is around it."""
+    def picture(self):
+        """The pixels of the screen, row by row."""
+        frame = self.screen.root.get_geometry()
+        pixels = self.screen.pixels((0, 0, frame.width, frame.height))
+        row = 4 * frame.width
+        return [pixels[start:start + row] for start in range(0, len(pixels), row)]
+
+    @staticmethod
+    def part(picture, frame):
+        """A part of a picture, with a little of what is around it."""
         x, y, width, height = frame
-        path = self.session.directory / "part.png"
-        self.session.screenshot(path)
-        return subprocess.run(["convert", str(path), "-crop", f"{width + 8}x{height + 8}+{x - 4}+{y - 4}", "+repage",
-                               "rgb:-"], check=True, capture_output=True).stdout
+        return [row[4 * (x - 4):4 * (x + width + 4)] for row in picture[y - 4:y + height + 4]]
+
+    def comes_to_look_otherwise(self, frame, before):
+        """Waits for it: the focus is told of before it is drawn."""
+        try:
+            wait_for(lambda: self.part(self.picture(), frame) != self.part(before, frame), "another look", limit=5.0)
+        except TimedOut:
+            return False
+        return True
 
     def next_with_tab(self, before):
         self.screen.tap("Tab")
@@ -90,13 +102,14 @@ class ThePreferences(DesktopTest):
     def round_with_tab(self):
         """What had the focus on a way round the window, and what of it did not look so."""
         reached, unseen = set(), []
+        before = self.picture()
         node = self.next_with_tab(self.focused())
         while (node.role, node.name) not in reached:
             reached.add((node.role, node.name))
-            frame, with_focus = node.frame, self.picture_of(node.frame)
-            name, node = node.name, self.next_with_tab(node)
-            if self.picture_of(frame) == with_focus:
-                unseen.append(name)
+            if not self.comes_to_look_otherwise(node.frame, before):
+                unseen.append(node.name)
+            before = self.picture()
+            node = self.next_with_tab(node)
         return reached, unseen
 
     def stops_of_tab(self):

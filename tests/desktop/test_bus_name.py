@@ -42,7 +42,7 @@ class ThatBindAKey(OtherPrograms):
         def shows_its_menu():
             self.pop_up()
             try:
-                self.reader.wait_for(1)
+                self.reader.wait_for(1, limit=3.0)
                 shown = self.reader.titles()
             except (TimedOut, IndexError):
                 shown = []
@@ -78,7 +78,7 @@ class ThatBindAKey(OtherPrograms):
         """Nothing when a switch of the application has closed the menu meanwhile."""
         self.pop_up()
         try:
-            self.reader.wait_for(1)
+            self.reader.wait_for(1, limit=3.0)
             return self.reader.titles()[0]
         except (TimedOut, IndexError):
             return None

@@ -54,7 +54,7 @@ class EditingThroughTheMenuOf:
                 self.session.set_clipboard("from elsewhere")
                 self.assert_enabled_in_the_menu("Paste")
                 way("Paste")
-                wait_for(lambda: self.text() == "from elsewhere", f"the text pasted once, not {self.text()!r}", 5.0)
+                wait_for(lambda: self.text() == "from elsewhere", f"the text pasted once, not {self.text()!r}")
 
     def test_copy(self):
         for way in (self.with_keyboard, self.with_pointer):
@@ -63,7 +63,7 @@ class EditingThroughTheMenuOf:
                 self.select_a_letter("s")
                 self.assert_enabled_in_the_menu("Copy")
                 way("Copy")
-                wait_for(lambda: self.session.clipboard() == "s", "the letter in the clipboard", 5.0)
+                wait_for(lambda: self.session.clipboard() == "s", "the letter in the clipboard")
                 self.assertEqual(self.text(), "s")
 
     def test_cut(self):
@@ -73,7 +73,7 @@ class EditingThroughTheMenuOf:
                 self.select_a_letter("o")
                 self.assert_enabled_in_the_menu("Cut")
                 way("Cut")
-                wait_for(lambda: self.text() == "", "the letter gone", 5.0)
+                wait_for(lambda: self.text() == "", "the letter gone")
                 self.assertEqual(self.session.clipboard(), "o")
 
     def test_nothing_to_cut_or_copy_without_a_selection(self):

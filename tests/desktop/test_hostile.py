@@ -105,7 +105,7 @@ class AnApplicationThat(OverAnApplication):
                 self.open_menu()
                 self.assertEqual(len(self.go.enter("Many")), 300)
                 self.screen.tap("End")
-                wait_for(lambda: self.reader.focused_title() == "Item 300", "the last item highlighted", 3.0)
+                wait_for(lambda: self.reader.focused_title() == "Item 300", "the last item highlighted")
                 self.screen.tap("Return")
                 long.wait_for_line("chosen", "Many > Item 300")
                 self.reader.close()

@@ -74,11 +74,12 @@ class Inspecting(DesktopTest):
         self.assertIn("Fixture gtk3", result.stdout)
 
     def test_delay_leaves_time_to_bring_another_application_to_the_front(self):
-        self.in_front("gtk3")
-        inspection = self.session.run(os.environ["TARNWICK_INSPECT"], "--delay", "4")
         later = Fixture(self.session, "gtk3", menu="viewer.menu", title="Later")
         self.addCleanup(later.program.stop)
         later.accessible(self.bus)
+        self.in_front("gtk3")
+        inspection = self.session.run(os.environ["TARNWICK_INSPECT"], "--delay", "4")
+        self.screen.activate(later.window)
         self.assertTrue(inspection.running(), "it has not waited")
         self.assertEqual(inspection.status(), 0)
         self.assertEqual(inspection.output.splitlines()[1:3], ["File", "Image"])

@@ -68,7 +68,7 @@ class TheMenuOf:
         self.read_back()
         self.open_menu()
         self.screen.tap("h")
-        wait_for(lambda: self.reader.focused_title() == "Help", "Help highlighted", 3.0)
+        wait_for(lambda: self.reader.focused_title() == "Help", "Help highlighted")
         self.screen.tap("Return")
         self.assertEqual(self.reader.wait_for(2), self.bar_entry("Help").node.items())
 

@@ -34,7 +34,7 @@ class AnExtraButtonOver:
                 self.screen.tap("Escape")
                 self.tarnwick.wait_until_closed()
                 holds_for(lambda: self.menus() == 0, 0.3, "the menu came back")
-                wait_for(lambda: self.application.lines("button") == [str(button)], "the click in the application", 3.0)
+                wait_for(lambda: self.application.lines("button") == [str(button)], "the click in the application")
                 self.assert_nothing_is_held()
 
     def test_held_for_a_while_opens_a_menu_that_stays_after_the_release(self):

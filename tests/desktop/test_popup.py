@@ -11,6 +11,7 @@ from Xlib import X
 from harness.applications import DATA, Fixture, mousepad
 from harness.case import DesktopTest, main
 from harness.popup import PopUps
+from harness.processes import starved
 from harness.screen import LEFT, MIDDLE, RIGHT
 from harness.tarnwick import OPTION, TRIGGER
 from harness.tools import require
@@ -44,10 +45,10 @@ class Driver:
         self._forgotten = len(self.all_lines())
 
     def wait_for_line(self, line):
-        wait_for(lambda: line in self.lines(), f"{line!r} in {self.lines()}", limit=5.0)
+        wait_for(lambda: line in self.lines(), f"{line!r} in {self.lines()}")
 
     def wait_until_returned(self):
-        return wait_for(lambda: self.lines("returned"), f"the end of the pop-up in {self.lines()}", limit=5.0)[0]
+        return wait_for(lambda: self.lines("returned"), f"the end of the pop-up in {self.lines()}")[0]
 
     def open(self):
         """Opens the menu with the hot key and gives its window."""
@@ -103,8 +104,23 @@ class PopUpTest(DesktopTest):
                 return
             before = len(self.driver.lines("highlight"))
             self.screen.tap("Down")
-            wait_for(lambda: len(self.driver.lines("highlight")) > before, "another entry highlighted", limit=3.0)
+            wait_for(lambda: len(self.driver.lines("highlight")) > before, "another entry highlighted")
         self.fail(f"{title!r} never highlighted: {self.driver.lines()}")
+
+    def fair_time(self):
+        """Seconds on a clock that stands still while the driver or the server could run and others had the processor."""
+        return time.monotonic() - starved(self.driver.program.pid, self.session.display_server_pid)
+
+    def milliseconds_until_painted(self, rounds):
+        """Of some pop-ups, by what the driver measures from the press on; others may have had its processor meanwhile."""
+        found = []
+        for _ in range(rounds):
+            before = starved(self.driver.program.pid)
+            self.driver.open()
+            painted = float(wait_for(lambda: self.driver.lines("painted"), "the paint")[0].split()[1])
+            found.append(max(0.0, painted - 1000 * (starved(self.driver.program.pid) - before)))
+            self.driver.close()
+        return found
 
     def open_submenu(self):
         self.highlight("Sub")
@@ -388,6 +404,16 @@ class TheFocusOfQt6(TheFocus):
 
 
 class TheHotKey(PopUpTest):
+    def open_once_followed(self, modifier=OPTION):
+        """Another map is followed a moment later; one press more while the menu is open would be dropped."""
+        def opens():
+            self.screen.tap(TRIGGER, modifier)
+            try:
+                return self.driver.popups.wait_for(1, limit=0.5)
+            except TimedOut:
+                return None
+        wait_for(opens, "a menu on the other map")
+
     def test_works_with_every_lock_key(self):
         for locks in (("Caps_Lock",), ("Num_Lock",), ("Caps_Lock", "Num_Lock")):
             for lock in locks:
@@ -400,15 +426,14 @@ class TheHotKey(PopUpTest):
     def test_is_the_same_physical_key_on_another_layout(self):
         self.session.call("setxkbmap", "de")
         self.addCleanup(self.session.call, "setxkbmap", "us")
-        time.sleep(0.1)  # the map is followed a moment later
-        self.driver.open()
+        self.open_once_followed()
         self.driver.close()
 
     def test_works_in_the_second_group_of_a_layout(self):
         self.session.call("setxkbmap", "us,ru", "-option", "grp:menu_toggle")
         self.addCleanup(self.session.call, "setxkbmap", "us", "-option", "")
         self.screen.tap(135)
-        self.driver.open()
+        self.open_once_followed()
         self.driver.close()
         self.screen.tap(135)
 
@@ -416,9 +441,7 @@ class TheHotKey(PopUpTest):
         self.session.call("setxkbmap", "us", "-option", "altwin:swap_alt_win")
         self.addCleanup(self.session.call, "setxkbmap", "us", "-option", "")
         windows_key, alt_key = 133, 64
-        time.sleep(0.1)
-        self.screen.tap(TRIGGER, windows_key)
-        self.driver.popups.wait_for(1)
+        self.open_once_followed(windows_key)
         self.driver.close()
         self.driver.forget()
         self.screen.tap(TRIGGER, alt_key)
@@ -528,10 +551,10 @@ class SomebodyElsesGrab(PopUpTest):
     def test_of_the_pointer_is_waited_for_a_second_at_a_button(self):
         self.screen.root.grab_pointer(False, 0, X.GrabModeAsync, X.GrabModeAsync, 0, 0, X.CurrentTime)
         self.screen.display.sync()
-        begin = time.monotonic()
+        begin = self.fair_time()
         self.screen.click(BACK)
         self.driver.wait_until_returned()
-        waited = time.monotonic() - begin
+        waited = self.fair_time() - begin
         self.screen.display.ungrab_pointer(X.CurrentTime)
         self.screen.display.sync()
         self.assertEqual(self.driver.lines("returned"), ["returned 0"])
@@ -637,13 +660,13 @@ class TheEndOfTheMenu(PopUpTest):
     def test_waits_for_no_more_than_a_moment(self):
         self.driver.open()
         self.screen.tap("Down")
-        begin = time.monotonic()
+        begin, fair_begin = time.monotonic(), self.fair_time()
         self.screen.press("Return")
         self.driver.wait_until_returned()
-        waited = time.monotonic() - begin
+        waited, fairly_waited = time.monotonic() - begin, self.fair_time() - fair_begin
         self.screen.release("Return")
         self.assertGreater(waited, 0.5)
-        self.assertLess(waited, 1.0)
+        self.assertLess(fairly_waited, 1.0)
 
     def test_waits_for_the_button_that_closed_it(self):
         frame = self.driver.open().frame
@@ -742,11 +765,7 @@ class ALongMenu(PopUpTest):
         return self.screen.root.get_image(*frame[:2], 200, 200, X.ZPixmap, 0xFFFFFFFF).data
 
     def test_opens_without_delay(self):
-        times = []
-        for _ in range(5):
-            self.driver.open()
-            times.append(float(wait_for(lambda: self.driver.lines("painted"), "the paint")[0].split()[1]))
-            self.driver.close()
+        times = self.milliseconds_until_painted(5)
         print(f"2000 entries painted after {statistics.median(times):.1f} ms", flush=True)
         self.assertLess(statistics.median(times), 250)
 
@@ -840,11 +859,7 @@ class AnEmptyMenu(PopUpTest):
 
 class Speed(PopUpTest):
     def test_the_menu_is_painted_within_a_few_milliseconds(self):
-        times = []
-        for _ in range(50):
-            self.driver.open()
-            times.append(float(wait_for(lambda: self.driver.lines("painted"), "the paint")[0].split()[1]))
-            self.driver.close()
+        times = self.milliseconds_until_painted(50)
         print(f"key press to first paint: median {statistics.median(times):.1f} ms, "
               f"first {times[0]:.1f}, worst {max(times):.1f}", flush=True)
         self.assertLess(statistics.median(times), 50)

@@ -273,7 +273,7 @@ class Reset(ThePreferences):
     def assert_defaults(self):
         """A key that is not stored has its default."""
         wait_for(lambda: DEFAULTS == {**DEFAULTS, **self.stored_settings()},
-                 f"defaults in {self.stored_settings()}", limit=5.0, step=0.05)
+                 f"defaults in {self.stored_settings()}", step=0.05)
 
     def stored_settings(self):
         return {key: value for key, value in stored(self.tarnwick).items() if key in DEFAULTS}

@@ -128,7 +128,7 @@ class AChange(Settings):
             self.screen.tap("a", "Control_L")
             self.screen.type(f"{points}\t")
             try:
-                wait_until_stored(self.tarnwick, limit=1.0, FontSizeSmall=points)
+                wait_until_stored(self.tarnwick, limit=3.0, FontSizeSmall=points)
                 return True
             except TimedOut:
                 return False
@@ -136,7 +136,7 @@ class AChange(Settings):
 
     def height(self):
         try:
-            return self.tarnwick.open(limit=1.0).frame[3]
+            return self.tarnwick.open(limit=3.0).frame[3]
         except TimedOut:
             return 0
         finally:

@@ -72,7 +72,7 @@ class AWaylandSession(DesktopTest):
         """What the menu shows after a trigger; the menu is left open, or nothing is shown."""
         trigger()
         try:
-            self.reader.wait_for(1, limit=4.0)
+            self.reader.wait_for(1, limit=5.0)
             return self.reader.titles()
         except (TimedOut, IndexError):
             return []
@@ -86,7 +86,7 @@ class AWaylandSession(DesktopTest):
                 close()
                 self.tarnwick.popups.wait_for(0)
             return False
-        wait_for(shown, f"a menu of {TITLES}", step=0.2, limit=20.0)
+        wait_for(shown, f"a menu of {TITLES}", step=0.2, limit=60.0)
 
 
 class OverAnApplicationOnXWayland(AWaylandSession):

@@ -84,18 +84,18 @@ class Buses(DesktopTest):
 
         def chooses():
             try:
-                self.tarnwick.open(limit=1.0)
+                self.tarnwick.open(limit=3.0)
                 for key in ("Down", "Right"):
                     self.mine.screen.tap(key)
-                self.tarnwick.popups.wait_for(2, limit=1.0)
+                self.tarnwick.popups.wait_for(2, limit=3.0)
                 self.mine.screen.tap("Return")
-                wait_for(lambda: "File > New" in application.chosen(), "a choice", limit=1.0)
+                wait_for(lambda: "File > New" in application.chosen(), "a choice", limit=3.0)
                 return True
             except TimedOut:
                 return False
             finally:
                 self.tarnwick.close_menu()
-        wait_for(chooses, f"File > New chosen in {application.window.title}", limit=15.0)
+        wait_for(chooses, f"File > New chosen in {application.window.title}", limit=60.0)
 
     def owner_of_the_name(self):
         bus = connect(self.address)

@@ -405,7 +405,7 @@ class TheDisplayServer(DesktopTest):
 
     def assert_ends_well(self, tarnwick):
         self.mine.end_display()
-        self.assertEqual(tarnwick.program.status(limit=5.0), 0)
+        self.assertEqual(tarnwick.program.status(), 0)
         self.assertEqual(tarnwick.program.output, "")
         self.assertEqual([path.name for path in self.mine.directory.rglob("core*")], [])
 
@@ -451,7 +451,7 @@ class RecordingAHotKey(DesktopTest):
             wait_for(lambda: self.screen.grabs_left() == [], "keyboard and pointer free", step=0.001)
             held.append(time.monotonic() - begin)
             self.screen.activate(preferences.window)
-            wait_for(lambda: not preferences.recorder.is_recording(), "the end of recording", limit=10.0, step=0.02)
+            wait_for(lambda: not preferences.recorder.is_recording(), "the end of recording", step=0.02)
         note("keyboard held by the recorder after a switch, longest", round(max(held), 3), HOLD, "s")
         self.assertLessEqual(max(held), HOLD)
 

@@ -315,10 +315,6 @@ class Qt6(ReadAgainAndAgain, DesktopTest):
         return Escape(cls.screen, cls.application)
 
 
-class Gtk4Fixture(Fixture):
-    starts_in = 60.0  # it draws with OpenGL, and here that is done by the processor
-
-
 class Gtk4(ReadAgainAndAgain, DesktopTest):
     kit = "GTK 4, an exported bar"
 
@@ -327,7 +323,7 @@ class Gtk4(ReadAgainAndAgain, DesktopTest):
         settings = cls.session.directory / "home/.config/gtk-4.0/settings.ini"
         settings.parent.mkdir(parents=True)
         settings.write_text("[Settings]\ngtk-cursor-blink=0\n")  # else it fades, and there are too many pictures
-        return Gtk4Fixture(cls.session, "gtk4", menu="exported.menu")
+        return Fixture(cls.session, "gtk4", menu="exported.menu")
 
 
 @unittest.skipUnless(office.PROGRAM and READS >= WHOLE, "LibreOffice is not installed, or there is no time for it")

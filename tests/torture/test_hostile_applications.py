@@ -13,7 +13,7 @@ from torture import SHARE, WatchedTarnwick, dice, note, times, wait_for
 from harness.applications import Fixture, featherpad, mousepad
 from harness.case import main
 from harness.over import OverAnApplication
-from harness.waiting import TimedOut
+from harness.waiting import LIMIT, TimedOut
 from hostile.program import HostileApplication
 from hostile.tree import ROOT, TITLES
 
@@ -146,12 +146,12 @@ class BesideAGoodOne(OverAnApplication):
             cls.wait_for_titles(cls.titles)
         cls.memory = cls.tarnwick.private_memory()
 
-    def wait_for_pause(self, begin, limit=10.0):
+    def wait_for_pause(self, begin, limit=LIMIT):
         """Waits until Tarnwick has handled a switch."""
         wait_for(lambda: any(absence.paused for absence in self.tarnwick.absences(begin)), "a switch noticed", limit)
 
-    def open_a_submenu(self, between=lambda: None):
-        self.tarnwick.open()
+    def open_a_submenu(self, between=lambda: None, limit=LIMIT):
+        self.tarnwick.open(limit)
         between()
         for key in ("Down", "Right", "Right", "Down"):
             self.screen.tap(key)
@@ -320,7 +320,7 @@ class AHostileApplication(BesideAGoodOne):
 
     def open_a_submenu_if_there_is_time(self):
         try:
-            self.open_a_submenu()
+            self.open_a_submenu(limit=2.0)
         except TimedOut:  # the window went, and the menu with it
             pass
 

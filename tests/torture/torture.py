@@ -16,6 +16,7 @@ import typing
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "desktop"))
 
+from harness.processes import starved  # noqa: E402
 from harness.tarnwick import Tarnwick  # noqa: E402
 from harness.waiting import wait_for  # noqa: E402
 
@@ -42,11 +43,6 @@ def note(what, value, limit=None, unit=""):
     if directory:
         with open(pathlib.Path(directory) / f"{line['part']}.jsonl", "a", encoding="utf-8") as file:
             file.write(json.dumps(line, ensure_ascii=False) + "\n")
-
-
-def starved(*pids):
-    """Seconds in all when the first threads of these programs were ready to run and others had the processor."""
-    return sum(int(pathlib.Path(f"/proc/{pid}/schedstat").read_text().split()[1]) for pid in pids) / 1e9
 
 
 _SWITCH = 12  # bytes of a line

@@ -6,7 +6,7 @@ differently. What a person with a screen reader would switch on is switched on b
 """
 from gi.repository import Gio, GLib
 
-from .waiting import wait_for
+from .waiting import LIMIT, wait_for
 
 _ACCESSIBLE = "org.a11y.atspi.Accessible"
 _ACTION = "org.a11y.atspi.Action"
@@ -190,7 +190,7 @@ class AccessibilityBus:
     def applications(self):
         return Accessible(self, _REGISTRY, _ROOT).children
 
-    def application(self, pid, limit=10.0):
+    def application(self, pid, limit=LIMIT):
         """The application of a process, once it has come to the bus."""
         def find():
             return next((found for found in self.applications() if self.process_of(found.name_on_bus) == pid), None)

@@ -19,7 +19,7 @@ class Navigation:
                 return
             self._screen.tap("Down")
             wait_for(lambda before=highlighted: self._reader.focused_title() != before,
-                     f"another entry than {title!r} highlighted", 2.0)
+                     f"another entry than {title!r} highlighted")
         raise AssertionError(f"{title!r} cannot be reached with Down")
 
     def enter(self, title):

@@ -3,7 +3,7 @@
 from gi.repository import Gio, GLib
 
 from .accessible import FOCUSED, POPUP_MENU, Accessible
-from .waiting import dispatch_events, wait_for
+from .waiting import LIMIT, dispatch_events, wait_for
 
 _EVENTS = "org.a11y.atspi.Event.Object"
 _MENU_TYPES = {"_NET_WM_WINDOW_TYPE_POPUP_MENU", "_NET_WM_WINDOW_TYPE_DROPDOWN_MENU"}
@@ -24,7 +24,7 @@ class PopUps:
     def count(self):
         return len(self.windows())
 
-    def wait_for(self, count, limit=5.0):
+    def wait_for(self, count, limit=LIMIT):
         """Waits until exactly `count` menus are open and returns them."""
         return wait_for(lambda: (open_now := self.windows()) is not None and len(open_now) == count and
                         (open_now or [None]), f"{count} open menus", limit)
@@ -60,7 +60,7 @@ class PopUpReader:
         dispatch_events()
         return list(self._open)
 
-    def wait_for(self, count, limit=5.0):
+    def wait_for(self, count, limit=LIMIT):
         """Waits until exactly `count` menus are open and returns the items of the last one."""
         wait_for(lambda: len(self.menus()) == count, f"{count} open menus to read", limit)
         return self._open[-1].items() if count else []
@@ -74,7 +74,7 @@ class PopUpReader:
     def item(self, title, level=-1):
         """The entry of an open menu with this title."""
         return wait_for(lambda: next((item for item in self.items(level) if item.title == title), None),
-                        f"the entry {title!r}", limit=3.0)
+                        f"the entry {title!r}")
 
     def focused_title(self):
         """The title of the highlighted entry of the last open menu, nothing when none is."""

@@ -2,7 +2,7 @@
 """The preferences window as a person meets it: controls are found by name and used with pointer and keys."""
 from .accessible import CHECKED, SHOWING
 from .screen import LEFT, MIDDLE
-from .waiting import wait_for
+from .waiting import LIMIT, wait_for
 
 ALERT, CHECK_BOX, LABEL, BUTTON, SPIN_BUTTON = 2, 7, 29, 43, 52
 _ALERT_TITLE = "Tarnwick"
@@ -30,7 +30,7 @@ class Preferences:
         """Whether the toolkit has heard where the window manager has put the window."""
         return any(node.frame == self.window.frame for node in self.application.children)
 
-    def control(self, name, role, limit=5.0):
+    def control(self, name, role, limit=LIMIT):
         """The control that shows and whose name begins so."""
         def find():
             return next((node for node in self.application.descendants()
@@ -48,7 +48,7 @@ class Preferences:
 
         def rests():
             frames.append(self.window.frame)
-            return len(frames) > 10 and len(set(frames[-10:])) == 1
+            return len(frames) > 20 and len(set(frames[-20:])) == 1
         wait_for(rests, "the window at rest", step=0.02)
 
     def is_checked(self, name):
@@ -88,10 +88,10 @@ class Recorder:
         self.wait_until_recording()
 
     def wait_until_recording(self):
-        wait_for(self.is_recording, "recording", limit=5.0, step=0.02)
+        wait_for(self.is_recording, "recording", step=0.02)
 
     def wait_until_shown(self, combination):
-        wait_for(lambda: self.combination == combination, f"{combination!r} in the field", limit=5.0, step=0.02)
+        wait_for(lambda: self.combination == combination, f"{combination!r} in the field", step=0.02)
 
     def click_small_button(self):
         """The one at its right end: it snaps back while recording, else it removes the hot key."""
@@ -104,7 +104,7 @@ class AlertOnTop:
 
     def __init__(self, session, bus, tarnwick):
         self._screen = session.screen
-        self.window = self._screen.window_titled(_ALERT_TITLE, limit=5.0)
+        self.window = self._screen.window_titled(_ALERT_TITLE)
         self._screen.wait_until_active(self.window)
         self._application = bus.application(tarnwick.pid)
 
@@ -113,7 +113,7 @@ class AlertOnTop:
         def read():
             alert = next((node for node in self._application.children if node.role == ALERT), None)
             return alert and [node.name for node in alert.descendants() if node.role == LABEL and node.name]
-        return wait_for(read, "the texts of the alert", limit=5.0, step=0.02)
+        return wait_for(read, "the texts of the alert", step=0.02)
 
     def dismiss(self):
         self._screen.tap("Return")
@@ -131,7 +131,7 @@ def stored(tarnwick):
     return dict(line.split("=", 1) for line in lines if "=" in line)
 
 
-def wait_until_stored(tarnwick, limit=5.0, **values):
+def wait_until_stored(tarnwick, limit=LIMIT, **values):
     def is_stored():
         found = stored(tarnwick)
         return all(found.get(key) == str(value) for key, value in values.items())

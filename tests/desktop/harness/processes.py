@@ -7,7 +7,7 @@ import signal
 import subprocess
 import time
 
-from .waiting import wait_for
+from .waiting import LIMIT, wait_for
 
 _PR_SET_CHILD_SUBREAPER = 36
 
@@ -68,6 +68,11 @@ def end_all_with(marker, limit=3.0):
         time.sleep(0.005)
 
 
+def starved(*pids):
+    """Seconds in all when the first threads of these programs were ready to run and others had the processor."""
+    return sum(int(pathlib.Path(f"/proc/{pid}/schedstat").read_text().split()[1]) for pid in pids) / 1e9
+
+
 def _signal(pid, number):
     try:
         os.kill(pid, number)
@@ -102,7 +107,7 @@ class Program:
     def running(self):
         return self._process.poll() is None
 
-    def status(self, limit=10.0):
+    def status(self, limit=LIMIT):
         """Waits for the end and returns the exit status, negative for a signal."""
         wait_for(lambda: not self.running(), f"the end of {self.name}", limit)
         return self._process.returncode

@@ -4,7 +4,7 @@ from Xlib import X, XK, display, error
 from Xlib.ext import xtest
 from Xlib.protocol import event
 
-from .waiting import TimedOut, wait_for
+from .waiting import LIMIT, TimedOut, wait_for
 
 # Buttons as the server numbers them.
 LEFT, MIDDLE, RIGHT = 1, 2, 3
@@ -168,7 +168,7 @@ class Screen:
 
     # The window manager's part
 
-    def window_titled(self, title, limit=10.0):
+    def window_titled(self, title, limit=LIMIT):
         def find():
             return next((window for window in self.windows() if window.title == title), None)
         return wait_for(find, f"a window titled {title!r}", limit)

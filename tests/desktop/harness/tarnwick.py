@@ -4,7 +4,7 @@ import os
 import time
 
 from .popup import PopUps, PopUpReader
-from .waiting import TimedOut, wait_for
+from .waiting import LIMIT, TimedOut, wait_for
 
 TRIGGER = 52  # the key to the left of X on a us keyboard, by its place and not by its letter
 OPTION = "Alt_L"
@@ -51,14 +51,14 @@ class Tarnwick:
             except TimedOut:
                 return False
             return True
-        wait_for(answers, f"a menu; Tarnwick wrote: {self.program.output}", limit=15.0)
+        wait_for(answers, f"a menu; Tarnwick wrote: {self.program.output}")
         self.close_menu()
 
     def trigger(self):
         """Presses Option-Z and lets go of it after a moment."""
         self._hold_trigger_until(lambda: False, PRESS)
 
-    def open(self, limit=5.0):
+    def open(self, limit=LIMIT):
         """Opens the menu with the hot key, which is down until the menu is there, and returns its window."""
         self._hold_trigger_until(lambda: self.popups.count() == 1, limit)
         return self.popups.wait_for(1, limit)[0]
@@ -66,8 +66,8 @@ class Tarnwick:
     def titles(self, reader):
         """What the menu shows at the top now; nothing when a switch of the application has closed it meanwhile."""
         try:
-            self.open(limit=1.0)
-            reader.wait_for(1, limit=1.0)
+            self.open(limit=3.0)
+            reader.wait_for(1, limit=3.0)
             return reader.titles()
         except (TimedOut, IndexError):
             return []
@@ -97,7 +97,7 @@ class Tarnwick:
 
     def close_menu(self):
         """Presses Escape for each menu that is open, and never when none is: it might close something else."""
-        end = time.monotonic() + 10
+        end = time.monotonic() + LIMIT
         while (before := self.popups.count()) and time.monotonic() < end:
             self._session.screen.tap("Escape")
             try:
@@ -106,7 +106,7 @@ class Tarnwick:
                 continue
         self.wait_until_closed()
 
-    def wait_until_closed(self, limit=5.0):
+    def wait_until_closed(self, limit=LIMIT):
         """Waits until no menu is open and the next key goes to the application: a moment later, as the server sees it."""
         self.popups.wait_for(0, limit)
         wait_for(lambda: self._session.screen.grabs_left() == [], "keyboard and pointer free", limit, step=0.002)

@@ -6,7 +6,7 @@ import time
 
 from gi.repository import GLib
 from harness.applications import Application
-from harness.waiting import wait_for
+from harness.waiting import LIMIT, wait_for
 
 _PROGRAM = pathlib.Path(__file__).resolve().parent / "application.py"
 
@@ -63,5 +63,5 @@ class HostileApplication(Application):
             self._accessible = self._bus.application(self.pid)
         return self._accessible.name_on_bus
 
-    def wait_until_typed(self, text, limit=5.0):
+    def wait_until_typed(self, text, limit=LIMIT):
         wait_for(lambda: text in self.lines("typed"), f"{text!r} typed", limit)
