@@ -3,14 +3,15 @@
 //
 //     TARNWICK_WATCH=FILE     the times when the main loop was away, as MainLoopWatch writes them
 //     TARNWICK_HURRY=FACTOR   pauses and delays are FACTOR as long; 1 without
-//     TARNWICK_SWITCHES=FILE  twelve bytes for each switch of the front application that has been dealt with:
-//                             how many bytes are allocated then, and a line end
+//     TARNWICK_SWITCHES=FILE  24 bytes for each switch of the front application that has been dealt with: how
+//                             many bytes are allocated then, the process in front or 0, and a line end
 //     TARNWICK_LEAK=BYTES     so many are lost at each switch, for a test of who should see it
 #include "app/Desktop.h"
 #include "app/MainInterface.h"
 #include "app/TWAppChangeNotifier.h"
 #include "app/Translations.h"
 #include "foundation/NotificationCenter.h"
+#include "foundation/Workspace.h"
 #include "prefs/PreferencesWindowController.h"
 #include "tests/torture/MainLoopWatch.h"
 #include "tests/torture/WatchedClock.h"
@@ -43,6 +44,12 @@ void lose(int bytes)
         std::memset(::operator new(static_cast<std::size_t>(bytes)), 1, static_cast<std::size_t>(bytes));
 }
 
+qint64 processInFront()
+{
+    const auto active = Workspace::shared().activeApplication();
+    return active ? active->processIdentifier.value_or(0) : 0;
+}
+
 /// Observers are told in the order of their coming: this one when the program has read the new menu bar.
 std::unique_ptr<NotificationCenter::Observer> writeDownSwitches(const QString& path)
 {
@@ -53,7 +60,8 @@ std::unique_ptr<NotificationCenter::Observer> writeDownSwitches(const QString& p
     return NotificationCenter::defaultCenter().addObserver(
         TWAppChangedNotification, nullptr, [file, loss](const Notification&) {
             lose(loss);
-            file->write(QByteArray::number(qulonglong(allocatedBytes())).rightJustified(11) + '\n');
+            file->write(QByteArray::number(qulonglong(allocatedBytes())).rightJustified(11) + ' ' +
+                        QByteArray::number(processInFront()).rightJustified(11) + '\n');
         });
 }
 

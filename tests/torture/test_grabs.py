@@ -8,7 +8,7 @@ import time
 
 from Xlib import X
 
-from torture import WatchedTarnwick, dice, note, starved, times, wait_for
+from torture import WatchedTarnwick, dice, fair_time, note, times, wait_for
 
 from harness.accessible import AccessibilityBus
 from harness.applications import DATA, KITS, Fixture
@@ -145,7 +145,8 @@ class RandomSteps(DesktopTest):
         self.tarnwick.close_menu()
         self._assert_all_works()
         self.assertGreater(self.opened, len(steps) / 20)
-        self.assertGreater(sum(time <= FREE_WITHIN for time in self.freed), 0.98 * len(self.freed))
+        # One more, since of few steps one is more than two in a hundred.
+        self.assertLessEqual(sum(time > FREE_WITHIN for time in self.freed), 0.02 * len(self.freed) + 1, self.freed)
         note("random steps", len(steps))
         note("menus opened in them", self.opened)
         note("free after a step that leaves no menu, median", round(1000 * statistics.median(self.freed)), unit="ms")
@@ -171,15 +172,15 @@ class RandomSteps(DesktopTest):
 
     def _check(self):
         """With no menu open, what the other client does not hold is free; what was chosen in our own entry is undone."""
-        begin = time.monotonic()
+        begin = self._time()
         while left := self.other.grabs_left():
             if self.tarnwick.popups.count():
                 return
-            if time.monotonic() - begin > PATIENCE:
+            if self._time() - begin > PATIENCE:
                 self._close_menus_of_others(left)
-                begin = time.monotonic()
+                begin = self._time()
             time.sleep(0.001)
-        self.freed.append(time.monotonic() - begin)
+        self.freed.append(self._time() - begin)
         if not self.tarnwick.program.running():
             self.assertEqual((self.tarnwick.program.status(), self.tarnwick.program.output), (0, ""))
             type(self).tarnwick = WatchedTarnwick(self.session, hurry=HURRY)
@@ -188,6 +189,9 @@ class RandomSteps(DesktopTest):
         for window in self.screen.windows():
             if window.pid == self.tarnwick.pid:
                 self.screen.ask_to_close(window)
+
+    def _time(self):
+        return fair_time(self.tarnwick.pid, self.session.display_server_pid)
 
     def _close_menus_of_others(self, left):
         """At a key or a click an application may have opened a menu of its own, or the window manager its list of windows,
@@ -300,10 +304,10 @@ class AKilledProgram(DesktopTest):
 
     def assert_frees_both(self, tarnwick):
         self.assertNotEqual(self.screen.grabs_left(), [])
-        begin = time.monotonic()
-        tarnwick.program.kill()
+        tarnwick.program.kill()  # waits until it has ended
+        begin = fair_time(self.session.display_server_pid)
         wait_for(lambda: self.screen.grabs_left() == [], "keyboard and pointer free", step=0.001)
-        took = time.monotonic() - begin
+        took = fair_time(self.session.display_server_pid) - begin
         self.assertLess(took, FREE_WITHIN)
         self.screen.activate(self.application.window)
         self.application.forget()
@@ -442,14 +446,15 @@ class RecordingAHotKey(DesktopTest):
         tarnwick = Tarnwick(self.session, FirstRun=False)
         self.addCleanup(tarnwick.stop)
         preferences = Preferences(self.session, self.bus, tarnwick)
+        involved = (tarnwick.pid, self.session.display_server_pid, *self.session.services("openbox"))
         held = []
         for _ in range(times(HOLDS)):
             preferences.recorder.start()
             self.assertIn("keyboard", self.screen.grabs_left())
-            begin = time.monotonic()
+            begin = fair_time(*involved)
             self.screen.activate(self.application.window)
             wait_for(lambda: self.screen.grabs_left() == [], "keyboard and pointer free", step=0.001)
-            held.append(time.monotonic() - begin)
+            held.append(fair_time(*involved) - begin)
             self.screen.activate(preferences.window)
             wait_for(lambda: not preferences.recorder.is_recording(), "the end of recording", step=0.02)
         note("keyboard held by the recorder after a switch, longest", round(max(held), 3), HOLD, "s")
@@ -507,27 +512,34 @@ class WaitingForAStoppedApplication(DesktopTest):
         reader.close()
         return application
 
-    def held_for(self, application, *keys):
-        """Seconds from the keys, with Escape after them, until both are free: the application is stopped all the time.
+    def held_over(self, kit, *keys):
+        """Seconds over a new application, as often as the share says; one that is too many is the middle one of three."""
+        for _ in range(times(HOLDS)):
+            held = [self.held_for(kit, *keys)]
+            while held[0] > HOLD and len(held) < 3:
+                held.append(self.held_for(kit, *keys))
+            yield statistics.median(held)
 
-        Those do not count when Tarnwick or the display server were ready to run and others had the processor.
-        """
+    def held_for(self, kit, *keys):
+        """Seconds from the keys, with Escape after them, until both are free: the application is stopped all the time."""
+        application = self.over(kit)
         self.tarnwick.open()
         os.kill(application.pid, signal.SIGSTOP)
         try:
             for key in keys:
                 self.screen.tap(key)
-            begin = time.monotonic() - self.starved()
+            begin = self.time()
             for _ in range(4):
                 self.screen.tap("Escape")
             time.sleep(LOOKED_AFTER)
             wait_for(lambda: self.screen.grabs_left() == [], "keyboard and pointer free", step=0.002)
-            return time.monotonic() - self.starved() - begin
+            return self.time() - begin
         finally:
             os.kill(application.pid, signal.SIGCONT)
+            application.program.kill()
 
-    def starved(self):
-        return starved(self.tarnwick.pid, self.session.display_server_pid)
+    def time(self):
+        return fair_time(self.tarnwick.pid, self.session.display_server_pid)
 
     def test_holds_neither_keyboard_nor_pointer_for_long(self):
         ways = {"into one menu": ("Down", "Right"),
@@ -536,11 +548,8 @@ class WaitingForAStoppedApplication(DesktopTest):
         for name, keys in ways.items():
             held = []
             for kit in KITS:
-                for _ in range(times(HOLDS)):
-                    with self.subTest(kit, way=name):
-                        application = self.over(kit)
-                        held.append(self.held_for(application, *keys))
-                        application.program.kill()
+                with self.subTest(kit, way=name):
+                    held.extend(self.held_over(kit, *keys))
             note(f"keyboard and pointer held over a stopped application, {name}, longest", round(max(held), 3), HOLD, "s")
             self.assertLessEqual(max(held), HOLD, held)
 

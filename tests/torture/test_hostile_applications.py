@@ -169,10 +169,10 @@ class BesideAGoodOne(OverAnApplication):
         ordeal.closing = max(ordeal.closing, seen - self._back_after(pressed))
 
     def _last_seen(self, limit=5.0):
-        """The last time that a menu was seen: a slow look at it makes nobody else slow."""
-        seen = begin = time.monotonic()
-        while self.tarnwick.popups.count() and seen - begin < limit:
-            seen = time.monotonic()
+        """The last time that a look at a menu was begun: a slow one makes nobody else slow."""
+        seen = begin = looked = time.monotonic()
+        while self.tarnwick.popups.count() and looked - begin < limit:
+            seen, looked = looked, time.monotonic()
         return seen
 
     def _back_after(self, moment):
@@ -296,7 +296,9 @@ class AHostileApplication(BesideAGoodOne):
     def test_disappears_at_any_call(self):
         """With its window, or from the bus only."""
         self.judge("answers and ends", self.count_calls)
-        some = sorted(dice("disappearing").sample(range(1, self.calls + 1), times(self.calls)))
+        # The last ones need not come each time, and a few behaviours have none to spare.
+        certain = self.calls if SHARE >= 1 else int(0.9 * self.calls)
+        some = sorted(dice("disappearing").sample(range(1, certain + 1), times(self.calls)))
         self.gone = 0
         behaviours = [*(f"vanish {number}" for number in some), *(f"leave {number}" for number in some[::3])]
         for behaviour in behaviours:

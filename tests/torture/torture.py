@@ -45,7 +45,12 @@ def note(what, value, limit=None, unit=""):
             file.write(json.dumps(line, ensure_ascii=False) + "\n")
 
 
-_SWITCH = 12  # bytes of a line
+def fair_time(*pids):
+    """Seconds on a clock that stands still while others have the processor that these programs, or this one, could use."""
+    return time.monotonic() - starved(os.getpid(), *pids)
+
+
+_SWITCH = 24  # bytes of a line
 
 
 class Absence(typing.NamedTuple):
@@ -98,9 +103,18 @@ class WatchedTarnwick(Tarnwick):
         except OSError:
             return 0
 
+    def dealt_with(self):
+        """The process that was in front at the last of them; 0 while there was none."""
+        return self._last_switch()[1]
+
     def allocated(self):
         """Bytes that it had allocated when it had dealt with the last switch."""
-        return int(self.switches_file.read_bytes()[-_SWITCH:])
+        return self._last_switch()[0]
+
+    def _last_switch(self):
+        """In whole lines: the next one may be on its way."""
+        whole = self.switches() * _SWITCH
+        return [int(number) for number in self.switches_file.read_bytes()[:whole][-_SWITCH:].split()] if whole else [0, 0]
 
     def private_memory(self):
         """KiB of memory that this process shares with nobody."""
@@ -114,4 +128,4 @@ class WatchedTarnwick(Tarnwick):
         return pathlib.Path(f"/proc/{self.pid}/{name}").read_text()
 
 
-__all__ = ["Absence", "SEED", "SHARE", "WatchedTarnwick", "dice", "note", "starved", "times", "wait_for"]
+__all__ = ["Absence", "SEED", "SHARE", "WatchedTarnwick", "dice", "fair_time", "note", "times", "wait_for"]
