@@ -158,6 +158,9 @@ TEST_F(ExportedBarsTest, propertiesThatMakeNoSense_areNoBar)
     const FixtureProgram program(u"gtk3"_s, {u"--no-bar"_s});
     const xcb_window_t window = exportingWindowOf(program);
     EXPECT_TRUE(waitForTitles(Exported));
+    // Nobody waits for the end of a look: it may come to the exporter later.
+    ASSERT_TRUE(
+        QTest::qWaitFor([&] { return exporter.count(u"Start"_s) == exporter.count(u"End"_s); }, Limit));
     for (const auto& [sentence, service, path] : rows) {
         setText(x11, window, "_GTK_UNIQUE_BUS_NAME", service);
         setText(x11, window, "_GTK_MENUBAR_OBJECT_PATH", path);

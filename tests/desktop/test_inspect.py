@@ -34,7 +34,7 @@ class Inspecting(DesktopTest):
         return fixture
 
     def inspect(self, *options):
-        return subprocess.run([os.environ["TARNWICK_INSPECT"], *options], env=self.session.environment, timeout=20,
+        return subprocess.run([os.environ["TARNWICK_INSPECT"], *options], env=self.session.environment, timeout=60,
                               check=False, capture_output=True, text=True)
 
     def printed(self, *options):

@@ -12,7 +12,7 @@ from harness.navigation import Navigation
 from harness.preferences import (BUTTON, CHECK_BOX, Preferences, stored, wait_until_stored, windows_of)
 from harness.screen import LEFT, MIDDLE, RIGHT
 from harness.tarnwick import OPTION, Tarnwick
-from harness.tray import embedded_icon
+from harness.tray import icon_at_rest
 from harness.waiting import holds_for, wait_for
 
 A_WHILE = 0.4  # seconds in which a window or a menu would have come
@@ -111,7 +111,7 @@ class TheWindow(ThePreferences):
         self.start()
         self.tarnwick.wait_until_ready()
         reader = self.read_menus()
-        icon = wait_for(lambda: embedded_icon(self.screen, self.tarnwick.pid), "an icon in the tray")
+        icon = icon_at_rest(self.screen, self.tarnwick.pid)
         corner = icon.translate_coords(self.screen.root, 0, 0)
         self.screen.click(LEFT, at=(8 - corner.x, 8 - corner.y))
         reader.wait_for(1)

@@ -6,9 +6,10 @@ import signal
 import tempfile
 
 from harness.case import DesktopTest, main
+from harness.screen import Window
 from harness.session_manager import SessionManager
 from harness.tarnwick import Tarnwick
-from harness.tray import PublishedTray, embedded_icon
+from harness.tray import PublishedTray, embedded_icon, icon_at_rest
 from harness.waiting import holds_for, wait_for
 from harness.xsettings import XSettings
 
@@ -75,7 +76,7 @@ class TheEnd(DesktopTest):
                 os.kill(tarnwick.pid, number)
                 self.assertEqual(tarnwick.program.status(), 0)
                 self.assertEqual(tarnwick.program.output, "")
-                self.assertEqual(self.screen.grabs_left(), [])
+                wait_for(lambda: self.screen.grabs_left() == [], "keyboard and pointer free")
 
     def test_frees_the_name_for_the_next_start(self):
         for _ in range(2):
@@ -99,7 +100,7 @@ class TheEndOfTheSession(DesktopTest):
     def assert_ended_with_settings(self):
         self.assertEqual(self.tarnwick.program.status(), 0)
         self.assertIn("FontSizeSmall=17", self.tarnwick.settings_file.read_text())
-        self.assertEqual(self.screen.grabs_left(), [])
+        wait_for(lambda: self.screen.grabs_left() == [], "keyboard and pointer free")
 
     def test_ends_the_program_without_a_question_and_never_to_be_started_by_the_session(self):
         manager = self.begin()
@@ -169,14 +170,9 @@ class ATrayThatTakesWindowsIn(DesktopTest):
     def icon(self):
         return wait_for(lambda: embedded_icon(self.screen, self.tarnwick.pid), "an icon in the tray")
 
-    def center_of(self, icon):
-        geometry = icon.get_geometry()
-        corner = icon.translate_coords(self.screen.root, 0, 0)
-        return geometry.width // 2 - corner.x, geometry.height // 2 - corner.y
-
     def click(self, button):
-        icon = self.icon()
-        self.screen.click(button, at=self.center_of(icon))
+        icon = icon_at_rest(self.screen, self.tarnwick.pid)
+        self.screen.click(button, at=Window(self.screen, icon).center)
 
     def test_shows_the_item_when_it_comes_and_when_it_comes_back(self):
         tray = self.session.run("tint2")

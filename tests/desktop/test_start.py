@@ -7,7 +7,7 @@ from harness.case import DesktopTest, main
 from harness.over import OWN_ENTRY
 from harness.screen import LEFT, Window
 from harness.tarnwick import TRIGGER, Tarnwick
-from harness.tray import embedded_icon
+from harness.tray import embedded_icon, icon_at_rest
 from harness.waiting import holds_for, wait_for
 
 
@@ -35,7 +35,7 @@ class AnEmptyDesktop(DesktopTest):
         with self.subTest("a tray that comes late"):
             self.assertIsNone(embedded_icon(self.screen, tarnwick.pid))
             self.session.run("tint2")
-            icon = wait_for(lambda: embedded_icon(self.screen, tarnwick.pid), "an icon in the tray")
+            icon = icon_at_rest(self.screen, tarnwick.pid)
             self.screen.click(LEFT, at=Window(self.screen, icon).center)
             reader.wait_for(1)
             self.assertEqual(reader.titles(), ["About Tarnwick...", "Preferences...", "Quit"])
@@ -82,7 +82,7 @@ class NoAccessibility(DesktopTest):
         self.assertGreater(height, 10)
         tarnwick.close_menu()
         self.start_tray()  # it comes late, and finds the icon
-        icon = wait_for(lambda: embedded_icon(self.screen, tarnwick.pid), "an icon in the tray")
+        icon = icon_at_rest(self.screen, tarnwick.pid)
         self.screen.click(LEFT, at=Window(self.screen, icon).center)
         tarnwick.popups.wait_for(1)
         tarnwick.close_menu()

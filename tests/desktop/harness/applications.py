@@ -58,7 +58,8 @@ class Application:
 
     def text(self, bus):
         """What its text area holds."""
-        area = next(node for node in self.accessible(bus).descendants(12) if node.role == _TEXT)
+        area = wait_for(lambda: next((node for node in self.accessible(bus).descendants(12) if node.role == _TEXT), None),
+                        f"the text area of {self.program.name}")
         return area.text()
 
 

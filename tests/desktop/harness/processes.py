@@ -55,7 +55,7 @@ def command_line_of(pid):
         return ""
 
 
-def end_all_with(marker, limit=3.0):
+def end_all_with(marker, limit=5.0):
     """Ends what we have started, directly or not, with `marker` in its environment: kindly first."""
     end = time.monotonic() + limit
     asked = set()
@@ -112,7 +112,7 @@ class Program:
         wait_for(lambda: not self.running(), f"the end of {self.name}", limit)
         return self._process.returncode
 
-    def stop(self, limit=3.0):
+    def stop(self, limit=10.0):
         """Asks the program to end, then makes it."""
         if self.running():
             self._process.terminate()

@@ -108,7 +108,7 @@ class Session:
 
     def call(self, *command, text=None):
         """Runs a program to its end and returns its output; fails when the program does."""
-        result = subprocess.run([str(part) for part in command], env=self.environment, input=text, timeout=20,
+        result = subprocess.run([str(part) for part in command], env=self.environment, input=text, timeout=60,
                                 check=True, capture_output=True, text=True)
         return result.stdout
 
@@ -120,7 +120,7 @@ class Session:
         wait_for(lambda: self.clipboard() == text, "the text in the clipboard")
 
     def clipboard(self):
-        result = subprocess.run(["xclip", "-selection", "clipboard", "-out"], env=self.environment, timeout=5,
+        result = subprocess.run(["xclip", "-selection", "clipboard", "-out"], env=self.environment, timeout=20,
                                 check=False, capture_output=True, text=True)
         return result.stdout if result.returncode == 0 else None
 

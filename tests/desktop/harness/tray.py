@@ -3,6 +3,7 @@
 from gi.repository import Gio, GLib
 from Xlib import error
 
+from .screen import Window
 from .waiting import wait_for
 
 _WATCHER = "org.kde.StatusNotifierWatcher"
@@ -36,6 +37,20 @@ def embedded_icon(screen, pid):
         return search(screen.root)
     except error.XError:  # a window went while it was looked at
         return None
+
+
+def icon_at_rest(screen, pid):
+    """The same, once it is there and stays where it is: trays lay themselves out anew for it. It can be clicked on."""
+    places = []
+
+    def rests():
+        icon = embedded_icon(screen, pid)
+        try:
+            places.append(icon and Window(screen, icon).frame)
+        except error.XError:  # it went while it was looked at
+            places.append(None)
+        return icon if icon and len(places) > 10 and len(set(places[-10:])) == 1 else None
+    return wait_for(rests, "an icon at rest in the tray", step=0.03)
 
 
 class PublishedTray:

@@ -74,7 +74,7 @@ class WaylandSession(Session):
         return json.loads(self._swaymsg("-t", "get_tree"))
 
     def _swaymsg(self, *arguments):
-        return subprocess.run(["swaymsg", *arguments], env=self.environment, timeout=10, check=True,
+        return subprocess.run(["swaymsg", *arguments], env=self.environment, timeout=60, check=True,
                               capture_output=True, text=True).stdout
 
     def _start_compositor(self):
@@ -103,7 +103,7 @@ class WaylandSession(Session):
         wait_for(self._lets_us_in, "an X server that lets us in", step=0.05)
 
     def _lets_us_in(self):
-        return subprocess.run(["xhost"], env=self.environment, timeout=10, check=False, capture_output=True).returncode == 0
+        return subprocess.run(["xhost"], env=self.environment, timeout=60, check=False, capture_output=True).returncode == 0
 
 
 def _nodes(node):
