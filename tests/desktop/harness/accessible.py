@@ -153,7 +153,7 @@ class AccessibilityBus:
     def __init__(self, session_bus_address):
         self._session = connect(session_bus_address)
         address = self._session.call_sync("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress", None, None,
-                                          Gio.DBusCallFlags.NONE, 10000, None).unpack()[0]
+                                          Gio.DBusCallFlags.NONE, 30000, None).unpack()[0]
         self.address = address
         self.connection = connect(address)
 
@@ -165,16 +165,16 @@ class AccessibilityBus:
         """Whether somebody has switched accessibility on for the session."""
         return self._session.call_sync("org.a11y.Bus", "/org/a11y/bus", "org.freedesktop.DBus.Properties", "Get",
                                        GLib.Variant("(ss)", ("org.a11y.Status", "IsEnabled")), None,
-                                       Gio.DBusCallFlags.NONE, 5000, None).unpack()[0]
+                                       Gio.DBusCallFlags.NONE, 30000, None).unpack()[0]
 
     def switch_on(self):
         """Switches accessibility on for the session, when the registry runs: earlier some programs miss it."""
-        self.applications()
+        self.call(_REGISTRY, _ROOT, _ACCESSIBLE, "GetChildren", limit=30000)  # which may have to start first
         status = GLib.Variant("(ssv)", ("org.a11y.Status", "IsEnabled", GLib.Variant("b", True)))
         self._session.call_sync("org.a11y.Bus", "/org/a11y/bus", "org.freedesktop.DBus.Properties", "Set", status, None,
-                                Gio.DBusCallFlags.NONE, 5000, None)
+                                Gio.DBusCallFlags.NONE, 30000, None)
 
-    def call(self, destination, path, interface, method, arguments=None, limit=3000):
+    def call(self, destination, path, interface, method, arguments=None, limit=10000):
         """The first value of the answer; nothing when the call fails."""
         try:
             answer = self.connection.call_sync(destination, path, interface, method, arguments, None,

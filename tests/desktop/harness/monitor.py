@@ -66,7 +66,7 @@ class BusMonitor:
         """What the bus itself answers; nothing when it refuses."""
         try:
             return self._connection.call_sync("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
-                                              method, arguments, None, Gio.DBusCallFlags.NONE, 3000, None).unpack()[0]
+                                              method, arguments, None, Gio.DBusCallFlags.NONE, 30000, None).unpack()[0]
         except GLib.Error:
             return None
 

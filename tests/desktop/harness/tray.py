@@ -94,7 +94,7 @@ class PublishedTray:
 
     def _call(self, name, path, interface, method, arguments):
         return self._connection.call_sync(name, path, interface, method, arguments, None, Gio.DBusCallFlags.NONE,
-                                          5000, None).unpack()
+                                          30000, None).unpack()
 
     def _bus_call(self, method, arguments):
         return self._call("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", method, arguments)
