@@ -185,6 +185,8 @@ void X11HotKeys::_offerPress()
     _offerWhenEnded = MenuTracking::shared().active();
     if (_offerWhenEnded)
         return;
+    // Once the menu is there: it sees the key's release alone, and may have had it by then.
+    QMetaObject::invokeMethod(this, &X11HotKeys::_forgetHeldKeyWhenUp, Qt::QueuedConnection);
     const auto handlers = _handlers;
     for (auto handler = handlers.rbegin(); handler != handlers.rend(); ++handler)
         if ((*handler)() == noErr)

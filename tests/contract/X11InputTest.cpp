@@ -3,6 +3,7 @@
 #include "platform/linux/X11Connection.h"
 #include "platform/linux/X11EventTaps.h"
 #include "platform/linux/X11HotKeys.h"
+#include "platform/qt/MenuTracking.h"
 #include "tests/contract/EventTapsContract.h"
 #include "tests/contract/HotKeysContract.h"
 
@@ -134,6 +135,37 @@ TEST(X11HotKeys, severalCombinationsAreHeldAtOnce)
     hotKeys.unregisterEventHotKey(*first);
     press(u"alt+F6"_s);
     EXPECT_EQ(presses, 1);
+}
+
+TEST(X11HotKeys, aPressAfterAReleaseThatOnlyTheMenuHasSeen_isNew)
+{
+    /// As the input of an open menu: the releases of keys are its own.
+    class Menu final : public QAbstractNativeEventFilter
+    {
+    public:
+        bool nativeEventFilter(const QByteArray& /*eventType*/, void* message, qintptr* /*result*/) override
+        {
+            const auto* event = static_cast<const xcb_generic_event_t*>(message);
+            return (event->response_type & 0x7F) == XCB_KEY_RELEASE;
+        }
+    };
+    X11HotKeys hotKeys;
+    int presses = 0;
+    hotKeys.installEventHandler([&] {
+        if (++presses > 1)
+            return HotKeys::noErr;
+        MenuTracking::shared().begin();
+        Menu menu;
+        qApp->installNativeEventFilter(&menu);
+        user({u"keyup"_s, u"F5"_s, u"keyup"_s, u"alt"_s});
+        press(u"alt+F5"_s);
+        EXPECT_EQ(presses, 1) << "not while the menu is not quite closed";
+        MenuTracking::shared().end();
+        return HotKeys::noErr;
+    });
+    ASSERT_TRUE(hotKeys.registerEventHotKey(F5, Option, {}, 0));
+    user({u"keydown"_s, u"alt"_s, u"keydown"_s, u"F5"_s});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return presses == 2; }));
 }
 
 TEST(X11HotKeys, theOneThatEnds_givesItsCombinationsBack)
