@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/DesktopShortcutStores.h"
 
+#include "tests/FairTimer.h"
+
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -41,6 +42,15 @@ protected:
     {
         const DesktopShortcutStores stores(_folder.filePath(u"user"_s), {_folder.filePath(u"system"_s)});
         return stores.read(desktops);
+    }
+    /// Of settings programs that answer: on a busy machine not always within the limit that there is for
+    /// them.
+    [[nodiscard]] std::optional<QList<DesktopShortcut>> readInTime(const QStringList& desktops) const
+    {
+        auto shortcuts = read(desktops);
+        for (int further = 20; !shortcuts && further > 0; --further)
+            shortcuts = read(desktops);
+        return shortcuts;
     }
 
     QTemporaryDir _folder;
@@ -91,9 +101,10 @@ esac
           true);
     write(u"dconf"_s, "#!/bin/sh\n[ \"$1 $2\" = 'list /org/mate/desktop/keybindings/' ] && echo custom0/\n",
           true);
-    EXPECT_EQ(keysyms(read({u"ubuntu"_s, u"GNOME"_s})), (QList<quint32>{XKB_KEY_F4, XKB_KEY_e, XKB_KEY_x}));
-    EXPECT_EQ(keysyms(read({u"MATE"_s})), (QList<quint32>{XKB_KEY_F1, XKB_KEY_c}));
-    EXPECT_EQ(keysyms(read({u"X-Cinnamon"_s})), (QList<quint32>{XKB_KEY_d, XKB_KEY_e}));
+    EXPECT_EQ(keysyms(readInTime({u"ubuntu"_s, u"GNOME"_s})),
+              (QList<quint32>{XKB_KEY_F4, XKB_KEY_e, XKB_KEY_x}));
+    EXPECT_EQ(keysyms(readInTime({u"MATE"_s})), (QList<quint32>{XKB_KEY_F1, XKB_KEY_c}));
+    EXPECT_EQ(keysyms(readInTime({u"X-Cinnamon"_s})), (QList<quint32>{XKB_KEY_d, XKB_KEY_e}));
 }
 
 TEST_F(DesktopShortcutStoresTest, realSettings_areReadWhereTheyAreInstalled)
@@ -102,7 +113,7 @@ TEST_F(DesktopShortcutStoresTest, realSettings_areReadWhereTheyAreInstalled)
         QStandardPaths::findExecutable(u"gsettings"_s).isEmpty())
         GTEST_SKIP() << "no GNOME settings on this machine";
     qputenv("GSETTINGS_BACKEND", "memory"); // the defaults, and none of the user's own
-    const auto shortcuts = read({u"GNOME"_s});
+    const auto shortcuts = readInTime({u"GNOME"_s});
     qunsetenv("GSETTINGS_BACKEND");
     ASSERT_TRUE(shortcuts);
     EXPECT_TRUE(shortcuts->contains(DesktopShortcut{XKB_KEY_F4, 0, 0x800})) << "close a window";
@@ -121,10 +132,10 @@ TEST_F(DesktopShortcutStoresTest, settingsProgramThatFails_meansThatNothingIsKno
 TEST_F(DesktopShortcutStoresTest, settingsProgramThatHangs_isNotWaitedForLongerThanTheLimit)
 {
     write(u"gsettings"_s, "#!/bin/sh\nexec sleep 60\n", true);
-    QElapsedTimer since;
+    FairTimer since;
     since.start();
     EXPECT_FALSE(read({u"GNOME"_s}));
-    EXPECT_LT(since.elapsed(), 1400) << "half a second, and what a busy machine adds";
+    EXPECT_LT(since.fairElapsed(), 1400) << "half a second, and what a busy machine adds";
 }
 
 TEST_F(DesktopShortcutStoresTest, pipeInThePlaceOfAFile_isNotWaitedForAndMeansThatNothingIsKnown)
