@@ -2,8 +2,10 @@
 #include "platform/qt/QtAlerts.h"
 
 #include <QGuiApplication>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QStyle>
 
 #include <utility>
 
@@ -45,6 +47,18 @@ void addButtons(QMessageBox& box, const QStringList& titles)
     }
 }
 
+/// A label begins where its text does: one in English would stay at the left of an alert that runs from right
+/// to left.
+void alignTexts(const QMessageBox& box)
+{
+    const auto leading = QStyle::visualAlignment(box.layoutDirection(), Qt::AlignLeading);
+    const auto labels = box.findChildren<QLabel*>();
+    for (QLabel* label : labels) {
+        if (!label->text().isEmpty()) // the icon is one, too
+            label->setAlignment(leading | Qt::AlignAbsolute | (label->alignment() & Qt::AlignVertical_Mask));
+    }
+}
+
 void present(QMessageBox& box, const Alert& alert)
 {
     box.setWindowTitle(QGuiApplication::applicationDisplayName());
@@ -52,6 +66,7 @@ void present(QMessageBox& box, const Alert& alert)
     box.setTextFormat(Qt::PlainText);
     box.setText(alert.messageText);
     box.setInformativeText(alert.informativeText);
+    alignTexts(box);
     addButtons(box, alert.buttonTitles);
 }
 

@@ -66,6 +66,26 @@ TEST(QtAlerts, buttons_answerWithTheirNumbers)
                   1000 + i);
 }
 
+TEST(QtAlerts, texts_beginWhereTheAlertDoes)
+{
+    for (const auto direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+        QApplication::setLayoutDirection(direction);
+        int texts = 0;
+        static_cast<void>(runAnswered(accessAlert(), [&](QMessageBox& box) {
+            for (const QLabel* label : box.findChildren<QLabel*>()) {
+                if (label->text().isEmpty())
+                    continue;
+                const auto side = direction == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft;
+                EXPECT_EQ(label->alignment() & Qt::AlignHorizontal_Mask, side | Qt::AlignAbsolute);
+                ++texts;
+            }
+            box.close();
+        }));
+        EXPECT_EQ(texts, 2);
+    }
+    QApplication::setLayoutDirection(Qt::LeftToRight);
+}
+
 TEST(QtAlerts, returnAnswersAsTheFirstButton_escapeAsTheSecond)
 {
     EXPECT_EQ(runAnswered(accessAlert(), [](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Return); }),
