@@ -365,7 +365,7 @@ class TheWindowManager(DesktopTest):
 
     def assert_all_is_as_before(self):
         self.tarnwick.close_menu()
-        self.assertEqual(self.screen.grabs_left(), [])
+        wait_for(lambda: self.screen.grabs_left() == [], "keyboard and pointer free")
         self.screen.activate(self.application.window)
         reader = self.tarnwick.reader(self.bus)
         try:

@@ -113,8 +113,12 @@ class WatchedTarnwick(Tarnwick):
 
     def _last_switch(self):
         """In whole lines: the next one may be on its way."""
-        whole = self.switches() * _SWITCH
-        return [int(number) for number in self.switches_file.read_bytes()[:whole][-_SWITCH:].split()] if whole else [0, 0]
+        count = self.switches()
+        if not count:
+            return [0, 0]
+        with open(self.switches_file, "rb") as file:
+            file.seek((count - 1) * _SWITCH)
+            return [int(number) for number in file.read(_SWITCH).split()]
 
     def private_memory(self):
         """KiB of memory that this process shares with nobody."""
