@@ -42,7 +42,7 @@ QString drawnTitle(const MenuItem& item)
 
 QString menuActionText(const MenuItem& item, Qt::LayoutDirection menu)
 {
-    const QString title = inItsOwnDirection(withDrawnAmpersands(drawnTitle(item)), menu);
+    QString title = inItsOwnDirection(withDrawnAmpersands(drawnTitle(item)), menu);
     const QString shortcut = keyEquivalentText(item.keyEquivalent(), item.keyEquivalentModifierMask());
     if (shortcut.isEmpty() || item.hasSubmenu())
         return title;
