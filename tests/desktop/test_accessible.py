@@ -1,6 +1,5 @@
 # SPDX-License-Identifier: MIT
 """Tarnwick itself for those who hear it or use it with the keyboard alone: read by a client that knows nothing of it."""
-import os
 
 from harness.accessible import (CHECKED, ENABLED, FOCUSED, MENU_ITEM, POPUP_MENU, SENSITIVE, SEPARATOR, SHOWING,
                                 VISIBLE)
@@ -24,13 +23,9 @@ class ThePreferences(DesktopTest):
     @classmethod
     def prepare(cls):
         cls.connect_accessibility().switch_on()
-        folder = cls.session.directory / "bin"
-        folder.mkdir()
-        browser = folder / "xdg-open"
-        browser.write_text(f'#!/bin/sh\necho "$1" >>{folder}/opened\n')
-        browser.chmod(0o755)
-        cls.opened = folder / "opened"
-        cls.tarnwick = Tarnwick(cls.session, environment={"PATH": f"{folder}:{os.environ['PATH']}"}, FirstRun=False)
+        cls.opened = cls.session.directory / "opened"
+        cls.session.replace_program("xdg-open", f'echo "$1" >>{cls.opened}')
+        cls.tarnwick = Tarnwick(cls.session, FirstRun=False)
         cls.preferences = Preferences(cls.session, cls.bus, cls.tarnwick)
 
     def showing(self):

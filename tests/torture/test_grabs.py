@@ -145,8 +145,7 @@ class RandomSteps(DesktopTest):
         self.tarnwick.close_menu()
         self._assert_all_works()
         self.assertGreater(self.opened, len(steps) / 20)
-        # One more, since of few steps one is more than two in a hundred.
-        self.assertLessEqual(sum(time > FREE_WITHIN for time in self.freed), 0.02 * len(self.freed) + 1, self.freed)
+        self.assertGreater(sum(time <= FREE_WITHIN for time in self.freed), 0.98 * len(self.freed), self.freed)
         note("random steps", len(steps))
         note("menus opened in them", self.opened)
         note("free after a step that leaves no menu, median", round(1000 * statistics.median(self.freed)), unit="ms")
@@ -304,8 +303,8 @@ class AKilledProgram(DesktopTest):
 
     def assert_frees_both(self, tarnwick):
         self.assertNotEqual(self.screen.grabs_left(), [])
-        tarnwick.program.kill()  # waits until it has ended
         begin = fair_time(self.session.display_server_pid)
+        tarnwick.program.kill()
         wait_for(lambda: self.screen.grabs_left() == [], "keyboard and pointer free", step=0.001)
         took = fair_time(self.session.display_server_pid) - begin
         self.assertLess(took, FREE_WITHIN)
@@ -467,13 +466,9 @@ class RecordingWhereTheSettingsProgramHangs(DesktopTest):
     @classmethod
     def prepare(cls):
         cls.connect_accessibility().switch_on()
-        folder = cls.session.directory / "hanging"
-        folder.mkdir()
-        program = folder / "gsettings"
-        program.write_text('#!/bin/sh\necho "$@" >>"$0.asked"\nexec sleep 60\n')
-        program.chmod(0o700)
-        cls.asked = folder / "gsettings.asked"
-        cls.session.environment.update(XDG_CURRENT_DESKTOP="GNOME", PATH=f"{folder}:{os.environ['PATH']}")
+        cls.asked = cls.session.directory / "asked"
+        cls.session.replace_program("gsettings", f'echo "$@" >>{cls.asked}\nexec sleep 60')
+        cls.session.environment["XDG_CURRENT_DESKTOP"] = "GNOME"
 
     def test_does_not_wait_for_it_for_long(self):
         tarnwick = WatchedTarnwick(self.session, FirstRun=False)
@@ -513,16 +508,8 @@ class WaitingForAStoppedApplication(DesktopTest):
         reader.close()
         return application
 
-    def held_over(self, kit, *keys):
-        """Seconds over a new application, as often as the share says; one that is too many is the middle one of three."""
-        for _ in range(times(HOLDS)):
-            held = [self.held_for(kit, *keys)]
-            while held[0] > HOLD and len(held) < 3:
-                held.append(self.held_for(kit, *keys))
-            yield statistics.median(held)
-
     def held_for(self, kit, *keys):
-        """Seconds from the keys, with Escape after them, until both are free: the application is stopped all the time."""
+        """Seconds from the keys, with Escape after them, until both are free, over a new application that is stopped."""
         application = self.over(kit)
         self.tarnwick.open()
         os.kill(application.pid, signal.SIGSTOP)
@@ -550,7 +537,7 @@ class WaitingForAStoppedApplication(DesktopTest):
             held = []
             for kit in KITS:
                 with self.subTest(kit, way=name):
-                    held.extend(self.held_over(kit, *keys))
+                    held += [self.held_for(kit, *keys) for _ in range(times(HOLDS))]
             note(f"keyboard and pointer held over a stopped application, {name}, longest", round(max(held), 3), HOLD, "s")
             self.assertLessEqual(max(held), HOLD, held)
 
