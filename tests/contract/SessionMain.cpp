@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The main function of tests that need a desktop. Started first, it makes a private session and starts itself
 // again inside it.
+#include "platform/linux/QtArguments.h"
 #include "tests/contract/PrivateSession.h"
 
 #include <QApplication>
@@ -18,7 +19,8 @@ constexpr int Skipped = 77;
 int runInside(int argc, char** argv)
 {
     ::testing::InitGoogleTest(&argc, argv);
-    const QApplication application(argc, argv);
+    tarnwick::QtArguments arguments(argc, argv); // as the program runs: without the toolkit's own grabs
+    const QApplication application(arguments.argc(), arguments.argv());
     return RUN_ALL_TESTS();
 }
 

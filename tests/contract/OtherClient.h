@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/X11Connection.h"
+
+#include <QSet>
+
+namespace tarnwick {
+
+/// Another program on the display: its requests and grabs are not ours. They end with it.
+class OtherClient
+{
+public:
+    OtherClient() : _own(xcb_connect(nullptr, nullptr)), _x11(_own) {}
+    ~OtherClient() { xcb_disconnect(_own); }
+    OtherClient(const OtherClient&) = delete;
+    OtherClient& operator=(const OtherClient&) = delete;
+
+    [[nodiscard]] X11Connection& x11() { return _x11; }
+
+    /// False when somebody else has the key with these modifiers.
+    bool grab(quint8 keyCode, quint16 modifiers)
+    {
+        const auto cookie = xcb_grab_key_checked(_own, 0, _x11.root(), modifiers, keyCode,
+                                                 XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+        return XcbOwned<xcb_generic_error_t>(xcb_request_check(_own, cookie)) == nullptr;
+    }
+
+    /// The modifiers with which somebody else has the key, of all 256 combinations.
+    [[nodiscard]] QSet<quint16> heldByOthers(quint8 keyCode)
+    {
+        constexpr quint16 combinations = 256;
+        QSet<quint16> held;
+        for (quint16 modifiers = 0; modifiers < combinations; ++modifiers)
+            if (!grab(keyCode, modifiers))
+                held.insert(modifiers);
+        xcb_ungrab_key(_own, keyCode, _x11.root(), XCB_MOD_MASK_ANY);
+        _x11.sync();
+        return held;
+    }
+
+private:
+    xcb_connection_t* _own;
+    X11Connection _x11;
+};
+
+} // namespace tarnwick
