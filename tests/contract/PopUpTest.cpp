@@ -4,6 +4,7 @@
 #include "menu/MenuDelegate.h"
 #include "menu/MenuItem.h"
 #include "platform/linux/QMenuPresenter.h"
+#include "platform/linux/X11Focus.h"
 #include "tests/contract/DesktopControl.h"
 #include "tests/contract/OtherClient.h"
 #include "tests/fakes/FakeApplication.h"
@@ -79,12 +80,25 @@ protected:
         const auto item = MenuItem::create(u"Choose"_s, u"choose"_s);
         item->setTarget(_target);
         _menu->addItem(item);
-        desktop_control::focus(_front);
-        QTest::qWait(0);
+        _next = focusedWindow();
+        _front = focusedWindow();
         waitUntilPrepared();
     }
 
     void TearDown() override { Application::setShared(nullptr); }
+
+    /// A window to which the window manager has given the focus. It is asked again while it starts.
+    [[nodiscard]] xcb_window_t focusedWindow()
+    {
+        const xcb_window_t window = desktop_control::makeWindow({}, false, _other.x11());
+        EXPECT_TRUE(QTest::qWaitFor(
+            [window] {
+                desktop_control::activate(window);
+                return focusWindow(X11Connection::shared()) == window;
+            },
+            20'000));
+        return window;
+    }
 
     /// The window of the next pop-up is made when nobody waits for it.
     static void waitUntilPrepared()
@@ -116,8 +130,8 @@ protected:
     std::shared_ptr<Target> _target = std::make_shared<Target>();
     Delegate _delegate;
     OtherClient _other;
-    xcb_window_t _front = desktop_control::makeWindow({}, true, _other.x11());
-    xcb_window_t _next = desktop_control::makeWindow({}, true, _other.x11());
+    xcb_window_t _front = XCB_WINDOW_NONE;
+    xcb_window_t _next = XCB_WINDOW_NONE;
 };
 
 TEST_F(PopUp, chosen_performsTheAction)
