@@ -4,11 +4,13 @@ import os
 import pathlib
 import subprocess
 import sys
+import time
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "tests/desktop"))
 
 from harness.accessible import POPUP_MENU, AccessibilityBus  # noqa: E402
 from harness.applications import Fixture  # noqa: E402
+from harness.processes import descendants_of  # noqa: E402
 from harness.session import Session  # noqa: E402
 from harness.tarnwick import Tarnwick  # noqa: E402
 from harness.waiting import wait_for  # noqa: E402
@@ -17,6 +19,7 @@ from table import Series  # noqa: E402
 
 PROGRAMS = pathlib.Path(os.environ["TARNWICK_BENCH"])
 WARM_UP = 3  # rounds that do not count
+AFTER_START = 3.0  # seconds; a program at rest for so long has started, and waits for no application's menus
 MANY = "Many"  # the entry that --grow gives a fixture
 
 
@@ -29,9 +32,9 @@ def run(session, program, *arguments, limit=300):
     return result.stdout
 
 
-def milliseconds(output):
+def milliseconds(output, warm_up=WARM_UP):
     """The times that a measuring program has written, those of the warm-up left out."""
-    return [int(line) / 1000 for line in output.splitlines() if line.isdigit()][WARM_UP:]
+    return [int(line) / 1000 for line in output.splitlines() if line.isdigit()][warm_up:]
 
 
 def messages(output):
@@ -45,6 +48,36 @@ def assert_nobody_listens(bus):
                          "GetRegisteredEvents")
     if listeners != []:
         raise RuntimeError(f"somebody listens on the accessibility bus: {listeners}")
+
+
+def wait_for_rest(seconds, pids=None):
+    """Waits until none of these processes, or of the session, has had anything to do for so long.
+
+    Who waits for a processor has something to do. The caret of a text field blinks every half second.
+    """
+    since, last = time.monotonic(), None
+
+    def rests():
+        nonlocal since, last
+        turns = [_turns(pid) for pid in pids or descendants_of(os.getpid())]
+        if turns != last or None in turns:
+            since, last = time.monotonic(), turns
+        return time.monotonic() - since > seconds
+    wait_for(rests, "a session at rest", limit=120, step=0.02)
+
+
+def _turns(pid):
+    """How often the threads of a process have been given a processor; nothing while one of them wants it."""
+    turns = 0
+    for status in pathlib.Path(f"/proc/{pid}/task").glob("*/status"):
+        try:
+            lines = dict(line.split(":", 1) for line in status.read_text().splitlines())
+        except OSError:
+            return None
+        if lines["State"].strip()[0] not in "SZ":
+            return None
+        turns += sum(int(value) for name, value in lines.items() if name.endswith("ctxt_switches"))
+    return turns
 
 
 class PlainTarnwick(Tarnwick):

@@ -2,8 +2,10 @@
 """What the figures of the table are made of."""
 import contextlib
 import io
+import struct
 import unittest
 
+from display_counter import Connection
 from line import fitted
 from table import HEAD, Series, late, print_compared, print_head
 
@@ -64,6 +66,33 @@ class Lines(unittest.TestCase):
         """Half as much again at the one end weighs as much as at the other."""
         fixed, slope, _ = fitted({10: 10, 100: 100, 1000: 1000, 3000: 4500})
         self.assertLess(abs((fixed + slope * 10) / 10 - 1), 0.1)
+
+
+class Connections(unittest.TestCase):
+    """Of a program that asks for an extension, uses it, and sends more than 256 KiB; with an event in between."""
+
+    SENT = b"".join([
+        struct.pack("<BxHHHHxx", ord("l"), 11, 0, 3, 5) + b"key\0" + b"value\0\0\0",
+        struct.pack("<BxHHxx", 98, 4, 7) + b"DAMAGES\0",
+        struct.pack("<BxHI", 43, 1, 0)[:4],
+        struct.pack("<BxHI", 72, 0, 4) + bytes(8),
+        struct.pack("<BBHI", 143, 2, 2, 0)])
+    RECEIVED = b"".join([
+        struct.pack("<BxHHH", 1, 11, 0, 2) + bytes(8),
+        struct.pack("<BxHIBB", 1, 1, 0, 1, 143) + bytes(22),
+        struct.pack("<BxH", 2, 1) + bytes(28),
+        struct.pack("<BxHI", 35, 1, 1) + bytes(28),
+        struct.pack("<BxHI", 1, 2, 2) + bytes(32),
+        struct.pack("<BxHI", 1, 4, 0) + bytes(24)])
+
+    def test_count_what_is_answered_however_the_bytes_come(self):
+        for size in (1, 7, 4096):
+            with self.subTest(size):
+                connection = Connection()
+                for bytes_of, take in ((self.SENT, connection.sent), (self.RECEIVED, connection.received)):
+                    for place in range(0, len(bytes_of), size):
+                        take(bytes_of[place:place + size])
+                self.assertEqual(dict(connection.answers), {"QueryExtension": 1, "GetInputFocus": 1, "DAMAGES 2": 1})
 
 
 if __name__ == "__main__":
