@@ -96,16 +96,14 @@ TEST_F(SessionBusWatchTest, busThatDoesNotAnswer_isGivenUpSoon_andAskedAgain)
         QElapsedTimer all;
         all.start();
         qint64 longest = 0;
-        qint64 longestHeldUp = 0;
         while (all.elapsed() < SomeAttempts) {
             FairTimer turn;
             turn.start();
             QTest::qWait(1);
             longest = std::max(longest, turn.elapsed());
-            longestHeldUp = std::max(longestHeldUp, turn.fairElapsed());
+            EXPECT_LE(turn.fairElapsed(), 2000) << "the toolkit itself would wait for 25 s";
         }
         EXPECT_GE(longest, 190) << "it was asked";
-        EXPECT_LE(longestHeldUp, 2000) << "the toolkit itself would wait for 25 s";
         EXPECT_EQ(changed.count(), 0);
         EXPECT_FALSE(watch().connection().isConnected());
     }

@@ -6,6 +6,7 @@
 #include <QByteArray>
 #include <QFile>
 
+#include <algorithm>
 #include <chrono>
 #include <fcntl.h>
 #include <unistd.h>
@@ -62,7 +63,8 @@ void MainLoopWatch::_answer(Moment asked)
     const Moment now = std::chrono::steady_clock::now();
     const double paused = std::exchange(_paused, 0);
     const double starved = secondsStarved();
-    const double starvedMeanwhile = starved - std::exchange(_starved, starved);
+    const double waited = std::chrono::duration<double>(now - asked).count();
+    const double starvedMeanwhile = std::min(waited, starved - std::exchange(_starved, starved));
     if (now - asked >= WorthALine || paused > 0) {
         const QByteArray line = secondsOf(secondsOf(asked)) + ' ' + secondsOf(secondsOf(now)) + ' ' +
                                 secondsOf(paused) + ' ' + secondsOf(starvedMeanwhile) + '\n';
