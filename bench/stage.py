@@ -86,13 +86,12 @@ class PlainTarnwick(Tarnwick):
     always = {"QT_STYLE_OVERRIDE": "bench-no-delay", "QT_PLUGIN_PATH": str(PROGRAMS / "bench-plugins")}
 
     def wait_until_mirrored(self, entries):
-        """Waits until its menu has become as high as one with so many entries must be."""
-        def height():
-            found = self.open().frame[3]
-            self.close_menu()
-            return found
-        self.wait_until_ready()
-        wait_for(lambda: height() > 15 * entries, "the menu of the program", step=0.2)
+        """Waits until it has time; then its menu is as high as one with so many entries must be."""
+        self.wait_until_at_rest()
+        height = self.open().frame[3]
+        self.close_menu()
+        if height <= 15 * entries:
+            raise RuntimeError(f"a menu of {height} pixels for {entries} entries")
 
 
 class _Fixture(Fixture):

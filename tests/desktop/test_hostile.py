@@ -2,12 +2,11 @@
 """Applications that end, hang or publish strange menus, and settings that make no sense."""
 import os
 import signal
-import time
 
 from harness.applications import Fixture
 from harness.case import DesktopTest, main
+from harness.fair import FairTimer
 from harness.over import OWN_ENTRY, OverAnApplication
-from harness.processes import starved
 from harness.tarnwick import Tarnwick
 from harness.waiting import wait_for
 
@@ -32,10 +31,6 @@ class AnApplicationThat(OverAnApplication):
         self.assert_nothing_is_held()
         self.screen.activate(self.application.window)
         self.wait_for_titles(self.titles)
-
-    def fair_time(self):
-        """Seconds on a clock that stands still while Tarnwick or the server could run and others had the processor."""
-        return time.monotonic() - starved(self.tarnwick.pid, self.session.display_server_pid)
 
     def test_ends_while_its_menu_is_open(self):
         for kit in ("gtk3", "qt5", "qt6"):
@@ -63,11 +58,11 @@ class AnApplicationThat(OverAnApplication):
                 victim = self.in_front(kit, title="Victim")
                 os.kill(victim.pid, signal.SIGSTOP)
                 self.tarnwick.open()
-                begin = self.fair_time()
+                timer = FairTimer(self.tarnwick.pid, self.session.display_server_pid)
                 self.screen.tap("Down")
                 self.screen.tap("Right")  # its submenu cannot be read
                 self.tarnwick.close_menu()
-                self.assertLess(self.fair_time() - begin, 2.0)
+                timer.read().assert_within(2.0, "closing the menu")
                 victim.program.kill()
                 self.assert_all_is_well()
 

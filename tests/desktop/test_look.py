@@ -7,7 +7,7 @@ from Xlib import X, display
 from harness.case import DesktopTest, main
 from harness.preferences import CHECK_BOX, Preferences
 from harness.tarnwick import Tarnwick
-from harness.waiting import wait_for
+from harness.waiting import try_until, wait_for
 from harness.xsettings import XSettings
 
 DARK, LIGHT = 90, 160  # means of a part of the screen, of 255
@@ -110,7 +110,7 @@ class WhatOtherDesktopsTell(LookTest):
         self.settings.set({"Gtk/EnableAnimations": 1, "Net/ThemeName": "Adwaita"})
         self.wait_for_look(dark=False)
         panes = itertools.cycle(("Hot Key", "About"))  # a program that gets no time jumps to the end
-        wait_for(lambda: len(self.heights_on_the_way_to(next(panes))) > 2, "heights in between")
+        try_until(lambda: len(self.heights_on_the_way_to(next(panes))) > 2, "heights in between", most=4)
 
 
 class WhatKdeTells(LookTest):

@@ -10,12 +10,13 @@ from Xlib import X
 
 from harness.applications import DATA, Fixture, mousepad
 from harness.case import DesktopTest, main
+from harness.fair import FairTimer
 from harness.popup import PopUps
-from harness.processes import starved
+from harness.rest import wait_until_asleep
 from harness.screen import LEFT, MIDDLE, RIGHT
 from harness.tarnwick import OPTION, TRIGGER
 from harness.tools import require
-from harness.waiting import TimedOut, holds_for, wait_for
+from harness.waiting import holds_for, wait_for
 
 BACK, FORWARD = 8, 9
 
@@ -52,17 +53,18 @@ class Driver:
 
     def open(self):
         """Opens the menu with the hot key and gives its window."""
+        return self.open_with(TRIGGER, OPTION)
+
+    def open_with(self, key, *held):
         self.forget()
-        self._session.screen.tap(TRIGGER, OPTION)
+        self._session.screen.chord(key, *held)
         return self.popups.wait_for(1)[0]
 
     def close(self):
-        def closed():
-            if not self.popups.count():
-                return True
+        """Presses Escape once for each menu that is open."""
+        while before := self.popups.count():
             self._session.screen.tap("Escape")
-            return False
-        wait_for(closed, "the menu closed", step=0.02)
+            wait_for(lambda count=before: self.popups.count() < count, "a menu closed", step=0.002)
         self.wait_until_returned()
 
 
@@ -107,18 +109,16 @@ class PopUpTest(DesktopTest):
             wait_for(lambda: len(self.driver.lines("highlight")) > before, "another entry highlighted")
         self.fail(f"{title!r} never highlighted: {self.driver.lines()}")
 
-    def fair_time(self):
-        """Seconds on a clock that stands still while the driver or the server could run and others had the processor."""
-        return time.monotonic() - starved(self.driver.program.pid, self.session.display_server_pid)
+    def fair_timer(self):
+        """For what the driver and the server have to do."""
+        return FairTimer(self.driver.program.pid, self.session.display_server_pid)
 
     def milliseconds_until_painted(self, rounds):
-        """Of some pop-ups, by what the driver measures from the press on; others may have had its processor meanwhile."""
+        """Of some pop-ups, by what the driver measures from the press on."""
         found = []
         for _ in range(rounds):
-            before = starved(self.driver.program.pid)
             self.driver.open()
-            painted = float(wait_for(lambda: self.driver.lines("painted"), "the paint")[0].split()[1])
-            found.append(max(0.0, painted - 1000 * (starved(self.driver.program.pid) - before)))
+            found.append(float(wait_for(lambda: self.driver.lines("painted"), "the paint")[0].split()[1]))
             self.driver.close()
         return found
 
@@ -405,14 +405,9 @@ class TheFocusOfQt6(TheFocus):
 
 class TheHotKey(PopUpTest):
     def open_once_followed(self, modifier=OPTION):
-        """Another map is followed a moment later; one press more while the menu is open would be dropped."""
-        def opens():
-            self.screen.tap(TRIGGER, modifier)
-            try:
-                return self.driver.popups.wait_for(1, limit=0.5)
-            except TimedOut:
-                return None
-        wait_for(opens, "a menu on the other map")
+        """Another map is followed a moment later: when the server has told of it, and the driver has acted on that."""
+        wait_until_asleep([self.session.display_server_pid, self.driver.program.pid])
+        return self.driver.open_with(TRIGGER, modifier)
 
     def test_works_with_every_lock_key(self):
         for locks in (("Caps_Lock",), ("Num_Lock",), ("Caps_Lock", "Num_Lock")):
@@ -467,14 +462,15 @@ class TheHotKey(PopUpTest):
         self.assertEqual(len(self.driver.lines("needs-update")), 1)
 
     def test_still_held_when_the_menu_has_closed_opens_no_other(self):
+        self.session.call("xset", "r", "rate", "150", "40")
+        self.addCleanup(self.session.call, "xset", "r", "rate")
         self.screen.press(OPTION)
         self.screen.press(TRIGGER)
         self.driver.popups.wait_for(1)
-        self.screen.tap("Escape")
+        self.screen.click(at=(self.place[0] - 40, self.place[1] - 20))  # another key would end the repeating
         self.driver.popups.wait_for(0)
         self.driver.wait_until_returned()
-        time.sleep(0.8)
-        self.assertEqual(len(self.driver.lines("needs-update")), 1)
+        holds_for(lambda: len(self.driver.lines("needs-update")) == 1, 1.0, "another menu")
         self.screen.release(TRIGGER)
         self.screen.release(OPTION)
         self.driver.open()
@@ -516,8 +512,8 @@ class TheHotKey(PopUpTest):
         refused = Driver(self.session, "--key", "11", "0x1000")
         self.assertEqual(refused.all_lines(), ["refused"])
         release()
-        again = self.screen.hold_key("b", X.ControlMask)
-        again()
+        for locks in (0, X.LockMask, X.Mod2Mask, X.LockMask | X.Mod2Mask):
+            self.screen.hold_key("b", X.ControlMask | locks)()  # fails where something is left
         refused.program.stop()
 
     def test_codes_out_of_range_are_refused(self):
@@ -551,14 +547,14 @@ class SomebodyElsesGrab(PopUpTest):
     def test_of_the_pointer_is_waited_for_a_second_at_a_button(self):
         self.screen.root.grab_pointer(False, 0, X.GrabModeAsync, X.GrabModeAsync, 0, 0, X.CurrentTime)
         self.screen.display.sync()
-        begin = self.fair_time()
+        timer = self.fair_timer()
         self.screen.click(BACK)
         self.driver.wait_until_returned()
-        waited = self.fair_time() - begin
+        waited = timer.read()
         self.screen.display.ungrab_pointer(X.CurrentTime)
         self.screen.display.sync()
         self.assertEqual(self.driver.lines("returned"), ["returned 0"])
-        self.assertLess(waited, 2.0)
+        waited.assert_within(2.0, "giving up")
 
 
 class AnExtraButton(PopUpTest):
@@ -660,13 +656,13 @@ class TheEndOfTheMenu(PopUpTest):
     def test_waits_for_no_more_than_a_moment(self):
         self.driver.open()
         self.screen.tap("Down")
-        begin, fair_begin = time.monotonic(), self.fair_time()
+        timer = self.fair_timer()
         self.screen.press("Return")
         self.driver.wait_until_returned()
-        waited, fairly_waited = time.monotonic() - begin, self.fair_time() - fair_begin
+        waited = timer.read()
         self.screen.release("Return")
-        self.assertGreater(waited, 0.5)
-        self.assertLess(fairly_waited, 1.0)
+        self.assertGreater(waited.passed, 0.5)
+        waited.assert_within(1.0, "the choice")
 
     def test_waits_for_the_button_that_closed_it(self):
         frame = self.driver.open().frame
@@ -859,10 +855,11 @@ class AnEmptyMenu(PopUpTest):
 
 class Speed(PopUpTest):
     def test_the_menu_is_painted_within_a_few_milliseconds(self):
+        """What a busy machine adds is not taken off: it hits one pop-up and not the one in the middle."""
         times = self.milliseconds_until_painted(50)
         print(f"key press to first paint: median {statistics.median(times):.1f} ms, "
               f"first {times[0]:.1f}, worst {max(times):.1f}", flush=True)
-        self.assertLess(statistics.median(times), 50)
+        self.assertLess(statistics.median(times), 10)
 
 
 if __name__ == "__main__":

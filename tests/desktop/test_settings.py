@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
 """What each setting does: found in the settings file at the start, and changed while Tarnwick runs."""
-from harness.accessible import Item
+from harness.accessible import FOCUSED, Item
 from harness.applications import Fixture
 from harness.case import DesktopTest, main
 from harness.navigation import Navigation
@@ -8,7 +8,7 @@ from harness.over import OWN_ENTRY
 from harness.preferences import CHECK_BOX, SPIN_BUTTON, Preferences, wait_until_stored
 from harness.tarnwick import Tarnwick
 from harness.tray import embedded_icon
-from harness.waiting import TimedOut, holds_for, wait_for
+from harness.waiting import holds_for, wait_for
 
 ENTRY_HEIGHT = 16  # pixels, at least
 OWN = [Item("", separator=True), Item(OWN_ENTRY, holds_menu=True)]
@@ -97,13 +97,13 @@ class AChange(Settings):
         self.tarnwick = Tarnwick(self.session, FirstRun=False, **settings)
         self.addCleanup(self.tarnwick.stop)
         self.preferences = Preferences(self.session, self.bus, self.tarnwick)
-        self.wait_for_own_menus()
+        self.assert_own_menus()
         if pane:
             self.preferences.show_pane(pane)
 
-    def wait_for_own_menus(self):
+    def assert_own_menus(self):
         """Over Tarnwick's own window. Nothing is read back there: keys in its windows would take a detour meanwhile."""
-        wait_for(lambda: self.height() > 4 * ENTRY_HEIGHT, "Tarnwick's own menus in the menu", step=0.1)
+        self.assertGreater(self.height(), 4 * ENTRY_HEIGHT)
 
     def switch(self, box, **expected):
         self.preferences.click(box, CHECK_BOX)
@@ -117,30 +117,21 @@ class AChange(Settings):
     def bring_window_to_front(self):
         self.reader.close()
         self.screen.activate(self.preferences.window)
-        self.wait_for_own_menus()
+        self.assert_own_menus()
 
     def set_text_size(self, points):
-        """Types it again when a key was lost: those in its windows take a detour just after somebody has read its menus."""
         size = self.preferences.control("Text size of the menu", SPIN_BUTTON)
-
-        def is_stored():
-            self.screen.click(at=size.center)
-            self.screen.tap("a", "Control_L")
-            self.screen.type(f"{points}\t")
-            try:
-                wait_until_stored(self.tarnwick, limit=3.0, FontSizeSmall=points)
-                return True
-            except TimedOut:
-                return False
-        wait_for(is_stored, f"a text size of {points}")
+        self.screen.click(at=size.center)
+        wait_for(lambda: FOCUSED in size.states, "the field with the keyboard")
+        self.screen.tap("a", "Control_L")
+        self.screen.type(f"{points}\t")
+        wait_until_stored(self.tarnwick, FontSizeSmall=points)
 
     def height(self):
-        try:
-            return self.tarnwick.open(limit=3.0).frame[3]
-        except TimedOut:
-            return 0
-        finally:
-            self.tarnwick.close_menu()
+        self.tarnwick.wait_until_at_rest()
+        height = self.tarnwick.open().frame[3]
+        self.tarnwick.close_menu()
+        return height
 
     def test_of_the_shortcuts_shows_in_the_menus_that_open_next(self):
         self.start_with_window("General")

@@ -9,7 +9,7 @@ from Xlib.ext import res
 
 
 class Resources(typing.NamedTuple):
-    """`memory` is KiB that the process shares with nobody, `in_server` how many things it has in the X server."""
+    """`memory` is KiB that the process alone has written to, `in_server` how many things it has in the X server."""
 
     memory: int
     in_server: int
@@ -17,7 +17,7 @@ class Resources(typing.NamedTuple):
 
     @classmethod
     def of(cls, screen, pid):
-        return cls(_private_memory(pid), _in_server(screen.display, pid), len(os.listdir(f"/proc/{pid}/fd")))
+        return cls(private_memory(pid), _in_server(screen.display, pid), len(os.listdir(f"/proc/{pid}/fd")))
 
 
 def growth(values):
@@ -31,9 +31,10 @@ def growth(values):
     return more * (len(values) - 1) / (len(values) - quarter)  # what lies between the middles of the two
 
 
-def _private_memory(pid):
+def private_memory(pid):
+    """What comes from files is not in it: it becomes private when another program that has it, too, ends."""
     lines = pathlib.Path(f"/proc/{pid}/smaps_rollup").read_text().splitlines()
-    return sum(int(line.split()[1]) for line in lines if line.startswith(("Private_Clean", "Private_Dirty")))
+    return sum(int(line.split()[1]) for line in lines if line.startswith(("Private_Dirty:", "Swap:")))
 
 
 def _in_server(display, pid):

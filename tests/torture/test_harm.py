@@ -22,12 +22,13 @@ from gi.repository import GLib
 from Xlib import X, display
 from Xlib.protocol import event
 from resources import Resources
-from torture import fair_time, note, times
+from torture import note, times
 
 from test_never_list import FORBIDDEN
 
 from harness.applications import Fixture
 from harness.case import DesktopTest, main
+from harness.fair import FairTimer
 from harness.monitor import BusMonitor
 from harness.tools import require
 from harness.waiting import TimedOut, wait_for
@@ -43,7 +44,8 @@ APART_FOR = 0.3  # seconds between blocks of pings afterwards
 LOOKS = 9  # at what it holds
 LOOK = 1.5  # seconds: a caret has been there and gone
 
-MEMORY = 512  # KiB: less than 64 bytes a read in 10,000, with room for what an allocator keeps for later
+# KiB, with room for what an allocator keeps for later: less than 64 bytes a read in 10,000, 1.1 KiB in the share of CI.
+MEMORY = 512 if READS >= WHOLE else 128
 LATER = 0.010  # seconds that the median may be later; a machine that does something else meanwhile makes as much
 A_PICTURE = 0.016  # how much later the median may be while it is read on end: one picture of the screen
 
@@ -74,15 +76,15 @@ class Ping:
     def seconds(self, limit=30.0):
         """Until the answer has come; when others had the processor that we or the server could use does not count."""
         self._number += 1
-        begin = fair_time(self._server)
+        timer = FairTimer(self._server)
         self._window.send_event(event.ClientMessage(window=self._window, client_type=self._protocols,
                                                     data=(32, [self._ping, self._number, self._window.id, 0, 0])))
         self._display.flush()
         while not self._answered():
-            if fair_time(self._server) > begin + limit:
+            if timer.read().passed > limit:
                 raise TimedOut("no answer to a ping")
             select.select([self._display], [], [], 1.0)
-        return fair_time(self._server) - begin
+        return timer.read()
 
     def _answered(self):
         answered = False
@@ -108,13 +110,13 @@ class Escape:
     def seconds(self, limit=30.0):
         """Until the line is there; when others had the processor that we or the server could use does not count."""
         size = self._log.stat().st_size
-        begin = fair_time(self._server)
+        timer = FairTimer(self._server)
         self._screen.tap(self._code)
         while self._log.stat().st_size == size:
-            if fair_time(self._server) > begin + limit:
+            if timer.read().passed > limit:
                 raise TimedOut("a key has not arrived")
             time.sleep(0.0002)
-        return fair_time(self._server) - begin
+        return timer.read()
 
 
 def late(values):
@@ -259,18 +261,19 @@ class ReadAgainAndAgain:
             with self.subTest(what):
                 more = getattr(after, what) - getattr(before, what)
                 note(f"{self.kit}: {what.replace('_', ' ')}, more after the reads", more, limit, unit)
-                if what == "memory" and READS < WHOLE:
-                    continue  # what a program does for itself is more than a few reads
                 self.assertLessEqual(more, limit)
 
     def test_does_not_slow_it_down(self):
         for when, values in self.times.items():
+            values = [time.fair for time in values]
             for name, value in (("median", statistics.median(values)), ("95th percentile", late(values))):
                 note(f"{self.kit}: its answer to an event {when}, {name}", round(1000 * value, 2), unit="ms")
-        medians = {when: statistics.median(values) for when, values in self.times.items()}
-        usual = max(medians["before"], medians["between the reads"])
-        self.assertLessEqual(medians["after"], usual + LATER)
-        self.assertLessEqual(medians["while it is read"], usual + A_PICTURE)
+        usual = max(self.middle("before").fair, self.middle("between the reads").fair)
+        self.middle("after").assert_within(usual + LATER, "its answer after the reads")
+        self.middle("while it is read").assert_within(usual + A_PICTURE, "its answer while it is read")
+
+    def middle(self, when):
+        return sorted(self.times[when], key=lambda time: time.fair)[len(self.times[when]) // 2]
 
     def test_leaves_focus_and_windows_and_looks_alone(self):
         self.assertEqual(self.after.focus, self.before.focus)

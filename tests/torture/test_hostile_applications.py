@@ -12,6 +12,7 @@ from torture import SHARE, WatchedTarnwick, dice, note, times, wait_for
 
 from harness.applications import Fixture, featherpad, mousepad
 from harness.case import main
+from harness.fair import FairTime, FairTimer
 from harness.over import OverAnApplication
 from harness.waiting import LIMIT, TimedOut
 from hostile.program import HostileApplication
@@ -22,7 +23,6 @@ CLOSING = 0.2  # seconds from Escape to the menu's end when the main loop is bac
 GROWTH = 72 << 10  # KiB of private memory more than after the first menus: the allocator may keep 64 MiB of large blocks
 HURRY = 0.1  # the pauses at a switch are so much of their length
 MENUS = 3  # are open at most
-TRIES = 3
 LATE = 60.0 if SHARE >= 1 else 5.0  # seconds until answers come that are waited for
 LATE_GROWTH = 1024  # KiB more than before those answers
 BUSY = 10.0  # seconds that a real program is stopped for
@@ -110,7 +110,7 @@ class Ordeal:
     def __init__(self, tarnwick):
         self._tarnwick = tarnwick
         self._begin = time.monotonic()
-        self.closing = 0.0
+        self.closing = FairTime(0.0)
         self.next_menu = 0.0
         self.memory = 0
 
@@ -118,14 +118,17 @@ class Ordeal:
     def away(self):
         return self._tarnwick.longest_absence(self._begin)
 
-    @property
-    def within_limits(self):
-        return self.away <= AWAY and self.closing <= CLOSING and self.memory <= GROWTH
-
     def end(self, what, memory_before):
+        """Holds the figures to their limits."""
         self.memory = self._tarnwick.private_memory() - memory_before
-        print(f"{what}: away {self.away:.3f} s, closing {self.closing:.3f} s, memory {self.memory:+} KiB, "
+        print(f"{what}: away {self.away}; closing {self.closing}; memory {self.memory:+} KiB; "
               f"next menu after {self.next_menu:.2f} s", file=sys.stderr)
+        note(f"an application that {what}: the main loop was away", round(self.away.fair, 3), AWAY, "s")
+        note(f"an application that {what}: the menu closed after", round(self.closing.fair, 3), CLOSING, "s")
+        self._tarnwick.assert_away_at_most(AWAY, what, self._begin)
+        self.closing.assert_within(CLOSING, f"{what}: closing")
+        if self.memory > GROWTH:
+            raise AssertionError(f"{what}: {self.memory} KiB more than before, at most {GROWTH}")
 
 
 class BesideAGoodOne(OverAnApplication):
@@ -158,6 +161,7 @@ class BesideAGoodOne(OverAnApplication):
 
     def close_all(self, ordeal):
         """Escape closes one menu after the other; one that is left over goes to the application, which does not mind."""
+        timer = FairTimer(self.tarnwick.pid, self.session.display_server_pid)
         pressed = time.monotonic()
         for _ in range(MENUS):
             self.screen.tap("Escape")
@@ -166,7 +170,8 @@ class BesideAGoodOne(OverAnApplication):
         end = time.monotonic() + 1.0
         while seen - self._back_after(pressed) > CLOSING and time.monotonic() < end:
             time.sleep(0.01)
-        ordeal.closing = max(ordeal.closing, seen - self._back_after(pressed))
+        took = max(0.0, seen - self._back_after(pressed))
+        ordeal.closing = max(ordeal.closing, FairTime(took, min(took, timer.read().starved)))
 
     def _last_seen(self, limit=5.0):
         """The last time that a look at a menu was begun: a slow one makes nobody else slow."""
@@ -196,20 +201,12 @@ class BesideAGoodOne(OverAnApplication):
         return front and front.id
 
     def judge(self, what, scenario, *arguments):
-        """Plays the scenario and holds its figures to the limits: the best of three, when others need the machine, too."""
-        for _ in range(TRIES):
-            ordeal = Ordeal(self.tarnwick)
-            scenario(ordeal, *arguments)
-            ordeal.end(what, self.memory)
-            self.assertTrue(self.tarnwick.program.running(), self.tarnwick.program.output)
-            self.assert_nothing_is_held()
-            if ordeal.within_limits:
-                break
-        note(f"an application that {what}: the main loop was away", round(ordeal.away, 3), AWAY, "s")
-        note(f"an application that {what}: the menu closed after", round(ordeal.closing, 3), CLOSING, "s")
-        self.assertLessEqual(ordeal.away, AWAY, what)
-        self.assertLessEqual(ordeal.closing, CLOSING, what)
-        self.assertLessEqual(ordeal.memory, GROWTH, what)
+        """Plays the scenario and holds its figures to the limits."""
+        ordeal = Ordeal(self.tarnwick)
+        scenario(ordeal, *arguments)
+        self.assertTrue(self.tarnwick.program.running(), self.tarnwick.program.output)
+        self.assert_nothing_is_held()
+        ordeal.end(what, self.memory)
         return ordeal
 
 
@@ -268,13 +265,13 @@ class AHostileApplication(BesideAGoodOne):
     def test_answers_when_nobody_waits_any_more(self):
         """That changes nothing: neither what is in front by then, nor how much is remembered.
 
-        What an allocator keeps for later it takes once, what is remembered would come each time.
+        What an allocator keeps for later it takes once, what is remembered would come each time: so the second time counts.
         """
         self.grown = []
-        while not self.grown or min(self.grown) > LATE_GROWTH and len(self.grown) < TRIES:
+        for _ in range(2):
             self.judge(f"answers {LATE:.0f} s too late, which is waited for", self.wait_for_late_answers)
-        note(f"private memory more after answers that came {LATE:.0f} s too late", min(self.grown), LATE_GROWTH, "KiB")
-        self.assertLessEqual(min(self.grown), LATE_GROWTH, self.grown)
+        note(f"private memory more after answers that came {LATE:.0f} s too late", self.grown[-1], LATE_GROWTH, "KiB")
+        self.assertLessEqual(self.grown[-1], LATE_GROWTH, self.grown)
 
     def wait_for_late_answers(self, ordeal):
         hostile = self.goes_bad_under_its_menu(f"after {LATE}", ordeal)

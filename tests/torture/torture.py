@@ -14,9 +14,11 @@ import sys
 import time
 import typing
 
+from resources import private_memory
+
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "desktop"))
 
-from harness.processes import starved  # noqa: E402
+from harness.fair import FairTime  # noqa: E402
 from harness.tarnwick import Tarnwick  # noqa: E402
 from harness.waiting import wait_for  # noqa: E402
 
@@ -45,11 +47,6 @@ def note(what, value, limit=None, unit=""):
             file.write(json.dumps(line, ensure_ascii=False) + "\n")
 
 
-def fair_time(*pids):
-    """Seconds on a clock that stands still while others have the processor that these programs, or this one, could use."""
-    return time.monotonic() - starved(os.getpid(), *pids)
-
-
 _SWITCH = 24  # bytes of a line
 
 
@@ -64,7 +61,10 @@ class Absence(typing.NamedTuple):
 
     @property
     def unwanted(self):
-        return max(0.0, self.end - self.begin - self.paused - self.starved)
+        """The time that was no pause."""
+        passed = max(0.0, self.end - self.begin - self.paused)
+        starved = min(passed, self.starved)
+        return FairTime(passed, starved, starved)
 
 
 class WatchedTarnwick(Tarnwick):
@@ -93,8 +93,14 @@ class WatchedTarnwick(Tarnwick):
         return [absence for absence in found if absence.end >= since]
 
     def longest_absence(self, since=0.0):
-        """Seconds besides the pauses that Tarnwick makes on purpose; 0 when there was none worth a line."""
-        return max((absence.unwanted for absence in self.absences(since)), default=0.0)
+        """Besides the pauses that Tarnwick makes on purpose; no time when there was none worth a line."""
+        times = [absence.unwanted for absence in self.absences(since)]
+        return max(times, key=lambda time: (time.fair, time.passed), default=FairTime(0.0))
+
+    def assert_away_at_most(self, limit, what, since=0.0):
+        """The pauses are not meant."""
+        for absence in self.absences(since):
+            absence.unwanted.assert_within(limit, f"{what}: away from the main loop, which")
 
     def switches(self):
         """How many switches of the front application it has dealt with."""
@@ -121,15 +127,11 @@ class WatchedTarnwick(Tarnwick):
             return [int(number) for number in file.read(_SWITCH).split()]
 
     def private_memory(self):
-        """KiB of memory that this process shares with nobody."""
-        return sum(int(line.split()[1]) for line in self._proc("smaps_rollup").splitlines()
-                   if line.startswith(("Private_Clean", "Private_Dirty")))
+        """KiB of memory that this process alone has written to."""
+        return private_memory(self.pid)
 
     def descriptors(self):
         return len(os.listdir(f"/proc/{self.pid}/fd"))
 
-    def _proc(self, name):
-        return pathlib.Path(f"/proc/{self.pid}/{name}").read_text()
 
-
-__all__ = ["Absence", "SEED", "SHARE", "WatchedTarnwick", "dice", "fair_time", "note", "times", "wait_for"]
+__all__ = ["Absence", "SEED", "SHARE", "WatchedTarnwick", "dice", "note", "times", "wait_for"]

@@ -35,7 +35,7 @@ class OverAnApplication(DesktopTest):
 
     @classmethod
     def wait_for_titles(cls, titles):
-        """Waits until the menu begins with `titles`."""
+        """Waits until Tarnwick has time; then one press opens a menu that begins with `titles`."""
         reader = cls.tarnwick.reader(cls.bus)
         try:
             cls.tarnwick.wait_for_titles(reader, titles)
@@ -45,6 +45,7 @@ class OverAnApplication(DesktopTest):
     def setUp(self):
         self.addCleanup(self.tarnwick.close_menu)
         self.screen.activate(self.application.window)
+        self.tarnwick.wait_until_at_rest()
 
     def read_back(self):
         """From here to its end the test reads the menus of Tarnwick."""

@@ -48,12 +48,16 @@ class PopUpReader:
             self._tell_registry("RegisterEvent", event)
 
     def close(self):
+        """Afterwards keys go straight to the program again."""
         if self._subscription is None:
             return
         for event in self._wanted():
             self._tell_registry("DeregisterEvent", event)
         self._bus.connection.signal_unsubscribe(self._subscription)
         self._subscription = None
+        for application in self._bus.applications():
+            if self._is_ours(application.name_on_bus):
+                _ = application.role  # comes to it after the word that nobody listens
 
     def menus(self):
         """The open menus, the pop-up itself first."""

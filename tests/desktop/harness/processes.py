@@ -68,11 +68,6 @@ def end_all_with(marker, limit=5.0):
         time.sleep(0.005)
 
 
-def starved(*pids):
-    """Seconds in all when the first threads of these programs were ready to run and others had the processor."""
-    return sum(int(pathlib.Path(f"/proc/{pid}/schedstat").read_text().split()[1]) for pid in pids) / 1e9
-
-
 def _signal(pid, number):
     try:
         os.kill(pid, number)

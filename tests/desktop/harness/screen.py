@@ -1,10 +1,14 @@
 # SPDX-License-Identifier: MIT
 """Windows, keys and buttons of one X display, as a second person at the same screen has them."""
+import time
+
 from Xlib import X, XK, display, error
-from Xlib.ext import xtest
+from Xlib.ext import res, xtest
 from Xlib.protocol import event
 
-from .waiting import LIMIT, TimedOut, wait_for
+from .waiting import LIMIT, TimedOut, try_until, wait_for
+
+PRESS = 0.05  # seconds that a person holds a key down; no program need be faster than that
 
 # Buttons as the server numbers them.
 LEFT, MIDDLE, RIGHT = 1, 2, 3
@@ -97,7 +101,7 @@ class Screen:
     def wait_for_window_manager(self):
         """Waits until one manages new windows: it may overlook those of its first moments, long after it says it is there."""
         wait_for(lambda: self.property_of(self.root, "_NET_SUPPORTING_WM_CHECK"), "a window manager")
-        wait_for(self._manages_a_window, "a window manager that manages windows")
+        try_until(self._manages_a_window, "a window manager that manages windows", most=60)
 
     def wait_for_desktop(self):
         """Waits until a desktop has put up what it shows by itself: its panel, its background."""
@@ -126,6 +130,14 @@ class Screen:
     def pixels(self, frame):
         """A part of the screen (x, y, width, height) as it is now: blue, green, red and a byte of padding each."""
         return self.root.get_image(*frame, X.ZPixmap, 0xFFFFFFFF).data
+
+    def window_manager_pid(self):
+        """The process that manages the windows; nothing when there is none."""
+        window = self.property_of(self.root, "_NET_SUPPORTING_WM_CHECK")
+        if window is None:
+            return None
+        ids = self.display.res_query_client_ids([{"client": window[0], "mask": res.LocalClientPIDMask}]).ids
+        return next((value.value[0] for value in ids if value.value), None)
 
     def windows(self):
         """The windows that the window manager knows, oldest first."""
@@ -245,6 +257,14 @@ class Screen:
         for modifier in reversed(held):
             self.release(modifier)
 
+    def chord(self, key, *held):
+        """Presses a key with the keys `held`, as a hand does: all are down for a moment, and the key comes up first."""
+        for each in (*held, key):
+            self.press(each)
+        time.sleep(PRESS)
+        for each in (key, *reversed(held)):
+            self.release(each)
+
     def type(self, text):
         for letter in text:
             self.tap({" ": "space", "\n": "Return", "\t": "Tab"}.get(letter, letter))
@@ -294,8 +314,14 @@ class Screen:
         return left
 
     def hold_key(self, key, modifiers):
-        """Takes a chord for ourselves, as another program's hot key; the result gives it back."""
+        """Takes a chord for ourselves, as another program's hot key; the result gives it back.
+
+        Raises a BadAccess when somebody else holds it.
+        """
         code = self.key_code(key)
-        self.root.grab_key(code, modifiers, False, X.GrabModeAsync, X.GrabModeAsync)
+        refusal = error.CatchError(error.BadAccess)
+        self.root.grab_key(code, modifiers, False, X.GrabModeAsync, X.GrabModeAsync, onerror=refusal)
         self.display.sync()
+        if refusal.get_error():
+            raise refusal.get_error()
         return lambda: (self.root.ungrab_key(code, modifiers), self.display.sync())

@@ -40,6 +40,7 @@ class Session:
         self._programs = []
         self._display_server = None
         self._bus = None
+        self.bus_answers = False
         self.directory = None
         self.environment = None
         self.screen = None
@@ -74,10 +75,12 @@ class Session:
 
     def end_bus(self):
         """The session bus goes, and with it whoever does not live without it."""
+        self.bus_answers = False
         self._bus.kill()
 
     def stop_bus(self):
         """The session bus does not answer any more; ends with the session."""
+        self.bus_answers = False
         os.kill(self._bus.pid, signal.SIGSTOP)
 
     def begin_bus(self):
@@ -91,7 +94,8 @@ class Session:
 
     @property
     def display_server_pid(self):
-        return self._display_server.pid
+        """The X server's process; nothing where somebody else has started it."""
+        return self._display_server.pid if self._display_server else None
 
     def end_display(self):
         """The X server goes, and with it whoever does not live without it."""
@@ -188,4 +192,5 @@ class Session:
         with os.fdopen(reader) as addresses:
             if not addresses.readline().strip():
                 raise RuntimeError("dbus-daemon did not start")
+        self.bus_answers = True
         return address

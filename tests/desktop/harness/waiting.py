@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: MIT
 """Waiting for what a desktop will show sooner or later."""
+import sys
 import time
 
 from gi.repository import GLib
@@ -45,6 +46,16 @@ def wait_for(condition, what, limit=LIMIT, step=0.005):
         if patience.is_over():
             raise TimedOut(f"after {limit} s still not: {what}")
         time.sleep(step)
+
+
+def try_until(attempt, what, most):
+    """For what others overlook now and then: `attempt()` is made until it is true, and it is told how often that was."""
+    for number in range(1, most + 1):
+        if value := attempt():
+            if number > 1:
+                print(f"{what}: try {number} of {most} did it", file=sys.stderr)
+            return value
+    raise TimedOut(f"in {most} tries not: {what}")
 
 
 def holds_for(condition, seconds, what):

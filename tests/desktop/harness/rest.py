@@ -1,0 +1,40 @@
+# SPDX-License-Identifier: MIT
+"""Whether programs have come to rest, seen from outside: none of them notices that somebody looks."""
+import pathlib
+import time
+
+from .waiting import LIMIT, wait_for
+
+
+def wait_until_asleep(pids, limit=LIMIT):
+    """Waits until programs that wake each other all sleep at the same time: nothing is on its way between them then.
+
+    Whoever is told something can run from that moment on. So two looks without any run in between have seen such a moment.
+    """
+    def all_sleep():
+        before = _runs_of(pids)
+        time.sleep(0.002)
+        return before is not None and before == _runs_of(pids)
+    wait_for(all_sleep, f"processes {pids} at rest", limit)
+
+
+def _runs_of(pids):
+    """How often each of their threads has begun to run; nothing while one of them could run now."""
+    runs = {}
+    for pid in pids:
+        for task in _threads_of(pid):
+            try:
+                runs[task.name] = (task / "schedstat").read_text().split()[2]
+                state = (task / "stat").read_text().rpartition(") ")[2][0]
+            except OSError:  # it has ended
+                continue
+            if state in "RD":
+                return None
+    return runs
+
+
+def _threads_of(pid):
+    try:
+        return list(pathlib.Path(f"/proc/{pid}/task").iterdir())
+    except OSError:  # it has ended
+        return []
