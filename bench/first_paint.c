@@ -126,6 +126,7 @@ static void on_mapped(const xcb_map_notify_event_t* event)
                               geometry->y + geometry->height};
     free(geometry);
     menus[menu_count++] = (struct menu){event->window, area};
+    forget_drawn(); // the entry that it opens from may have been drawn anew before
 }
 
 static void on_unmapped(xcb_window_t window)
