@@ -4,6 +4,7 @@
 #include "platform/qt/WholeFile.h"
 
 #include <algorithm>
+#include <iterator>
 
 using namespace Qt::StringLiterals;
 
@@ -12,6 +13,15 @@ namespace tarnwick {
 namespace {
 
 constexpr qint64 LargestFile = 1024LL * 1024;
+
+/// Without the blanks that may stand around a key or a value; others belong to it.
+QString withoutBlanksAround(const QString& text)
+{
+    const auto isBlank = [](QChar c) { return c == u' ' || c == u'\t' || c == u'\r'; };
+    const auto* const begin = std::find_if_not(text.cbegin(), text.cend(), isBlank);
+    const auto end = std::find_if_not(text.crbegin(), std::make_reverse_iterator(begin), isBlank).base();
+    return QString(begin, end - begin);
+}
 
 QString unescaped(const QString& value, QChar listSeparator = {})
 {
@@ -93,6 +103,8 @@ std::optional<QString> withoutFieldCodes(const QString& word)
             text += u'%';
         } else {
             removed = true;
+            if (word.at(i).isHighSurrogate()) // both halves of what is no code at all
+                ++i;
         }
     }
     return removed && text.isEmpty() ? std::nullopt : std::optional(text);
@@ -121,7 +133,7 @@ std::optional<DesktopEntry> DesktopEntry::parse(const QByteArray& contents)
     bool inside = false;
     const auto lines = QString::fromUtf8(contents).split(u'\n');
     for (const QString& raw : lines) {
-        const QString line = raw.trimmed();
+        const QString line = withoutBlanksAround(raw);
         if (line.startsWith(u'[')) {
             inside = line == u"[Desktop Entry]";
             found = found || inside;
@@ -130,9 +142,9 @@ std::optional<DesktopEntry> DesktopEntry::parse(const QByteArray& contents)
         const auto equals = line.indexOf(u'=');
         if (!inside || line.startsWith(u'#') || equals <= 0)
             continue;
-        const QString key = line.left(equals).trimmed();
+        const QString key = withoutBlanksAround(line.left(equals));
         if (!entry._values.contains(key))
-            entry._values.insert(key, line.mid(equals + 1).trimmed());
+            entry._values.insert(key, withoutBlanksAround(line.mid(equals + 1)));
     }
     if (!found)
         return std::nullopt;

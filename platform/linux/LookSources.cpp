@@ -143,10 +143,22 @@ std::optional<QPalette> paletteOfKde(const QHash<QString, Group>& groups)
     return palette;
 }
 
+// Fonts
+
+/// What a text can be read in; whoever writes another size, or no number, means none.
+bool isSize(double points)
+{
+    constexpr double Largest = 200;
+    return points > 0 && points <= Largest;
+}
+
 std::optional<QFont> fontOfKde(const QString& description)
 {
     QFont font;
-    return !description.isEmpty() && font.fromString(description) ? std::optional(font) : std::nullopt;
+    if (description.isEmpty() || !font.fromString(description) || font.family().isEmpty())
+        return std::nullopt;
+    const bool inPoints = font.pointSizeF() > 0;
+    return isSize(inPoints ? font.pointSizeF() : font.pixelSize()) ? std::optional(font) : std::nullopt;
 }
 
 // Fonts of GTK
@@ -194,9 +206,9 @@ const StyleWord* styleWordOf(const QString& word)
 std::optional<QFont> fontOfGtk(const QString& description)
 {
     auto words = description.split(u' ', Qt::SkipEmptyParts);
-    bool isSize = false;
-    const double size = words.isEmpty() ? 0 : words.constLast().toDouble(&isSize);
-    if (isSize)
+    bool isNumber = false;
+    const double size = words.isEmpty() ? 0 : words.constLast().toDouble(&isNumber);
+    if (isNumber)
         words.removeLast();
     QFont font;
     // The first word belongs to the family, whatever it says.
@@ -210,13 +222,11 @@ std::optional<QFont> fontOfGtk(const QString& description)
             font.setStyle(style->style);
         words.removeLast();
     }
-    QString family = words.join(u' ');
-    if (family.endsWith(u','))
-        family.chop(1);
+    const QString family = words.join(u' ').section(u',', 0, 0).trimmed();
     if (family.isEmpty())
         return std::nullopt;
-    font.setFamily(family.section(u',', 0, 0).trimmed());
-    if (isSize && size > 0)
+    font.setFamily(family);
+    if (isSize(size))
         font.setPointSizeF(size);
     return font;
 }

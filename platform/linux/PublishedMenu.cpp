@@ -128,7 +128,7 @@ void PublishedMenu::_changed()
 
 QAction* PublishedMenu::_actionOf(int id) const
 {
-    return _menu.actions().value(id - 1);
+    return id > Root ? _menu.actions().value(id - 1) : nullptr;
 }
 
 QVariantMap PublishedMenu::_propertiesOf(int id, const QStringList& names) const

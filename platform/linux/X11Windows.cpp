@@ -7,6 +7,8 @@
 #include <xcb/res.h>
 
 #include <algorithm>
+#include <limits>
+#include <sys/types.h>
 
 namespace tarnwick {
 
@@ -14,6 +16,12 @@ namespace {
 
 /// Longest chain of windows that is followed: parents, or owners of transient windows.
 constexpr int MaximumChain = 32;
+
+/// Nothing for a number that is no process: the server says 0 of those that its system does not show it.
+std::optional<qint64> processOf(std::uint32_t told)
+{
+    return told > 0 && told <= std::numeric_limits<pid_t>::max() ? std::optional<qint64>(told) : std::nullopt;
+}
 
 } // namespace
 
@@ -109,8 +117,7 @@ public:
         // The server's word goes first: inside a sandbox, programs count their processes from 1.
         if (const auto client = _clientProcess())
             return client;
-        const auto told = _told.items();
-        return told && !told->isEmpty() ? std::optional<qint64>(told->first()) : std::nullopt;
+        return processOf(_told.firstItem());
     }
 
 private:
@@ -131,7 +138,7 @@ private:
             const auto& [identity, bytes] = *ids.data;
             const bool isProcess = (identity.mask & XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID) != 0;
             if (isProcess && bytes >= sizeof(quint32))
-                return *xcb_res_client_id_value_value(ids.data);
+                return processOf(*xcb_res_client_id_value_value(ids.data));
         }
         return std::nullopt;
     }
@@ -269,7 +276,8 @@ std::optional<QString> X11Windows::title(xcb_window_t window)
 QList<QString> X11Windows::applicationNames(xcb_window_t window)
 {
     QList<QString> names;
-    if (const auto identifier = _x11.propertyText(window, "_GTK_APPLICATION_ID"))
+    if (const auto identifier = _x11.propertyText(window, "_GTK_APPLICATION_ID");
+        identifier && !identifier->isEmpty())
         names.append(QString::fromUtf8(*identifier));
     const QList<QByteArray> classes =
         _x11.propertyText(window, "WM_CLASS").value_or(QByteArray()).split('\0');

@@ -575,9 +575,23 @@ TEST_F(LinuxWorkspaceTest, whereTheServerDoesNotTell_theWindowDoes)
     EXPECT_EQ(X11Windows(x11).processIdentifier(window), std::nullopt);
     setNumber(x11, window, "_NET_WM_PID", 4711);
     EXPECT_EQ(X11Windows(x11).processIdentifier(window), 4711);
+    for (const quint32 none : {0U, 0x80000000U, 0xffffffffU}) {
+        setNumber(x11, window, "_NET_WM_PID", none);
+        EXPECT_EQ(X11Windows(x11).processIdentifier(window), std::nullopt) << none << " is no process";
+    }
     xcb_disconnect(connection);
     server.kill();
     server.waitForFinished();
+}
+
+TEST_F(LinuxWorkspaceTest, nameThatIsEmpty_isNone)
+{
+    X11Connection& x11 = X11Connection::shared();
+    const xcb_window_t window = makeWindow({});
+    setText(x11, window, "_GTK_APPLICATION_ID", "");
+    setText(x11, window, "WM_CLASS", QByteArray("\0Class\0", 7));
+    EXPECT_EQ(windows.applicationNames(window), QList<QString>{u"Class"_s});
+    destroy(window);
 }
 
 TEST_F(LinuxWorkspaceTest, windowsThatAreTransientInACircle_end)

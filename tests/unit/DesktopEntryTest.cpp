@@ -32,6 +32,7 @@ TEST(DesktopEntry, exec_isSplitAndUnquotedAsTheRulesSay)
         {"an empty word in quotes", R"(x "")", {u"x"_s, u""_s}},
         {"quoted specials are escaped twice", R"("/a\\\\b\\"c\\$d\\`e")", {u"/a\\b\"c$d`e"_s}},
         {"field codes are left out", "x %U --icon %i a", {u"x"_s, u"--icon"_s, u"a"_s}},
+        {"what is no field code is left out whole", "x a%\xf0\x9f\x98\x80z", {u"x"_s, u"az"_s}},
         {"two percent signs are one", "x 100%%", {u"x"_s, u"100%"_s}},
         {"an open quote is no command", R"("x)", {}},
         {"nothing is no command", "", {}},
@@ -49,6 +50,7 @@ TEST(DesktopEntry, execValue_isReadBackAsItWas)
     const QStringList words[] = {
         {u"/usr/bin/tarnwick"_s}, {u"/opt/my apps/tarnwick"_s},     {u"/a\\b\"c$d`e'f"_s, u"100%"_s, u"%U"_s},
         {u"/über/ж/tarnwick"_s},  {u"/a;b&c(d)|e<f>~*?#"_s, u""_s}, {u"/with\na line"_s},
+        {u"/opt/wide\u2003"_s},   {u"\u00a0"_s, u"\f"_s},
     };
     for (const QStringList& command : words) {
         const QString value = DesktopEntry::execValue(command);
@@ -56,6 +58,17 @@ TEST(DesktopEntry, execValue_isReadBackAsItWas)
     }
     EXPECT_EQ(DesktopEntry::execValue({u"/usr/bin/tarnwick"_s}), u"/usr/bin/tarnwick"_s);
     EXPECT_EQ(DesktopEntry::execValue({u"/my apps/$x"_s}), u"\"/my apps/\\\\$x\""_s);
+}
+
+TEST(DesktopEntry, stringValue_isReadBackAsItWas)
+{
+    for (const QString& text :
+         {u" a "_s, u"\ta\r\n"_s, u"\u2003wide\u00a0"_s, u"\v\f"_s, u"a\\sb;"_s, u" "_s}) {
+        const auto entry = DesktopEntry::parse(
+            "[Desktop Entry]\nName = " + DesktopEntry::stringValue(text).toUtf8() + " \r\n");
+        ASSERT_TRUE(entry);
+        EXPECT_EQ(entry->string(u"Name"_s), text);
+    }
 }
 
 TEST(DesktopEntry, values_areThoseOfTheMainGroup)

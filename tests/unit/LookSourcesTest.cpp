@@ -139,6 +139,10 @@ TEST(FontOfGtk, isReadWordByWord)
         {"several families", u"Ubuntu, Noto Sans, 12"_s, u"Ubuntu"_s, 12, QFont::Normal, QFont::StyleNormal},
         {"no size", u"Sans"_s, u"Sans"_s, -1, QFont::Normal, QFont::StyleNormal},
         {"a size of nothing", u"Sans 0"_s, u"Sans"_s, -1, QFont::Normal, QFont::StyleNormal},
+        {"the largest size", u"Sans 200"_s, u"Sans"_s, 200, QFont::Normal, QFont::StyleNormal},
+        {"a larger size", u"Sans 1e300"_s, u"Sans"_s, -1, QFont::Normal, QFont::StyleNormal},
+        {"a size without end", u"Sans inf"_s, u"Sans"_s, -1, QFont::Normal, QFont::StyleNormal},
+        {"a size that is no number", u"Sans nan"_s, u"Sans"_s, -1, QFont::Normal, QFont::StyleNormal},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
@@ -149,7 +153,7 @@ TEST(FontOfGtk, isReadWordByWord)
         EXPECT_EQ(font->weight(), row.weight);
         EXPECT_EQ(font->style(), row.style);
     }
-    for (const QString& none : {QString(), u"12"_s, u" , 9"_s})
+    for (const QString& none : {QString(), u"12"_s, u" , 9"_s, u",Sans 9"_s, u"\u2003 9"_s})
         EXPECT_FALSE(fontOfGtk(none)) << none.toStdString();
 }
 
@@ -229,6 +233,15 @@ TEST(LookOfKdeGlobals, colourIsThreeNumbersOrFour)
     for (const auto* value : {"1,2,3", " 1 , 2 , 3 ", "1,2,3,255"})
         EXPECT_TRUE(lookOfKdeGlobals({QByteArray("[Colors:Window]\nBackgroundNormal=") + value}).palette)
             << value;
+}
+
+TEST(LookOfKdeGlobals, fontHasAFamily_andASizeThatATextCanBeReadIn)
+{
+    for (const auto* value :
+         {"Sans,1e300", "Sans,201", "Sans,inf", "Sans,-1,2147483647,5,50,0,0,0,0,0", ",10"})
+        EXPECT_FALSE(lookOfKdeGlobals({QByteArray("[General]\nfont=") + value}).font) << value;
+    for (const auto* value : {"Sans,200", "Sans,7.5", "Sans,-1,20,5,50,0,0,0,0,0"})
+        EXPECT_TRUE(lookOfKdeGlobals({QByteArray("[General]\nfont=") + value}).font) << value;
 }
 
 TEST(LookOfKdeGlobals, isNothing_whereNothingIsTold)

@@ -7,6 +7,8 @@
 #include <QPixmap>
 #include <gtest/gtest.h>
 
+#include <limits>
+
 using namespace tarnwick;
 using namespace Qt::StringLiterals;
 
@@ -85,7 +87,8 @@ TEST_F(PublishedMenuTest, layout_tellsTheEntriesInOrder)
 TEST_F(PublishedMenuTest, properties_areThoseOfEntriesThatAreThere)
 {
     menu.addAction(u"One"_s);
-    const PublishedEntries entries = published.GetGroupProperties({1, 2, -1, 0}, {});
+    const PublishedEntries entries =
+        published.GetGroupProperties({1, 2, -1, std::numeric_limits<int>::lowest(), 0}, {});
     ASSERT_EQ(entries.size(), 2);
     EXPECT_EQ(entries[0].id, 1);
     EXPECT_EQ(entries[1].id, 0);

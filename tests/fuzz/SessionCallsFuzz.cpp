@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: MIT
+// Calls to the one name on the session bus. A byte that says which method, the signature, a zero byte, the
+// body.
+#include "platform/linux/DesktopNames.h"
+#include "platform/linux/SessionInstance.h"
+#include "tests/fuzz/Fuzzing.h"
+#include "tests/fuzz/PeerBus.h"
+#include "tests/fuzz/Wire.h"
+
+#include <cstring>
+
+using namespace tarnwick;
+
+namespace {
+
+constexpr const char* Application = "org.freedesktop.Application";
+constexpr const char* Properties = "org.freedesktop.DBus.Properties";
+constexpr const char* Path = "/example/quorlane/Tarnwick";
+
+constexpr PeerBus::Call calls[] = {
+    {Path, Application, "Activate"}, {Path, Application, "ActivateAction"},
+    {Path, Application, "Open"},     {Path, nullptr, "ActivateAction"},
+    {Path, Properties, "Get"},       {Path, Properties, "Set"},
+    {Path, Properties, "GetAll"},    {Path, Application, "deleteLater"},
+    {Path, nullptr, "_request"},
+};
+
+QList<SessionInstance::Request>& requests()
+{
+    static QList<SessionInstance::Request> seen;
+    return seen;
+}
+
+void publish()
+{
+    static auto* const instance = [] {
+        auto& bus = PeerBus::shared();
+        auto* made = new SessionInstance(QDBusConnection(QString())); // nobody to share a name with
+        made->setRequested([](SessionInstance::Request request) { requests().append(request); });
+        require(desktop_names::ObjectPath == QLatin1StringView(Path), "the path is the one that is called");
+        require(
+            bus.connection().registerObject(desktop_names::ObjectPath, made, QDBusConnection::ExportAllSlots),
+            "an object can be published");
+        return made;
+    }();
+    Q_UNUSED(instance)
+}
+
+/// The text that comes first; empty when there is none.
+QByteArray firstText(sd_bus_message* message)
+{
+    const char* text = nullptr;
+    require(sd_bus_message_rewind(message, 1) >= 0, "a message can be read again");
+    return sd_bus_message_read_basic(message, 's', &text) > 0 ? QByteArray(text) : QByteArray();
+}
+
+void checkRequest(SessionInstance::Request request, const PeerBus::Call& call, sd_bus_message* arguments)
+{
+    if (request == SessionInstance::Request::Show) {
+        require(std::strcmp(call.member, "Activate") == 0, "only an activation shows the preferences");
+        return;
+    }
+    require(std::strcmp(call.member, "ActivateAction") == 0, "only an action opens the menu");
+    require(firstText(arguments) == "pop-up", "and only the one of that name");
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    publish();
+    FuzzInput input(data, size);
+    const PeerBus::Call& call = calls[input.choice(std::size(calls))];
+    const QByteArray signature = input.until('\0').toByteArray();
+    if (signature.size() > 64)
+        return -1; // too long to be worth keeping
+    const SdBusMessage arguments = Wire::shared().receive(signature, input.rest());
+    if (!arguments)
+        return 0;
+    requests().clear();
+    if (!PeerBus::shared().call(call, arguments.get()))
+        return 0;
+    require(requests().size() <= 1, "one call makes one request");
+    for (const auto request : std::as_const(requests()))
+        checkRequest(request, call, arguments.get());
+    return 0;
+}
