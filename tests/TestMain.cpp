@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The main function of every GoogleTest program here: a Qt application that needs no display.
+#include "tests/RunTests.h"
+
 #include <QApplication>
-#include <gtest/gtest.h>
 
 int main(int argc, char** argv)
 {
@@ -9,5 +10,5 @@ int main(int argc, char** argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     ::testing::InitGoogleTest(&argc, argv);
     const QApplication application(argc, argv);
-    return RUN_ALL_TESTS();
+    return tarnwick::runTests();
 }

@@ -2,10 +2,10 @@
 // The main function of tests that need a desktop. Started first, it makes a private session and starts itself
 // again inside it.
 #include "platform/linux/QtArguments.h"
+#include "tests/RunTests.h"
 #include "tests/contract/PrivateSession.h"
 
 #include <QApplication>
-#include <gtest/gtest.h>
 
 #include <cstdio>
 
@@ -21,7 +21,7 @@ int runInside(int argc, char** argv)
     ::testing::InitGoogleTest(&argc, argv);
     tarnwick::QtArguments arguments(argc, argv); // as the program runs: without the toolkit's own grabs
     const QApplication application(arguments.argc(), arguments.argv());
-    return RUN_ALL_TESTS();
+    return tarnwick::runTests();
 }
 
 int runAround(int argc, char** argv)
