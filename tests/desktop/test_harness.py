@@ -1,7 +1,9 @@
 # SPDX-License-Identifier: MIT
 """The private desktop and the fixture programs themselves."""
 import os
+import signal
 import subprocess
+import threading
 import time
 import unittest
 
@@ -147,7 +149,8 @@ class Rest(DesktopTest):
 
     def test_never_comes_to_two_that_wake_each_other(self):
         """At most moments one of them is asleep, but never both."""
-        pair = self.session.run("sh", "-c", "mkfifo ping pong; (while read x; do echo $x; done <ping >pong) & "
+        pair = self.session.run("sh", "-c", "cd $XDG_RUNTIME_DIR; mkfifo ping pong; "
+                                            "(while read x; do echo $x; done <ping >pong) & "
                                             "exec 3>ping 4<pong; while echo 1 >&3; do read x <&4; done")
         self.addCleanup(pair.kill)
         wait_for(lambda: children_of(pair.pid), "the other one")
@@ -172,6 +175,9 @@ class TarnwickThatIsReady(DesktopTest):
         self.tarnwick.wait_until_at_rest()
         for number in range(6):
             begin = time.monotonic()
+            if number > 2:  # the news and the question come at the same time
+                os.kill(self.tarnwick.pid, signal.SIGSTOP)
+                threading.Timer(0.1, os.kill, (self.tarnwick.pid, signal.SIGCONT)).start()
             self.screen.activate(self.applications[number % 2].window)
             self.tarnwick.wait_until_at_rest()
             self.assertGreater(time.monotonic() - begin, 0.6)
