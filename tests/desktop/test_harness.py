@@ -151,9 +151,9 @@ class Rest(DesktopTest):
         """At most moments one of them is asleep, but never both."""
         pair = self.session.run("sh", "-c", "cd $XDG_RUNTIME_DIR; mkfifo ping pong; "
                                             "(while read x; do echo $x; done <ping >pong) & "
-                                            "exec 3>ping 4<pong; while echo 1 >&3; do read x <&4; done")
+                                            "exec 3>ping 4<pong; echo begun; while echo 1 >&3; do read x <&4; done")
         self.addCleanup(pair.kill)
-        wait_for(lambda: children_of(pair.pid), "the other one")
+        wait_for(lambda: "begun" in pair.output, "the other one")
         with self.assertRaises(TimedOut):
             wait_until_asleep([pair.pid, *children_of(pair.pid)], limit=0.5)
 

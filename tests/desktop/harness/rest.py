@@ -5,17 +5,24 @@ import time
 
 from .waiting import LIMIT, wait_for
 
+MORE_LOOKS = 4
+
 
 def wait_until_asleep(pids, limit=LIMIT):
     """Waits until programs that wake each other all sleep at the same time: nothing is on its way between them then.
 
     Whoever is told something can run from that moment on. So two looks without any run in between have seen such a moment.
+    Who is just about to fall asleep looks as if it slept, hence more than two.
     """
     def all_sleep():
-        before = _runs_of(pids)
-        time.sleep(0.002)
-        return before is not None and before == _runs_of(pids)
+        first = _runs_of(pids)
+        return first is not None and all(_runs_a_moment_later(pids) == first for _ in range(MORE_LOOKS))
     wait_for(all_sleep, f"processes {pids} at rest", limit)
+
+
+def _runs_a_moment_later(pids):
+    time.sleep(0.001)
+    return _runs_of(pids)
 
 
 def _runs_of(pids):
