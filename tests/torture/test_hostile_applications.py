@@ -110,9 +110,14 @@ class Ordeal:
     def __init__(self, tarnwick):
         self._tarnwick = tarnwick
         self._begin = time.monotonic()
-        self.closing = FairTime(0.0)
+        self.closings = []
         self.next_menu = 0.0
         self.memory = 0
+
+    @property
+    def closing(self):
+        """The longest."""
+        return max(self.closings, key=lambda time: time.fair, default=FairTime(0.0))
 
     @property
     def away(self):
@@ -126,7 +131,8 @@ class Ordeal:
         note(f"an application that {what}: the main loop was away", round(self.away.fair, 3), AWAY, "s")
         note(f"an application that {what}: the menu closed after", round(self.closing.fair, 3), CLOSING, "s")
         self._tarnwick.assert_away_at_most(AWAY, what, self._begin)
-        self.closing.assert_within(CLOSING, f"{what}: closing")
+        for closing in self.closings:
+            closing.assert_within(CLOSING, f"{what}: closing")
         if self.memory > GROWTH:
             raise AssertionError(f"{what}: {self.memory} KiB more than before, at most {GROWTH}")
 
@@ -171,7 +177,8 @@ class BesideAGoodOne(OverAnApplication):
         while seen - self._back_after(pressed) > CLOSING and time.monotonic() < end:
             time.sleep(0.01)
         took = max(0.0, seen - self._back_after(pressed))
-        ordeal.closing = max(ordeal.closing, FairTime(took, min(took, timer.read().starved)))
+        starved = min(took, timer.read().starved)
+        ordeal.closings.append(FairTime(took, starved, starved))
 
     def _last_seen(self, limit=5.0):
         """The last time that a look at a menu was begun: a slow one makes nobody else slow."""

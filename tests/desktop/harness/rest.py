@@ -1,28 +1,23 @@
 # SPDX-License-Identifier: MIT
 """Whether programs have come to rest, seen from outside: none of them notices that somebody looks."""
 import pathlib
-import time
 
 from .waiting import LIMIT, wait_for
 
-MORE_LOOKS = 4
+MORE_LOOKS = 2
 
 
 def wait_until_asleep(pids, limit=LIMIT):
     """Waits until programs that wake each other all sleep at the same time: nothing is on its way between them then.
 
     Whoever is told something can run from that moment on. So two looks without any run in between have seen such a moment.
-    Who is just about to fall asleep looks as if it slept, hence more than two.
+    Who is just about to fall asleep looks as if it slept, hence one look more. They take a millisecond each: a program may
+    wake itself now and then.
     """
     def all_sleep():
         first = _runs_of(pids)
-        return first is not None and all(_runs_a_moment_later(pids) == first for _ in range(MORE_LOOKS))
+        return first is not None and all(_runs_of(pids) == first for _ in range(MORE_LOOKS))
     wait_for(all_sleep, f"processes {pids} at rest", limit)
-
-
-def _runs_a_moment_later(pids):
-    time.sleep(0.001)
-    return _runs_of(pids)
 
 
 def _runs_of(pids):
