@@ -34,9 +34,9 @@ MEMORY = 1024  # KiB, of the program as people have it: the allocator keeps page
 
 SANITIZED = "TARNWICK_SANITIZED" in os.environ
 # KiB: caches that fill are allowed, 16 bytes lost each time are not over 20,000 rounds, and LOST is not over a few.
-ALLOCATED_OVER_FEW = 128 if SANITIZED else 48
+ALLOCATED_OVER_FEW = 48
 ALLOCATED = 128 if ROUNDS >= WHOLE else ALLOCATED_OVER_FEW
-LOST = 3000 if SANITIZED else 1000  # bytes at each switch, on purpose
+LOST = 1000  # bytes at each switch, on purpose
 # What the sanitizers add must not look like growth: what is freed stays in a quarantine.
 SANITIZER = {"ASAN_OPTIONS": "detect_leaks=1:malloc_context_size=10:quarantine_size_mb=0:"
                              "thread_local_quarantine_size_kb=0",
