@@ -23,9 +23,8 @@ void TWAppChangeNotifier::appFrontSwitched()
 {
     // The switch itself does not say to whom: the front application is asked for now.
     QVariant processIdentifier;
-    if (const auto application = Workspace::shared().activeApplication();
-        application && application->processIdentifier)
-        processIdentifier = *application->processIdentifier;
+    if (const auto active = Workspace::shared().activeProcessIdentifier())
+        processIdentifier = *active;
     NotificationCenter::defaultCenter().postNotificationName(TWAppChangedNotification, this,
                                                              {{u"PID"_s, processIdentifier}});
 }

@@ -36,6 +36,10 @@ public:
     static void setShared(Accessibility* accessibility);
     virtual ~Accessibility() = default;
 
+    /// What is read from now on belongs together, and may wait up to the adapter's limit again, whatever was
+    /// used up of it before: also by reads within the same handler of an event.
+    virtual void beginReading() = 0;
+
     /// Whether access is granted: to all programs, and to this one.
     [[nodiscard]] virtual bool apiEnabled() = 0;
     [[nodiscard]] virtual bool isProcessTrusted() = 0;

@@ -8,8 +8,6 @@
 #include "menu/AppAccessibility.h"
 #include "menu/Menu.h"
 
-#include <QCoreApplication>
-
 #include <chrono>
 #include <cstdio>
 #include <thread>
@@ -60,7 +58,6 @@ int main(int argc, char** argv)
             first = messages;
             std::this_thread::sleep_for(afterSwitch);
         }
-        QCoreApplication::processEvents(); // the next one has its half second anew
     }
     std::printf("messages %ld\nfirst %ld\nentries %d\n", messages, first, mirror->menu()->numberOfItems());
     return 0;

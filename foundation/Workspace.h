@@ -29,8 +29,12 @@ public:
     enum SearchPathDirectory { PreferencePanesDirectory = 22 };
     enum SearchPathDomainMask { SystemDomainMask = 8 };
 
-    /// The application in front now; nothing when there is none.
+    /// The application in front now; nothing when there is none. It may have to be asked for its name, which
+    /// takes as long as a read through Accessibility may, and out of the same limit.
     [[nodiscard]] virtual std::optional<ActiveApplication> activeApplication() const = 0;
+
+    /// Which process that is. Never waits for it; nothing when there is none, or it is not known.
+    [[nodiscard]] virtual std::optional<qint64> activeProcessIdentifier() const = 0;
 
     /// `switched` runs once for every switch of the front application, the switch to this one included,
     /// later, from the event loop. Never removed. False when the desktop cannot tell; `switched` is then not

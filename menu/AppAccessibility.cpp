@@ -113,6 +113,7 @@ std::unique_ptr<AppAccessibility> AppAccessibility::initWithFocusedApp()
 
 void AppAccessibility::update()
 {
+    Accessibility::shared().beginReading();
     _currentAppName = focusedAppName();
     updateRootMenu();
 }

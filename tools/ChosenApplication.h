@@ -16,6 +16,7 @@ public:
     {
     }
 
+    void beginReading() override { _real.beginReading(); }
     bool apiEnabled() override { return _real.apiEnabled(); }
     bool isProcessTrusted() override { return _real.isProcessTrusted(); }
     UIElementRef createSystemWide() override;
@@ -49,6 +50,7 @@ public:
     }
 
     std::optional<ActiveApplication> activeApplication() const override { return _chosen; }
+    std::optional<qint64> activeProcessIdentifier() const override { return _chosen.processIdentifier; }
     bool installAppFrontSwitchedHandler(std::function<void()> switched) override;
     bool openURL(const QUrl& url) override { return _real.openURL(url); }
     QStringList searchPathForDirectoriesInDomains(SearchPathDirectory directory, SearchPathDomainMask domains,

@@ -12,13 +12,14 @@
 namespace tarnwick {
 
 /// Reads the menus of other applications from the accessibility bus, or from where their windows say that
-/// they export them, and their windows from the X server. All reads within one handler of an event share half
-/// a second.
+/// they export them, and their windows from the X server. All reads of one reading share half a second:
+/// ReadingBudget says what one is.
 class AtspiAccessibility final : public Accessibility
 {
 public:
     AtspiAccessibility();
 
+    void beginReading() override { _budget.begin(); }
     [[nodiscard]] bool apiEnabled() override;
     /// There is one switch for all programs: what apiEnabled() found last.
     [[nodiscard]] bool isProcessTrusted() override;

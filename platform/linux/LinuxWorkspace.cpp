@@ -35,10 +35,15 @@ LinuxWorkspace::~LinuxWorkspace() = default;
 
 std::optional<Workspace::ActiveApplication> LinuxWorkspace::activeApplication() const
 {
-    const FrontWindow front = _activeWindow.current();
-    if (!front.processIdentifier)
+    const auto processIdentifier = activeProcessIdentifier();
+    if (!processIdentifier)
         return std::nullopt;
-    return ActiveApplication{_names.of(*front.processIdentifier), front.processIdentifier};
+    return ActiveApplication{_names.of(*processIdentifier), processIdentifier};
+}
+
+std::optional<qint64> LinuxWorkspace::activeProcessIdentifier() const
+{
+    return _activeWindow.current().processIdentifier;
 }
 
 bool LinuxWorkspace::installAppFrontSwitchedHandler(std::function<void()> switched)

@@ -27,6 +27,7 @@ public:
     ~LinuxWorkspace() override;
 
     [[nodiscard]] std::optional<ActiveApplication> activeApplication() const override;
+    [[nodiscard]] std::optional<qint64> activeProcessIdentifier() const override;
     /// A switch while our menu is open closes the menu; `switched` runs after that.
     [[nodiscard]] bool installAppFrontSwitchedHandler(std::function<void()> switched) override;
     bool openURL(const QUrl& url) override;

@@ -43,7 +43,7 @@ void ReadingBudget::_renew()
 {
     _usedUp = false;
     _afterWhatWasPressed.stop();
-    _left = PerEvent;
+    _left = PerReading;
 }
 
 ReadingBudget::Reading::Reading(ReadingBudget& budget)
@@ -72,7 +72,7 @@ ReadingBudget::Reading::~Reading()
         [budget = &_budget] {
             budget->_renewalQueued = false;
             if (!budget->_usedUp)
-                budget->_left = PerEvent;
+                budget->_left = PerReading;
         },
         Qt::QueuedConnection);
 }

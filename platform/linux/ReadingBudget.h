@@ -10,18 +10,22 @@
 
 namespace tarnwick {
 
-/// How long one event handler may read from other applications: its reads together get half a second of
-/// waiting, and the next event starts anew. Time between the reads does not count. When a menu is open, whose
-/// keyboard and pointer are ours, and the half second was not enough, the keys that have been pressed
-/// meanwhile come first: they find nothing left, and wait for nobody. GUI thread only.
+/// How long one reading from other applications may wait: half a second for all that belongs to it. A reading
+/// begins where somebody says so, as each update of the mirror does, and otherwise with each event: its
+/// handler has one. Time between the reads does not count. When a menu is open, whose keyboard and pointer
+/// are ours, and the half second was not enough, the keys that have been pressed meanwhile come first: they
+/// find nothing left, and wait for nobody. GUI thread only.
 class ReadingBudget : public QObject
 {
     Q_OBJECT
 
 public:
-    static constexpr std::chrono::milliseconds PerEvent{500};
+    static constexpr std::chrono::milliseconds PerReading{500};
 
     ReadingBudget();
+
+    /// A reading begins, within a handler that may have had one already. Not while something is read.
+    void begin() { _renew(); }
 
     /// Counts the time until its end as reading. One within another has the same deadline.
     class Reading
@@ -45,7 +49,7 @@ private:
     void _renewAfterWhatWasPressed();
     void _renew();
 
-    Deadline::Clock::duration _left = PerEvent;
+    Deadline::Clock::duration _left = PerReading;
     std::optional<Deadline> _current; ///< of the outermost reading
     bool _renewalQueued = false;
     bool _usedUp = false; ///< while a menu is open

@@ -291,10 +291,8 @@ bool AXAccessibility::performAction(const UIElementRef& element, const QString& 
 
 std::optional<QVariant> AXAccessibility::_activeApplication()
 {
-    const auto active = Workspace::shared().activeApplication();
-    if (!active || !active->processIdentifier)
-        return std::nullopt;
-    return QVariant::fromValue(createApplication(*active->processIdentifier));
+    const auto active = Workspace::shared().activeProcessIdentifier();
+    return active ? std::optional(QVariant::fromValue(createApplication(*active))) : std::nullopt;
 }
 
 bool AXAccessibility::_ask(const UIElementRef& element, const std::function<qint32()>& call)

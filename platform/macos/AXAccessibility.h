@@ -11,12 +11,13 @@ namespace tarnwick {
 
 /// Other applications by the system's accessibility interface. One call waits for an application for half a
 /// second at most; one that has not answered by then is not read again for as long, so that a menu of many
-/// items does not wait for each of them. An action is sent in any case.
+/// items does not wait for each of them, or until the next reading begins. An action is sent in any case.
 class AXAccessibility final : public Accessibility
 {
 public:
     AXAccessibility();
 
+    void beginReading() override { _silentUntil.clear(); }
     /// Where the system lets all programs in or none, whether it does; where it decides program by program,
     /// whether it lets this one in.
     [[nodiscard]] bool apiEnabled() override;

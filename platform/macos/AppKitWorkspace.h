@@ -11,6 +11,8 @@ class AppKitWorkspace final : public Workspace
 {
 public:
     [[nodiscard]] std::optional<ActiveApplication> activeApplication() const override;
+    /// The system knows the name as well: asking for both waits for nobody either.
+    [[nodiscard]] std::optional<qint64> activeProcessIdentifier() const override;
     [[nodiscard]] bool installAppFrontSwitchedHandler(std::function<void()> switched) override;
     bool openURL(const QUrl& url) override;
     [[nodiscard]] QStringList searchPathForDirectoriesInDomains(SearchPathDirectory directory,

@@ -35,6 +35,12 @@ std::optional<Workspace::ActiveApplication> AppKitWorkspace::activeApplication()
     return ActiveApplication{textOfNsString([front localizedName]), [front processIdentifier]};
 }
 
+std::optional<qint64> AppKitWorkspace::activeProcessIdentifier() const
+{
+    const auto active = activeApplication();
+    return active ? active->processIdentifier : std::nullopt;
+}
+
 bool AppKitWorkspace::installAppFrontSwitchedHandler(std::function<void()> switched)
 {
     return _frontSwitch.install(std::move(switched));

@@ -24,8 +24,6 @@ public:
         Accessibility& accessibility;
         qint64 processIdentifier = 0;
         QString title; ///< the application's display name
-        /// Lets the event loop come round: the adapters give each event handler a limited time to read.
-        std::function<void()> breathe = [] {};
         /// The titles pressed in the application so far, once there are at least `count` or it has taken too
         /// long.
         std::function<QStringList(qsizetype count)> pressed;
@@ -70,7 +68,7 @@ private:
 
     void _checkMenuBar()
     {
-        _subject.breathe();
+        _ax.beginReading();
         const UIElementRef bar = _menuBar();
         ASSERT_TRUE(bar);
         EXPECT_EQ(_text(bar, AXRoleAttribute), _name("AXMenuBar"));
@@ -83,7 +81,7 @@ private:
     void _checkEntries(const UIElementRef& menu, const std::vector<fixture::MenuText>& expected,
                        const QString& role)
     {
-        _subject.breathe();
+        _ax.beginReading();
         const QList<UIElementRef> items = _children(menu);
         ASSERT_EQ(items.size(), static_cast<qsizetype>(expected.size()));
         EXPECT_EQ(_ax.getAttributeValueCount(menu, AXChildrenAttribute), static_cast<int>(expected.size()));
@@ -97,7 +95,7 @@ private:
             if (!entry.separator)
                 _checkEntry(items.at(i), entry, role != _name("AXMenuBarItem"));
         }
-        // Only now: a submenu may be read in an event handler of its own.
+        // Only now: a submenu is a reading of its own.
         for (qsizetype i = 0; i < items.size(); ++i) {
             const fixture::MenuText& entry = expected.at(static_cast<std::size_t>(i));
             if (entry.holdsMenu())
@@ -168,7 +166,7 @@ private:
 
     void _checkFailures()
     {
-        _subject.breathe();
+        _ax.beginReading();
         const UIElementRef file = _children(_menuBar()).value(0);
         ASSERT_TRUE(file);
         const UIElementRef nobody = _ax.createApplication(0x7FFFFFFE);
@@ -199,7 +197,7 @@ private:
 
     void _checkPress()
     {
-        _subject.breathe();
+        _ax.beginReading();
         const UIElementRef help = _children(_children(_menuBar()).value(3)).value(0);
         const UIElementRef contents = _children(help).value(0);
         ASSERT_EQ(_text(contents, AXTitleAttribute), _name("Contents"));

@@ -75,7 +75,6 @@ protected:
             .accessibility = accessibility,
             .processIdentifier = program.processIdentifier(),
             .title = title,
-            .breathe = [] { QTest::qWait(1); },
             .pressed = [&](qsizetype count) { return program.chosen(count); },
         });
         contract.run();
@@ -177,6 +176,20 @@ TEST_P(OnToolkit, aStoppedProgram_costsHalfASecondAnEvent)
     kill(static_cast<pid_t>(program.processIdentifier()), SIGCONT);
     EXPECT_TRUE(QTest::qWaitFor([&] { return children(file).size() == 8; }, 10'000))
         << "answers that come late are left alone";
+}
+
+TEST_P(OnToolkit, aReadingThatBegins_hasTheWholeTimeAgainWithinTheSameEvent)
+{
+    const FixtureProgram program(toolkit());
+    ASSERT_TRUE(waitUntilFront(program));
+    const UIElementRef file = menu(0);
+    QTest::qWait(1);
+    kill(static_cast<pid_t>(program.processIdentifier()), SIGSTOP);
+    EXPECT_TRUE(children(file).isEmpty());
+    kill(static_cast<pid_t>(program.processIdentifier()), SIGCONT);
+    EXPECT_TRUE(children(file).isEmpty()) << "nothing is left for the same reading";
+    accessibility.beginReading();
+    EXPECT_EQ(children(file).size(), 8);
 }
 
 namespace {

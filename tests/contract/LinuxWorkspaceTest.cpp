@@ -17,6 +17,8 @@
 #include <QWidget>
 #include <gtest/gtest.h>
 
+#include <csignal>
+
 using namespace tarnwick;
 using namespace tarnwick::desktop_control;
 using namespace Qt::StringLiterals;
@@ -33,10 +35,8 @@ protected:
         Application::setShared(&application);
         EXPECT_TRUE(QTest::qWaitFor([&] { return windows.managed(); }, Limit)) << "no window manager";
         EXPECT_TRUE(accessibility.apiEnabled());
-        EXPECT_TRUE(workspace.installAppFrontSwitchedHandler([this] {
-            const auto active = workspace.activeApplication();
-            switches.append(active ? active->processIdentifier.value_or(0) : -1);
-        }));
+        EXPECT_TRUE(workspace.installAppFrontSwitchedHandler(
+            [this] { switches.append(workspace.activeProcessIdentifier().value_or(-1)); }));
     }
 
     ~LinuxWorkspaceTest() override { Application::setShared(nullptr); }
@@ -69,8 +69,7 @@ protected:
 
     bool isFront(const FixtureProgram& program)
     {
-        const auto active = workspace.activeApplication();
-        return active && active->processIdentifier == program.processIdentifier() && !barTitles().isEmpty();
+        return workspace.activeProcessIdentifier() == program.processIdentifier() && !barTitles().isEmpty();
     }
     bool waitUntilFront(const FixtureProgram& program)
     {
@@ -153,6 +152,21 @@ TEST_F(LinuxWorkspaceTest, everySwitchOfProcess_isAnnouncedOnce)
     EXPECT_EQ(value(frontApplication(), u"AXFrontmost"_s), QVariant(true));
     EXPECT_EQ(value(accessibility.createApplication(second.processIdentifier()), u"AXFrontmost"_s),
               QVariant(false));
+}
+
+TEST_F(LinuxWorkspaceTest, theProcessInFront_isToldWithoutWaitingForIt)
+{
+    const FixtureProgram program(u"gtk3"_s);
+    ASSERT_TRUE(waitUntilFront(program));
+    QTest::qWait(1);
+    kill(static_cast<pid_t>(program.processIdentifier()), SIGSTOP);
+    FairTimer time;
+    time.start();
+    EXPECT_EQ(workspace.activeProcessIdentifier(), program.processIdentifier());
+    EXPECT_LE(time.fairElapsed(), 200);
+    EXPECT_EQ(workspace.activeApplication()->name, u"menu_fixture_gt"_s) << "of its executable file";
+    EXPECT_GE(time.elapsed(), 450) << "the name would come from the program";
+    kill(static_cast<pid_t>(program.processIdentifier()), SIGCONT);
 }
 
 TEST_F(LinuxWorkspaceTest, switchesWhileTheProgramSleeps_areNotMerged)

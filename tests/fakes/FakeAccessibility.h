@@ -2,6 +2,7 @@
 #pragma once
 
 #include "ax/Accessibility.h"
+#include "tests/fakes/Journal.h"
 #include "tests/fakes/MenuFile.h"
 
 #include <QHash>
@@ -47,6 +48,7 @@ public:
     bool trusted = true;
     /// Lever: runs before each read of a value, and may change the tree.
     std::function<void(const UIElementRef& element, const QString& attribute)> beforeRead;
+    Journal* journal = nullptr; ///< "begin reading"
 
     // Growing the tree.
     UIElementRef addApplication(qint64 processIdentifier, const QString& title);
@@ -86,6 +88,7 @@ public:
     /// The item that these titles lead to from the application's menu bar; empty when there is none.
     [[nodiscard]] UIElementRef menuItem(const UIElementRef& application, const QStringList& titles) const;
 
+    void beginReading() override { note(journal, QStringLiteral("begin reading")); }
     [[nodiscard]] bool apiEnabled() override { return present && enabled; }
     [[nodiscard]] bool isProcessTrusted() override { return present && trusted; }
     [[nodiscard]] UIElementRef createSystemWide() override;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "foundation/Workspace.h"
+#include "tests/fakes/Journal.h"
 
 #include <QList>
 #include <QMap>
@@ -23,6 +24,7 @@ public:
     QString popUpCommand;                    ///< lever: the session hides what other applications do
     QList<std::pair<QWidget*, quint32>> collectionBehaviors; ///< look: window and behaviour, in order
     QList<QUrl> opened;                                      ///< look: what was asked to be opened, in order
+    Journal* journal = nullptr;                              ///< "ask name"
 
     /// Lever: the user brings an application to the front; observers hear of it now.
     void switchTo(const QString& name, std::optional<qint64> processIdentifier)
@@ -39,7 +41,16 @@ public:
             handler();
     }
 
-    [[nodiscard]] std::optional<ActiveApplication> activeApplication() const override { return active; }
+    [[nodiscard]] std::optional<ActiveApplication> activeApplication() const override
+    {
+        note(journal, QStringLiteral("ask name"));
+        return active;
+    }
+
+    [[nodiscard]] std::optional<qint64> activeProcessIdentifier() const override
+    {
+        return active ? active->processIdentifier : std::nullopt;
+    }
 
     [[nodiscard]] bool installAppFrontSwitchedHandler(std::function<void()> switched) override
     {

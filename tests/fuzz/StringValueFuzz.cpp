@@ -30,6 +30,7 @@ public:
     QVariant value;
     int written = 0;
 
+    void beginReading() override {}
     bool apiEnabled() override { return true; }
     bool isProcessTrusted() override { return true; }
     UIElementRef createSystemWide() override { return {}; }

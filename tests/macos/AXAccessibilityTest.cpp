@@ -401,6 +401,17 @@ TEST_F(AXAccessibilityTest, applicationThatDoesNotAnswer_isNotReadAgainForHalfAS
     EXPECT_EQ(ax().copyAttributeValue(application, u"AXTitle"_s), u"Editor"_s);
 }
 
+TEST_F(AXAccessibilityTest, applicationThatDidNotAnswer_isReadAgainWhenAnotherReadingBegins)
+{
+    editor->attributes = {{u"AXTitle"_s, u"Editor"_s}};
+    editor->hung = true;
+    const auto application = ax().createApplication(100);
+    EXPECT_FALSE(ax().copyAttributeValue(application, u"AXTitle"_s));
+    editor->hung = false;
+    ax().beginReading();
+    EXPECT_EQ(ax().copyAttributeValue(application, u"AXTitle"_s), u"Editor"_s);
+}
+
 TEST_F(AXAccessibilityTest, systemThatDoesNotAnswer_isAskedAgainAtOnce)
 {
     const auto systemWide = ax().createSystemWide();

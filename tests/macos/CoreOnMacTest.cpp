@@ -53,6 +53,10 @@ public:
     {
         return fake.activeApplication();
     }
+    [[nodiscard]] std::optional<qint64> activeProcessIdentifier() const override
+    {
+        return fake.activeProcessIdentifier();
+    }
     [[nodiscard]] bool installAppFrontSwitchedHandler(std::function<void()> switched) override
     {
         return _frontSwitch.install(std::move(switched));

@@ -62,12 +62,14 @@ void MainLoopWatch::_answer(Moment asked)
 {
     const Moment now = std::chrono::steady_clock::now();
     const double paused = std::exchange(_paused, 0);
+    const int pauses = std::exchange(_pauses, 0);
     const double starved = secondsStarved();
     const double waited = std::chrono::duration<double>(now - asked).count();
     const double starvedMeanwhile = std::min(waited, starved - std::exchange(_starved, starved));
     if (now - asked >= WorthALine || paused > 0) {
         const QByteArray line = secondsOf(secondsOf(asked)) + ' ' + secondsOf(secondsOf(now)) + ' ' +
-                                secondsOf(paused) + ' ' + secondsOf(starvedMeanwhile) + '\n';
+                                secondsOf(paused) + ' ' + secondsOf(starvedMeanwhile) + ' ' +
+                                QByteArray::number(pauses) + '\n';
         [[maybe_unused]] const auto written =
             write(_file, line.constData(), static_cast<size_t>(line.size()));
     }

@@ -58,10 +58,11 @@ TEST_F(MainLoopWatchTest, tellsWhenTheLoopWasAwayAndHowLong)
     double longest = 0;
     for (const QByteArray& line : lines()) {
         const QList<QByteArray> numbers = line.split(' ');
-        ASSERT_EQ(numbers.size(), 4);
+        ASSERT_EQ(numbers.size(), 5);
         longest = qMax(longest, numbers[1].toDouble() - numbers[0].toDouble());
         EXPECT_EQ(numbers[2].toDouble(), 0.0);
         EXPECT_LE(numbers[3].toDouble(), atMost);
+        EXPECT_EQ(numbers[4].toInt(), 0);
     }
     EXPECT_GE(longest, 0.1);
     EXPECT_LE(longest, atMost);
@@ -76,9 +77,13 @@ TEST_F(MainLoopWatchTest, tellsHowMuchOfItWasAPause)
         runLoop(50ms);
 
     double paused = 0;
-    for (const QByteArray& line : lines())
+    int pauses = 0;
+    for (const QByteArray& line : lines()) {
         paused += line.split(' ').value(2).toDouble();
+        pauses += line.split(' ').value(4).toInt();
+    }
     EXPECT_NEAR(paused, 0.1, 0.001);
+    EXPECT_EQ(pauses, 1);
 }
 
 } // namespace tarnwick

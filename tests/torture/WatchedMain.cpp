@@ -47,8 +47,7 @@ void lose(int bytes)
 
 qint64 processInFront()
 {
-    const auto active = Workspace::shared().activeApplication();
-    return active ? active->processIdentifier.value_or(0) : 0;
+    return Workspace::shared().activeProcessIdentifier().value_or(0);
 }
 
 /// Observers are told in the order of their coming: this one when the program has read the new menu bar.

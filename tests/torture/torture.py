@@ -58,12 +58,14 @@ class Absence(typing.NamedTuple):
     end: float
     paused: float
     starved: float
+    pauses: float
 
     @property
     def unwanted(self):
-        """The time that was no pause."""
-        passed = max(0.0, self.end - self.begin - self.paused)
-        starved = min(passed, self.starved)
+        """The time that was no pause; after each pause an application is read again, with as much time as before."""
+        readings = max(1.0, self.pauses)
+        passed = max(0.0, self.end - self.begin - self.paused) / readings
+        starved = min(passed, self.starved / readings)
         return FairTime(passed, starved, starved)
 
 
@@ -93,7 +95,7 @@ class WatchedTarnwick(Tarnwick):
         return [absence for absence in found if absence.end >= since]
 
     def longest_absence(self, since=0.0):
-        """Besides the pauses that Tarnwick makes on purpose; no time when there was none worth a line."""
+        """For one reading, besides the pauses that Tarnwick makes on purpose; no time when there was none worth a line."""
         times = [absence.unwanted for absence in self.absences(since)]
         return max(times, key=lambda time: (time.fair, time.passed), default=FairTime(0.0))
 

@@ -93,6 +93,18 @@ TEST_F(AppChangeTest, firefox_isReadAThirdTime_afterAnEmptyFirst)
     }
 }
 
+TEST_F(AppChangeTest, everyUpdate_isAReadingOfItsOwn_andNoNameIsAskedForBeforeTheFirst)
+{
+    start();
+    accessibility.journal = workspace.journal = &journal;
+    switchToSlow(u"Firefox"_s, 3);
+    const Journal update{u"begin reading"_s, u"ask name"_s, u"rebuild"_s};
+    const Journal isFirefox{u"ask name"_s};
+    const Journal boldTitle{u"ask name"_s};
+    EXPECT_EQ(journal, Journal{u"sleep 0.65"_s} + update + Journal{u"sleep 1.8"_s} + update + isFirefox +
+                           update + boldTitle);
+}
+
 TEST_F(AppChangeTest, applicationTitle_isBold_andTheMenuHasTheMenuBarFontOfTheSetting)
 {
     start();

@@ -30,7 +30,7 @@ protected:
     void useUp()
     {
         const ReadingBudget::Reading reading(budget);
-        pass(ReadingBudget::PerEvent + 10ms);
+        pass(ReadingBudget::PerReading + 10ms);
     }
 
     FakeClock clock;
@@ -64,7 +64,7 @@ TEST(Deadline, passed_goesByTheProgramsClock)
     EXPECT_FALSE(Deadline::in(1min).passed()) << "the system's clock";
 }
 
-TEST_F(ReadingBudgetTest, readsOfOneEvent_shareHalfASecond)
+TEST_F(ReadingBudgetTest, readsOfOneReading_shareHalfASecond)
 {
     EXPECT_EQ(left(), 500ms);
     {
@@ -100,6 +100,17 @@ TEST_F(ReadingBudgetTest, whenItIsUsedUp_nothingIsLeftUntilTheEventLoopComesRoun
     EXPECT_EQ(left(), 0ms);
     EXPECT_EQ(left(), 0ms);
     QCoreApplication::processEvents();
+    EXPECT_EQ(left(), 500ms);
+}
+
+TEST_F(ReadingBudgetTest, aReadingThatBegins_hasTheWholeTime)
+{
+    useUp();
+    budget.begin();
+    EXPECT_EQ(left(), 500ms);
+    useUp();
+    EXPECT_EQ(left(), 0ms) << "and no more";
+    budget.begin();
     EXPECT_EQ(left(), 500ms);
 }
 
