@@ -5,6 +5,12 @@
 
 namespace tarnwick {
 
+void FrontSwitches::startFrom(const FrontWindow& front)
+{
+    _front = front;
+    _owner.reset();
+}
+
 bool FrontSwitches::isSwitch(const FrontWindow& front)
 {
     const FrontWindow previous = std::exchange(_front, front);

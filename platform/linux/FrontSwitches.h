@@ -18,6 +18,9 @@ public:
     /// `front` is in front at the start. `ownerOf` is asked when both windows belong to one process.
     FrontSwitches(const FrontWindow& front, OwnerOf ownerOf) : _front(front), _ownerOf(std::move(ownerOf)) {}
 
+    /// The next change is one from `front`, whatever was in front before.
+    void startFrom(const FrontWindow& front);
+
     /// Whether the change to `front` is a switch.
     [[nodiscard]] bool isSwitch(const FrontWindow& front);
 

@@ -7,6 +7,8 @@
 #include "platform/linux/X11AllWorkspaces.h"
 #include "platform/qt/MenuTracking.h"
 
+#include <QCoreApplication>
+
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -29,6 +31,7 @@ LinuxWorkspace::LinuxWorkspace(X11ActiveWindow& activeWindow, ApplicationNames& 
       _switches(activeWindow.current(),
                 [&menuBars](const FrontWindow& front) { return menuBars.ownerOf(front); })
 {
+    connect(&_activeWindow, &X11ActiveWindow::changed, this, &LinuxWorkspace::_frontChanged);
 }
 
 LinuxWorkspace::~LinuxWorkspace() = default;
@@ -51,7 +54,8 @@ bool LinuxWorkspace::installAppFrontSwitchedHandler(std::function<void()> switch
     if (!_activeWindow.watching())
         return false;
     if (!_switched) {
-        connect(&_activeWindow, &X11ActiveWindow::changed, this, &LinuxWorkspace::_frontChanged);
+        // What has changed before is no switch, not even where it has yet to be told.
+        QCoreApplication::sendPostedEvents(&_activeWindow, QEvent::MetaCall);
         connect(&MenuTracking::shared(), &MenuTracking::ended, this, &LinuxWorkspace::_deliver,
                 Qt::QueuedConnection);
     }
@@ -96,6 +100,10 @@ FrontWindow LinuxWorkspace::_lookBeside()
 
 void LinuxWorkspace::_frontChanged(const FrontWindow& front)
 {
+    if (!_switched) {
+        _switches.startFrom(front);
+        return;
+    }
     if (front)
         _activeWindow.setBeside({});
     _announce(front ? front : _lookBeside());

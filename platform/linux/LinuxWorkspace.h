@@ -28,7 +28,8 @@ public:
 
     [[nodiscard]] std::optional<ActiveApplication> activeApplication() const override;
     [[nodiscard]] std::optional<qint64> activeProcessIdentifier() const override;
-    /// A switch while our menu is open closes the menu; `switched` runs after that.
+    /// Switches count from here on: what was in front while an alert came before it was another time. A
+    /// switch while our menu is open closes the menu; `switched` runs after that.
     [[nodiscard]] bool installAppFrontSwitchedHandler(std::function<void()> switched) override;
     bool openURL(const QUrl& url) override;
     [[nodiscard]] QStringList searchPathForDirectoriesInDomains(SearchPathDirectory directory,

@@ -188,6 +188,47 @@ TEST_F(LinuxWorkspaceTest, switchesWhileTheProgramSleeps_areNotMerged)
     EXPECT_EQ(switches.size(), 4);
 }
 
+TEST_F(LinuxWorkspaceTest, switches_countFromTheMomentThatSomebodyWantsToHearOfThem)
+{
+    const FixtureProgram program(u"gtk3"_s);
+    ASSERT_TRUE(waitUntilFront(program));
+    LinuxWorkspace late(accessibility.activeWindow(), accessibility.names(), accessibility.menuBars(),
+                        accessibility.activeInTree());
+    const xcb_window_t alert = makeWindow({});
+    ASSERT_TRUE(waitUntilActive(alert));
+    int announced = 0;
+    ASSERT_TRUE(late.installAppFrontSwitchedHandler([&] { ++announced; }));
+    QTest::qWait(50);
+    EXPECT_EQ(announced, 0);
+    destroy(alert);
+    ASSERT_TRUE(waitUntilFront(program));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return announced > 0; }, Limit))
+        << "it was in front before the alert, but not when that was";
+    QTest::qWait(50);
+    EXPECT_EQ(announced, 1);
+}
+
+TEST_F(LinuxWorkspaceTest, changesThatHaveYetToBeTold_areNoSwitchesForWhoComesAfterThem)
+{
+    const FixtureProgram program(u"gtk3"_s);
+    ASSERT_TRUE(waitUntilFront(program));
+    const xcb_window_t window = windowOf(program, u"Fixture"_s);
+    const xcb_window_t alert = makeWindow({});
+    ASSERT_TRUE(waitUntilActive(alert));
+    ASSERT_TRUE(waitForSwitches(2));
+    LinuxWorkspace late(accessibility.activeWindow(), accessibility.names(), accessibility.menuBars(),
+                        accessibility.activeInTree());
+    activateAsleep(window);
+    activateAsleep(alert);
+    int announced = 0;
+    ASSERT_TRUE(late.installAppFrontSwitchedHandler([&] { ++announced; }));
+    EXPECT_TRUE(waitForSwitches(4)) << "for who was there before";
+    EXPECT_EQ(announced, 0);
+    destroy(alert);
+    EXPECT_TRUE(waitForSwitches(5));
+    EXPECT_EQ(announced, 1);
+}
+
 TEST_F(LinuxWorkspaceTest, whoAsksForTheFrontToBeAnnounced_isAnsweredAfterTheSwitches)
 {
     const FixtureProgram first(u"gtk3"_s);

@@ -1,5 +1,10 @@
 # SPDX-License-Identifier: MIT
 """Tarnwick starts on every kind of desktop: an empty one, one without services, one that is not ready yet."""
+import contextlib
+import os
+import signal
+import time
+
 from Xlib import X
 
 from harness.applications import Fixture
@@ -9,6 +14,10 @@ from harness.screen import LEFT, Window
 from harness.tarnwick import TRIGGER, Tarnwick
 from harness.tray import embedded_icon, icon_at_rest
 from harness.waiting import holds_for, wait_for
+
+
+SLOW = 0.1  # seconds of a window manager until it says who comes after a window; from 0.2 on nobody is in front meanwhile
+ROUNDS = 3  # the start may be slower than the window manager
 
 
 class AnEmptyDesktop(DesktopTest):
@@ -58,6 +67,15 @@ class NoAccessibility(DesktopTest):
         wait_for(lambda: self.screen.focused_window_id() == self.alert.id, "the alert with the keyboard")
         return tarnwick
 
+    @contextlib.contextmanager
+    def window_manager_asleep(self):
+        pid = self.screen.window_manager_pid()
+        os.kill(pid, signal.SIGSTOP)
+        try:
+            yield
+        finally:
+            os.kill(pid, signal.SIGCONT)
+
     def alert_is_up(self):
         return self.alert.id in [window.id for window in self.screen.windows()]
 
@@ -87,6 +105,29 @@ class NoAccessibility(DesktopTest):
         tarnwick.popups.wait_for(1)
         tarnwick.close_menu()
         self.assertTrue(tarnwick.program.running())
+
+    def test_leaves_the_menu_to_the_application_in_front_when_one_continues_anyway(self):
+        """Some programs tell their menus without that service. What was in front before the alert is so again after it."""
+        viewer = Fixture(self.session, "gtk4", menu="viewer.menu", title="Viewer")
+        self.addCleanup(viewer.program.stop)
+        for _ in range(ROUNDS):
+            viewer.forget()
+            self.continue_anyway_over(viewer)
+
+    def continue_anyway_over(self, viewer):
+        tarnwick = self.start()
+        with self.window_manager_asleep():
+            for key in ("Tab", "space"):  # from the first button to "Continue Anyway"
+                self.screen.tap(key)
+            wait_for(lambda: self.alert.pid is None, "the server without the alert")
+            time.sleep(SLOW)
+        wait_for(viewer.is_in_front, "the application in front again")
+        tarnwick.wait_until_at_rest()
+        tarnwick.open()
+        for key in ("Down", "Right", "Return"):
+            self.screen.tap(key)
+        viewer.wait_for_line("chosen", "File > Open Image...")
+        tarnwick.stop()
 
     def test_ends_the_program_at_quit_before_anything_exists(self):
         tarnwick = self.start()

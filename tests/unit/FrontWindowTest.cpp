@@ -116,6 +116,17 @@ TEST(FrontSwitches, anotherProcess_isASwitchWithoutAskingAnyone)
     EXPECT_TRUE(switches.isSwitch(Terminal));
 }
 
+TEST(FrontSwitches, whereItStartsFrom_isWhatTheNextChangeIsComparedWith)
+{
+    FrontSwitches switches(Editor, [](const FrontWindow& front) { return MenuBarOwner{front.window, {}}; });
+    switches.startFrom(Terminal);
+    EXPECT_FALSE(switches.isSwitch(Terminal));
+    EXPECT_TRUE(switches.isSwitch(Editor)) << "that was before";
+    EXPECT_TRUE(switches.isSwitch(OtherEditor));
+    switches.startFrom(Editor);
+    EXPECT_TRUE(switches.isSwitch(OtherEditor)) << "whose owner was seen before";
+}
+
 QString certaintyText(AtspiWindowMatch::Certainty certainty)
 {
     switch (certainty) {
