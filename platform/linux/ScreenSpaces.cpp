@@ -56,6 +56,16 @@ QRectF windowSystemFrame(const QRect& pixels, const QList<Monitor>& monitors)
     return {windowSystemPoint(bottomLeft, monitors), QSizeF(pixels.size())};
 }
 
+QPointF displaySystemPoint(QPoint pixel, const QList<Monitor>& monitors)
+{
+    return pixel - firstPixels(monitors).topLeft();
+}
+
+QPoint pixelAtDisplaySystemPoint(QPointF point, const QList<Monitor>& monitors)
+{
+    return point.toPoint() + firstPixels(monitors).topLeft();
+}
+
 QPoint toolkitPoint(QPoint pixel, const QList<Monitor>& monitors)
 {
     const auto nearest =

@@ -26,6 +26,11 @@ struct Monitor
 [[nodiscard]] QPoint pixelAt(QPointF windowSystemPoint, const QList<Monitor>& monitors);
 [[nodiscard]] QRectF windowSystemFrame(const QRect& pixels, const QList<Monitor>& monitors);
 
+/// Between X root pixels and the display system's space (the same pixels, origin at the top left of the first
+/// monitor, y downward).
+[[nodiscard]] QPointF displaySystemPoint(QPoint pixel, const QList<Monitor>& monitors);
+[[nodiscard]] QPoint pixelAtDisplaySystemPoint(QPointF point, const QList<Monitor>& monitors);
+
 /// The toolkit's coordinates of an X root pixel; a pixel on no monitor is converted by the nearest one.
 [[nodiscard]] QPoint toolkitPoint(QPoint pixel, const QList<Monitor>& monitors);
 

@@ -4,6 +4,7 @@
 #include "ax/AXValue.h"
 #include "ax/Accessibility.h"
 #include "platform/linux/ApplicationElement.h"
+#include "platform/linux/ScreenSpaces.h"
 #include "platform/linux/X11WindowFrame.h"
 
 using namespace Qt::StringLiterals;
@@ -37,7 +38,7 @@ std::optional<QVariant> WindowElement::value(const QString& attribute) const
     if (!frame)
         return std::nullopt;
     if (attribute == AXPositionAttribute)
-        return QVariant::fromValue(AXValue(QPointF(frame->topLeft())));
+        return QVariant::fromValue(AXValue(displaySystemPoint(frame->topLeft(), currentMonitors())));
     if (attribute == AXSizeAttribute)
         return QVariant::fromValue(AXValue(QSizeF(frame->size())));
     if (attribute == "AXRoleDescription"_L1)
@@ -82,7 +83,7 @@ bool WindowElement::setValue(const QString& attribute, const QVariant& value) co
     const auto structured = value.value<AXValue>();
     X11WindowFrame frame(X11Connection::shared(), _window.window);
     if (const auto* point = structured.get<QPointF>(); point && attribute == AXPositionAttribute)
-        return frame.move(point->toPoint());
+        return frame.move(pixelAtDisplaySystemPoint(*point, currentMonitors()));
     if (const auto* size = structured.get<QSizeF>(); size && attribute == AXSizeAttribute)
         return frame.resize(size->toSize());
     return false;

@@ -6,7 +6,8 @@
 
 namespace tarnwick {
 
-/// A window of the desktop. Everything is read from the X server when asked.
+/// A window of the desktop. Everything is read from the X server when asked; places are in the display
+/// system's space, as those of Screens.
 class WindowElement final : public LinuxElement
 {
 public:

@@ -3,6 +3,8 @@
 
 #include "platform/linux/X11Connection.h"
 
+#include <QPoint>
+
 #include <array>
 
 namespace tarnwick {
@@ -65,6 +67,15 @@ inline void focus(xcb_window_t window)
 {
     X11Connection& x11 = X11Connection::shared();
     xcb_set_input_focus(x11.get(), XCB_INPUT_FOCUS_POINTER_ROOT, window, XCB_CURRENT_TIME);
+    x11.sync();
+}
+
+/// To a pixel of the root.
+inline void movePointer(QPoint pixel)
+{
+    X11Connection& x11 = X11Connection::shared();
+    xcb_warp_pointer(x11.get(), XCB_WINDOW_NONE, x11.root(), 0, 0, 0, 0, static_cast<std::int16_t>(pixel.x()),
+                     static_cast<std::int16_t>(pixel.y()));
     x11.sync();
 }
 

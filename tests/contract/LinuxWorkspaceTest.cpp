@@ -3,8 +3,10 @@
 #include "platform/linux/LinuxWorkspace.h"
 
 #include "ax/AXValue.h"
+#include "ax/UIElementUtilities.h"
 #include "menu/Menu.h"
 #include "platform/linux/AtspiAccessibility.h"
+#include "platform/linux/LinuxScreens.h"
 #include "platform/linux/X11Property.h"
 #include "platform/linux/X11WindowFrame.h"
 #include "platform/qt/MenuTracking.h"
@@ -13,6 +15,8 @@
 #include "tests/contract/FixtureProgram.h"
 #include "tests/fakes/FakeApplication.h"
 
+#include <QGuiApplication>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QWidget>
 #include <gtest/gtest.h>
@@ -26,6 +30,48 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int Limit = 10'000; // ms
+
+/// A small monitor at the left, and beside it, somewhat lower, the first one. As long as this exists.
+class TwoMonitors
+{
+public:
+    static constexpr QRect First{480, 100, 800, 600};
+
+    TwoMonitors()
+    {
+        _call({u"--setmonitor"_s, u"left"_s, u"480/120x800/200+0+0"_s, u"screen"_s});
+        _call({u"--setmonitor"_s, u"*right"_s, u"800/200x600/150+480+100"_s, u"none"_s});
+        const bool seen = QTest::qWaitFor([] { return firstScreen() == First; }, Limit);
+        if (!seen && _complaint.isEmpty())
+            _complaint = u"the toolkit has not heard of the monitors"_s;
+    }
+    ~TwoMonitors()
+    {
+        _call({u"--delmonitor"_s, u"right"_s});
+        _call({u"--delmonitor"_s, u"left"_s});
+        EXPECT_TRUE(QTest::qWaitFor([] { return firstScreen().topLeft().isNull(); }, Limit));
+    }
+    TwoMonitors(const TwoMonitors&) = delete;
+    TwoMonitors& operator=(const TwoMonitors&) = delete;
+
+    /// Empty when they are there.
+    [[nodiscard]] QString complaint() const { return _complaint; }
+
+private:
+    static QRect firstScreen() { return QGuiApplication::primaryScreen()->geometry(); }
+
+    void _call(const QStringList& arguments)
+    {
+        QProcess xrandr;
+        xrandr.start(u"xrandr"_s, arguments);
+        if (!xrandr.waitForFinished() || xrandr.exitStatus() != QProcess::NormalExit ||
+            xrandr.exitCode() != 0)
+            _complaint = u"xrandr "_s + arguments.join(u' ') + u": "_s + xrandr.errorString() +
+                         QString::fromLocal8Bit(xrandr.readAllStandardError());
+    }
+
+    QString _complaint;
+};
 
 class LinuxWorkspaceTest : public ::testing::Test
 {
@@ -527,6 +573,40 @@ TEST_F(LinuxWorkspaceTest, aWindow_isMovedAndResizedAsItReads)
         EXPECT_FALSE(accessibility.setAttributeValue(window, AXSizeAttribute, QVariant::fromValue(place)));
         EXPECT_FALSE(accessibility.setAttributeValue(window, AXPositionAttribute, 7));
     }
+}
+
+TEST_F(LinuxWorkspaceTest, aWindowsPlace_isMeasuredFromTheFirstMonitorAsTheScreensAre)
+{
+    const TwoMonitors monitors;
+    ASSERT_EQ(monitors.complaint(), QString());
+    LinuxScreens screens;
+    Screens::setShared(&screens);
+    Accessibility::setShared(&accessibility);
+    const FixtureProgram program(u"gtk3"_s);
+    ASSERT_TRUE(waitUntilFront(program));
+    const UIElementRef window = frontWindow();
+    X11WindowFrame onTheRoot(X11Connection::shared(), windowOf(program, u"Fixture"_s));
+    for (const QPoint place : {QPoint(150, 90), QPoint(-400, -60)}) {
+        const AXValue position{QPointF(place)};
+        EXPECT_TRUE(
+            accessibility.setAttributeValue(window, AXPositionAttribute, QVariant::fromValue(position)));
+        const QPoint pixel = TwoMonitors::First.topLeft() + place;
+        EXPECT_TRUE(QTest::qWaitFor(
+            [&] {
+                const auto geometry = onTheRoot.geometry();
+                return geometry && geometry->topLeft() == pixel;
+            },
+            Limit));
+        EXPECT_EQ(value(window, AXPositionAttribute)->value<AXValue>(), position);
+        const QRectF frame = UIElementUtilities::frameOfUIElement(window);
+        EXPECT_EQ(frame.x(), place.x());
+        EXPECT_EQ(frame.y() + frame.height(), TwoMonitors::First.height() - place.y());
+        movePointer(pixel + QPoint(3, 5));
+        EXPECT_EQ(screens.mouseLocation(), QPointF(frame.x() + 3, frame.y() + frame.height() - 5))
+            << "it is over the window for both";
+    }
+    Accessibility::setShared(nullptr);
+    Screens::setShared(nullptr);
 }
 
 TEST_F(LinuxWorkspaceTest, aWindowThatIsGone_readsAsMissing)

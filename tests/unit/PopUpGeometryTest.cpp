@@ -44,10 +44,20 @@ TEST(ScreenSpaces, theWindowSystemsOriginIsAtTheFirstMonitorsBottomLeft)
     EXPECT_EQ(windowSystemFrame(monitors.at(1).pixels, monitors), QRectF(-1600, -200, 1600, 1200));
 }
 
+TEST(ScreenSpaces, theDisplaySystemsOriginIsAtTheFirstMonitorsTopLeft)
+{
+    EXPECT_EQ(displaySystemPoint({1600, 200}, monitors), QPointF(0, 0));
+    EXPECT_EQ(displaySystemPoint({1610, 230}, monitors), QPointF(10, 30));
+    EXPECT_EQ(displaySystemPoint({0, 0}, monitors), QPointF(-1600, -200));
+    EXPECT_EQ(displaySystemPoint({7, 8}, {}), QPointF(7, 8));
+}
+
 TEST(ScreenSpaces, pixelsThereAndBack_areTheSame)
 {
-    for (const QPoint pixel : {QPoint(0, 0), QPoint(1600, 200), QPoint(2879, 999), QPoint(3, 1199)})
+    for (const QPoint pixel : {QPoint(0, 0), QPoint(1600, 200), QPoint(2879, 999), QPoint(3, 1199)}) {
         EXPECT_EQ(pixelAt(windowSystemPoint(pixel, monitors), monitors), pixel);
+        EXPECT_EQ(pixelAtDisplaySystemPoint(displaySystemPoint(pixel, monitors), monitors), pixel);
+    }
 }
 
 TEST(ScreenSpaces, toolkitPoints_areScaledFromTheirMonitorsCorner)
