@@ -387,6 +387,21 @@ TEST_F(LinuxWorkspaceTest, aSecondWindowOfTheSameProgram_isASwitchWithItsOwnBar)
     }
 }
 
+TEST_F(LinuxWorkspaceTest, aProgramBehind_hasTheWindowThatCameLast)
+{
+    const FixtureProgram behind(u"gtk3"_s, {u"--windows"_s, u"2"_s});
+    ASSERT_TRUE(waitUntilFront(behind));
+    ASSERT_TRUE(
+        QTest::qWaitFor([&] { return windows.windowsOf(behind.processIdentifier()).size() == 2; }, Limit));
+    const FixtureProgram front(u"qt6"_s);
+    ASSERT_TRUE(waitUntilFront(front));
+    const QList<xcb_window_t> both = windows.windowsOf(behind.processIdentifier());
+    ASSERT_NE(windows.title(both.first()), windows.title(both.last()));
+    const UIElementRef window =
+        element(accessibility.createApplication(behind.processIdentifier()), u"AXFocusedWindow"_s);
+    EXPECT_EQ(text(window, AXTitleAttribute), windows.title(both.last()));
+}
+
 TEST_F(LinuxWorkspaceTest, windowsOfTheSameTitle_haveEachItsOwnBar)
 {
     for (const QString& toolkit : {u"gtk3"_s, u"qt5"_s, u"qt6"_s}) {

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "platform/linux/LinuxLook.h"
 #include "platform/linux/LinuxSymbolicHotKeys.h"
 #include "platform/linux/LinuxTrayHost.h"
 #include "platform/linux/X11Connection.h"
@@ -6,7 +7,12 @@
 #include "platform/linux/XkbKeyboardLayout.h"
 
 #include <QApplication>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDir>
+#include <QFile>
 #include <QProcess>
+#include <QStandardPaths>
 #include <QTest>
 #include <QWidget>
 #include <gtest/gtest.h>
@@ -349,6 +355,31 @@ TEST(TrayHostOnX11, ownerOfTheTraySelection_isAnEmbeddingHost_whileItIsThere)
     }
     EXPECT_TRUE(QTest::qWaitFor([&] { return host.kind() == TrayHost::Kind::None; }));
     EXPECT_EQ(changes, 2);
+}
+
+TEST(LinuxLookOfKde, isReadAgain_atEachOfTheSignalsThatItHasChanged)
+{
+    const QString path =
+        QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + u"/kdeglobals"_s;
+    const auto write = [&path](const char* factor) {
+        QDir().mkpath(QFileInfo(path).path());
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(QByteArray("[KDE]\nAnimationDurationFactor=") + factor + '\n');
+    };
+    write("1");
+    const LinuxLook look({u"KDE"_s}, QDBusConnection::sessionBus());
+    EXPECT_FALSE(look.reducesMotion());
+    const auto tell = [](const QString& object, const QString& interface, const QString& signal) {
+        QDBusConnection::sessionBus().send(QDBusMessage::createSignal(object, interface, signal));
+    };
+    write("0");
+    tell(u"/KGlobalSettings"_s, u"org.kde.KGlobalSettings"_s, u"notifyChange"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return look.reducesMotion(); }));
+    write("1");
+    tell(u"/kdeglobals"_s, u"org.kde.kconfig.notify"_s, u"ConfigChanged"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !look.reducesMotion(); }));
+    QFile::remove(path);
 }
 
 } // namespace
