@@ -79,8 +79,10 @@ protected:
         return QTest::qWaitFor([&] { return titles() == expected; }, Limit);
     }
 
-    ScriptedApplication exporter{
-        qgetenv("DBUS_SESSION_BUS_ADDRESS"), {}, QMap<QByteArray, ScriptedApplication::Object>()};
+    ScriptedApplication exporter{qgetenv("DBUS_SESSION_BUS_ADDRESS"),
+                                 {},
+                                 QMap<QByteArray, ScriptedApplication::Object>(),
+                                 {"example.Exporter"}};
     AtspiAccessibility accessibility;
     bool enabled = accessibility.apiEnabled();
     X11Connection& x11 = X11Connection::shared();
@@ -154,6 +156,7 @@ TEST_F(ExportedBarsTest, propertiesThatMakeNoSense_areNoBar)
         {"no name", {}, "/menus"},
         {"a name that is none", "1.5", "/menus"},
         {"a name that a program may be started for", "org.a11y.Bus", "/menus"},
+        {"a name that another program may have next", "example.Exporter", "/menus"},
     };
     const FixtureProgram program(u"gtk3"_s, {u"--no-bar"_s});
     const xcb_window_t window = exportingWindowOf(program);

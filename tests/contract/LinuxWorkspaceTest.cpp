@@ -387,6 +387,19 @@ TEST_F(LinuxWorkspaceTest, aSecondWindowOfTheSameProgram_isASwitchWithItsOwnBar)
     }
 }
 
+TEST_F(LinuxWorkspaceTest, aBarThatReplacesAnotherOne_isTheWindowsFromThenOn)
+{
+    for (const QString& toolkit : {u"qt5"_s, u"qt6"_s}) {
+        SCOPED_TRACE(toolkit.toStdString());
+        const FixtureProgram program(toolkit, {u"--new-bar"_s});
+        ASSERT_TRUE(waitUntilFront(program));
+        ASSERT_TRUE(barTitles().contains(u"File"_s));
+        QTest::qWait(1);
+        kill(static_cast<pid_t>(program.processIdentifier()), SIGUSR1);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return barTitles() == QStringList(u"Second"_s); }, Limit));
+    }
+}
+
 TEST_F(LinuxWorkspaceTest, aProgramBehind_hasTheWindowThatCameLast)
 {
     const FixtureProgram behind(u"gtk3"_s, {u"--windows"_s, u"2"_s});

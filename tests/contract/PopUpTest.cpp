@@ -160,6 +160,22 @@ TEST_F(PopUp, closesWhenAnotherWindowGetsTheFocus)
     EXPECT_FALSE(late);
 }
 
+TEST_F(PopUp, asksForTheEventsOfTheWindowInFront_onlyWhileItIsOpen)
+{
+    auto& x11 = X11Connection::shared();
+    const auto asked = [&]() -> std::uint32_t {
+        const XcbOwned<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
+            x11.get(), xcb_get_window_attributes(x11.get(), _front), nullptr));
+        return attributes ? attributes->your_event_mask : ~0U;
+    };
+    EXPECT_EQ(asked(), 0U);
+    EXPECT_FALSE(popUp([&] {
+        EXPECT_NE(asked(), 0U);
+        _presenter.cancelTracking();
+    }));
+    EXPECT_EQ(asked(), 0U);
+}
+
 TEST_F(PopUp, hasItsWindowBeforeAnybodyWaitsForIt)
 {
     for (int round = 0; round < 3; ++round) {

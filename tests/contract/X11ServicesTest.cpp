@@ -9,6 +9,8 @@
 #include <QApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusVariant>
+#include <QDBusVirtualObject>
 #include <QDir>
 #include <QFile>
 #include <QProcess>
@@ -355,6 +357,45 @@ TEST(TrayHostOnX11, ownerOfTheTraySelection_isAnEmbeddingHost_whileItIsThere)
     }
     EXPECT_TRUE(QTest::qWaitFor([&] { return host.kind() == TrayHost::Kind::None; }));
     EXPECT_EQ(changes, 2);
+}
+
+/// A host of published icons, as desktops have it on the session bus.
+class PublishingHost final : public QDBusVirtualObject
+{
+public:
+    PublishingHost() : _bus(QDBusConnection::connectToBus(QDBusConnection::SessionBus, u"host"_s))
+    {
+        _bus.registerVirtualObject(u"/StatusNotifierWatcher"_s, this);
+        EXPECT_TRUE(_bus.registerService(u"org.kde.StatusNotifierWatcher"_s));
+    }
+    ~PublishingHost() override { QDBusConnection::disconnectFromBus(u"host"_s); }
+    Q_DISABLE_COPY_MOVE(PublishingHost)
+
+    [[nodiscard]] QString introspect(const QString& /*path*/) const override { return {}; }
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override
+    {
+        const bool there =
+            message.member() == u"Get" && message.arguments().value(1) == u"IsStatusNotifierHostRegistered"_s;
+        return there && connection.send(message.createReply(QVariant::fromValue(QDBusVariant(true))));
+    }
+
+private:
+    QDBusConnection _bus;
+};
+
+TEST(TrayHostOnX11, aHostOfPublishedIcons_goesBeforeOneThatEmbeds)
+{
+    OtherClient tray;
+    tray.ownSelection("_NET_SYSTEM_TRAY_S0");
+    LinuxTrayHost embedded(QDBusConnection::sessionBus());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return embedded.kind() == TrayHost::Kind::Embedding; }));
+    const PublishingHost publishing;
+    LinuxTrayHost host(QDBusConnection::sessionBus());
+    QList<TrayHost::Kind> kinds;
+    QObject::connect(&host, &TrayHost::changed, [&] { kinds.append(host.kind()); });
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !kinds.isEmpty(); }));
+    EXPECT_EQ(kinds, QList<TrayHost::Kind>{TrayHost::Kind::Publishing});
+    EXPECT_EQ(embedded.kind(), TrayHost::Kind::Embedding) << "an icon that is there stays where it is";
 }
 
 TEST(LinuxLookOfKde, isReadAgain_atEachOfTheSignalsThatItHasChanged)

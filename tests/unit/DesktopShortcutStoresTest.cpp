@@ -129,6 +129,21 @@ TEST_F(DesktopShortcutStoresTest, settingsProgramThatFails_meansThatNothingIsKno
     EXPECT_FALSE(read({u"GNOME"_s})) << "and so does a missing one";
 }
 
+TEST_F(DesktopShortcutStoresTest, settingsProgramThatFailsAtOneSchema_meansThatNothingIsKnown)
+{
+    const QString asked = _folder.filePath(u"asked"_s);
+    write(u"gsettings"_s,
+          "#!/bin/sh\ncase \"$1\" in\nlist-schemas) echo org.gnome.desktop.wm.keybindings ;;\n"
+          "list-relocatable-schemas) ;;\n*) touch '" +
+              asked.toUtf8() + "'; exit 1 ;;\nesac\n",
+          true);
+    std::optional<QList<DesktopShortcut>> known;
+    for (int attempt = 0; attempt < 20 && !QFile::exists(asked); ++attempt)
+        known = read({u"GNOME"_s});
+    EXPECT_TRUE(QFile::exists(asked));
+    EXPECT_FALSE(known);
+}
+
 TEST_F(DesktopShortcutStoresTest, settingsProgramThatHangs_isNotWaitedForLongerThanTheLimit)
 {
     write(u"gsettings"_s, "#!/bin/sh\nexec sleep 60\n", true);
@@ -167,6 +182,15 @@ TEST_F(DesktopShortcutStoresTest, xfce_laysTheUsersFileOverTheSystems)
           "<property name='F2' type='string' value='x'/><property name='override' type='bool' value='true'/>"
           "</property></property></channel>");
     EXPECT_EQ(keysyms(read({u"XFCE"_s})), QList<quint32>{XKB_KEY_F2});
+    write(u"system"_s + XfceFile,
+          "<channel><property name='commands'><property name='default'>"
+          "<property name='F1' type='string' value='x'/></property><property name='custom'>"
+          "<property name='F3' type='string' value='x'/><property name='override' type='bool' value='true'/>"
+          "</property></property></channel>");
+    write(u"user"_s + XfceFile,
+          "<channel><property name='commands'><property name='custom'>"
+          "<property name='override' type='bool' value='false'/></property></property></channel>");
+    EXPECT_EQ(keysyms(read({u"XFCE"_s})), QList<quint32>{XKB_KEY_F1}) << "the user has the last word";
     write(u"user"_s + XfceFile, "<channel><property");
     EXPECT_FALSE(read({u"XFCE"_s})) << "a broken file means that nothing is known";
 }

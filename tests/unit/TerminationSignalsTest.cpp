@@ -4,6 +4,8 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
+#include <csignal>
+
 using namespace tarnwick;
 
 namespace {
@@ -26,6 +28,9 @@ TEST(TerminationSignals, signalThatWasIgnored_staysIgnored)
     int requests = 0;
     {
         const TerminationSignals signals_([&] { ++requests; });
+        struct sigaction now = {};
+        ASSERT_EQ(::sigaction(SIGHUP, nullptr, &now), 0);
+        EXPECT_EQ(now.sa_handler, SIG_IGN);
         std::raise(SIGHUP);
         std::raise(SIGTERM);
         EXPECT_TRUE(QTest::qWaitFor([&] { return requests > 0; }));
