@@ -291,6 +291,19 @@ TEST_F(AtspiBusTest, whatHasNotComeByTheDeadline_isMissing)
     EXPECT_EQ(titles().size(), 3) << "the next event has its own";
 }
 
+TEST_F(AtspiBusTest, theEndOfTheBus_isNoticedWithoutAnotherCall_afterALateAnswer)
+{
+    publish("gtk", menuOf(3));
+    application->setInterceptor([](sd_bus_message* call) {
+        return QByteArrayView(sd_bus_message_get_path(call)) == "/1"; // never answered
+    });
+    EXPECT_EQ(titles().size(), 2);
+    const SdBus* standing = bus.standingConnection();
+    ASSERT_TRUE(standing);
+    daemon.stop();
+    EXPECT_TRUE(QTest::qWaitFor([standing] { return !standing->isOpen(); }, Limit));
+}
+
 TEST_F(AtspiBusTest, theBusCanGoAndComeBack)
 {
     publish("gtk", menuOf(3));

@@ -400,6 +400,17 @@ TEST_F(LinuxWorkspaceTest, aBarThatReplacesAnotherOne_isTheWindowsFromThenOn)
     }
 }
 
+TEST_F(LinuxWorkspaceTest, aDialog_hasTheBarOfItsOwnWindow_notOfTheFirst)
+{
+    const FixtureProgram program(u"gtk3"_s, {u"--windows"_s, u"2"_s, u"--dialog"_s});
+    const xcb_window_t second = windowOf(program, u"Fixture 2"_s);
+    const xcb_window_t dialog = windowOf(program, u"Fixture Dialog"_s);
+    setNumber(X11Connection::shared(), dialog, "WM_TRANSIENT_FOR", second);
+    activate(dialog);
+    ASSERT_TRUE(waitUntilActive(dialog));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return barTitles().contains(u"Window 2"_s); }, Limit));
+}
+
 TEST_F(LinuxWorkspaceTest, aProgramBehind_hasTheWindowThatCameLast)
 {
     const FixtureProgram behind(u"gtk3"_s, {u"--windows"_s, u"2"_s});

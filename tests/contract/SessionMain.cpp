@@ -2,10 +2,13 @@
 // The main function of tests that need a desktop. Started first, it makes a private session and starts itself
 // again inside it.
 #include "platform/linux/QtArguments.h"
+#include "platform/linux/X11Focus.h"
 #include "tests/RunTests.h"
+#include "tests/contract/DesktopControl.h"
 #include "tests/contract/PrivateSession.h"
 
 #include <QApplication>
+#include <QTest>
 
 #include <cstdio>
 
@@ -16,11 +19,32 @@ namespace {
 constexpr const char* InsideVariable = "TARNWICK_TEST_SESSION";
 constexpr int Skipped = 77;
 
+/// A window manager that is still starting gives nobody the focus: the first window that gets it tells that
+/// it has begun.
+bool windowManagerHasBegun()
+{
+    using namespace tarnwick;
+    constexpr int limit = 60'000; // ms
+    const xcb_window_t window = desktop_control::makeWindow({});
+    const bool begun = QTest::qWaitFor(
+        [window] {
+            desktop_control::activate(window);
+            return focusWindow(X11Connection::shared()) == window;
+        },
+        limit);
+    desktop_control::destroy(window);
+    return begun;
+}
+
 int runInside(int argc, char** argv)
 {
     ::testing::InitGoogleTest(&argc, argv);
     tarnwick::QtArguments arguments(argc, argv); // as the program runs: without the toolkit's own grabs
     const QApplication application(arguments.argc(), arguments.argv());
+    if (!windowManagerHasBegun()) {
+        std::fputs("The window manager of the private session does not begin.\n", stderr);
+        return EXIT_FAILURE;
+    }
     return tarnwick::runTests();
 }
 
