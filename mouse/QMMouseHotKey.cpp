@@ -1,11 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "mouse/QMMouseHotKey.h"
 
+#include "foundation/Failure.h"
 #include "mouse/QMMouseHotKeyTap.h"
-
-#include <cstdio>
-#include <cstdlib>
-#include <string_view>
 
 namespace tarnwick {
 
@@ -40,11 +37,8 @@ void QMMouseHotKey::setupMouseUpEventTap()
                             [this](quint32 type, const TappedEvent* event) {
                                 return mouseCGEventCallback(eventTapM, type, event, this);
                             });
-    if (eventTapM == 0) {
-        constexpr std::string_view message = "failed to create event tap\n";
-        std::fwrite(message.data(), 1, message.size(), stderr);
-        std::exit(1);
-    }
+    if (eventTapM == 0)
+        failure::endProcess("failed to create event tap\n");
     taps.addSourceToMainRunLoop(eventTapM);
     taps.enable(eventTapM, true);
 }

@@ -2,6 +2,7 @@
 #include "mouse/TWMouseButtonIdentifier.h"
 
 #include "foundation/Application.h"
+#include "foundation/Failure.h"
 #include "foundation/Fonts.h"
 #include "mouse/MouseButtonAccessible.h"
 #include "mouse/TWMouseButtonIdentifierTap.h"
@@ -9,10 +10,6 @@
 #include <QAccessible>
 #include <QMouseEvent>
 #include <QPainter>
-
-#include <cstdio>
-#include <cstdlib>
-#include <string_view>
 
 namespace tarnwick {
 
@@ -73,11 +70,8 @@ void TWMouseButtonIdentifier::setupMouseUpEventTap()
                            [this](quint32 type, const TappedEvent* event) {
                                return nsviewmouseCGEventCallback(eventTap, type, event, this);
                            });
-    if (eventTap == 0) {
-        constexpr std::string_view message = "failed to create event tap\n";
-        std::fwrite(message.data(), 1, message.size(), stderr);
-        std::exit(1);
-    }
+    if (eventTap == 0)
+        failure::endProcess("failed to create event tap\n");
     taps.addSourceToMainRunLoop(eventTap);
     taps.enable(eventTap, true);
 }

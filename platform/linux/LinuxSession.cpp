@@ -2,6 +2,7 @@
 #include "platform/linux/LinuxSession.h"
 
 #include "foundation/ApplicationDelegate.h"
+#include "foundation/Failure.h"
 #include "platform/linux/DesktopNames.h"
 #include "platform/linux/PopUpRequest.h"
 #include "platform/linux/SessionInstance.h"
@@ -81,15 +82,15 @@ bool displayIsGone()
     return x11 && xcb_connection_has_error(x11.get()) != 0;
 }
 
-/// Libraries end the process where it stands: Qt when the display goes, the one that speaks with the session
-/// manager when that goes.
+/// Libraries end the process where it stands, as if it had failed: Qt when the display goes, the one that
+/// speaks with the session manager when that goes.
 void endInOrder()
 {
     if (!std::exchange(running, false))
         return;
     terminate();
     DefaultsStore::shared().synchronize();
-    std::_Exit(EXIT_SUCCESS);
+    std::_Exit(failure::endsProcess() ? EXIT_FAILURE : EXIT_SUCCESS);
 }
 
 QtMessageHandler handleMessageAsBefore = nullptr;

@@ -1,5 +1,8 @@
 # SPDX-License-Identifier: MIT
 """An extra button opens the menu, and the click goes on to the application."""
+import sys
+
+from harness import display_relay
 from harness.case import DesktopTest, main
 from harness.over import OverGtk3, OverQt5, OverQt6
 from harness.preferences import Preferences
@@ -123,6 +126,21 @@ class TheMouseTriggerSwitchedOff(OverGtk3):
             self.screen.click(button, at=self.application.window.center)
         holds_for(lambda: self.tarnwick.popups.count() == 0, 0.6, "a menu opened")
         self.tarnwick.open()
+
+
+class ADisplayWhoseExtraButtonsCannotBeWatched(DesktopTest):
+    def without_input_extension(self):
+        """The name of a display that is the session's, but for that extension."""
+        server = self.screen.display.get_display_name().lstrip(":").split(".")[0]
+        number = str(int(server) + 6000)
+        relay = self.session.run(sys.executable, display_relay.__file__, number, server, "XInputExtension")
+        wait_for(lambda: "ready" in relay.output, "a relay for the display")
+        return f":{number}"
+
+    def test_ends_the_program_with_a_word_and_a_status_that_tells_of_it(self):
+        tarnwick = Tarnwick(self.session, environment={"DISPLAY": self.without_input_extension()})
+        self.assertEqual(tarnwick.program.status(), 1)
+        self.assertEqual(tarnwick.program.output, "failed to create event tap\n")
 
 
 if __name__ == "__main__":

@@ -1,10 +1,10 @@
 # SPDX-License-Identifier: MIT
 """Stands between a program and the X server, as the proxies of sandboxes stand between a program and a service.
 
-    display_relay.py NUMBER SERVER
+    display_relay.py NUMBER SERVER [EXTENSION]
 
 Listens as display NUMBER and hands everything on to display SERVER, so that the server takes the windows of what comes
-in here for windows of this process.
+in here for windows of this process. Who asks for EXTENSION here is told that the server does not have it.
 """
 import os
 import socket
@@ -16,13 +16,17 @@ def _path(number):
     return f"/tmp/.X11-unix/X{number}"
 
 
-def _pump(source, sink):
-    """Memory that is shared with the server comes as descriptors beside the data."""
+def _pump(source, sink, hidden=None):
+    """Memory that is shared with the server comes as descriptors beside the data. An extension's name is in one request
+    only, the question for it: there the name of one takes its place that no server has.
+    """
     try:
         while True:
             data, descriptors, _, _ = socket.recv_fds(source, 65536, 16)
             if not data:
                 break
+            if hidden:
+                data = data.replace(hidden, hidden[::-1])
             sent = socket.send_fds(sink, [data], descriptors)
             for descriptor in descriptors:
                 os.close(descriptor)
@@ -36,7 +40,7 @@ def _pump(source, sink):
             pass
 
 
-def _serve(number, server):
+def _serve(number, server, hidden=None):
     listening = socket.socket(socket.AF_UNIX)
     listening.bind("\0" + _path(number))  # leaves no file behind
     listening.listen()
@@ -45,9 +49,9 @@ def _serve(number, server):
         client, _ = listening.accept()
         upstream = socket.socket(socket.AF_UNIX)
         upstream.connect(_path(server))
-        for pair in ((client, upstream), (upstream, client)):
-            threading.Thread(target=_pump, args=pair, daemon=True).start()
+        for arguments in ((client, upstream, hidden), (upstream, client)):
+            threading.Thread(target=_pump, args=arguments, daemon=True).start()
 
 
 if __name__ == "__main__":
-    _serve(int(sys.argv[1]), int(sys.argv[2]))
+    _serve(int(sys.argv[1]), int(sys.argv[2]), *(name.encode() for name in sys.argv[3:]))
