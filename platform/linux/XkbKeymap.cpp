@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/XkbKeymap.h"
 
+#include "foundation/Event.h"
+
 #include <QList>
 #include <xkbcommon/xkbcommon-keysyms.h>
 #include <xkbcommon/xkbcommon-x11.h>
@@ -72,7 +74,8 @@ std::unique_ptr<XkbKeymap> XkbKeymap::ofServer(xcb_connection_t* connection)
     return std::unique_ptr<XkbKeymap>(new XkbKeymap(std::move(context), std::move(keymap), group));
 }
 
-std::unique_ptr<XkbKeymap> XkbKeymap::ofNames(const QByteArray& layouts, const QByteArray& variants)
+std::unique_ptr<XkbKeymap> XkbKeymap::ofNames(const QByteArray& layouts, const QByteArray& variants,
+                                              const QByteArray& options)
 {
     Context context(xkb_context_new(XKB_CONTEXT_NO_ENVIRONMENT_NAMES));
     if (!context)
@@ -83,6 +86,7 @@ std::unique_ptr<XkbKeymap> XkbKeymap::ofNames(const QByteArray& layouts, const Q
     names.model = "pc105";
     names.layout = layouts.constData();
     names.variant = variants.constData();
+    names.options = options.constData();
     Keymap keymap(xkb_keymap_new_from_names(context.get(), &names, XKB_KEYMAP_COMPILE_NO_FLAGS));
     if (!keymap)
         return nullptr;
@@ -104,6 +108,28 @@ QString XkbKeymap::text(quint16 keyCode, bool shift, bool alt) const
             return text;
     }
     return {};
+}
+
+quint64 XkbKeymap::modifier(quint16 keyCode) const
+{
+    switch (xkb_state_key_get_one_sym(_state({}).get(), keyCode)) {
+    case XKB_KEY_Shift_L:
+    case XKB_KEY_Shift_R:
+        return ShiftKeyMask;
+    case XKB_KEY_Control_L:
+    case XKB_KEY_Control_R:
+        return ControlKeyMask;
+    case XKB_KEY_Alt_L:
+    case XKB_KEY_Alt_R:
+        return AlternateKeyMask;
+    case XKB_KEY_Meta_L:
+    case XKB_KEY_Meta_R:
+    case XKB_KEY_Super_L:
+    case XKB_KEY_Super_R:
+        return CommandKeyMask;
+    default:
+        return 0;
+    }
 }
 
 std::optional<XkbKeymap::Key> XkbKeymap::keyOf(xkb_keysym_t keysym) const

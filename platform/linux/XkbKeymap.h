@@ -18,10 +18,10 @@ class XkbKeymap
 public:
     /// The server's map and current group; null when there is none to be had. A few round trips.
     [[nodiscard]] static std::unique_ptr<XkbKeymap> ofServer(xcb_connection_t* connection);
-    /// The map of the named layouts ("us,de") and their variants, the first one current; null when there is
-    /// no such layout.
-    [[nodiscard]] static std::unique_ptr<XkbKeymap> ofNames(const QByteArray& layouts,
-                                                            const QByteArray& variants = {});
+    /// The map of the named layouts ("us,de"), their variants and options, the first one current; null when
+    /// there is no such layout.
+    [[nodiscard]] static std::unique_ptr<XkbKeymap>
+    ofNames(const QByteArray& layouts, const QByteArray& variants = {}, const QByteArray& options = {});
 
     void setGroup(xkb_layout_index_t group) { _group = group; }
     [[nodiscard]] xkb_layout_index_t group() const { return _group; }
@@ -29,6 +29,10 @@ public:
     /// What the key types, keypad keys as with Num Lock on and a dead key its accent by itself; empty when it
     /// types nothing.
     [[nodiscard]] QString text(quint16 keyCode, bool shift, bool alt) const;
+
+    /// The modifier flag of Shift, Control, Alt or Super, whichever the key is when it is pressed alone; 0
+    /// for every other key.
+    [[nodiscard]] quint64 modifier(quint16 keyCode) const;
 
     struct Key
     {

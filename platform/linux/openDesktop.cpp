@@ -44,11 +44,20 @@ QString letterOf(const XkbKeyboardLayout& layout, quint16 keyCode, bool shift)
     return keymap ? keymap->text(*code, shift, false) : QString();
 }
 
+/// What the modifier key is on that layout, by itself.
+quint64 modifierOf(const XkbKeyboardLayout& layout, quint16 keyCode)
+{
+    const auto code = x11KeyCodeOf(keyCode);
+    const auto keymap = code ? layout.keymap() : nullptr;
+    return keymap ? keymap->modifier(*code) : 0;
+}
+
 QtEventConverter makeEventConverter(const XkbKeyboardLayout& layout)
 {
     return QtEventConverter({
         [](const QKeyEvent& event) { return virtualKeyCodeOf(event.nativeScanCode()); },
         [&layout](quint16 keyCode, bool shift) { return letterOf(layout, keyCode, shift); },
+        [&layout](quint16 keyCode) { return modifierOf(layout, keyCode); },
     });
 }
 

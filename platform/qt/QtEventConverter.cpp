@@ -62,6 +62,15 @@ quint64 modifierOfKey(int key)
     }
 }
 
+/// The modifier keys are these, whatever the layout makes of them under others: with Alt held, Shift may
+/// choose the next layout.
+bool isModifierKey(quint16 keyCode)
+{
+    constexpr quint16 rightCommand = 54;
+    constexpr quint16 rightControl = 62;
+    return keyCode >= rightCommand && keyCode <= rightControl;
+}
+
 bool changesFlags(int key)
 {
     return modifierOfKey(key) != 0 || key == Qt::Key_CapsLock || key == Qt::Key_AltGr ||
@@ -81,6 +90,24 @@ quint64 flagsOf(Qt::KeyboardModifiers modifiers)
     if (modifiers & Qt::MetaModifier)
         flags |= CommandKeyMask;
     return flags;
+}
+
+/// As they were before the event: of a modifier key Qt tells them with its own one turned round, whether or
+/// not the key changes it on this layout.
+Qt::KeyboardModifiers modifiersBefore(const QKeyEvent& key)
+{
+    switch (key.key()) {
+    case Qt::Key_Shift:
+        return key.modifiers() ^ Qt::ShiftModifier;
+    case Qt::Key_Control:
+        return key.modifiers() ^ Qt::ControlModifier;
+    case Qt::Key_Alt:
+        return key.modifiers() ^ Qt::AltModifier;
+    case Qt::Key_Meta:
+        return key.modifiers() ^ Qt::MetaModifier;
+    default:
+        return key.modifiers();
+    }
 }
 
 Event::Type pressed(Qt::MouseButton button)
@@ -106,21 +133,11 @@ Event::Type moved(Qt::MouseButtons held)
     return held == Qt::NoButton ? Event::Type::MouseMoved : Event::Type::OtherMouseDragged;
 }
 
-Event pointerEvent(Event::Type type, const QSinglePointEvent& pointer)
-{
-    Event event;
-    event.type = type;
-    event.modifierFlags = flagsOf(pointer.modifiers());
-    event.locationInWindow =
-        pointer.points().isEmpty() ? QPointF() : pointer.points().first().scenePosition();
-    return event;
-}
-
 } // namespace
 
 QtEventConverter::QtEventConverter(Keyboard keyboard) : _keyboard(std::move(keyboard)) {}
 
-std::optional<Event> QtEventConverter::convert(const QEvent& event) const
+std::optional<Event> QtEventConverter::convert(const QEvent& event)
 {
     switch (event.type()) {
     case QEvent::KeyPress:
@@ -130,46 +147,79 @@ std::optional<Event> QtEventConverter::convert(const QEvent& event) const
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick: {
         const auto& mouse = static_cast<const QMouseEvent&>(event);
-        return pointerEvent(pressed(mouse.button()), mouse);
+        return _pointerEvent(pressed(mouse.button()), mouse);
     }
     case QEvent::MouseButtonRelease: {
         const auto& mouse = static_cast<const QMouseEvent&>(event);
-        return pointerEvent(released(mouse.button()), mouse);
+        return _pointerEvent(released(mouse.button()), mouse);
     }
     case QEvent::MouseMove: {
         const auto& mouse = static_cast<const QMouseEvent&>(event);
-        return pointerEvent(moved(mouse.buttons()), mouse);
+        return _pointerEvent(moved(mouse.buttons()), mouse);
     }
     case QEvent::Enter:
-        return pointerEvent(Event::Type::MouseEntered, static_cast<const QEnterEvent&>(event));
+        return _pointerEvent(Event::Type::MouseEntered, static_cast<const QEnterEvent&>(event));
     case QEvent::Leave: {
         Event left;
         left.type = Event::Type::MouseExited;
         return left;
     }
+    case QEvent::ApplicationStateChange:
+        _unseen.clear(); // keys go up elsewhere from now on, or have gone down there
+        return std::nullopt;
     default:
         return std::nullopt;
     }
 }
 
-Event QtEventConverter::_convertKey(const QKeyEvent& key) const
+quint64 QtEventConverter::_flagsOf(Qt::KeyboardModifiers modifiers) const
+{
+    quint64 flags = flagsOf(modifiers);
+    for (const quint64 flag : _unseen)
+        flags |= flag;
+    return flags;
+}
+
+Event QtEventConverter::_pointerEvent(Event::Type type, const QSinglePointEvent& pointer) const
+{
+    Event event;
+    event.type = type;
+    event.modifierFlags = _flagsOf(pointer.modifiers());
+    event.locationInWindow =
+        pointer.points().isEmpty() ? QPointF() : pointer.points().first().scenePosition();
+    return event;
+}
+
+Event QtEventConverter::_convertKey(const QKeyEvent& key)
 {
     Event event;
     event.keyCode = _keyboard.keyCode(key).value_or(NoKeyCode);
-    event.modifierFlags = flagsOf(key.modifiers());
-    if (changesFlags(key.key())) {
-        event.type = Event::Type::FlagsChanged;
-        // The flags are those after the event, whichever of the two ways Qt tells them for this key.
-        const quint64 own = modifierOfKey(key.key());
-        if (key.type() == QEvent::KeyRelease)
-            event.modifierFlags &= ~own;
-        else
-            event.modifierFlags |= own;
+    if (isModifierKey(event.keyCode) || changesFlags(key.key())) {
+        _changeFlags(key, event);
         return event;
     }
+    event.modifierFlags = _flagsOf(key.modifiers());
     event.type = key.type() == QEvent::KeyRelease ? Event::Type::KeyUp : Event::Type::KeyDown;
     _addCharacters(key, event);
     return event;
+}
+
+void QtEventConverter::_changeFlags(const QKeyEvent& key, Event& event)
+{
+    const quint64 named = modifierOfKey(key.key());
+    const bool known = _keyboard.modifier && isModifierKey(event.keyCode);
+    const quint64 own = known ? _keyboard.modifier(event.keyCode) : named;
+    const bool released = key.type() == QEvent::KeyRelease;
+    if (released)
+        _unseen.remove(event.keyCode);
+    else if (own != named)
+        _unseen.insert(event.keyCode, own);
+    event.type = Event::Type::FlagsChanged;
+    event.modifierFlags = _flagsOf(modifiersBefore(key));
+    if (released)
+        event.modifierFlags &= ~own;
+    else
+        event.modifierFlags |= own;
 }
 
 void QtEventConverter::_addCharacters(const QKeyEvent& key, Event& event) const

@@ -17,7 +17,7 @@ namespace {
 class EventTracker final : public QObject
 {
 public:
-    EventTracker(const QtEventConverter& converter, quint64 mask) : _converter(converter), _mask(mask)
+    EventTracker(QtEventConverter converter, quint64 mask) : _converter(std::move(converter)), _mask(mask)
     {
         const QWidget* grabber = QWidget::mouseGrabber();
         QWidget* tracked = grabber ? grabber->window() : QApplication::activeWindow();
@@ -50,7 +50,7 @@ public:
     }
 
 private:
-    const QtEventConverter& _converter;
+    QtEventConverter _converter; ///< of this event only: it must not remember keys that go up meanwhile
     const quint64 _mask;
     QPointer<QWidget> _window;
     QEventLoop _loop;

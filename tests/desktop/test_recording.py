@@ -107,6 +107,46 @@ class ANewHotKey(Recording):
         self.assert_keeps_option_z()
 
 
+class KeyboardOptions:
+    """Modifier keys that choose another layout while others are held: what a key is does not depend on that."""
+
+    option = None
+
+    @classmethod
+    def prepare(cls):
+        super().prepare()
+        cls.session.call("setxkbmap", "-layout", "us,de", "-option", cls.option)
+
+    def assert_recorded(self, keys, shown, **values):
+        """The first two of `keys` are modifier keys, which are held in either order while the last one goes down."""
+        for first, second in (keys[:2], keys[1::-1]):
+            with self.subTest(first=first, second=second):
+                self.recorder.start()
+                self.screen.press(first)
+                self.screen.press(second)
+                holds_for(self.recorder.is_recording, A_WHILE, "recording has ended at a modifier key")
+                self.screen.press(keys[2])
+                self.recorder.wait_until_shown(f"{shown} {keys[2].upper()}")
+                wait_until_stored(self.tarnwick, **values)
+                for key in reversed(keys):
+                    self.screen.release(key)
+                wait_for(lambda: self.screen.grabs_left() == [], "the keyboard free")
+
+
+class AltAndShiftThatChooseTheLayout(KeyboardOptions, Recording):
+    option = "grp:alt_shift_toggle"
+
+    def test_are_recorded_as_what_they_are(self):
+        self.assert_recorded((OPTION, SHIFT, "x"), "Option Shift", TriggerCharacterUInt=7, TriggerModifiers=0xA0000)
+
+
+class ControlAndShiftThatChooseTheLayout(KeyboardOptions, Recording):
+    option = "grp:ctrl_shift_toggle"
+
+    def test_are_recorded_as_what_they_are(self):
+        self.assert_recorded((CONTROL, SHIFT, "x"), "Control Shift", TriggerCharacterUInt=7, TriggerModifiers=0x60000)
+
+
 class TheOldHotKey(Recording):
     def test_stays_with_escape(self):
         self.recorder.start()

@@ -116,7 +116,7 @@ TEST_F(MacApplicationTest, mainMenusShortcuts_areHeldWithCommand)
 TEST_F(MacApplicationTest, keys_areDescribedByTheSystemsCodesAndTheLayoutsCharacters)
 {
     mac.inputSource->characters = {{{6, 0}, u"z"_s}, {{6, 2}, u"Z"_s}};
-    const QtEventConverter converter = makeMacEventConverter(layout);
+    QtEventConverter converter = makeMacEventConverter(layout);
     const auto plain = converter.convert(
         QKeyEvent(QEvent::KeyPress, Qt::Key_Z, Qt::MetaModifier | Qt::AltModifier, 0, 6, 0, u"Ω"_s));
     ASSERT_TRUE(plain);

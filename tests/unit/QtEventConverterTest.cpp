@@ -2,6 +2,7 @@
 #include "platform/qt/QtEventConverter.h"
 
 #include <QEnterEvent>
+#include <QHash>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <gtest/gtest.h>
@@ -148,6 +149,115 @@ TEST(QtEventConverter, modifierKey_changesFlags_toThoseAfterTheEvent)
         EXPECT_EQ(event.modifierFlags, row.flags);
         EXPECT_TRUE(event.characters.isEmpty());
     }
+}
+
+constexpr quint16 LeftShift = 56;
+constexpr quint16 CapsLock = 57;
+constexpr quint16 LeftOption = 58;
+constexpr quint16 LeftControl = 59;
+constexpr quint16 RightOption = 61;
+
+/// A keyboard whose scan codes are virtual key codes, and whose modifier keys are what they are on most; with
+/// others held they choose the next layout. The right Option key chooses the third level.
+QtEventConverter converterOfModifierKeys()
+{
+    return QtEventConverter({
+        [](const QKeyEvent& event) { return std::optional(quint16(event.nativeScanCode())); },
+        [](quint16, bool shift) { return shift ? u"Z"_s : u"z"_s; },
+        [](quint16 keyCode) -> quint64 {
+            const QHash<quint16, quint64> flags{{54, CommandKeyMask},          {55, CommandKeyMask},
+                                                {LeftShift, ShiftKeyMask},     {LeftOption, AlternateKeyMask},
+                                                {LeftControl, ControlKeyMask}, {60, ShiftKeyMask},
+                                                {62, ControlKeyMask}};
+            return flags.value(keyCode);
+        },
+    });
+}
+
+struct Stroke
+{
+    quint16 keyCode;
+    int key;
+    QEvent::Type type;
+    Qt::KeyboardModifiers before; ///< as Qt reports them with the event
+    quint64 flags;                ///< that the event is to have
+};
+
+struct StrokesRow
+{
+    const char* sentence;
+    QList<Stroke> strokes;
+};
+
+TEST(QtEventConverter, modifierKeys_areThoseOfTheKeyboard_whateverTheLayoutMakesOfThem)
+{
+    constexpr auto down = QEvent::KeyPress;
+    constexpr auto up = QEvent::KeyRelease;
+    constexpr quint64 both = ShiftKeyMask | AlternateKeyMask;
+    const StrokesRow rows[] = {
+        {"Shift under Alt chooses a layout and is Shift all the same, also for the letter that follows",
+         {{LeftOption, Qt::Key_Alt, down, Qt::NoModifier, AlternateKeyMask},
+          {LeftShift, Qt::Key_unknown, down, Qt::AltModifier, both},
+          {ZKey, Qt::Key_Z, down, Qt::AltModifier, both},
+          {ZKey, Qt::Key_Z, up, Qt::AltModifier, both},
+          {LeftOption, Qt::Key_Alt, up, Qt::AltModifier, ShiftKeyMask},
+          {LeftShift, Qt::Key_Shift, up, Qt::NoModifier, 0},
+          {ZKey, Qt::Key_Z, down, Qt::NoModifier, 0}}},
+        {"Alt under Shift has the name of another modifier",
+         {{LeftShift, Qt::Key_Shift, down, Qt::NoModifier, ShiftKeyMask},
+          {LeftOption, Qt::Key_Meta, down, Qt::ShiftModifier, both},
+          {ZKey, Qt::Key_Z, down, Qt::ShiftModifier | Qt::AltModifier, both},
+          {LeftShift, Qt::Key_Shift, up, Qt::ShiftModifier | Qt::AltModifier, AlternateKeyMask},
+          {LeftOption, Qt::Key_Alt, up, Qt::AltModifier, 0}}},
+        {"Control under Shift chooses a layout",
+         {{LeftShift, Qt::Key_Shift, down, Qt::NoModifier, ShiftKeyMask},
+          {LeftControl, Qt::Key_unknown, down, Qt::ShiftModifier, ShiftKeyMask | ControlKeyMask},
+          {LeftControl, Qt::Key_unknown, up, Qt::ShiftModifier, ShiftKeyMask},
+          {LeftShift, Qt::Key_Shift, up, Qt::ShiftModifier, 0}}},
+        {"both Shift keys, one of them a layout's",
+         {{60, Qt::Key_Shift, down, Qt::NoModifier, ShiftKeyMask},
+          {LeftShift, Qt::Key_unknown, down, Qt::ShiftModifier, ShiftKeyMask}}},
+        {"a modifier key that the layout has made none of",
+         {{RightOption, Qt::Key_unknown, down, Qt::ShiftModifier, ShiftKeyMask},
+          {CapsLock, Qt::Key_unknown, down, Qt::NoModifier, 0},
+          {CapsLock, Qt::Key_unknown, up, Qt::NoModifier, 0}}},
+        {"the third level is none either",
+         {{RightOption, Qt::Key_AltGr, down, Qt::NoModifier, 0},
+          {RightOption, Qt::Key_AltGr, up, Qt::GroupSwitchModifier, 0}}},
+    };
+    for (const StrokesRow& row : rows) {
+        SCOPED_TRACE(row.sentence);
+        QtEventConverter converter = converterOfModifierKeys();
+        for (const Stroke& stroke : row.strokes) {
+            const QKeyEvent key(stroke.type, stroke.key, stroke.before, stroke.keyCode, 0, 0);
+            const auto event = converter.convert(key);
+            ASSERT_TRUE(event);
+            EXPECT_EQ(event->type == Event::Type::FlagsChanged, stroke.keyCode != ZKey);
+            EXPECT_EQ(event->modifierFlags, stroke.flags);
+        }
+    }
+}
+
+TEST(QtEventConverter, everyModifierKey_isOne_andItsNeighboursAreNot)
+{
+    for (quint16 keyCode = 50; keyCode < 70; ++keyCode) {
+        const QKeyEvent key(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, keyCode, 0, 0);
+        const auto event = converterOfModifierKeys().convert(key);
+        EXPECT_EQ(event && event->type == Event::Type::FlagsChanged, keyCode >= 54 && keyCode <= 62)
+            << keyCode;
+    }
+}
+
+TEST(QtEventConverter, modifierKeys_thatGoUpElsewhere_areForgotten)
+{
+    QtEventConverter converter = converterOfModifierKeys();
+    const QKeyEvent shift(QEvent::KeyPress, Qt::Key_unknown, Qt::AltModifier, LeftShift, 0, 0);
+    const QMouseEvent click(QEvent::MouseButtonPress, QPointF(), QPointF(), Qt::LeftButton, Qt::LeftButton,
+                            Qt::NoModifier);
+    ASSERT_TRUE(converter.convert(shift));
+    EXPECT_EQ(converter.convert(click).value_or(Event()).modifierFlags, ShiftKeyMask);
+    EXPECT_FALSE(converter.convert(QApplicationStateChangeEvent(Qt::ApplicationInactive)));
+    EXPECT_EQ(converter.convert(click).value_or(Event()).modifierFlags, 0U);
 }
 
 TEST(QtEventConverter, keyRelease_isKeyUp_andAShortcutOffer_isKeyDown)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/XkbKeymap.h"
 
+#include "foundation/Event.h"
+
 #include <gtest/gtest.h>
 #include <xkbcommon/xkbcommon-keysyms.h>
 
@@ -21,6 +23,11 @@ constexpr quint16 F1 = 67;
 constexpr quint16 Numpad7 = 79;
 constexpr quint16 NumpadAdd = 86;
 constexpr quint16 ShiftLeft = 50;
+constexpr quint16 ControlLeft = 37;
+constexpr quint16 AltLeft = 64;
+constexpr quint16 AltRight = 108;
+constexpr quint16 SuperLeft = 133;
+constexpr quint16 CapsLock = 66;
 constexpr quint16 Equal = 21;
 
 struct TextRow
@@ -76,6 +83,46 @@ TEST(XkbKeymap, group_choosesAmongTheLayouts)
     EXPECT_EQ(keymap->text(KeyA, false, false), u"a"_s);
     keymap->setGroup(1);
     EXPECT_EQ(keymap->text(KeyA, false, false), u"ф"_s);
+}
+
+struct ModifierRow
+{
+    const char* sentence;
+    QByteArray layout;
+    QByteArray options;
+    quint16 key;
+    quint64 modifier;
+};
+
+TEST(XkbKeymap, modifier_isWhatTheKeyIsAlone)
+{
+    const ModifierRow rows[] = {
+        {"Shift", "us", "", ShiftLeft, ShiftKeyMask},
+        {"Control", "us", "", ControlLeft, ControlKeyMask},
+        {"Alt", "us", "", AltLeft, AlternateKeyMask},
+        {"the right Alt key", "us", "", AltRight, AlternateKeyMask},
+        {"which chooses the third level on many a keyboard", "de", "", AltRight, 0},
+        {"Super", "us", "", SuperLeft, CommandKeyMask},
+        {"Caps Lock has none", "us", "", CapsLock, 0},
+        {"unless it is Control", "us", "ctrl:nocaps", CapsLock, ControlKeyMask},
+        {"keys that have changed places", "us", "altwin:swap_alt_win", AltLeft, CommandKeyMask},
+        {"Shift, though under Alt it chooses a layout", "us,de", "grp:alt_shift_toggle", ShiftLeft,
+         ShiftKeyMask},
+        {"Alt, though under Shift it does", "us,de", "grp:alt_shift_toggle", AltLeft, AlternateKeyMask},
+        {"Control, though under Shift it does", "us,de", "grp:ctrl_shift_toggle", ControlLeft,
+         ControlKeyMask},
+        {"a key that does nothing else", "us,de", "grp:lalt_toggle", AltLeft, 0},
+        {"a letter", "us", "", KeyZ, 0},
+        {"a key code out of range", "us", "", 60000, 0},
+    };
+    for (const ModifierRow& row : rows) {
+        SCOPED_TRACE(row.sentence);
+        const auto keymap = XkbKeymap::ofNames(row.layout, {}, row.options);
+        ASSERT_TRUE(keymap);
+        EXPECT_EQ(keymap->modifier(row.key), row.modifier);
+        keymap->setGroup(row.layout.contains(',') ? 1 : 0);
+        EXPECT_EQ(keymap->modifier(row.key), row.modifier) << "in the other group";
+    }
 }
 
 TEST(XkbKeymap, unknownLayout_givesNone)
