@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/QtDefaultsStore.h"
 
-#include <QJsonDocument>
 #include <QStandardPaths>
 
 using namespace Qt::StringLiterals;
@@ -14,25 +13,6 @@ namespace {
 constexpr std::chrono::milliseconds Patience(200);
 // Within the event loop there is another time.
 constexpr std::chrono::milliseconds Later(250);
-
-bool isStructured(const QVariant& value)
-{
-    const int type = value.typeId();
-    return type == QMetaType::QVariantMap || type == QMetaType::QVariantList;
-}
-
-QString jsonText(const QVariant& value)
-{
-    return QString::fromUtf8(QJsonDocument::fromVariant(value).toJson(QJsonDocument::Compact));
-}
-
-/// The dictionary or list that `text` is the JSON text of; invalid when it is just a text.
-QVariant structureOf(const QString& text)
-{
-    if (!text.startsWith(u'{') && !text.startsWith(u'['))
-        return {};
-    return QJsonDocument::fromJson(text.toUtf8()).toVariant();
-}
 
 } // namespace
 
@@ -60,15 +40,14 @@ std::optional<QVariant> QtDefaultsStore::value(const QString& key) const
     const auto stored = _settings.constFind(key);
     if (key.isEmpty() || stored == _settings.cend())
         return std::nullopt;
-    const QVariant structure = structureOf(stored->toString());
-    return structure.isValid() ? structure : *stored;
+    return *stored;
 }
 
 void QtDefaultsStore::setValue(const QString& key, const QVariant& value)
 {
     if (key.isEmpty())
         return;
-    _settings.insert(key, isStructured(value) ? jsonText(value) : value.toString());
+    _settings.insert(key, value.toString());
     _changed.insert(key);
     _pending.start(0);
 }

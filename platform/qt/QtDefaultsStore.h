@@ -10,9 +10,8 @@
 namespace tarnwick {
 
 /// Settings in a text file of "key=value" lines, which only the user may read. What another program changes
-/// in the file meanwhile is kept. Numbers and booleans read back as texts; dictionaries and lists are kept as
-/// JSON text and read back as such. Changes are written from the event loop, and what cannot be written is
-/// tried again at the next change and at the end.
+/// in the file meanwhile is kept. Every value reads back as its text. Changes are written from the event
+/// loop, and what cannot be written is tried again at the next change and at the end.
 class QtDefaultsStore final : public DefaultsStore
 {
 public:

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "foundation/DefaultsStore.h"
+#include "foundation/UserDefaults.h"
 
 #include <QVariantMap>
 #include <gtest/gtest.h>
@@ -12,47 +13,73 @@
 
 namespace tarnwick {
 
-/// What the core relies on of a settings store. `reopened` gives the store as the next start finds it.
+/// What the core relies on of a settings store: every type of setting comes back through UserDefaults as it
+/// went in. `reopened` gives the store as the next start finds it.
 inline void defaultsStoreContract(const std::function<std::unique_ptr<DefaultsStore>()>& reopened)
 {
     using namespace Qt::StringLiterals;
-    auto store = reopened();
+    std::unique_ptr<DefaultsStore> store;
+    const auto open = [&] {
+        auto next = reopened();
+        DefaultsStore::setShared(next.get());
+        store = std::move(next);
+    };
+    open();
     EXPECT_FALSE(store->value(u"Absent"_s)) << "a missing key reads as nothing";
     EXPECT_FALSE(store->value({})) << "no key, no value";
 
     constexpr quint64 minusOne = std::numeric_limits<quint64>::max();
-    store->setValue(u"Flag"_s, true);
-    store->setValue(u"Number"_s, 11);
-    store->setValue(u"Code"_s, QVariant::fromValue<quint64>(minusOne));
-    store->setValue(u"Text"_s, u"\u02C4Z, \"quoted\"; @ = \\ and more\n"_s);
-    store->setValue(u"Key with blanks"_s, u"v"_s);
-    store->setValue(u"Dictionary"_s, QVariantMap{{u"keyCode"_s, 6}, {u"modifierFlags"_s, 0x80000}});
+    const DefaultsTable settings{
+        {u"Flag"_s, true},
+        {u"Other flag"_s, false},
+        {u"Number"_s, 11},
+        {u"Negative number"_s, -56},
+        {u"Code"_s, QVariant::fromValue(minusOne)},
+        {u"Modifiers"_s, QVariant::fromValue<quint64>(0x80000)},
+        {u"Text"_s, u"\u02C4Z, \"quoted\"; @ = \\ and more\n"_s},
+        {u"Text like a dictionary"_s, u"{\"keyCode\":6}"_s},
+        {u"Text like a list"_s, u"[1,2]"_s},
+        {u"Text like a number"_s, u"1"_s},
+        {u"Empty text"_s, u""_s},
+    };
+    const QVariantMap dictionary{{u"keyCode"_s, -1},
+                                 {u"modifierFlags"_s, 0x9E0000},
+                                 {u"keyChars"_s, u"\uF704"_s},
+                                 {u"of its own"_s, QVariantMap{{u"keyCode"_s, 6}}}};
+    // Of each setting the type is known, and that is all: its default is another value.
+    UserDefaults defaults;
+    for (const auto& [key, value] : settings)
+        defaults.registerDefaults({{key, QVariant(value.metaType())}});
+    for (const auto& [key, value] : settings)
+        defaults.setObjectForKey(value, key);
+    defaults.setBoolForKey(true, u"Not registered"_s);
+    defaults.setObjectForKey(dictionary, u"ShortcutRecorder name"_s);
+    defaults.setObjectForKey(QVariantMap(), u"ShortcutRecorder empty"_s);
     for (const bool restarted : {false, true}) {
         SCOPED_TRACE(restarted ? "after a restart" : "before a restart");
         if (restarted) {
             store->synchronize();
-            store = reopened();
+            open();
         }
-        EXPECT_TRUE(store->value(u"Flag"_s).value_or(false).toBool());
-        EXPECT_EQ(store->value(u"Number"_s).value_or(0).toInt(), 11);
-        EXPECT_EQ(store->value(u"Code"_s).value_or(0).toULongLong(), minusOne);
-        EXPECT_EQ(store->value(u"Text"_s).value_or(QVariant()).toString(),
-                  u"\u02C4Z, \"quoted\"; @ = \\ and more\n"_s);
-        EXPECT_EQ(store->value(u"Key with blanks"_s).value_or(QVariant()).toString(), u"v"_s);
-        const QVariantMap dictionary = store->value(u"Dictionary"_s).value_or(QVariant()).toMap();
-        EXPECT_EQ(dictionary.value(u"keyCode"_s).toInt(), 6);
-        EXPECT_EQ(dictionary.value(u"modifierFlags"_s).toInt(), 0x80000);
+        for (const auto& [key, value] : settings)
+            EXPECT_EQ(defaults.objectForKey(key), value) << key.toStdString();
+        EXPECT_TRUE(defaults.boolForKey(u"Not registered"_s));
+        const auto read = defaults.dictionaryForKey(u"ShortcutRecorder name"_s);
+        EXPECT_EQ(QVariant(read.value_or(QVariantMap())), QVariant(dictionary));
+        EXPECT_EQ(defaults.dictionaryForKey(u"ShortcutRecorder empty"_s), QVariantMap());
+        EXPECT_FALSE(defaults.dictionaryForKey(u"ShortcutRecorder none"_s));
     }
 
     store->setValue(u"Number"_s, 12);
-    EXPECT_EQ(store->value(u"Number"_s).value_or(0).toInt(), 12) << "the last write wins";
+    EXPECT_EQ(defaults.intForKey(u"Number"_s), 12) << "the last write wins";
     store->removeValue(u"Number"_s);
     store->removeValue(u"Never there"_s);
     EXPECT_FALSE(store->value(u"Number"_s)) << "a removed key reads as nothing";
     store->synchronize();
-    store = reopened();
+    open();
     EXPECT_FALSE(store->value(u"Number"_s)) << "and stays removed";
     EXPECT_TRUE(store->value(u"Flag"_s)) << "the others stay";
+    DefaultsStore::setShared(nullptr);
 }
 
 } // namespace tarnwick

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/QtDefaultsStore.h"
 
+#include "foundation/UserDefaults.h"
 #include "tests/FairTimer.h"
 
 #include <QDir>
@@ -97,19 +98,25 @@ TEST_F(QtDefaultsStoreTest, keys_areLinesOfTheGeneralGroup_asTheTableNamesThem)
     EXPECT_TRUE(lines.contains("FontSizeSmall=11"));
 }
 
-TEST_F(QtDefaultsStoreTest, dictionary_isJsonText)
+TEST_F(QtDefaultsStoreTest, textThatIsJson_staysAText)
 {
-    QtDefaultsStore store(path());
-    store.setValue(u"ShortcutRecorder trigger"_s, QVariantMap{{u"keyCode"_s, 6}});
-    store.synchronize();
-    EXPECT_TRUE(contents().contains(R"("{\"keyCode\":6}")")) << contents().toStdString();
+    for (const QString& json : {u"{"_s, u"{\"keyCode\":6}"_s, u"[1,2]"_s}) {
+        QtDefaultsStore store(path());
+        store.setValue(u"NewTrigger"_s, json);
+        store.synchronize();
+        EXPECT_EQ(store.value(u"NewTrigger"_s), QVariant(json));
+        EXPECT_EQ(QtDefaultsStore(path()).value(u"NewTrigger"_s), QVariant(json));
+    }
 }
 
-TEST_F(QtDefaultsStoreTest, textThatOnlyBeginsLikeJson_staysAText)
+TEST_F(QtDefaultsStoreTest, dictionaryOfTheSettings_isJsonText)
 {
     QtDefaultsStore store(path());
-    store.setValue(u"NewTrigger"_s, u"{"_s);
-    EXPECT_EQ(text(store, u"NewTrigger"_s), u"{"_s);
+    DefaultsStore::setShared(&store);
+    UserDefaults().setObjectForKey(QVariantMap{{u"keyCode"_s, 6}}, u"ShortcutRecorder trigger"_s);
+    DefaultsStore::setShared(nullptr);
+    store.synchronize();
+    EXPECT_TRUE(contents().contains(R"("{\"keyCode\":6}")")) << contents().toStdString();
 }
 
 TEST_F(QtDefaultsStoreTest, firstWrite_makesFolderAndFile_forTheUserOnly)
