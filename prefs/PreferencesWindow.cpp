@@ -99,6 +99,13 @@ Alert PreferencesWindow::alertAboutWhatIsMissing(const QString& command)
             {tr("OK")}};
 }
 
+void PreferencesWindow::orderFrontRegardless()
+{
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+}
+
 void PreferencesWindow::removePanes()
 {
     const auto shown = _contentView->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);

@@ -37,6 +37,9 @@ public:
     [[nodiscard]] GeneralOptionsPane& generalOptionsView() const { return *_generalOptionsView; }
     [[nodiscard]] AboutPane& aboutView() const { return *_aboutView; }
 
+    /// Shows it above all windows, also when it was minimised; who has the keyboard keeps it.
+    void orderFrontRegardless();
+
     /// Tells what does not work in a session that hides other applications; `command` opens the menu there.
     [[nodiscard]] static Alert alertAboutWhatIsMissing(const QString& command);
 

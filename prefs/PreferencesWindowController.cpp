@@ -82,8 +82,7 @@ void PreferencesWindowController::displayWindow()
     _mouseButtonIdentifier->setButtonNumber(defaults().unsignedForKey(TWMouseButtonKey));
     _mouseButtonIdentifier->setupTap();
     _shortcutRecorder->setObjectValue(shortcutRecorderValue());
-    _window->show();
-    _window->raise();
+    _window->orderFrontRegardless();
     accessibilityCheck();
     Application::shared().activateIgnoringOtherApps(true);
     tellOnceWhatIsMissing();

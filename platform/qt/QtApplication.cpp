@@ -15,6 +15,21 @@ using namespace Qt::StringLiterals;
 
 namespace tarnwick {
 
+namespace {
+
+bool isWindow(const QWidget& widget)
+{
+    return widget.windowType() == Qt::Window || widget.windowType() == Qt::Dialog;
+}
+
+bool comesToTheFront(const QEvent& event)
+{
+    return event.type() == QEvent::Show || event.type() == QEvent::ZOrderChange ||
+           event.type() == QEvent::WindowActivate;
+}
+
+} // namespace
+
 QtApplication::QtApplication(QtEventConverter converter, quint64 mainMenuModifier)
     : _converter(std::move(converter)),
       _makeMainMenu([this, mainMenuModifier] { return makeMainMenu(*this, mainMenuModifier); })
@@ -46,14 +61,16 @@ void QtApplication::activateIgnoringOtherApps(bool ignoringOtherApps)
 {
     if (!ignoringOtherApps && QGuiApplication::applicationState() != Qt::ApplicationActive)
         return;
-    const auto windows = QApplication::topLevelWidgets();
+    QWidget* front = nullptr;
+    const auto windows = _windows; // each that is raised becomes the last one
     for (QWidget* window : windows) {
-        if (!window->isVisible() ||
-            (window->windowType() != Qt::Window && window->windowType() != Qt::Dialog))
+        if (!window || !window->isVisible() || window->isMinimized())
             continue;
         window->raise();
-        window->activateWindow();
+        front = window;
     }
+    if (front)
+        front->activateWindow();
 }
 
 bool QtApplication::sendActionToFrom(const QString& action, ActionTarget* target, ActionSender* sender)
@@ -82,6 +99,11 @@ QString QtApplication::pathForResourceOfType(const QString& name, const QString&
 
 bool QtApplication::eventFilter(QObject* receiver, QEvent* event)
 {
+    if (comesToTheFront(*event) && receiver->isWidgetType() && isWindow(static_cast<QWidget&>(*receiver))) {
+        _windows.removeAll(nullptr);
+        _windows.removeAll(static_cast<QWidget*>(receiver));
+        _windows.append(static_cast<QWidget*>(receiver));
+    }
     if (auto converted = _converter.convert(*event)) {
         _currentEvent = std::move(converted);
         if (event->type() == QEvent::KeyPress && receiver->isWidgetType() &&

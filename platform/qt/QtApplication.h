@@ -4,11 +4,15 @@
 #include "foundation/Application.h"
 #include "platform/qt/QtEventConverter.h"
 
+#include <QList>
 #include <QObject>
+#include <QPointer>
 
 #include <functional>
 #include <memory>
 #include <optional>
+
+class QWidget;
 
 namespace tarnwick {
 
@@ -25,6 +29,8 @@ public:
 
     void terminate(ActionSender* sender) override;
     [[nodiscard]] bool terminating() const override { return _terminating; }
+    /// Keeps the order of its windows, and leaves minimised ones where they are. The keyboard goes to the
+    /// window in front.
     void activateIgnoringOtherApps(bool ignoringOtherApps) override;
     /// Made when it is first asked for, in the language of that moment.
     [[nodiscard]] std::shared_ptr<Menu> mainMenu() const override;
@@ -40,6 +46,7 @@ public:
 
 private:
     QtEventConverter _converter;
+    QList<QPointer<QWidget>> _windows; ///< those that have been on the screen, the one in front last
     bool _terminating = false;
     ApplicationDelegate* _delegate = nullptr;
     std::optional<Event> _currentEvent;

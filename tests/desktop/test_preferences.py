@@ -103,6 +103,39 @@ class TheWindow(ThePreferences):
         self.preferences.control("Shortcut, ", BUTTON)
         self.assertTrue(self.preferences.is_checked("Hot Key"))
 
+    def test_comes_back_when_it_was_minimised(self):
+        self.start_with_window()
+        self.screen.minimize(self.preferences.window)
+        self.start_again()
+        self.assertTrue(self.is_visible())
+        self.preferences.close()
+
+    def test_comes_to_the_front_of_the_about_panel_and_the_panel_of_it(self):
+        self.start_with_window()
+        self.tarnwick.wait_until_ready()
+        for _ in range(3):
+            about = self.open_about_panel()
+            self.assertEqual(self.order(), [self.preferences.window.id, about.id])
+            self.start_again()
+            self.assertEqual(self.order(), [about.id, self.preferences.window.id])
+
+    def open_about_panel(self):
+        """The first entry under the last one. Nothing is read back: keys in its windows would take a detour meanwhile."""
+        self.tarnwick.wait_until_at_rest()
+        self.tarnwick.open()
+        for key in ("Up", "Right"):
+            self.screen.tap(key)
+        self.tarnwick.popups.wait_for(2)
+        self.screen.tap("Return")
+        about = self.screen.window_titled("About Tarnwick")
+        wait_for(lambda: self.order()[-1:] == [about.id], "the about panel on top")
+        return about
+
+    def order(self):
+        """The windows of the program, lowest first."""
+        own = [window.id for window in windows_of(self.screen, self.tarnwick.pid)]
+        return [handle for handle in self.screen.stacked() if handle in own]
+
     def test_opens_from_the_menu_of_the_tray(self):
         tray = self.session.run("tint2")
         self.addCleanup(tray.stop)
@@ -233,9 +266,7 @@ class TheOptions(ThePreferences):
 
     def test_are_left_after_a_restart_as_they_were(self):
         boxes = {"Show Tarnwick's icon in the status area": "ShowStatusBarIcon",
-                 "Include the application's own menu": "ShowApplicationMenu",
-                 "Show keyboard shortcuts beside the menu items": "ShowKeyEquivalents",
-                 "Show alternative items only while": "FoldAlternate"}
+                 "Show keyboard shortcuts beside the menu items": "ShowKeyEquivalents"}
         self.start_with_window()
         self.preferences.show_pane("General")
         before = {box: self.preferences.is_checked(box) for box in boxes}

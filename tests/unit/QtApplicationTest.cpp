@@ -11,6 +11,8 @@
 #include <QWidget>
 #include <gtest/gtest.h>
 
+#include <array>
+
 using namespace tarnwick;
 using namespace Qt::StringLiterals;
 
@@ -165,6 +167,61 @@ TEST_F(QtApplicationTest, activation_bringsItsWindowsForward)
     window.show();
     application.activateIgnoringOtherApps(true);
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+}
+
+/// Takes note of the windows that are raised, by their titles.
+class Raised final : public QObject
+{
+public:
+    QStringList titles;
+
+    bool eventFilter(QObject* receiver, QEvent* event) override
+    {
+        if (event->type() == QEvent::ZOrderChange)
+            titles.append(static_cast<QWidget*>(receiver)->windowTitle());
+        return false;
+    }
+};
+
+TEST_F(QtApplicationTest, activation_keepsTheOrderOfTheWindows)
+{
+    QStringList titles;
+    std::array<QWidget, 8> windows;
+    for (QWidget& window : windows) {
+        titles.append(QString::number(titles.size()));
+        window.setWindowTitle(titles.last());
+        window.show();
+    }
+    windows[5].showMinimized();
+    windows[6].hide();
+    windows[2].raise();
+    windows[2].activateWindow();
+    for (const QString& title : {u"5"_s, u"6"_s, u"2"_s})
+        titles.removeOne(title);
+    titles.append(u"2"_s);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&windows[2]));
+    Raised raised;
+    for (QWidget& window : windows)
+        window.installEventFilter(&raised);
+    for (int times = 0; times < 2; ++times) {
+        raised.titles.clear();
+        application.activateIgnoringOtherApps(true);
+        EXPECT_EQ(raised.titles, titles);
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&windows[2]));
+        EXPECT_TRUE(windows[5].isMinimized());
+    }
+}
+
+TEST_F(QtApplicationTest, windowThatTheUserHasActivated_staysInFrontOfTheOthers)
+{
+    QWidget first;
+    QWidget second;
+    first.show();
+    second.show();
+    first.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&first));
+    application.activateIgnoringOtherApps(true);
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&first));
 }
 
 } // namespace

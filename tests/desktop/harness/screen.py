@@ -190,6 +190,16 @@ class Screen:
         self._ask_window_manager(window.handle, "_NET_ACTIVE_WINDOW", 2, X.CurrentTime)
         self.wait_until_active(window)
 
+    def minimize(self, window):
+        """Puts a window away, as the button in its title bar does, and waits until it is gone."""
+        iconic_state = 3
+        self._ask_window_manager(window.handle, "WM_CHANGE_STATE", iconic_state)
+        wait_for(lambda: window.handle.get_attributes().map_state != X.IsViewable, f"{window.title!r} minimised")
+
+    def stacked(self):
+        """The ids of the windows that the window manager knows, lowest first."""
+        return list(self.property_of(self.root, "_NET_CLIENT_LIST_STACKING") or [])
+
     def ask_to_close(self, window):
         """Closes a window, as a task bar does."""
         self._ask_window_manager(window.handle, "_NET_CLOSE_WINDOW", X.CurrentTime, 2)
