@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""Checks that every catalogue in translations/ has every text that the sources look up, finished, and no other; and that
-lupdate finds nothing to add and nothing to take away.
+"""Checks that every catalogue in translations/ has every text that the sources look up, finished, and no other; that a
+title ends in three full stops where it does so in English, and nowhere else; and that lupdate finds nothing to add and
+nothing to take away.
 
     scripts/check_translations.py --update   lets lupdate write new texts into the catalogues, for translators
 """
@@ -25,6 +26,8 @@ LOCALIZED = re.compile(r"\blocalized\(\s*" + TEXT)
 NOOP = re.compile(r'\bQT_TRANSLATE_NOOP\(\s*"(\w+)",\s*' + TEXT)
 WORD = re.compile(r"\bword\(\w+,\s*" + TEXT)
 TR = re.compile(r"(?<![\w:])tr\(\s*" + TEXT)
+# What stands for "something is asked first" at the end of a title: three full stops, and no sign that looks like them.
+DOTS = re.compile(r"(\.{2,}|[\s.]*…+)?\Z")
 CLASS_METHOD = re.compile(r"^[\w:<>&*\s]*?\b(\w+)::~?\w+\(", re.M)
 
 
@@ -55,7 +58,27 @@ def texts_in(catalogue, problems):
             text = message.findtext("source")
             if translation is None or translation.get("type") or not translation.text:
                 problems.append(f"{catalogue.name}: {name}: not finished: {text!r}")
+            elif DOTS.search(text).group() != DOTS.search(translation.text).group():
+                problems.append(f"{catalogue.name}: {name}: not the same full stops: {text!r}, {translation.text!r}")
             yield name, text
+
+
+def catalogue_problems(catalogue, used):
+    problems = []
+    there = list(texts_in(catalogue, problems))
+    problems += [f"{catalogue.name}: {name}: missing: {text!r}" for name, text in sorted(used - set(there))]
+    problems += [f"{catalogue.name}: {name}: not used: {text!r}" for name, text in sorted(set(there) - used)]
+    if len(there) != len(set(there)):
+        problems.append(f"{catalogue.name}: a text is there twice")
+    return problems
+
+
+def texts_of_sources():
+    used = set()
+    for folder in FOLDERS:
+        for path in sorted((ROOT / folder).glob("*.cpp")):
+            used |= set(texts_of(path))
+    return used
 
 
 def lupdate_program():
@@ -92,10 +115,7 @@ def lupdate_problems(used, catalogues):
 
 
 def main():
-    used = set()
-    for folder in FOLDERS:
-        for path in sorted((ROOT / folder).glob("*.cpp")):
-            used |= set(texts_of(path))
+    used = texts_of_sources()
     problems = []
     catalogues = sorted((ROOT / "translations").glob("*.ts"))
     if sys.argv[1:] == ["--update"]:
@@ -103,11 +123,7 @@ def main():
             print("\n".join(run_lupdate(lupdate_program(), used, catalogues, pathlib.Path(name))))
         return 0
     for catalogue in catalogues:
-        there = list(texts_in(catalogue, problems))
-        problems += [f"{catalogue.name}: {name}: missing: {text!r}" for name, text in sorted(used - set(there))]
-        problems += [f"{catalogue.name}: {name}: not used: {text!r}" for name, text in sorted(set(there) - used)]
-        if len(there) != len(set(there)):
-            problems.append(f"{catalogue.name}: a text is there twice")
+        problems += catalogue_problems(catalogue, used)
     problems += lupdate_problems(used, catalogues)
     for problem in problems:
         print(problem)

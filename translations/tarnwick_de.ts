@@ -245,11 +245,11 @@
     <name>tarnwick::AppController</name>
     <message>
         <source>About Tarnwick...</source>
-        <translation>Über Tarnwick …</translation>
+        <translation>Über Tarnwick...</translation>
     </message>
     <message>
         <source>Preferences...</source>
-        <translation>Einstellungen …</translation>
+        <translation>Einstellungen...</translation>
     </message>
     <message>
         <source>Quit</source>
@@ -394,11 +394,11 @@ Für alle anderen lassen Sie eine Taste des Desktops diesen Befehl ausführen:
     </message>
     <message>
         <source>About Tarnwick...</source>
-        <translation>Über Tarnwick …</translation>
+        <translation>Über Tarnwick...</translation>
     </message>
     <message>
         <source>Preferences...</source>
-        <translation>Einstellungen …</translation>
+        <translation>Einstellungen...</translation>
     </message>
     <message>
         <source>Quit</source>

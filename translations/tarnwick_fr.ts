@@ -245,11 +245,11 @@
     <name>tarnwick::AppController</name>
     <message>
         <source>About Tarnwick...</source>
-        <translation>À propos de Tarnwick…</translation>
+        <translation>À propos de Tarnwick...</translation>
     </message>
     <message>
         <source>Preferences...</source>
-        <translation>Réglages…</translation>
+        <translation>Réglages...</translation>
     </message>
     <message>
         <source>Quit</source>
@@ -394,11 +394,11 @@ Au-dessus d’elles, le menu n’obéit qu’au pointeur, et il peut s’ouvrir 
     </message>
     <message>
         <source>About Tarnwick...</source>
-        <translation>À propos de Tarnwick…</translation>
+        <translation>À propos de Tarnwick...</translation>
     </message>
     <message>
         <source>Preferences...</source>
-        <translation>Réglages…</translation>
+        <translation>Réglages...</translation>
     </message>
     <message>
         <source>Quit</source>
