@@ -51,13 +51,16 @@ void GeneralOptionsPane::_addProgramOptions(QVBoxLayout& column)
 
 void GeneralOptionsPane::_addMenuOptions(QVBoxLayout& column, bool menuBarsHaveSystemMenu)
 {
-    if (menuBarsHaveSystemMenu)
+    // Elsewhere the first would do nothing, and without the application's menus nothing would be left.
+    if (menuBarsHaveSystemMenu) {
         _addCheckBox(column, tr("Include the s&ystem menu"), TWShowAppleMenuKey);
-    _addCheckBox(column, tr("Include the &application's own menu, the one with its name"),
-                 TWShowApplicationMenuKey);
+        _addCheckBox(column, tr("Include the &application's menus"), TWShowApplicationMenuKey);
+    }
     _addCheckBox(column, tr("Show &keyboard shortcuts beside the menu items"), TWShowKeyEquivalentsKey);
-    _addCheckBox(column, tr("Show al&ternative items only while their modifier key is held"),
-                 TWFoldAlternateKey);
+    // Only menus of the same desktops have such items.
+    if (menuBarsHaveSystemMenu)
+        _addCheckBox(column, tr("Show al&ternative items only while their modifier key is held"),
+                     TWFoldAlternateKey);
 }
 
 void GeneralOptionsPane::_addFontSize(QVBoxLayout& column)

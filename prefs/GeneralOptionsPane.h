@@ -19,7 +19,7 @@ class GeneralOptionsPane final : public QWidget
 
 public:
     /// Sends "startAtLogin:", "resetButton:" and "quitFennrick:" to `target`, which is not owned. The check
-    /// box for the system's menu is there only where menu bars have one.
+    /// boxes that have an effect only where menu bars begin with a menu of the system are there only then.
     GeneralOptionsPane(ActionTarget& target, ActionSender& sender, bool menuBarsHaveSystemMenu);
 
     [[nodiscard]] QCheckBox* launchCheckBox() const { return _launchCheckBox; }

@@ -275,8 +275,8 @@
         <translation>Das S&amp;ystemmenü aufnehmen</translation>
     </message>
     <message>
-        <source>Include the &amp;application's own menu, the one with its name</source>
-        <translation>Das &amp;eigene Menü des Programms aufnehmen, das dessen Namen trägt</translation>
+        <source>Include the &amp;application's menus</source>
+        <translation>Di&amp;e Menüs des Programms aufnehmen</translation>
     </message>
     <message>
         <source>Show &amp;keyboard shortcuts beside the menu items</source>

@@ -275,8 +275,8 @@
         <translation>Incluir el menú del &amp;sistema</translation>
     </message>
     <message>
-        <source>Include the &amp;application's own menu, the one with its name</source>
-        <translation>Incluir el menú &amp;propio de la aplicación, el que lleva su nombre</translation>
+        <source>Include the &amp;application's menus</source>
+        <translation>Incluir los menús de la a&amp;plicación</translation>
     </message>
     <message>
         <source>Show &amp;keyboard shortcuts beside the menu items</source>

@@ -275,8 +275,8 @@
         <translation>Inclure le menu du s&amp;ystème</translation>
     </message>
     <message>
-        <source>Include the &amp;application's own menu, the one with its name</source>
-        <translation>Inclure le menu &amp;propre à l’application, celui qui porte son nom</translation>
+        <source>Include the &amp;application's menus</source>
+        <translation>Inclure les menus de l’a&amp;pplication</translation>
     </message>
     <message>
         <source>Show &amp;keyboard shortcuts beside the menu items</source>

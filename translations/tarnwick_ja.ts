@@ -275,8 +275,8 @@
         <translation>システムメニューを含める(&amp;Y)</translation>
     </message>
     <message>
-        <source>Include the &amp;application's own menu, the one with its name</source>
-        <translation>アプリケーション自身の名前のメニューを含める(&amp;A)</translation>
+        <source>Include the &amp;application's menus</source>
+        <translation>アプリケーションのメニューを含める(&amp;A)</translation>
     </message>
     <message>
         <source>Show &amp;keyboard shortcuts beside the menu items</source>

@@ -275,8 +275,8 @@
         <translation>包含系统菜单(&amp;Y)</translation>
     </message>
     <message>
-        <source>Include the &amp;application's own menu, the one with its name</source>
-        <translation>包含以应用程序命名的菜单(&amp;A)</translation>
+        <source>Include the &amp;application's menus</source>
+        <translation>包含应用程序的菜单(&amp;A)</translation>
     </message>
     <message>
         <source>Show &amp;keyboard shortcuts beside the menu items</source>

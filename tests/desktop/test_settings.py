@@ -1,11 +1,11 @@
 # SPDX-License-Identifier: MIT
 """What each setting does: found in the settings file at the start, and changed while Tarnwick runs."""
-from harness.accessible import FOCUSED, Item
+from harness.accessible import FOCUSED, SHOWING, Item
 from harness.applications import Fixture
 from harness.case import DesktopTest, main
 from harness.navigation import Navigation
 from harness.over import OWN_ENTRY
-from harness.preferences import CHECK_BOX, SPIN_BUTTON, Preferences, wait_until_stored
+from harness.preferences import BUTTON, CHECK_BOX, SPIN_BUTTON, Preferences, wait_until_stored
 from harness.tarnwick import Tarnwick
 from harness.tray import embedded_icon
 from harness.waiting import holds_for, wait_for
@@ -115,8 +115,7 @@ class AChange(Settings):
         self.tarnwick.wait_for_titles(self.reader, titles + ["", OWN_ENTRY] if titles else [OWN_ENTRY])
 
     def bring_window_to_front(self):
-        self.reader.close()
-        self.screen.activate(self.preferences.window)
+        self.bring_preferences_to_front()
         self.assert_own_menus()
 
     def set_text_size(self, points):
@@ -143,12 +142,25 @@ class AChange(Settings):
         self.bring_application_to_front(self.titles)
         self.assert_shortcuts_show(False)
 
-    def test_of_the_application_menu_waits_for_the_next_application(self):
-        self.start_with_window("General")
-        before = self.height()
-        self.switch("Include the application's own menu", ShowApplicationMenu="false")
-        self.assertEqual(self.height(), before)
+    def test_that_would_empty_the_menu_is_not_offered_and_a_reset_takes_it_back(self):
+        """Nor is what would change nothing. All three have their effect where menu bars begin with a menu of the system."""
+        self.tarnwick = Tarnwick(self.session, FirstRun=False, ShowApplicationMenu=False)
+        self.addCleanup(self.tarnwick.stop)
+        self.preferences = Preferences(self.session, self.bus, self.tarnwick)
+        self.preferences.show_pane("General")
+        boxes = [node.name for node in self.preferences.application.descendants()
+                 if node.role == CHECK_BOX and SHOWING in node.states]
+        self.assertEqual([box for box in boxes if box.startswith(("Include", "Show al"))], [])
+        self.assertIn("Show keyboard shortcuts beside the menu items", boxes)
         self.bring_application_to_front([])
+        self.bring_preferences_to_front()
+        self.preferences.click("Reset to Defaults", BUTTON)
+        wait_until_stored(self.tarnwick, ShowApplicationMenu="true")
+        self.bring_application_to_front(self.titles)
+
+    def bring_preferences_to_front(self):
+        self.reader.close()
+        self.screen.activate(self.preferences.window)
 
     def test_of_the_font_size_waits_for_the_next_application(self):
         self.start_with_window("General")

@@ -480,6 +480,15 @@ TEST_F(PreferencesWindowControllerTest, clearedHotKey_isStoredAsNoKey_withoutATe
     EXPECT_TRUE(made().shortcutRecorder().cell().isEmpty()) << "after a restart as well";
 }
 
+TEST_F(PreferencesWindowControllerTest, windowThatIsMinimised_comesBackWhenItIsAskedFor)
+{
+    shown();
+    made().window().showMinimized();
+    made().displayWindow();
+    EXPECT_TRUE(made().window().isVisible());
+    EXPECT_FALSE(made().window().isMinimized());
+}
+
 TEST_F(PreferencesWindowControllerTest, noCombinationIsReserved)
 {
     std::optional<QString> reason;
@@ -578,10 +587,12 @@ TEST_F(PreferencesWindowControllerTest, checkBoxes_showAndStoreTheirSettings)
     }
 }
 
-TEST_F(PreferencesWindowControllerTest, controlForTheSystemMenu_isThereOnlyWhereThereIsSuchAMenu)
+TEST_F(PreferencesWindowControllerTest, controlsThatNeedASystemMenu_areThereOnlyWhereThereIsSuchAMenu)
 {
-    EXPECT_EQ(made().window().findChild<QCheckBox*>(TWShowAppleMenuKey), nullptr);
-    EXPECT_TRUE(setting(TWShowAppleMenuKey).toBool()) << "the setting stays";
+    for (const QString& key : {TWShowAppleMenuKey, TWShowApplicationMenuKey, TWFoldAlternateKey}) {
+        EXPECT_EQ(made().window().findChild<QCheckBox*>(key), nullptr) << key.toStdString();
+        EXPECT_TRUE(setting(key).toBool()) << "the setting stays";
+    }
 }
 
 TEST_F(PreferencesWindowControllerTest, fontSize_isANumber_thatStaysWhenItIsOutOfRange)
