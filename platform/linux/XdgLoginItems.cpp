@@ -90,7 +90,7 @@ public:
         const QString exec = DesktopEntry::execValue({path});
         // When the program has been uninstalled, the entry that stays in the user's home starts nothing.
         const QString tryExec = DesktopEntry::stringValue(path);
-        _write(desktop_names::BusName + u".desktop"_s,
+        _write(_nameOfNewEntry(applicationUrl),
                u"[Desktop Entry]\nType=Application\nName=%1\nExec=%2\nTryExec=%4\nIcon=%3\nTerminal=false\n"
                u"X-GNOME-Autostart-enabled=true\n"_s.arg(desktop_names::ApplicationName, exec,
                                                          desktop_names::BusName, tryExec));
@@ -120,6 +120,28 @@ private:
         const auto never = entry.strings(u"NotShowIn"_s);
         return (only.isEmpty() || std::any_of(only.cbegin(), only.cend(), current)) &&
                std::none_of(never.cbegin(), never.cend(), current);
+    }
+
+    /// That of a file of its own: other entries stay, also those of which it cannot be told what they start.
+    [[nodiscard]] QString _nameOfNewEntry(const QUrl& applicationUrl) const
+    {
+        QString name = desktop_names::BusName + u".desktop"_s;
+        for (int number = 2; _isOfAnother(name, applicationUrl); ++number)
+            name = u"%1-%2.desktop"_s.arg(desktop_names::BusName, QString::number(number));
+        return name;
+    }
+
+    /// Whether there is such a file that is not this program's own entry, switched off or not.
+    [[nodiscard]] bool _isOfAnother(const QString& name, const QUrl& applicationUrl) const
+    {
+        for (const QString& folder : _folders) {
+            const QFileInfo file(folder + u'/' + name);
+            if (!file.exists() && !file.isSymLink())
+                continue;
+            const auto entry = DesktopEntry::read(file.filePath());
+            return !entry || AutostartItem(file, entry->command()).program() != applicationUrl;
+        }
+        return false;
     }
 
     void _write(const QString& name, const QString& contents) const

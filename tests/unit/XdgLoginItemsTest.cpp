@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <algorithm>
 #include <sys/stat.h>
 #include <utility>
 
@@ -85,6 +86,7 @@ TEST_F(XdgLoginItemsTest, programOfAnyName_isStarted)
                                 u"a`b`"_s, u"a;b&c"_s, u" a "_s, u"%1%4"_s}) {
         const QString odd = _folder.filePath(name);
         ASSERT_TRUE(QFile::copy(program(), odd));
+        QFile::remove(ownEntry());
         items.createSessionLoginItems()->insertBeforeFirst(QUrl::fromLocalFile(odd));
         const auto entry = DesktopEntry::read(ownEntry());
         ASSERT_TRUE(entry);
@@ -99,6 +101,79 @@ TEST_F(XdgLoginItemsTest, insertingTwice_leavesOneEntry)
     items.createSessionLoginItems()->insertBeforeFirst(url());
     items.createSessionLoginItems()->insertBeforeFirst(url());
     EXPECT_EQ(urlsOf(items), QList<QUrl>{url()});
+}
+
+struct OtherRow
+{
+    const char* sentence;
+    QByteArray contents;
+    int items; ///< that there are beside ours
+};
+
+TEST_F(XdgLoginItemsTest, newEntry_goesBesideOthers_neverOverOne)
+{
+    const QString other = _folder.filePath(u"other copy"_s);
+    ASSERT_TRUE(QFile::copy(program(), other));
+    const QByteArray head = "[Desktop Entry]\nType=Application\n";
+    const QByteArray exec = "Exec=" + DesktopEntry::execValue({other}).toUtf8() + '\n';
+    const OtherRow rows[] = {
+        {"another copy", head + exec, 1},
+        {"another copy, switched off", head + exec + "Hidden=true\n", 0},
+        {"a copy that is gone, or on a medium that is not there", head + "Exec=/nowhere/tarnwick\n", 1},
+        {"an entry without a command", head, 1},
+        {"one that switches off what the system starts", head + "Hidden=true\n", 0},
+        {"what cannot be read", QByteArray(5000, '\xfe'), 0},
+    };
+    for (const QString& configuration : {user(), system()}) {
+        for (const OtherRow& row : rows) {
+            SCOPED_TRACE(row.sentence);
+            QDir(user()).removeRecursively();
+            QDir(system()).removeRecursively();
+            QDir().mkpath(configuration + u"/autostart"_s);
+            QFile file(configuration + u"/autostart/example.quorlane.Tarnwick.desktop"_s);
+            ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+            file.write(row.contents);
+            file.flush();
+            items.createSessionLoginItems()->insertBeforeFirst(url());
+            EXPECT_EQ(urlsOf(items).size(), row.items + 1);
+            EXPECT_EQ(urlsOf(items).constFirst(), url()) << "the newest first";
+            file.seek(0);
+            EXPECT_EQ(file.readAll(), row.contents);
+            EXPECT_TRUE(QFile::exists(file.fileName()));
+            items.createSessionLoginItems()->insertBeforeFirst(url());
+            EXPECT_EQ(urlsOf(items).size(), row.items + 1) << "a second time";
+            const auto list = items.createSessionLoginItems();
+            list->remove(*list->copySnapshot().constFirst());
+            EXPECT_EQ(urlsOf(items).size(), row.items);
+            EXPECT_FALSE(urlsOf(items).contains(url()));
+        }
+    }
+}
+
+TEST_F(XdgLoginItemsTest, newEntry_leavesALinkThatLeadsNowhere)
+{
+    QDir().mkpath(user() + u"/autostart"_s);
+    ASSERT_TRUE(QFile::link(_folder.filePath(u"away/entry"_s), ownEntry()));
+    items.createSessionLoginItems()->insertBeforeFirst(url());
+    EXPECT_TRUE(QFileInfo(ownEntry()).isSymLink());
+    EXPECT_EQ(urlsOf(items), QList<QUrl>{url()});
+}
+
+TEST_F(XdgLoginItemsTest, newEntry_ofSeveralCopies_areAllThere)
+{
+    QList<QUrl> expected;
+    for (const QString& name : {u"one"_s, u"two"_s, u"three"_s}) {
+        ASSERT_TRUE(QFile::copy(program(), _folder.filePath(name)));
+        expected.append(QUrl::fromLocalFile(_folder.filePath(name)));
+        items.createSessionLoginItems()->insertBeforeFirst(expected.constLast());
+    }
+    QList<QUrl> found = urlsOf(items);
+    std::sort(found.begin(), found.end());
+    std::sort(expected.begin(), expected.end());
+    EXPECT_EQ(found, expected);
+    EXPECT_EQ(QDir(user() + u"/autostart"_s).entryList(QDir::Files),
+              (QStringList{u"example.quorlane.Tarnwick-2.desktop"_s, u"example.quorlane.Tarnwick-3.desktop"_s,
+                           u"example.quorlane.Tarnwick.desktop"_s}));
 }
 
 TEST_F(XdgLoginItemsTest, entryUnderAnotherName_isFoundAndRemoved)
