@@ -277,8 +277,6 @@ bool SRRecorderControl::event(QEvent* event)
             event->accept();
             return true;
         }
-        if (_cell->isRecording())
-            return QWidget::event(event);
         break;
     case QEvent::ParentChange:
         _viewDidMoveToWindow();
@@ -303,7 +301,8 @@ bool SRRecorderControl::_handleKey(QKeyEvent* /*event*/)
 
 void SRRecorderControl::keyPressEvent(QKeyEvent* event)
 {
-    if (_handleKey(event))
+    // While it records, the cell has been offered the key already.
+    if (!_cell->isRecording() && _handleKey(event))
         event->accept();
     else
         QWidget::keyPressEvent(event);

@@ -227,6 +227,17 @@ TEST_F(SRRecorderControlTest, keyThatTheCellDoesNotUse_goesOn)
     EXPECT_TRUE(control.keyDown(SpaceKey));
 }
 
+TEST_F(SRRecorderControlTest, keyThatTheCellDoesNotUse_isOfferedToItOnce)
+{
+    control.setCanCaptureGlobalHotKeys(true);
+    press(SpaceKey, Qt::Key_Space);
+    ASSERT_EQ(hotKeys.pushes, 1);
+    // One that the cell answers by starting anew, and so can be counted.
+    press(keyEvent(Event::Type::KeyDown, 7, 0, u" x"_s), Qt::Key_X);
+    EXPECT_TRUE(control.cell().isRecording());
+    EXPECT_EQ(hotKeys.pushes, 2);
+}
+
 TEST_F(SRRecorderControlTest, keyEquivalents_areOfferedToTheFirstResponderOnly)
 {
     before.setFocus();
