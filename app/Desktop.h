@@ -32,7 +32,8 @@ public:
     /// process has nothing more to do.
     [[nodiscard]] virtual bool handedOverToRunningInstance() = 0;
 
-    /// Runs the event loop: `launch` once from inside it, then everything else. Gives the exit status.
+    /// Runs `launch` once, before the event loop or inside it, and then the loop with everything else. Gives
+    /// the exit status.
     virtual int run(const std::function<void()>& launch) = 0;
 };
 

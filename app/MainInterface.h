@@ -7,7 +7,7 @@ namespace tarnwick {
 
 /// The objects that the program begins with, made and connected: the delegate, the mouse trigger, which taps
 /// from then on, and the about panel. The delegate is the application's for as long as this lives. GUI thread
-/// only, inside the event loop.
+/// only.
 class MainInterface
 {
 public:
@@ -16,7 +16,8 @@ public:
     MainInterface(const MainInterface&) = delete;
     MainInterface& operator=(const MainInterface&) = delete;
 
-    /// The rest of start-up. Stops half-way when the user has asked to end meanwhile.
+    /// The rest of start-up, before the event loop or inside it. Stops half-way when the user has asked to
+    /// end meanwhile.
     void finishLaunching();
 
 private:

@@ -95,7 +95,7 @@ bool TWMouseButtonIdentifier::resignFirstResponder()
 void TWMouseButtonIdentifier::otherMouseUp()
 {
     setButtonNumber(mouseCode);
-    Application::shared().sendActionToFrom(_action, _target, this);
+    Application::shared().sendActionToFrom(_cell.action(), _cell.target(), this);
 }
 
 QString TWMouseButtonIdentifier::text() const

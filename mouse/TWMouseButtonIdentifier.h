@@ -2,6 +2,7 @@
 #pragma once
 
 #include "foundation/Action.h"
+#include "mouse/ActionCell.h"
 #include "mouse/EventTaps.h"
 
 #include <QString>
@@ -23,7 +24,15 @@ class TWMouseButtonIdentifier final : public QWidget, public ActionSender
     Q_OBJECT
 
 public:
+    using cellClass = ActionCell;
+
+    /// Makes that the class of the controls' cells, which it is here from the beginning: nothing is left to
+    /// do.
+    static void initialize() {}
+
     explicit TWMouseButtonIdentifier(QWidget* parent = nullptr);
+
+    [[nodiscard]] const cellClass& cell() const { return _cell; }
 
     /// The learned code, 0 before there is one.
     [[nodiscard]] quint64 buttonNumber() const { return _buttonNumber; }
@@ -33,8 +42,8 @@ public:
     void setTag(qint64 tag) { _tag = tag; }
 
     /// Each learned code sends `action` to `target`, which is not owned.
-    void setTarget(ActionTarget* target) { _target = target; }
-    void setAction(const QString& action) { _action = action; }
+    void setTarget(ActionTarget* target) { _cell.setTarget(target); }
+    void setAction(const QString& action) { _cell.setAction(action); }
 
     /// Makes a tap, schedules it and enables it. An earlier tap stays, unless it was released.
     void setupTap();
@@ -78,8 +87,7 @@ private:
     [[maybe_unused]] quint64 _tmpNumber = 0;
     [[maybe_unused]] bool _clicked = false;
     qint64 _tag = 0;
-    ActionTarget* _target = nullptr;
-    QString _action;
+    cellClass _cell;
 };
 
 } // namespace tarnwick

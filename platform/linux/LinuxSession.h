@@ -29,6 +29,7 @@ public:
     ~LinuxSession() override;
 
     [[nodiscard]] bool handedOverToRunningInstance() override;
+    /// Launches before the loop: what the toolkit does at its beginning takes time.
     int run(const std::function<void()>& launch) override;
 
     [[nodiscard]] SessionBusWatch& bus() { return _bus; }

@@ -16,6 +16,7 @@ public:
     MacSession(int& argc, char** argv);
 
     [[nodiscard]] bool handedOverToRunningInstance() override;
+    /// Launches inside the loop: the system's start-up is over then.
     int run(const std::function<void()>& launch) override;
 
 private:

@@ -13,6 +13,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <type_traits>
 
 using namespace tarnwick;
 using namespace Qt::StringLiterals;
@@ -71,6 +72,21 @@ protected:
 };
 
 } // namespace
+
+TEST_F(TWMouseButtonIdentifierTest, cell_isOfTheClassOfCells_andHoldsWhatTheControlDoes)
+{
+    TWMouseButtonIdentifier::initialize();
+    control.setupTap();
+    const TWMouseButtonIdentifier::cellClass& cell = control.cell();
+    static_assert(std::is_same_v<decltype(cell), const ActionCell&>);
+    EXPECT_EQ(cell.target(), &target);
+    EXPECT_EQ(cell.action(), u"mouseButtonChanged:"_s);
+    control.setTarget(nullptr);
+    click(Qt::MiddleButton);
+    EXPECT_EQ(cell.target(), nullptr);
+    EXPECT_TRUE(target.performed.isEmpty());
+    EXPECT_EQ(control.buttonNumber(), 25U) << "learned all the same";
+}
 
 TEST_F(TWMouseButtonIdentifierTest, settingUp_createsSchedulesAndEnables_thenEnablesAgain)
 {
