@@ -5,7 +5,7 @@ import dataclasses
 import difflib
 import typing
 
-from entries import Entry
+from entries import EMPTY, Entry
 
 KINDS = ("missing", "extra", "order", "title", "separator", "submenu", "enabled", "checked", "shortcut")
 _LOOKS = (("title", "title"), ("submenu", "holds_menu"), ("enabled", "enabled"), ("checked", "checked"),
@@ -26,13 +26,15 @@ class Difference:
 class Result:
     """What a comparison has come to. Separators are items; the entries of the bar are counted by themselves.
 
-    Something extra is one item more, which is wrong.
+    Something extra is one item more, which is wrong. So is what lies below an entry that is greyed or empty on one side
+    only. Whoever wants to see the shortcuts counts an item as wrong that has one and shows none.
     """
 
     bar: int = 0
     bar_right: int = 0
     items: int = 0
     right: int = 0
+    right_with_shortcuts: int = 0
     differences: list = dataclasses.field(default_factory=list)
     apart: collections.Counter = dataclasses.field(default_factory=collections.Counter)
     unread: list = dataclasses.field(default_factory=list)
@@ -71,6 +73,7 @@ def _compare_menu(truth, shown, path, result):
         if path:
             result.items += 1
             result.right += not found
+            result.right_with_shortcuts += not found and not (pair.truth and pair.truth.apart)
         else:
             result.bar += 1
             result.bar_right += not found
@@ -83,8 +86,18 @@ def _go_deeper(pair, path, result):
         result.apart[pair.truth.apart] += 1
     if pair.truth.unread:
         result.unread.append({"path": " > ".join(path), "why": pair.truth.unread})
-    if pair.truth.entries is not None:
-        _compare_menu(pair.truth.entries, (pair.shown.entries if pair.shown else None) or [], path, result)
+    truth, shown = _reachable(pair.truth, pair.shown), _reachable(pair.shown, pair.truth)
+    if truth is not None:
+        _compare_menu(truth, shown or [], path, result)
+
+
+def _reachable(entry, other):
+    """What can be opened below an entry; nothing when that is not known, as where it is greyed on both sides."""
+    if entry is None or entry.unread == EMPTY:
+        return []
+    if not entry.enabled and other is not None and other.enabled:
+        return []
+    return entry.entries
 
 
 def _differences(pair, path):

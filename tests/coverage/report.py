@@ -15,28 +15,40 @@ How well Tarnwick mirrors the menus of real programs, as Debian has them. Measur
 while all of them are closed, then opens each menu in the program with the pointer, reads it over the accessibility
 bus while it is on the screen, and compares: entries, titles, order, greyed, checked, separators, shortcuts, submenus.
 
+Of GTK 4 there is one program only, an example of the toolkit: no other with a menu bar was found in Debian 12. pcb-rnd with its
+interface of GTK 4 has buttons that hold menus instead, and gsequencer published no bar; the rest, nearly all of it GNOME's with
+its header bars, was not tried.
+
 Some programs decide only when a menu opens what is in it and what is greyed. Tarnwick does not open menus in order to
 read them: that would show on the screen and act in the program. It shows what such a menu was the last time.
 
 - **bar**: entries of the menu bar that are right, of all.
 - **items**: all that can be seen in the opened menus, separators included. An entry too many counts as one that is
-  wrong. Of separators next to each other one counts, and none at the end of a menu: so the pop-up draws them.
+  wrong; what lies below an entry that is greyed or empty on one side only counts as missing or as too many. Of separators
+  next to each other one counts, and none at the end of a menu: so the pop-up draws them.
+- **with shortcuts**: the same for those who have shortcuts shown: an item that has one in the program and shows none counts
+  as wrong, whatever the reason.
 - **once opened**: the same comparison for what Tarnwick shows after each menu has been open in the program once.
+- **pop-up**: the same comparison, after each menu has been open in the program once, for Tarnwick's pop-up itself: it is opened
+  with the hot key, each submenu in it with the pointer, and read over the accessibility bus. The other columns are for what
+  `tarnwick-inspect` prints, which reads as Tarnwick does and draws nothing.
 - **apart**: shortcuts that Tarnwick's tables have no code for. It shows none rather than a wrong one, and the item
   counts as right.
-- **time**: from the start of `tarnwick-inspect --all` to its end, every submenu read; the median of five.
 """
 
 
-def row(application, result, seconds, opened):
+def row(application, result, opened, popup):
     """What one application has come to."""
     return {"name": application["name"], "toolkit": application["toolkit"], "bar": result.bar,
             "bar_right": result.bar_right, "items": result.items, "right": result.right,
+            "right_with_shortcuts": result.right_with_shortcuts,
             "right_once_opened": opened.right, "items_once_opened": opened.items,
+            "bar_in_popup": popup.bar, "bar_right_in_popup": popup.bar_right,
+            "right_in_popup": popup.right, "items_in_popup": popup.items,
             "wrong_by_kind": result.wrong_by_kind(), "apart": dict(result.apart),
-            "milliseconds": round(seconds * 1000),
             "differences": [dataclasses.asdict(each) for each in result.differences],
             "differences_once_opened": [dataclasses.asdict(each) for each in opened.differences],
+            "differences_in_popup": [dataclasses.asdict(each) for each in popup.differences],
             "unread": result.unread}
 
 
@@ -74,7 +86,32 @@ def summary(rows):
     measured = [each for each in rows if "failed" not in each]
     items, right = _sum(measured, "items"), _sum(measured, "right")
     return (f"{len(measured)} of {len(rows)} applications; bars {_sum(measured, 'bar_right')} of "
-            f"{_sum(measured, 'bar')}; items {right} of {items} ({_percent(right, items)})")
+            f"{_sum(measured, 'bar')}; items {right} of {items} ({_percent(right, items)}), with shortcuts "
+            f"{_percent(_sum(measured, 'right_with_shortcuts'), items)}, once opened "
+            f"{_percent(_sum(measured, 'right_once_opened'), _sum(measured, 'items_once_opened'))}, in the pop-up "
+            f"{_percent(_sum(measured, 'right_in_popup'), _sum(measured, 'items_in_popup'))}")
+
+
+def told_elsewhere(rows):
+    """What the README has to say of these rows, word for word."""
+    items, opened = _sum(rows, "items"), _sum(rows, "items_once_opened")
+    return [f"Of {items} entries in the menus of {len(rows)} real programs {_percent(_sum(rows, 'right'), items)} are right "
+            f"at once", f"{_percent(_sum(rows, 'right_once_opened'), opened)} once each menu was opened in its program",
+            f"{_percent(_sum(rows, 'right_in_popup'), _sum(rows, 'items_in_popup'))} in the pop-up itself",
+            f"{_percent(_sum(rows, 'right_with_shortcuts'), items)} where an item that does not show its shortcut is wrong"]
+
+
+# What two measurements of the same version have alike, whatever the machine.
+_SAME = ("bar", "bar_right", "items", "right", "right_with_shortcuts", "items_once_opened", "right_once_opened",
+         "items_in_popup", "right_in_popup", "differences", "differences_once_opened", "differences_in_popup")
+
+
+def unlike(one, other):
+    """What two rows of one application tell differently, as texts."""
+    if "failed" in one or "failed" in other:
+        return [str(each["failed"]) for each in (one, other) if "failed" in each]
+    return [f"{field}: {one.get(field)} instead of {other.get(field)}" for field in _SAME
+            if one.get(field) != other.get(field)]
 
 
 def is_explained(one, known):
@@ -85,20 +122,31 @@ def is_explained(one, known):
 def markdown(rows, known):
     """The page."""
     measured = [each for each in rows if "failed" not in each]
-    parts = [_HEAD, _table(measured), _apart(measured), _exceptions(measured, known), _unopened(measured),
+    parts = [_HEAD, _commits(measured), _table(measured), _apart(measured), _exceptions(measured, known), _unopened(measured),
              _failures([each for each in rows if "failed" in each])]
     return "\n".join(part for part in parts if part)
 
 
+def _commits(rows):
+    """At which commit each was measured."""
+    names = collections.defaultdict(list)
+    for each in rows:
+        names[each.get("commit", "one that was not written down")].append(each["name"])
+    if len(names) == 1:
+        return f"All of them were measured at commit {next(iter(names))}.\n"
+    return "\n".join(f"Measured at commit {commit}: {', '.join(those)}.\n" for commit, those in names.items())
+
+
 def _table(rows):
-    lines = [_line(["application", "version", "toolkit", "bar", "items", "right", "", "wrong, by kind", "apart",
-                    "once opened", "time"]), "|" + "---|" * 11]
+    lines = [_line(["application", "version", "toolkit", "bar", "items", "right", "", "with shortcuts",
+                    "wrong, by kind", "apart", "once opened", "pop-up"]), "|" + "---|" * 12]
     for each in rows:
         lines.append(_line([
             each["name"], each.get("version", ""), each["toolkit"], f"{each['bar_right']}/{each['bar']}",
-            each["items"], each["right"], _percent(each["right"], each["items"]), _kinds(each["wrong_by_kind"]),
+            each["items"], each["right"], _percent(each["right"], each["items"]),
+            _percent(each["right_with_shortcuts"], each["items"]), _kinds(each["wrong_by_kind"]),
             sum(each["apart"].values()) or "", _percent(each["right_once_opened"], each["items_once_opened"]),
-            f"{each['milliseconds']} ms"]))
+            _percent(each["right_in_popup"], each["items_in_popup"])]))
     lines.append(_line([value and f"**{value}**" for value in _totals(rows)]))
     return "\n".join(lines) + "\n"
 
@@ -110,7 +158,9 @@ def _totals(rows):
         kinds.update(each["wrong_by_kind"])
     opened = _percent(_sum(rows, "right_once_opened"), _sum(rows, "items_once_opened"))
     return [f"all {len(rows)}", "", "", f"{_sum(rows, 'bar_right')}/{_sum(rows, 'bar')}", items, right,
-            _percent(right, items), _kinds(kinds), sum(sum(each["apart"].values()) for each in rows) or "", opened, ""]
+            _percent(right, items), _percent(_sum(rows, "right_with_shortcuts"), items), _kinds(kinds),
+            sum(sum(each["apart"].values()) for each in rows) or "", opened,
+            _percent(_sum(rows, "right_in_popup"), _sum(rows, "items_in_popup"))]
 
 
 def _line(cells):
@@ -142,14 +192,20 @@ def _exceptions(rows, known):
 
 
 def _all_differences(one):
-    """Those that are there once the menu has been open in the program, too, each once."""
-    return one["differences"] + [each for each in one["differences_once_opened"] if each not in one["differences"]]
+    """Those that are there once the menu has been open in the program, or in the pop-up only, too, each once."""
+    found = []
+    for each in [*one["differences"], *one["differences_once_opened"], *one["differences_in_popup"]]:
+        if each not in found:
+            found.append(each)
+    return found
 
 
 def _when(difference, one):
-    if difference not in one["differences"]:
-        return "; only once opened"
-    return "; once opened too" if difference in one["differences_once_opened"] else ""
+    opened = difference in one["differences_once_opened"]
+    popup = difference in one["differences_in_popup"]
+    if difference in one["differences"]:
+        return "; once opened too" if opened else "; in the pop-up too" if popup else ""
+    return "; only once opened" if opened else "; only in the pop-up"
 
 
 def _by_reason(one, known):

@@ -1,12 +1,14 @@
 # SPDX-License-Identifier: MIT
 """Compares what Tarnwick shows of real applications with the menus that they open themselves.
 
-Environment: TARNWICK_INSPECT, the program that prints the menus as Tarnwick would show them.
+Environment: TARNWICK_INSPECT, the program that prints the menus as Tarnwick would show them; TARNWICK_BINARY, the one that
+shows them; TARNWICK_COMMIT, what both were built of.
 """
 import argparse
 import json
 import os
 import pathlib
+import shutil
 import signal
 import subprocess
 import sys
@@ -36,6 +38,8 @@ def main():
         print("\n".join(catalogue.packages(chosen)))
         return 0
     table = pathlib.Path(arguments.output)
+    if arguments.check:
+        return _check(chosen, report.load(table.with_suffix(".json")))
     keep = arguments.names or arguments.rewrite
     rows = report.load(table.with_suffix(".json")) if keep else []
     for application in [] if arguments.rewrite else chosen:
@@ -52,8 +56,32 @@ def _arguments():
     parser.add_argument("--list", action="store_true", help="print their names and stop")
     parser.add_argument("--packages", action="store_true", help=argparse.SUPPRESS)
     parser.add_argument("--rewrite", action="store_true", help="write the table anew, with what is known already")
+    parser.add_argument("--check", action="store_true", help="write nothing; fail when the table tells something else")
     parser.add_argument("--output", default="docs/coverage.md", help="the table; the JSON file stands next to it")
     return parser.parse_args()
+
+
+def _check(chosen, rows):
+    """The status: 1 when one is not as the table has it, 77 when one is not there and need not be.
+
+    Of another version than the table's only what is not explained is a failure.
+    """
+    missing = [each["name"] for each in chosen if not shutil.which(each["command"][0])]
+    if missing and os.environ.get("TARNWICK_REQUIRE_TOOLS") != "1":
+        print(f"missing: {', '.join(missing)}")
+        return 77
+    told = {row["name"]: row for row in rows}
+    failures = 0
+    for application in chosen:
+        row, old = _measured(application), told[application["name"]]
+        if row.get("version", "") == old.get("version", ""):
+            problems = report.unlike(row, old)
+        else:
+            print(f"  the table is of {old.get('version')}, this is {row.get('version')}: its figures are not compared")
+            problems = [] if report.is_explained(row, catalogue.explanations()) else ["something is not explained"]
+        print("".join(f"  {problem}\n" for problem in problems), end="")
+        failures += bool(problems)
+    return 1 if failures else 0
 
 
 def _measured(application):
@@ -77,7 +105,8 @@ def _give_up(_number, _frame):
 
 def _measurement(application):
     import running  # needs what a desktop test needs; the list does not
-    return running.measured(application, os.environ["TARNWICK_INSPECT"], _version(application))
+    row = running.measured(application, os.environ["TARNWICK_INSPECT"], _version(application))
+    return {**row, "commit": os.environ.get("TARNWICK_COMMIT", "")}
 
 
 def _version(application):

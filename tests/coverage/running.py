@@ -4,22 +4,22 @@ import json
 import os
 import pathlib
 import shlex
-import statistics
 import subprocess
 import time
 
-from harness.accessible import AccessibilityBus
+from harness.accessible import SHOWING, VISIBLE, AccessibilityBus
 from harness.session import Session
 from harness.waiting import TimedOut, dispatch_events, wait_for
 
 import comparison
+import popup
 import report
 from entries import shown_entries
 from truth import OpenedMenus, find_menu_bar
+from truth_gtk4 import OpenedMenusOfGtk4
 
 _STARTS_IN = 90.0
 _QUIET = 1.5  # seconds without a change in the bar: it has started
-_READINGS = 5  # to tell how long one takes
 _HIGH = "1600x2200"  # so that the longest menu fits
 # Windows at the top of the screen, without frames: Qt places its bar wrongly in a frame that came late.
 WINDOW_RULES = """<openbox_config xmlns="http://openbox.org/3.4/rc"><applications><application type="normal">
@@ -38,7 +38,7 @@ def measured(application, inspect, version):
         write_files({".config/openbox/rc.xml": WINDOW_RULES, **application.get("files", {})}, session)
         session.call("openbox", "--reconfigure")
         running = Running(application, session, bus)
-        row = _compared(running, application, inspect)
+        row = _compared(running, application, inspect, bus)
     except BaseException:
         _keep_evidence(session, application["name"])
         raise
@@ -51,27 +51,31 @@ def measured(application, inspect, version):
     return {**json.loads(text), "version": version}
 
 
-def _compared(running, application, inspect):
+def _compared(running, application, inspect, bus):
     running.settle()
-    readings = [_inspected(inspect, running) for _ in range(_READINGS)]
-    before = readings[0][0]
-    seconds = statistics.median(seconds for _, seconds in readings)
-    truth = OpenedMenus(running.screen, running.bar, application["toolkit"]).read()
+    before = _inspected(inspect, running)
+    truth = _opened(running, application["toolkit"]).read()
     running.settle()
-    after, _ = _inspected(inspect, running)
-    return report.row(application, comparison.compare(truth, before), seconds,
-                      opened=comparison.compare(truth, after))
+    after = _inspected(inspect, running)
+    running.settle()
+    shown = popup.read(running.session, bus)
+    return report.row(application, comparison.compare(truth, before),
+                      opened=comparison.compare(truth, after), popup=comparison.compare(truth, shown))
+
+
+def _opened(running, toolkit):
+    if toolkit == "GTK 4":
+        return OpenedMenusOfGtk4(running.screen, running.bar)
+    return OpenedMenus(running.screen, running.bar, toolkit)
 
 
 def _inspected(inspect, running):
-    """What Tarnwick would show of the application in front, and how many seconds it took to read all of it."""
-    start = time.monotonic()
+    """What Tarnwick would show of the application in front."""
     result = subprocess.run([inspect, "--all", "--json"], env=running.session.environment, timeout=60, check=False,
                             capture_output=True, text=True)
-    seconds = time.monotonic() - start
     if not result.stdout:
         raise RuntimeError(f"nothing to read: {result.stderr.strip()}")
-    return shown_entries(json.loads(result.stdout)["menu"]), seconds
+    return shown_entries(json.loads(result.stdout)["menu"])
 
 
 def write_files(files, session):
@@ -96,6 +100,7 @@ class Running:
         self.session = session
         self.screen = session.screen
         self._bus = bus
+        self._sign = VISIBLE if application["toolkit"] == "GTK 4" else SHOWING  # GTK 4 never tells the other of widgets
         home = str(session.directory / "home")
         command = [part.replace("~", home) for part in application["command"]]
         self._program = session.run(*command, **application.get("environment", {}))
@@ -141,7 +146,7 @@ class Running:
             accessible = window.pid and next((found for found in self._bus.applications()
                                               if self._bus.process_of(found.name_on_bus) == window.pid), None)
             for frame in accessible.children if accessible else []:
-                bar = find_menu_bar(frame)
+                bar = find_menu_bar(frame, self._sign)
                 if bar and bar.children:
                     self.window, self.bar = window, bar
                     return True

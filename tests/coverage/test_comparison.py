@@ -3,7 +3,7 @@
 import unittest
 
 from comparison import compare
-from entries import Entry, shown_entries, without_idle_separators
+from entries import EMPTY, GREYED, SHUT, Entry, shown_entries, without_idle_separators
 
 
 def bar(*entries):
@@ -57,11 +57,38 @@ class Comparison(unittest.TestCase):
         self.assertEqual(found([Entry("A", holds_menu=True, entries=[B])], []),
                          [("missing", "A"), ("missing", "A > B")])
 
-    def test_what_was_not_opened_is_listed_and_not_compared(self):
-        closed = Entry("A", holds_menu=True, unread="it is greyed")
-        result = compare(bar(closed), bar(Entry("A", holds_menu=True, entries=[B])))
+    def test_what_is_greyed_on_both_sides_is_listed_and_not_compared(self):
+        closed = Entry("A", holds_menu=True, enabled=False, unread=GREYED)
+        result = compare(bar(closed), bar(Entry("A", holds_menu=True, enabled=False, entries=[B])))
         self.assertEqual(result.differences, [])
-        self.assertEqual(result.unread, [{"path": "File > A", "why": "it is greyed"}])
+        self.assertEqual(result.unread, [{"path": "File > A", "why": GREYED}])
+
+    def test_what_lies_below_an_entry_that_is_greyed_or_empty_on_one_side_only_counts(self):
+        opened = Entry("A", holds_menu=True, entries=[B])
+        rows = [
+            ("greyed in the program", Entry("A", holds_menu=True, enabled=False, unread=GREYED), opened,
+             [("enabled", "A"), ("extra", "A > B")]),
+            ("greyed in the mirror", opened, Entry("A", holds_menu=True, enabled=False, entries=[B]),
+             [("enabled", "A"), ("missing", "A > B")]),
+            ("empty in the program", Entry("A", holds_menu=True, unread=EMPTY), opened, [("extra", "A > B")]),
+            ("empty in the mirror", opened, Entry("A", holds_menu=True, entries=[]), [("missing", "A > B")]),
+            ("empty in both", Entry("A", holds_menu=True, unread=EMPTY), Entry("A", holds_menu=True, entries=[]), []),
+            ("did not open", Entry("A", holds_menu=True, unread=SHUT), opened, []),
+        ]
+        for name, truth, shown, expected in rows:
+            with self.subTest(name):
+                self.assertEqual(found([truth], [shown]), expected)
+
+    def test_an_entry_without_a_title_counts_on_either_side(self):
+        untitled = Entry()
+        for truth, shown, expected in (([A, untitled], [A], [("missing", "")]), ([A], [A, untitled], [("extra", "")]),
+                                       ([A, untitled], [A, untitled], [])):
+            with self.subTest((truth, shown)):
+                self.assertEqual(found(truth, shown), expected)
+
+    def test_an_item_that_has_a_shortcut_and_shows_none_is_wrong_for_who_wants_to_see_it(self):
+        result = compare(bar(Entry("A", apart="why"), Entry("B", apart="why", enabled=False), C), bar(A, B, C))
+        self.assertEqual((result.items, result.right, result.right_with_shortcuts), (3, 2, 1))
 
     def test_counts_shortcuts_apart_by_cause(self):
         result = compare(bar(Entry("A", apart="why"), Entry("B", apart="why")), bar(A, B))

@@ -19,7 +19,7 @@ def row(shown_enabled=False):
     truth = [Entry("Edit", holds_menu=True, entries=[Entry("Paste", apart="no code"), Entry("Cut")])]
     shown = [Entry("Edit", holds_menu=True, entries=[Entry("Paste", enabled=shown_enabled), Entry("Cut")])]
     result = compare(truth, shown)
-    return report.row(APPLICATION, result, 0.0421, opened=compare(truth, truth))
+    return report.row(APPLICATION, result, opened=compare(truth, truth), popup=compare(truth, truth))
 
 
 class Report(unittest.TestCase):
@@ -27,14 +27,14 @@ class Report(unittest.TestCase):
         one = row()
         self.assertEqual((one["bar_right"], one["bar"], one["right"], one["items"]), (1, 1, 1, 2))
         self.assertEqual((one["wrong_by_kind"], one["apart"]), ({"enabled": 1}, {"no code": 1}))
-        self.assertEqual(one["milliseconds"], 42)
         self.assertEqual([each["path"] for each in one["differences"]], ["Edit > Paste"])
         self.assertEqual(json.loads(json.dumps(one)), one)
 
     def test_the_page_has_a_line_for_each_application_and_a_sum(self):
         page = report.markdown([row(), {**row(True), "name": "viewer"}], [])
-        self.assertIn("| editor |  | GTK 3 | 1/1 | 2 | 1 | 50.0 % | 1 enabled | 1 | 100.0 % | 42 ms |", page)
-        self.assertIn("| **all 2** |  |  | **2/2** | **4** | **3** | **75.0 %** | **1 enabled** | **2** |", page)
+        self.assertIn("| editor |  | GTK 3 | 1/1 | 2 | 1 | 50.0 % | 50.0 % | 1 enabled | 1 | 100.0 % | 100.0 % |", page)
+        self.assertIn("| **all 2** |  |  | **2/2** | **4** | **3** | **75.0 %** | **50.0 %** | **1 enabled** | **2** |",
+                      page)
         self.assertIn("| no code | 2 |", page)
 
     def test_a_difference_stands_under_its_explanation(self):
@@ -55,6 +55,26 @@ class Report(unittest.TestCase):
         self.assertIn("shown: no; only once opened\n", report.markdown([one], [EXPLAINED]))
         self.assertTrue(report.is_explained(one, [EXPLAINED]))
         self.assertFalse(report.is_explained(one, []))
+
+    def test_what_is_wrong_in_the_pop_up_is_named_and_wants_its_explanation(self):
+        one = {**row(True), "differences_in_popup": row()["differences"]}
+        self.assertIn("shown: no; only in the pop-up\n", report.markdown([one], [EXPLAINED]))
+        self.assertFalse(report.is_explained(one, []))
+        self.assertIn("; in the pop-up too\n", report.markdown([{**one, "differences": row()["differences"]}], []))
+
+    def test_the_page_says_at_which_commit_it_was_measured(self):
+        one, other = {**row(), "commit": "abc"}, {**row(), "name": "viewer", "commit": "def"}
+        self.assertIn("All of them were measured at commit abc.\n", report.markdown([one], []))
+        page = report.markdown([one, other, {**row(), "name": "terminal"}], [])
+        for line in ("commit abc: editor.", "commit def: viewer.", "commit one that was not written down: terminal."):
+            self.assertIn(f"Measured at {line}\n", page)
+
+    def test_two_measurements_are_alike_but_for_their_commit(self):
+        self.assertEqual(report.unlike({**row(), "commit": "abc"}, row()), [])
+        for field in ("right", "items_in_popup", "right_with_shortcuts"):
+            self.assertEqual(report.unlike({**row(), field: 7}, row()), [f"{field}: 7 instead of {row()[field]}"])
+        self.assertTrue(report.unlike({**row(), "differences_in_popup": row()["differences"]}, row()))
+        self.assertEqual(report.unlike(report.failed(APPLICATION, "why"), row()), ["why"])
 
     def test_an_explanation_covers_its_application_kind_and_entries_only(self):
         self.assertTrue(report.is_explained(row(), [EXPLAINED]))
@@ -90,6 +110,28 @@ class Report(unittest.TestCase):
             report.write(table, [row()], [])
             self.assertEqual(report.load(table.with_suffix(".json")), [row()])
             self.assertEqual(table.read_text(encoding="utf-8"), report.markdown([row()], []))
+
+
+class Documents(unittest.TestCase):
+    """What is told is what was measured."""
+
+    ROOT = pathlib.Path(__file__).resolve().parents[2]
+
+    def setUp(self):
+        self.rows = report.load(self.ROOT / "docs/coverage.json")
+
+    def test_the_page_is_written_from_the_figures(self):
+        self.assertEqual((self.ROOT / "docs/coverage.md").read_text(encoding="utf-8"),
+                         report.markdown(self.rows, catalogue.explanations()))
+
+    def test_all_applications_are_in_it_and_each_difference_is_explained(self):
+        self.assertEqual([row["name"] for row in self.rows], list(catalogue.applications()))
+        self.assertEqual([row["name"] for row in self.rows if not report.is_explained(row, catalogue.explanations())], [])
+
+    def test_the_readme_tells_its_sums(self):
+        readme = " ".join((self.ROOT / "README.md").read_text(encoding="utf-8").split())
+        for words in report.told_elsewhere(self.rows):
+            self.assertIn(words, readme)
 
 
 class Catalogue(unittest.TestCase):

@@ -10,19 +10,20 @@ from entries import EMPTY, GREYED, SHUT, Entry, without_idle_separators
 _OPENS_IN = 2.0  # seconds; toolkits wait a quarter of a second before they open a submenu under the pointer
 _LEVELS = 6
 _MANAGES_DESCENDANTS = 31
+_ENTRY_ROLES = {8, MENU, MENU_ITEM, 45}  # with the items that are checked, alone or as one of several
 # What may hold millions of children: documents, tables, lists, terminals, texts, trees.
 _LARGE_ROLES = {31, 32, 55, 60, 61, 65, 66, 82, 92, 93, 94, 95, 96, 97, 98}
 
 
-def find_menu_bar(window, depth=9):
-    """The first menu bar on the screen below a window, in document order."""
+def find_menu_bar(window, sign=SHOWING, depth=9):
+    """The first menu bar on the screen below a window, in document order. `sign` is the state that tells so."""
     for child in window.children:
         role = child.role
         if role == MENU_BAR:
-            if SHOWING in child.states:
+            if sign in child.states:
                 return child
         elif depth and role not in _LARGE_ROLES and _MANAGES_DESCENDANTS not in child.states:
-            found = find_menu_bar(child, depth - 1)
+            found = find_menu_bar(child, sign, depth - 1)
             if found:
                 return found
     return None
@@ -108,7 +109,7 @@ class OpenedMenus:
         if role == SEPARATOR:
             return Entry(separator=True, node=node)
         title = node.name.split("\t")[0].strip()
-        if not title:
+        if not title and role not in _ENTRY_ROLES:
             return None
         holds_menu = role == MENU or self._qt and any(child.role == POPUP_MENU for child in node.children)
         entry = Entry(title=title, enabled=bool(states & {SENSITIVE, ENABLED}), checked=CHECKED in states,
