@@ -218,7 +218,7 @@ class ATrayInAnotherLanguage(DesktopTest):
         tray = PublishedTray(self.session.environment["DBUS_SESSION_BUS_ADDRESS"])
         self.addCleanup(tray.close)
         Tarnwick(self.session, environment={"LANGUAGE": "de", "LC_ALL": "", "LC_MESSAGES": "C.UTF-8"})
-        self.assertEqual([label for _, label in tray.menu()], ["Über Tarnwick …", "Einstellungen …", "Beenden"])
+        self.assertEqual([label for _, label in tray.menu()], ["Über Tarnwick...", "Einstellungen...", "Beenden"])
 
 
 class ATrayOnTheBusAfterOneThatTakesWindowsIn(DesktopTest):
