@@ -139,8 +139,9 @@ class OverAnApplicationOfTheCompositorAlone(AWaylandSession):
             self.pop_up()
             self.tarnwick.popups.wait_for(0)
         with self.subTest("no window is left in the way"):
-            holds_for(lambda: not [window for window in self.screen.unmanaged_windows() if window.frame[2] > 500], 0.3,
-                      "a large window")
+            nothing_large = lambda: not [window for window in self.screen.unmanaged_windows() if window.frame[2] > 500]
+            wait_for(nothing_large, "what caught the clicks gone")
+            holds_for(nothing_large, 0.3, "a large window")
         self.assertEqual(application.chosen(), ["File > New"])
 
     def test_of_gtk_the_action_opens_its_menu(self):
