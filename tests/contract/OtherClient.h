@@ -39,6 +39,32 @@ public:
         return held;
     }
 
+    /// Whether nobody else has the keyboard. It is given back at once.
+    [[nodiscard]] bool canTakeKeyboard()
+    {
+        const XcbOwned<xcb_grab_keyboard_reply_t> reply(
+            xcb_grab_keyboard_reply(_own,
+                                    xcb_grab_keyboard(_own, 0, _x11.root(), XCB_CURRENT_TIME,
+                                                      XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
+                                    nullptr));
+        xcb_ungrab_keyboard(_own, XCB_CURRENT_TIME);
+        _x11.sync();
+        return reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
+    }
+
+    /// As with the keyboard.
+    [[nodiscard]] bool canTakePointer()
+    {
+        const XcbOwned<xcb_grab_pointer_reply_t> reply(xcb_grab_pointer_reply(
+            _own,
+            xcb_grab_pointer(_own, 0, _x11.root(), 0, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC,
+                             XCB_WINDOW_NONE, XCB_CURSOR_NONE, XCB_CURRENT_TIME),
+            nullptr));
+        xcb_ungrab_pointer(_own, XCB_CURRENT_TIME);
+        _x11.sync();
+        return reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
+    }
+
 private:
     xcb_connection_t* _own;
     X11Connection _x11;

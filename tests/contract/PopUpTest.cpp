@@ -160,6 +160,17 @@ TEST_F(PopUp, closesWhenAnotherWindowGetsTheFocus)
     EXPECT_FALSE(late);
 }
 
+TEST_F(PopUp, hasTheKeyboardAndThePointer_onlyWhileItIsOpen)
+{
+    EXPECT_FALSE(popUp([this] {
+        EXPECT_FALSE(_other.canTakeKeyboard());
+        EXPECT_FALSE(_other.canTakePointer());
+        _presenter.cancelTracking();
+    }));
+    EXPECT_TRUE(_other.canTakeKeyboard());
+    EXPECT_TRUE(_other.canTakePointer());
+}
+
 TEST_F(PopUp, asksForTheEventsOfTheWindowInFront_onlyWhileItIsOpen)
 {
     auto& x11 = X11Connection::shared();

@@ -2,6 +2,7 @@
 // What other programs see of a hot key's grabs, and what it makes of a key that is held down.
 #include "platform/linux/KeyCodes.h"
 #include "platform/linux/X11HotKeys.h"
+#include "platform/linux/X11RawInput.h"
 #include "tests/contract/OtherClient.h"
 
 #include <QAbstractNativeEventFilter>
@@ -113,6 +114,20 @@ protected:
     OtherClient _other;
     int _fired = 0;
 };
+
+TEST(X11RawInput, releasesOfKeys_areTold_whileSomebodyWatchesForThem)
+{
+    int released = 0;
+    const auto connection =
+        QObject::connect(&X11RawInput::shared(), &X11RawInput::keyReleased,
+                         [&released](quint32 key) { released += key == keyF5() ? 1 : 0; });
+    {
+        const X11RawInput::KeyWatch watch;
+        user({u"key"_s, u"F5"_s});
+        EXPECT_TRUE(QTest::qWaitFor([&] { return released == 1; }));
+    }
+    QObject::disconnect(connection);
+}
 
 TEST_F(X11HotKeyGrabs, areOfTheCombinationWithEachLockKey)
 {
