@@ -2,6 +2,7 @@
 #include "platform/linux/LinuxLook.h"
 #include "platform/linux/LinuxSymbolicHotKeys.h"
 #include "platform/linux/LinuxTrayHost.h"
+#include "platform/linux/StatusNotifierItem.h"
 #include "platform/linux/X11Connection.h"
 #include "platform/linux/X11HotKeys.h"
 #include "platform/linux/XkbKeyboardLayout.h"
@@ -13,6 +14,7 @@
 #include <QDBusVirtualObject>
 #include <QDir>
 #include <QFile>
+#include <QMenu>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTest>
@@ -371,9 +373,13 @@ public:
     ~PublishingHost() override { QDBusConnection::disconnectFromBus(u"host"_s); }
     Q_DISABLE_COPY_MOVE(PublishingHost)
 
+    QStringList registered; ///< items that have told it of themselves
+
     [[nodiscard]] QString introspect(const QString& /*path*/) const override { return {}; }
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override
     {
+        if (message.member() == u"RegisterStatusNotifierItem")
+            registered.append(message.arguments().value(0).toString());
         const bool there =
             message.member() == u"Get" && message.arguments().value(1) == u"IsStatusNotifierHostRegistered"_s;
         return there && connection.send(message.createReply(QVariant::fromValue(QDBusVariant(true))));
@@ -396,6 +402,17 @@ TEST(TrayHostOnX11, aHostOfPublishedIcons_goesBeforeOneThatEmbeds)
     EXPECT_TRUE(QTest::qWaitFor([&] { return !kinds.isEmpty(); }));
     EXPECT_EQ(kinds, QList<TrayHost::Kind>{TrayHost::Kind::Publishing});
     EXPECT_EQ(embedded.kind(), TrayHost::Kind::Embedding) << "an icon that is there stays where it is";
+}
+
+TEST(StatusNotifierItemOnTheBus, tellsEachHostThatComesOfItself)
+{
+    QMenu menu;
+    const StatusNotifierItem item(QDBusConnection::sessionBus(), menu, [] {});
+    for (int time = 0; time < 2; ++time) {
+        const PublishingHost host;
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !host.registered.isEmpty(); }));
+        EXPECT_EQ(host.registered, QStringList(QDBusConnection::sessionBus().baseService()));
+    }
 }
 
 TEST(LinuxLookOfKde, isReadAgain_atEachOfTheSignalsThatItHasChanged)

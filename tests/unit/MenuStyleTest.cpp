@@ -53,6 +53,11 @@ TEST_F(MenuStyleTest, arrowsOfTheSameColours_areDrawnWithOnePalette)
     EXPECT_EQ(recorded->drawnWith[0].cacheKey(), recorded->drawnWith[1].cacheKey());
 }
 
+TEST_F(MenuStyleTest, menuThatIsLongerThanTheScreen_scrolls)
+{
+    EXPECT_EQ(MenuStyle().styleHint(QStyle::SH_Menu_Scrollable, nullptr, nullptr, nullptr), 1);
+}
+
 TEST_F(MenuStyleTest, eachArrowKeepsItsColours_alsoAfterManyOthers)
 {
     QList<QPalette> palettes;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/QtFonts.h"
 
+#include "platform/qt/Look.h"
+
 #include <QApplication>
 #include <QFontInfo>
 #include <gtest/gtest.h>
@@ -39,6 +41,18 @@ TEST(QtFonts, bold_keepsEverythingElse)
     EXPECT_TRUE(bold.italic());
     EXPECT_EQ(bold.family(), font.family());
     EXPECT_EQ(bold.pointSizeF(), 17);
+}
+
+TEST(Look, fontOfMenus_isTheDesktops_ofBarsToo)
+{
+    Look look;
+    look.menuFont = QApplication::font();
+    look.menuFont->setPointSizeF(QApplication::font().pointSizeF() + 7);
+    applyLook(look);
+    for (const char* menu : {"QMenu", "QMenuBar"}) {
+        EXPECT_EQ(QApplication::font(menu).pointSizeF(), look.menuFont->pointSizeF()) << menu;
+        QApplication::setFont(QApplication::font(), menu);
+    }
 }
 
 } // namespace
