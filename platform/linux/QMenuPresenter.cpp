@@ -128,6 +128,7 @@ std::optional<QMenuPresenter::Choice> QMenuPresenter::_track(const std::shared_p
     if (!input.hasPointer())
         view.setWindowFlag(Qt::WindowTransparentForInput);
     view.openAt(toolkitPoint(pixelAt(location, monitors), monitors));
+    input.typeAhead();
     if (view.isVisible())
         loop.exec();
     closeAllPopUps();

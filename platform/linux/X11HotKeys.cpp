@@ -4,6 +4,7 @@
 #include "platform/linux/KeyCodes.h"
 #include "platform/linux/X11Connection.h"
 #include "platform/linux/X11Focus.h"
+#include "platform/linux/X11HotKeyGuard.h"
 #include "platform/linux/X11KeyGrab.h"
 #include "platform/linux/X11Keyboard.h"
 #include "platform/qt/MenuTracking.h"
@@ -43,11 +44,16 @@ X11HotKeys::X11HotKeys() : _connection(X11Connection::shared())
     // While a menu is open, the key's release is seen by the menu only.
     connect(&MenuTracking::shared(), &MenuTracking::ended, this, &X11HotKeys::_menuEnded);
     connect(&X11RawInput::shared(), &X11RawInput::keyReleased, this, &X11HotKeys::_forgetHeldKeyWhenUp);
+    // Events go to the filter first that was installed last: keys that wait for the menu are not for this
+    // one.
     QCoreApplication::instance()->installNativeEventFilter(this);
+    static_cast<void>(X11HotKeyGuard::shared());
 }
 
 X11HotKeys::~X11HotKeys()
 {
+    if (_connection)
+        X11HotKeyGuard::shared().watch({});
     if (auto* application = QCoreApplication::instance())
         application->removeNativeEventFilter(this);
 }
@@ -71,8 +77,18 @@ std::optional<EventHotKeyRef> X11HotKeys::registerEventHotKey(quint32 keyCode, q
     if (!grab)
         return std::nullopt;
     _grabs.emplace(++_lastRef, std::move(grab));
+    _watchOver();
     _ignoreUntilUp(key);
     return _lastRef;
+}
+
+void X11HotKeys::_watchOver()
+{
+    QList<X11HotKeyGuard::Chord> chords;
+    for (const auto& [ref, grab] : _grabs)
+        for (const quint16 state : grab->states())
+            chords.append({grab->keyCode(), state});
+    X11HotKeyGuard::shared().watch(chords);
 }
 
 // A combination that has just been recorded may still be held down: its repeats are no presses.
@@ -87,7 +103,10 @@ void X11HotKeys::_ignoreUntilUp(quint8 keyCode)
 
 bool X11HotKeys::unregisterEventHotKey(EventHotKeyRef hotKey)
 {
-    return _grabs.erase(hotKey) > 0;
+    if (_grabs.erase(hotKey) == 0)
+        return false;
+    _watchOver();
+    return true;
 }
 
 bool X11HotKeys::heldElsewhere(quint32 keyCode, quint32 modifiers) const
@@ -114,6 +133,8 @@ bool X11HotKeys::nativeEventFilter(const QByteArray& /*eventType*/, void* messag
     if (eventType != XCB_KEY_PRESS && eventType != XCB_KEY_RELEASE)
         return false;
     const auto* key = static_cast<const xcb_key_press_event_t*>(message);
+    if (X11HotKeyGuard::shared().collect(*key))
+        return true;
     // For windows of other programs keys come by a grab only: a hot key's, or one of a menu that has closed
     // since.
     if (isToolkitWindow(key->event))
@@ -147,11 +168,14 @@ bool X11HotKeys::_isKeyboardMapChange(quint8 eventType, const void* event) const
 
 void X11HotKeys::_keyPressed(const xcb_key_press_event_t& event)
 {
-    if (!_heldKeys.pressedAnew(event.detail, event.time) || QApplication::activePopupWidget())
+    if (!_heldKeys.pressedAnew(event.detail, event.time) || QApplication::activePopupWidget()) {
+        X11HotKeyGuard::shared().letGo(event.time);
         return;
+    }
     _heldKeys.forgetAll();
     _heldKeys.hold(event.detail);
     _firedKey = event.detail;
+    _firedAt = event.time;
     // Handlers open menus, which run event loops: never from inside a filter.
     QMetaObject::invokeMethod(this, &X11HotKeys::_offerPress, Qt::QueuedConnection);
 }
@@ -179,14 +203,22 @@ void X11HotKeys::_forgetHeldKeyWhenUp()
 
 void X11HotKeys::_offerPress()
 {
-    if (QApplication::activePopupWidget())
-        return;
+    const bool menuIsOpen = QApplication::activePopupWidget() != nullptr;
     // The menu is closed for the eye, but not quite: its turn comes at once.
-    _offerWhenEnded = MenuTracking::shared().active();
+    _offerWhenEnded = !menuIsOpen && MenuTracking::shared().active();
     if (_offerWhenEnded)
         return;
-    // Once the menu is there: it sees the key's release alone, and may have had it by then.
-    QMetaObject::invokeMethod(this, &X11HotKeys::_forgetHeldKeyWhenUp, Qt::QueuedConnection);
+    const auto pressed = _firedAt;
+    if (!menuIsOpen) {
+        // Once the menu is there: it sees the key's release alone, and may have had it by then.
+        QMetaObject::invokeMethod(this, &X11HotKeys::_forgetHeldKeyWhenUp, Qt::QueuedConnection);
+        _callHandlers();
+    }
+    X11HotKeyGuard::shared().letGo(pressed);
+}
+
+void X11HotKeys::_callHandlers() const
+{
     const auto handlers = _handlers;
     for (auto handler = handlers.rbegin(); handler != handlers.rend(); ++handler)
         if ((*handler)() == noErr)
@@ -198,6 +230,7 @@ void X11HotKeys::_followKeyboardMap()
     _modifierMap = X11ModifierMap::read(_connection);
     for (const auto& [ref, grab] : _grabs)
         grab->follow(_modifierMap);
+    _watchOver();
     xcb_flush(_connection.get());
 }
 

@@ -47,11 +47,13 @@ public:
 private:
     [[nodiscard]] bool _isRegistered(quint8 keyCode, quint16 state) const;
     [[nodiscard]] bool _isKeyboardMapChange(quint8 eventType, const void* event) const;
+    void _watchOver();
     void _keyPressed(const xcb_key_press_event_t& event);
     void _ignoreUntilUp(quint8 keyCode);
     void _menuEnded();
     void _forgetHeldKeyWhenUp();
     void _offerPress();
+    void _callHandlers() const;
     void _followKeyboardMap();
 
     X11Connection& _connection;
@@ -62,6 +64,7 @@ private:
     quint8 _xkbFirstEvent = 0;
     X11HeldKeys _heldKeys; ///< the one that fired last, until it is up
     std::optional<quint8> _firedKey;
+    quint32 _firedAt = 0;         ///< in the server's time
     bool _offerWhenEnded = false; ///< a press has come after a menu had closed, before its call returned
     std::optional<X11RawInput::KeyWatch> _keyWatch; ///< while the key is held after its menu has closed
     QTimer _mapChangeTimer;

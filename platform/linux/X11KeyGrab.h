@@ -30,6 +30,9 @@ public:
     /// Whether a press of the key with this modifier state is the combination.
     [[nodiscard]] bool matches(quint8 keyCode, quint16 state, const X11ModifierMap& modifierMap) const;
 
+    /// The modifier states that are grabbed: the combination with the lock keys.
+    [[nodiscard]] const QList<quint16>& states() const { return _grabbed; }
+
     /// After the keyboard map has changed: grabs what is missing and gives back what is in excess.
     void follow(const X11ModifierMap& modifierMap);
 

@@ -26,10 +26,40 @@ bool believesLossOfFocus(const QString& windowManager)
     return windowManager == u"KWin"_s;
 }
 
+xcb_grab_keyboard_cookie_t requestGrab(X11Connection& connection, xcb_window_t window)
+{
+    return xcb_grab_keyboard(connection.get(), 0, window, XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC,
+                             XCB_GRAB_MODE_ASYNC);
+}
+
 /// The server knows one keyboard grab for the whole connection: the last one that was taken.
 X11KeyboardGrab* lastTaken = nullptr;
 
 } // namespace
+
+int grabKeyboard(X11Connection& connection, xcb_window_t window)
+{
+    xcb_generic_error_t* error = nullptr;
+    const XcbOwned<xcb_grab_keyboard_reply_t> reply(
+        xcb_grab_keyboard_reply(connection.get(), requestGrab(connection, window), &error));
+    const XcbOwned<xcb_generic_error_t> ownedError(error);
+    return reply ? reply->status : windowIsGone;
+}
+
+bool endOfGrabIsMisread(X11Connection& connection)
+{
+    return believesLossOfFocus(X11Windows(connection).managerName());
+}
+
+void letKeyboardGo(X11Connection& connection, bool byWayOfTheRoot)
+{
+    if (byWayOfTheRoot) {
+        const auto cookie = requestGrab(connection, connection.root());
+        xcb_discard_reply(connection.get(), cookie.sequence);
+    }
+    xcb_ungrab_keyboard(connection.get(), XCB_CURRENT_TIME);
+    xcb_flush(connection.get());
+}
 
 bool X11KeyboardGrab::take(int attempts)
 {
@@ -44,10 +74,10 @@ bool X11KeyboardGrab::take(int attempts, xcb_window_t focus)
             focus = focusWindow(_connection);
         }
         xcb_window_t window = focus == XCB_WINDOW_NONE ? _connection.root() : focus;
-        int status = _grabOn(window);
+        int status = grabKeyboard(_connection, window);
         if (status == XCB_GRAB_STATUS_NOT_VIEWABLE) {
             window = _connection.root();
-            status = _grabOn(window);
+            status = grabKeyboard(_connection, window);
         }
         if (status != XCB_GRAB_STATUS_SUCCESS)
             continue;
@@ -61,32 +91,13 @@ bool X11KeyboardGrab::take(int attempts, xcb_window_t focus)
     return false;
 }
 
-xcb_grab_keyboard_cookie_t X11KeyboardGrab::_requestOn(xcb_window_t window)
-{
-    return xcb_grab_keyboard(_connection.get(), 0, window, XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC,
-                             XCB_GRAB_MODE_ASYNC);
-}
-
-int X11KeyboardGrab::_grabOn(xcb_window_t window)
-{
-    xcb_generic_error_t* error = nullptr;
-    const XcbOwned<xcb_grab_keyboard_reply_t> reply(
-        xcb_grab_keyboard_reply(_connection.get(), _requestOn(window), &error));
-    const XcbOwned<xcb_generic_error_t> ownedError(error);
-    return reply ? reply->status : windowIsGone;
-}
-
-bool X11KeyboardGrab::_managedByBeliever()
-{
-    return believesLossOfFocus(X11Windows(_connection).managerName());
-}
-
 void X11KeyboardGrab::yield()
 {
     if (_mode != Mode::Taken || _window == _connection.root())
         return;
     // A key may be up again before anybody hears of it: the server begins and ends its grab by itself.
-    const xcb_window_t window = _managedByBeliever() ? outermostWindow(_connection, _window) : _window;
+    const xcb_window_t window =
+        endOfGrabIsMisread(_connection) ? outermostWindow(_connection, _window) : _window;
     const auto cookie = xcb_grab_key_checked(_connection.get(), 0, window, XCB_MOD_MASK_ANY, XCB_GRAB_ANY,
                                              XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
     // Somebody has a key of this window to himself: stay as it is.
@@ -100,12 +111,7 @@ void X11KeyboardGrab::yield()
 
 void X11KeyboardGrab::letGoOfKey()
 {
-    if (_managedByBeliever()) {
-        const auto cookie = _requestOn(_connection.root());
-        xcb_discard_reply(_connection.get(), cookie.sequence);
-    }
-    xcb_ungrab_keyboard(_connection.get(), XCB_CURRENT_TIME);
-    xcb_flush(_connection.get());
+    letKeyboardGo(_connection, endOfGrabIsMisread(_connection));
 }
 
 void X11KeyboardGrab::release()

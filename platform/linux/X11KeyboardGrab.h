@@ -10,6 +10,16 @@ namespace tarnwick {
 
 class X11Connection;
 
+/// Asks for all keys on the window; gives the server's status, or -1 when the window is gone. Any thread.
+[[nodiscard]] int grabKeyboard(X11Connection& connection, xcb_window_t window);
+
+/// Whether a window manager would take the end of a grab on a focus window for a loss of the focus. Asks on
+/// this connection: three round trips.
+[[nodiscard]] bool endOfGrabIsMisread(X11Connection& connection);
+
+/// Ends the connection's keyboard grab, be it `byWayOfTheRoot`, where nobody misreads that. Any thread.
+void letKeyboardGo(X11Connection& connection, bool byWayOfTheRoot);
+
 /// The keyboard, taken in a way that the application with the focus doesn't notice: grabbed on its own focus
 /// window, since the server tells a grab as a move of the focus to the grab's window. Taking the keyboard
 /// with another object takes it from this one, whose release then does nothing. Released when destroyed. GUI
@@ -32,6 +42,9 @@ public:
     /// window, such as the window manager's shortcuts, win meanwhile.
     void yield();
     [[nodiscard]] bool yielded() const { return _mode == Mode::Yielded; }
+    /// Keys may still come for this window, since the keyboard was taken on it for this connection before.
+    void expectKeysFor(xcb_window_t window) { _windows.insert(window); }
+
     /// While yielded: lets go of the key that is down, so that it hides no shortcut.
     void letGoOfKey();
 
@@ -45,9 +58,6 @@ public:
 
 private:
     enum class Mode { None, Taken, Yielded };
-    [[nodiscard]] xcb_grab_keyboard_cookie_t _requestOn(xcb_window_t window);
-    [[nodiscard]] int _grabOn(xcb_window_t window);
-    [[nodiscard]] bool _managedByBeliever();
     void _dropPassive();
 
     X11Connection& _connection;

@@ -11,6 +11,7 @@
 
 #include <chrono>
 #include <thread>
+#include <utility>
 
 namespace tarnwick {
 
@@ -80,6 +81,7 @@ bool X11PopUpInput::begin()
     // A button trigger over an application whose own menu is open: that menu has the keyboard and keeps it.
     if (!_keyboard.take(_startedByButton ? attemptsForButton : attemptsForKey, frontAsked.of()))
         return false;
+    auto ahead = X11HotKeyGuard::shared().handOver();
     frontAsked.advance();
     _keyWatch.emplace();
     X11KeysQuestion keysAsked(_connection);
@@ -89,9 +91,15 @@ bool X11PopUpInput::begin()
     if (!_startedByButton && !takeWithin(_pointer, _pointerDevice, attemptsForKey)) {
         _keyboard.release();
         _connection.sync();
+        X11HotKeyGuard::shared().handBack();
         return false;
     }
-    _hold(keysAsked.answer());
+    _hold(ahead ? ahead->down : keysAsked.answer());
+    if (ahead) {
+        for (const xcb_window_t window : std::as_const(ahead->windows))
+            _keyboard.expectKeysFor(window);
+        _typedAhead = std::move(ahead->keys);
+    }
     _modifiersAtStart = modifiersAsked.answer().modifiers;
     frontAsked.advance();
     const xcb_window_t focus = focusAskedAgain.answer();
@@ -175,7 +183,25 @@ bool X11PopUpInput::end()
     _pointer.release();
     _keyboard.release();
     _connection.sync();
+    X11HotKeyGuard::shared().handBack();
     return outermostWindow(_connection, focusWindow(_connection)) == _front;
+}
+
+void X11PopUpInput::typeAhead()
+{
+    for (xcb_key_press_event_t key : std::exchange(_typedAhead, {})) {
+        if (!_filterKey(key, (key.response_type & ~0x80) == XCB_KEY_PRESS))
+            _sendToKeeper(key);
+    }
+}
+
+/// By way of the server, which gives it to the toolkit as any key.
+void X11PopUpInput::_sendToKeeper(const xcb_key_press_event_t& event)
+{
+    xcb_send_event(_connection.get(), 0, _keeper, XCB_EVENT_MASK_NO_EVENT,
+                   static_cast<const char*>(static_cast<const void*>(&event)));
+    xcb_flush(_connection.get());
+    ++_onTheWay;
 }
 
 quint64 X11PopUpInput::menuModifierFlagsAtStart() const
@@ -193,12 +219,26 @@ bool X11PopUpInput::nativeEventFilter(const QByteArray& /*eventType*/, void* mes
     auto* event = static_cast<xcb_generic_event_t*>(message);
     const auto type = event->response_type & ~0x80;
     if (type == XCB_KEY_PRESS || type == XCB_KEY_RELEASE)
-        return _filterKey(*static_cast<xcb_key_press_event_t*>(message), type == XCB_KEY_PRESS);
+        return _filterKeyEvent(*static_cast<xcb_key_press_event_t*>(message));
     if (type == XCB_GE_GENERIC)
         return _isCrossingByGrab(message) || _isClickIntoOwnWindow(message);
     if (_focusWatch.tellsLoss(*event))
         _focusMayBeLost();
     return false;
+}
+
+bool X11PopUpInput::_filterKeyEvent(xcb_key_press_event_t& event)
+{
+    if (event.event == _keeper && _onTheWay > 0) {
+        --_onTheWay;
+        return _settling;
+    }
+    if (_filterKey(event, (event.response_type & ~0x80) == XCB_KEY_PRESS))
+        return true;
+    if (event.event != _keeper || _onTheWay == 0)
+        return false;
+    _sendToKeeper(event);
+    return true;
 }
 
 bool X11PopUpInput::_filterKey(xcb_key_press_event_t& event, bool press)

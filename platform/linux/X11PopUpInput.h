@@ -3,6 +3,7 @@
 
 #include "platform/linux/X11Focus.h"
 #include "platform/linux/X11HeldKeys.h"
+#include "platform/linux/X11HotKeyGuard.h"
 #include "platform/linux/X11Keyboard.h"
 #include "platform/linux/X11KeyboardGrab.h"
 #include "platform/linux/X11ModifierMap.h"
@@ -40,6 +41,9 @@ public:
     /// Takes the keyboard, and the pointer unless a button holds it, in which case it follows at the release.
     /// False, with nothing held, when another client keeps them.
     [[nodiscard]] bool begin();
+    /// For the pop-up that is on the screen by now: the keys that were pressed since the hot key, as if they
+    /// were pressed now. Those that come later wait for them.
+    void typeAhead();
     /// Whether the pointer is ours now.
     [[nodiscard]] bool hasPointer() const { return _pointer.held(); }
 
@@ -73,6 +77,7 @@ Q_SIGNALS:
     void settled();
 
 private:
+    [[nodiscard]] bool _filterKeyEvent(xcb_key_press_event_t& event);
     [[nodiscard]] bool _filterKey(xcb_key_press_event_t& event, bool press);
     /// The pointer seems to leave and enter windows as it is grabbed and given back; no menu is to notice.
     [[nodiscard]] bool _isCrossingByGrab(const void* message) const;
@@ -83,6 +88,7 @@ private:
     void _awaitPointer(const X11PointerState& pointer);
     void _followRawInput();
     void _hold(const X11Keys& down);
+    void _sendToKeeper(const xcb_key_press_event_t& event);
     /// A modifier state without what the keys mean that are down since the start.
     [[nodiscard]] quint16 _pressedSinceStart(quint16 state) const;
     void _modifierPressed(quint8 keyCode);
@@ -110,6 +116,9 @@ private:
     X11FocusWatch _focusWatch;
     xcb_window_t _front = XCB_WINDOW_NONE; ///< the focus window's outermost ancestor
     X11HeldKeys _heldKeys;                 ///< down since the start
+
+    QList<xcb_key_press_event_t> _typedAhead;
+    int _onTheWay = 0; ///< keys that were sent to the keeper and have not come yet
 
     bool _begun = false;
     quint8 _inputOpcode = 0;

@@ -2,6 +2,7 @@
 #include "platform/linux/LinuxScreens.h"
 #include "platform/linux/X11Connection.h"
 #include "platform/linux/X11EventTaps.h"
+#include "platform/linux/X11HotKeyGuard.h"
 #include "platform/linux/X11HotKeys.h"
 #include "platform/qt/MenuTracking.h"
 #include "tests/contract/EventTapsContract.h"
@@ -155,11 +156,14 @@ TEST(X11HotKeys, aPressAfterAReleaseThatOnlyTheMenuHasSeen_isNew)
         if (++presses > 1)
             return HotKeys::noErr;
         MenuTracking::shared().begin();
+        EXPECT_TRUE(X11HotKeyGuard::shared().handOver());
         Menu menu;
         qApp->installNativeEventFilter(&menu);
         user({u"keyup"_s, u"F5"_s, u"keyup"_s, u"alt"_s});
         press(u"alt+F5"_s);
         EXPECT_EQ(presses, 1) << "not while the menu is not quite closed";
+        xcb_ungrab_keyboard(X11Connection::shared().get(), XCB_CURRENT_TIME);
+        X11HotKeyGuard::shared().handBack();
         MenuTracking::shared().end();
         return HotKeys::noErr;
     });
