@@ -267,11 +267,11 @@ class Screen:
         for modifier in reversed(held):
             self.release(modifier)
 
-    def chord(self, key, *held):
+    def chord(self, key, *held, length=PRESS):
         """Presses a key with the keys `held`, as a hand does: all are down for a moment, and the key comes up first."""
         for each in (*held, key):
             self.press(each)
-        time.sleep(PRESS)
+        time.sleep(length)
         for each in (key, *reversed(held)):
             self.release(each)
 
