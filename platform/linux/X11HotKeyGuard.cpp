@@ -86,6 +86,13 @@ public:
         return _holds && notAfter(_pressed, pressed);
     }
 
+    void holdOn(xcb_timestamp_t pressed)
+    {
+        const std::lock_guard lock(_mutex);
+        _pressed = pressed;
+        _until = X11Thread::Time::clock::now() + guiThreadPatience;
+    }
+
     [[nodiscard]] X11Keys chordKeys()
     {
         const std::lock_guard lock(_mutex);
@@ -316,8 +323,11 @@ void X11HotKeyGuard::_stop()
 
 void X11HotKeyGuard::watch(const QList<Chord>& chords)
 {
-    if (_sentry)
-        _sentry->watch(chords);
+    if (!_sentry)
+        return;
+    _sentry->watch(chords);
+    if (chords.isEmpty())
+        _release();
 }
 
 std::optional<X11HotKeyGuard::Taken> X11HotKeyGuard::handOver()
@@ -340,17 +350,32 @@ void X11HotKeyGuard::handBack()
 
 void X11HotKeyGuard::letGo(xcb_timestamp_t pressed)
 {
-    if (!_sentry || !_sentry->dealtWith(pressed))
+    if (!_sentry || !_sentry->dealtWith(pressed) || _letGoTimer.isActive())
         return;
     _letGoDeadline.setRemainingTime(chordPatience);
     _letGoTimer.start();
     _letGoWhenUp();
 }
 
+void X11HotKeyGuard::holdOn(xcb_timestamp_t pressed)
+{
+    if (!_sentry || !_letGoTimer.isActive())
+        return;
+    _letGoTimer.stop();
+    _keys.clear();
+    _sentry->holdOn(pressed);
+}
+
 void X11HotKeyGuard::_letGoWhenUp()
 {
     if (!_letGoDeadline.hasExpired() && (keysDown(X11Connection::shared()) & _sentry->chordKeys()).any())
         return;
+    _release();
+    Q_EMIT letGoOf();
+}
+
+void X11HotKeyGuard::_release()
+{
     _letGoTimer.stop();
     _sentry->release();
     _keys.clear();
@@ -358,7 +383,8 @@ void X11HotKeyGuard::_letGoWhenUp()
 
 bool X11HotKeyGuard::collect(const xcb_key_press_event_t& event)
 {
-    if (!_sentry || !_sentry->holds() || !_sentry->isHeldKey(event))
+    // While it is let go of, nothing waits; a hot key may come again.
+    if (!_sentry || !_sentry->holds() || _letGoTimer.isActive() || !_sentry->isHeldKey(event))
         return false;
     // A hot key does nothing while a menu is open, or about to be.
     if (!isPress(event) || !_sentry->isHotKey(event))

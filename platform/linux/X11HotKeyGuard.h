@@ -37,7 +37,7 @@ public:
         quint16 state; ///< core modifier state, lock keys included
         friend bool operator==(const Chord&, const Chord&) = default;
     };
-    /// The hot keys, each with every combination of the lock keys.
+    /// The hot keys, each with every combination of the lock keys. Without any, nothing is held any more.
     void watch(const QList<Chord>& chords);
 
     struct Taken
@@ -54,9 +54,15 @@ public:
     /// The press of this server time has been dealt with. If the keyboard is still held for it, it is given
     /// back as soon as the keys of the chord are up, or after 0.6 s.
     void letGo(xcb_timestamp_t pressed);
+    /// A hot key was pressed anew while the keyboard was being let go of: it is held on for that press.
+    void holdOn(xcb_timestamp_t pressed);
 
-    /// For each key that comes: true when it is one that is held here, and nobody else's.
+    /// For each key that comes: true when it waits here for the menu, and is nobody else's.
     [[nodiscard]] bool collect(const xcb_key_press_event_t& event);
+
+Q_SIGNALS:
+    /// The keyboard is everybody's again, though no menu has taken it over: what is still down comes no more.
+    void letGoOf();
 
 private:
     class Sentry;
@@ -64,6 +70,7 @@ private:
     X11HotKeyGuard();
     void _stop();
     void _letGoWhenUp();
+    void _release();
 
     std::unique_ptr<Sentry> _sentry; ///< null without an X server
     QList<xcb_key_press_event_t> _keys;

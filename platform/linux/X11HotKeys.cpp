@@ -46,8 +46,8 @@ X11HotKeys::X11HotKeys() : _connection(X11Connection::shared())
     connect(&X11RawInput::shared(), &X11RawInput::keyReleased, this, &X11HotKeys::_forgetHeldKeyWhenUp);
     // Events go to the filter first that was installed last: keys that wait for the menu are not for this
     // one.
+    connect(&X11HotKeyGuard::shared(), &X11HotKeyGuard::letGoOf, this, &X11HotKeys::_expectNoRelease);
     QCoreApplication::instance()->installNativeEventFilter(this);
-    static_cast<void>(X11HotKeyGuard::shared());
 }
 
 X11HotKeys::~X11HotKeys()
@@ -176,6 +176,7 @@ void X11HotKeys::_keyPressed(const xcb_key_press_event_t& event)
     _heldKeys.hold(event.detail);
     _firedKey = event.detail;
     _firedAt = event.time;
+    X11HotKeyGuard::shared().holdOn(event.time);
     // Handlers open menus, which run event loops: never from inside a filter.
     QMetaObject::invokeMethod(this, &X11HotKeys::_offerPress, Qt::QueuedConnection);
 }
@@ -199,6 +200,13 @@ void X11HotKeys::_forgetHeldKeyWhenUp()
     _heldKeys.forgetAll();
     _firedKey.reset();
     _keyWatch.reset();
+}
+
+/// The release of a key that is still down, or that of its next repeat, goes to the application.
+void X11HotKeys::_expectNoRelease()
+{
+    if (_firedKey && keysDown(_connection).test(*_firedKey))
+        _heldKeys.hold(*_firedKey);
 }
 
 void X11HotKeys::_offerPress()

@@ -52,6 +52,7 @@ private:
     void _ignoreUntilUp(quint8 keyCode);
     void _menuEnded();
     void _forgetHeldKeyWhenUp();
+    void _expectNoRelease();
     void _offerPress();
     void _callHandlers() const;
     void _followKeyboardMap();
