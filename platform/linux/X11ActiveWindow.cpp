@@ -2,47 +2,25 @@
 #include "platform/linux/X11ActiveWindow.h"
 
 #include "platform/linux/FrontWindowFilter.h"
+#include "platform/linux/X11Thread.h"
 
-#include <algorithm>
-#include <cerrno>
 #include <functional>
 #include <mutex>
-#include <poll.h>
-#include <sys/eventfd.h>
-#include <thread>
-#include <unistd.h>
 #include <utility>
 
 namespace tarnwick {
-
-namespace {
-
-struct XcbDisconnect
-{
-    void operator()(xcb_connection_t* connection) const noexcept { xcb_disconnect(connection); }
-};
-
-using OwnConnection = std::unique_ptr<xcb_connection_t, XcbDisconnect>;
-
-} // namespace
 
 class X11ActiveWindow::Watcher
 {
 public:
     /// `changed` runs on the watching thread.
-    Watcher(OwnConnection connection, std::function<void(const FrontWindow&)> changed)
+    Watcher(OwnX11Connection connection, std::function<void(const FrontWindow&)> changed)
         : _connection(std::move(connection)), _x11(_connection.get()), _windows(_x11),
-          _changed(std::move(changed)), _stop(eventfd(0, EFD_CLOEXEC))
+          _changed(std::move(changed))
     {
         _look();
-        _thread = std::thread([this] { _run(); });
-    }
-
-    ~Watcher()
-    {
-        static_cast<void>(eventfd_write(_stop, 1));
-        _thread.join();
-        close(_stop);
+        _thread.emplace(_connection.get(),
+                        X11Thread::Work{[this] { _run(); }, [this] { return _filter.due(); }});
     }
 
     Watcher(const Watcher&) = delete;
@@ -57,12 +35,10 @@ public:
 private:
     void _run()
     {
-        do {
-            while (_takeEvents()) // reading replies may have brought more of them
-                _look();
-            if (_filter.due())
-                _look();
-        } while (xcb_connection_has_error(_connection.get()) == 0 && _wait());
+        if (_filter.due())
+            _look();
+        while (_takeEvents()) // reading replies may have brought more of them
+            _look();
     }
 
     /// Whether something happened that a look is due to.
@@ -72,19 +48,6 @@ private:
         while (const XcbOwned<xcb_generic_event_t> event{xcb_poll_for_event(_connection.get())})
             concerns |= _concerns(*event);
         return concerns;
-    }
-
-    /// False when the thread is to end.
-    bool _wait()
-    {
-        int limit = -1;
-        if (const auto due = _filter.due()) {
-            const auto left =
-                std::chrono::ceil<std::chrono::milliseconds>(*due - FrontWindowFilter::Time::clock::now());
-            limit = static_cast<int>(std::max<std::int64_t>(left.count(), 0));
-        }
-        pollfd sources[] = {{xcb_get_file_descriptor(_connection.get()), POLLIN, 0}, {_stop, POLLIN, 0}};
-        return poll(sources, 2, limit) >= 0 ? sources[1].revents == 0 : errno == EINTR;
     }
 
     bool _concerns(const xcb_generic_event_t& event)
@@ -166,7 +129,7 @@ private:
         return *_managed ? XCB_EVENT_MASK_NO_EVENT : XCB_EVENT_MASK_FOCUS_CHANGE;
     }
 
-    OwnConnection _connection;
+    OwnX11Connection _connection;
     X11Connection _x11;
     X11Windows _windows;
     FrontWindowFilter _filter;
@@ -175,16 +138,16 @@ private:
     std::function<void(const FrontWindow&)> _changed;
     std::mutex _mutex;
     FrontWindow _latest; ///< guarded by the mutex
-    int _stop;
-    std::thread _thread;
+
+    std::optional<X11Thread> _thread;
 };
 
 X11ActiveWindow::X11ActiveWindow()
 {
     if (!X11Connection::shared())
         return;
-    OwnConnection connection(xcb_connect(nullptr, nullptr));
-    if (xcb_connection_has_error(connection.get()) != 0)
+    auto connection = connectToX11();
+    if (!connection)
         return;
     _watcher = std::make_unique<Watcher>(std::move(connection), [this](const FrontWindow& front) {
         QMetaObject::invokeMethod(
