@@ -83,13 +83,14 @@ def random_steps(numbers, count):
     seems_open = False
     while len(steps) < count:
         if not seems_open:
-            name = numbers.choices(("summon", "switch", "switch_by_key", "click", "type", "lock", "layout", "other"),
-                                   (60, 9, 2, 5, 6, 5, 3, 10))[0]
+            name = numbers.choices(("summon", "hold", "switch", "switch_by_key", "click", "type", "lock", "layout", "other"),
+                                   (45, 15, 9, 2, 5, 6, 5, 3, 10))[0]
         else:
             name = numbers.choices(("walk", "choose", "cancel", "click", "click_beside", "switch", "switch_by_key",
-                                    "summon", "lock", "layout", "other"), (45, 10, 12, 9, 6, 6, 2, 3, 3, 1, 3))[0]
+                                    "summon", "hold", "lock", "layout", "other"),
+                                   (45, 10, 12, 9, 6, 6, 2, 2, 1, 3, 1, 3))[0]
         arguments = {
-            "summon": lambda: (numbers.choice(("key", "option")), numbers.choice((0, 0, 0.02, 0.08))),
+            "hold": lambda: (numbers.choice(("key", "option")), numbers.choice((0, 0, 0.02, 0.08))),
             "walk": lambda: (numbers.choices(WALKS, k=numbers.randint(1, 4)),),
             "choose": lambda: (numbers.choice(("Return", "space", "KP_Enter")),),
             "cancel": lambda: (numbers.choice(("once", "all")),),
@@ -102,7 +103,7 @@ def random_steps(numbers, count):
             "other": lambda: (numbers.choice(("keyboard", "pointer", "both")), numbers.randint(1, 3)),
         }.get(name, tuple)()
         steps.append((name, *arguments))
-        if name == "summon":
+        if name in ("summon", "hold"):
             seems_open = True
         elif name in ("choose", "switch", "switch_by_key", "click_beside") or name == "cancel" and "all" in arguments:
             seems_open = False
@@ -219,16 +220,25 @@ class RandomSteps(DesktopTest):
 
     # The steps
 
-    def _summon(self, first_up, held):
+    def _summon(self):
+        self.screen.chord(TRIGGER, OPTION)
+        self._look_for_a_menu()
+
+    def _hold(self, first_up, longer):
+        """Lets go of the keys when the menu is there, or a while after."""
         self.screen.press(OPTION)
         self.screen.press(TRIGGER)
+        self._look_for_a_menu()
+        time.sleep(longer)
+        for key in (TRIGGER, OPTION) if first_up == "key" else (OPTION, TRIGGER):
+            self.screen.release(key)
+
+    def _look_for_a_menu(self):
+        """For a moment only: there need not be one."""
         end = time.monotonic() + (0.1 if self._keyboard_is_free() else 0.01)
         while not self.tarnwick.popups.count() and time.monotonic() < end:
             time.sleep(0.002)
         self.opened += self.tarnwick.popups.count() > 0
-        time.sleep(held)
-        for key in (TRIGGER, OPTION) if first_up == "key" else (OPTION, TRIGGER):
-            self.screen.release(key)
 
     def _keyboard_is_free(self):
         return not self.other.holds("keyboard")

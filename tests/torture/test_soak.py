@@ -18,7 +18,7 @@ from torture import WatchedTarnwick, note, times
 from harness.applications import KITS, Fixture
 from harness.case import DesktopTest, main
 from harness.over import OWN_ENTRY
-from harness.tarnwick import TRIGGER
+from harness.tarnwick import OPTION, TRIGGER
 from harness.waiting import Patience, TimedOut, wait_for
 
 WHOLE = 1_000  # rounds, in the time that scripts/torture has
@@ -52,8 +52,7 @@ class Hand:
         self._root = self._display.screen().root
         self._root.change_attributes(event_mask=X.SubstructureNotifyMask)
         self._activate = self._display.intern_atom("_NET_ACTIVE_WINDOW")
-        self._codes = {key: screen.key_code(key) for key in ("Alt_L", "Escape", "Down", "Right")}
-        self._codes["trigger"] = TRIGGER
+        self._codes = {key: screen.key_code(key) for key in ("Escape", "Down", "Right")}
         self._open = []
         self.opened = 0  # menus, ever
 
@@ -66,16 +65,11 @@ class Hand:
         self._root.send_event(request, event_mask=X.SubstructureRedirectMask | X.SubstructureNotifyMask)
         self._display.flush()
 
-    def press(self, *keys):
-        self._fake(X.KeyPress, keys)
-
-    def release(self, *keys):
-        self._fake(X.KeyRelease, keys)
-
     def tap(self, *keys):
         for key in keys:
-            self.press(key)
-            self.release(key)
+            for kind in (X.KeyPress, X.KeyRelease):
+                xtest.fake_input(self._display, kind, self._codes[key])
+        self._display.sync()
 
     def forget(self):
         """What has opened and closed before is no longer of interest."""
@@ -107,11 +101,6 @@ class Hand:
             if patience.is_over():
                 raise TimedOut(f"after {limit} s still held: {self._screen.grabs_left()}")
             time.sleep(0.001)
-
-    def _fake(self, kind, keys):
-        for key in keys:
-            xtest.fake_input(self._display, kind, self._codes[key])
-        self._display.sync()
 
     def _menus(self):
         for _ in range(self._display.pending_events()):
@@ -162,9 +151,8 @@ class OverThreeApplications(DesktopTest):
     def pop_up(self, number):
         """Opens the menu and closes it; now and then one of its submenus, too."""
         before = self.hand.opened
-        self.hand.press("Alt_L", "trigger")
+        self.screen.chord(TRIGGER, OPTION)
         left = self.hand.wait_for_another_menu(before)
-        self.hand.release("trigger", "Alt_L")
         if left and number % INTO_A_SUBMENU == 0:
             left = self._look_into_a_submenu(number)
         if left:
