@@ -233,17 +233,7 @@ class TheFocusOf:
 
     def setUp(self):
         super().setUp()
-        self.focus_window = self.focus_at_rest()
-
-    def focus_at_rest(self):
-        """Toolkits hand the focus on to a window of their own, some time after they have got it."""
-        seen = []
-
-        def rests():
-            seen.append(self.screen.focused_window_id())
-            return len(seen) > 20 and len(set(seen[-20:])) == 1
-        wait_for(rests, "the focus at rest", step=0.01)
-        return seen[-1]
+        self.focus_window = self.screen.focus_at_rest()
 
     def focus_lines(self):
         return self.application.lines("focus")

@@ -178,6 +178,16 @@ class Screen:
         focus = self.display.get_input_focus().focus
         return focus if isinstance(focus, int) else focus.id
 
+    def focus_at_rest(self):
+        """Waits until the focus moves no more: toolkits hand it on to a window of their own, some time after they have got it."""
+        seen = []
+
+        def rests():
+            seen.append(self.focused_window_id())
+            return len(seen) > 20 and len(set(seen[-20:])) == 1
+        wait_for(rests, "the focus at rest", step=0.01)
+        return seen[-1]
+
     # The window manager's part
 
     def window_titled(self, title, limit=LIMIT):
