@@ -144,6 +144,9 @@ class RandomSteps(DesktopTest):
                                      f"Tarnwick wrote: {self.tarnwick.program.output!r}") from error
         self.other.give_back()
         self.tarnwick.close_menu()
+        self.tarnwick.wait_until_at_rest()  # what was chosen last may just be opening the preferences
+        self._close_own_windows()
+        wait_for(lambda: not self._own_windows(), "the preferences closed")
         self._assert_all_works()
         self.assertGreater(self.opened, len(steps) / 20)
         late = [time for time in self.freed if not time.is_within(FREE_WITHIN)]
@@ -191,9 +194,14 @@ class RandomSteps(DesktopTest):
             type(self).tarnwick = WatchedTarnwick(self.session, hurry=HURRY)
             self.other.give_back()
             self.tarnwick.wait_until_ready()
-        for window in self.screen.windows():
-            if window.pid == self.tarnwick.pid:
-                self.screen.ask_to_close(window)
+        self._close_own_windows()
+
+    def _close_own_windows(self):
+        for window in self._own_windows():
+            self.screen.ask_to_close(window)
+
+    def _own_windows(self):
+        return [window for window in self.screen.windows() if window.pid == self.tarnwick.pid]
 
     def _timer(self):
         return FairTimer(self.tarnwick.pid, self.session.display_server_pid)
