@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "app/AppController.h"
 
-#include "app/SettingsKeys.h"
 #include "foundation/Application.h"
 #include "foundation/ApplicationDelegate.h"
 #include "foundation/Clock.h"
 #include "foundation/Fonts.h"
 #include "foundation/Screens.h"
+#include "foundation/SettingsKeys.h"
 #include "foundation/UserDefaults.h"
 #include "foundation/WebPages.h"
 #include "foundation/Workspace.h"

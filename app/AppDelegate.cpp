@@ -3,9 +3,9 @@
 
 #include "app/AboutPanel.h"
 #include "app/AppController.h"
-#include "app/SettingsKeys.h"
 #include "foundation/Alerts.h"
 #include "foundation/Application.h"
+#include "foundation/SettingsKeys.h"
 #include "foundation/UserDefaultsController.h"
 #include "foundation/WebPages.h"
 #include "foundation/Workspace.h"

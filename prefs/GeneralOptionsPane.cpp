@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "prefs/GeneralOptionsPane.h"
 
-#include "app/SettingsKeys.h"
 #include "foundation/Application.h"
+#include "foundation/SettingsKeys.h"
 #include "prefs/CheckBox.h"
 #include "prefs/DefaultsBinding.h"
 #include "prefs/PaneLayout.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "prefs/HotKeyPane.h"
 
-#include "app/SettingsKeys.h"
+#include "foundation/SettingsKeys.h"
 #include "mouse/TWMouseButtonIdentifier.h"
 #include "prefs/CheckBox.h"
 #include "prefs/DefaultsBinding.h"

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "prefs/PreferencesWindowController.h"
 
-#include "app/SettingsKeys.h"
 #include "foundation/Alerts.h"
 #include "foundation/Application.h"
+#include "foundation/SettingsKeys.h"
 #include "foundation/UserDefaults.h"
 #include "foundation/UserDefaultsController.h"
 #include "foundation/WebPages.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Settings files that anybody may have written.
-#include "app/SettingsKeys.h"
 #include "foundation/DefaultsStore.h"
+#include "foundation/SettingsKeys.h"
 #include "foundation/UserDefaults.h"
 #include "platform/qt/SettingsText.h"
 #include "tests/fuzz/Fuzzing.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The core on the adapters for macOS: what reaches the system from there, and what comes back.
 #include "app/MainInterface.h"
-#include "app/SettingsKeys.h"
+#include "foundation/SettingsKeys.h"
 #include "foundation/UserDefaults.h"
 #include "menu/Menu.h"
 #include "menu/MenuDelegate.h"

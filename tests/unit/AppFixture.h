@@ -2,7 +2,7 @@
 #pragma once
 
 #include "app/AppDelegate.h"
-#include "app/SettingsKeys.h"
+#include "foundation/SettingsKeys.h"
 #include "foundation/UserDefaults.h"
 #include "foundation/UserDefaultsController.h"
 #include "menu/Menu.h"

@@ -2,7 +2,7 @@
 #include "prefs/PreferencesWindowController.h"
 
 #include "app/AppDelegate.h"
-#include "app/SettingsKeys.h"
+#include "foundation/SettingsKeys.h"
 #include "foundation/UserDefaults.h"
 #include "foundation/UserDefaultsController.h"
 #include "foundation/WebPages.h"
