@@ -13,7 +13,7 @@
 #include "menu/Menu.h"
 #include "menu/MenuItem.h"
 #include "menu/MenuPresenter.h"
-#include "prefs/PreferencesWindowController.h"
+#include "prefs/LoginItem.h"
 
 using namespace Qt::StringLiterals;
 
@@ -94,7 +94,7 @@ void AppController::loadDefaults()
     _readShowAppleMenu();
     _readFontSizeSmall();
     _readTitleFontSizeSmall();
-    PreferencesWindowController::setStartAtLoginEnabled(appURL(), defaults().boolForKey(TWLaunchOnLoginKey));
+    setLoginItemEnabled(appURL(), defaults().boolForKey(TWLaunchOnLoginKey));
     _readShowApplicationMenu();
     if (_appUIElementInfo)
         _appUIElementInfo->setAuxiliaryMenu(addTarnwickMenuToMenu());

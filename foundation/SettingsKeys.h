@@ -3,7 +3,7 @@
 
 #include <QString>
 
-/// The keys of the user's settings. Constants only: every folder may include this header.
+/// The keys of the user's settings.
 namespace tarnwick {
 
 inline const QString TWEnableHotKeyKey = QStringLiteral("EnableHotkey");

@@ -18,7 +18,6 @@ CORE = {
     "prefs": {"prefs", "shortcut", "mouse", "menu", "ax", "foundation"},
     "app": {"app", "prefs", "shortcut", "mouse", "menu", "ax", "foundation"},
 }
-FREE_FOR_ALL = "app/SettingsKeys.h"
 FOLDERS = set(CORE) | {"platform", "tests", "tools", "bench"}
 ENDINGS = {".h", ".cpp", ".mm", ".c"}
 
@@ -50,7 +49,7 @@ def check_file(path, name, problems):
         header = match.group(2)
         target = header.split("/")[0] if match.group(1) == '"' and "/" in header else None
         if folder in CORE:
-            if target in FOLDERS and header != FREE_FOR_ALL and target not in CORE[folder]:
+            if target in FOLDERS and target not in CORE[folder]:
                 report(match.start(), f"{folder}/ may not include {header}")
             if SYSTEM_HEADER.match(header):
                 report(match.start(), f"the core knows no operating system: {header}")
