@@ -19,13 +19,13 @@ constexpr auto Patience = 200ms;
 
 } // namespace
 
+// Compositors give no focus to a tool, nor to what says that it accepts none.
 XWaylandBackdrop::XWaylandBackdrop()
     : QWidget(nullptr,
               Qt::Tool | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint | Qt::WindowDoesNotAcceptFocus)
 {
     setAttribute(Qt::WA_TranslucentBackground);
     setAttribute(Qt::WA_ShowWithoutActivating);
-    setAttribute(Qt::WA_X11NetWmWindowTypeCombo); // compositors give no focus to these
     setGeometry(QGuiApplication::primaryScreen()->virtualGeometry());
     show();
 }

@@ -5,6 +5,7 @@
 #include "menu/MenuItem.h"
 #include "platform/linux/QMenuPresenter.h"
 #include "platform/linux/X11Focus.h"
+#include "platform/linux/XWaylandBackdrop.h"
 #include "tests/contract/DesktopControl.h"
 #include "tests/contract/OtherClient.h"
 #include "tests/fakes/FakeApplication.h"
@@ -235,6 +236,30 @@ TEST_F(PopUp, opensHardlyLaterThanAMenuOfTheToolkit)
     }
     std::printf("%.1f ms, a menu of the toolkit %.1f ms\n", least, leastPlain);
     EXPECT_LE(least - leastPlain, most);
+}
+
+QList<quint32> numbersOf(const QWidget& widget, const QByteArray& property)
+{
+    auto& x11 = X11Connection::shared();
+    const auto question = xcb_get_property(x11.get(), 0, static_cast<xcb_window_t>(widget.internalWinId()),
+                                           x11.atom(property), XCB_GET_PROPERTY_TYPE_ANY, 0, 100);
+    const XcbOwned<xcb_get_property_reply_t> reply(xcb_get_property_reply(x11.get(), question, nullptr));
+    if (!reply || reply->format != 32)
+        return {};
+    const auto* numbers = static_cast<const quint32*>(xcb_get_property_value(reply.get()));
+    return {numbers, numbers + reply->value_len};
+}
+
+TEST_F(PopUp, backdrop_isNothingToFocus)
+{
+    const XWaylandBackdrop backdrop;
+    const auto types = numbersOf(backdrop, "_NET_WM_WINDOW_TYPE");
+    ASSERT_FALSE(types.isEmpty());
+    EXPECT_EQ(types.first(), X11Connection::shared().atom("_NET_WM_WINDOW_TYPE_UTILITY"));
+    const auto hints = numbersOf(backdrop, "WM_HINTS");
+    ASSERT_GE(hints.size(), 2);
+    EXPECT_EQ(hints[0] & 1, 1); // it says something about input,
+    EXPECT_EQ(hints[1], 0);     // that it wants none
 }
 
 } // namespace
