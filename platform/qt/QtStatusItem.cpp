@@ -5,6 +5,7 @@
 #include "menu/Menu.h"
 #include "menu/MenuPresenter.h"
 #include "platform/qt/Look.h"
+#include "platform/qt/MenuTracking.h"
 #include "platform/qt/NamedIcon.h"
 
 #include <QEvent>
@@ -66,6 +67,11 @@ QtStatusItem::QtStatusItem(TrayHost& host, QString symbolicName)
     connect(&_publishedMenu, &QMenu::aboutToShow, this, [this] { _setHighlighted(true); });
     connect(&_publishedMenu, &QMenu::aboutToHide, this, [this] { _setHighlighted(false); });
     connect(&_host, &TrayHost::changed, this, &QtStatusItem::_show);
+    const auto showLate = [this] {
+        if (_waitsForMenu)
+            _show();
+    };
+    connect(&MenuTracking::shared(), &MenuTracking::ended, this, showLate, Qt::QueuedConnection);
     _show();
 }
 
@@ -103,6 +109,7 @@ void QtStatusItem::_show()
 {
     _trayIcon.reset();
     _published.reset();
+    _waitsForMenu = false;
     if (_removed || _host.kind() == TrayHost::Kind::None)
         return;
     _published = _host.publish(_publishedMenu, [this] { _popUpMenu(); });
@@ -110,6 +117,10 @@ void QtStatusItem::_show()
         _published->setIcon(_iconNow());
         return;
     }
+    // The toolkit closes open menus when it shows the window of an icon.
+    _waitsForMenu = MenuTracking::shared().active();
+    if (_waitsForMenu)
+        return;
     _trayIcon = std::make_unique<QSystemTrayIcon>(_iconNow());
     _trayIcon->setToolTip(QCoreApplication::applicationName());
     // An embedded icon's menu is shown by the presenter, whose grabs leave the focus where it is.

@@ -53,6 +53,7 @@ private:
     QIcon _alternateIcon;
     QMenu _publishedMenu;
     std::unique_ptr<QSystemTrayIcon> _trayIcon; ///< null while there is no host, or the next one
+    bool _waitsForMenu = false;                 ///< the icon, for the end of the menu that is open
     std::unique_ptr<PublishedIcon> _published;
 };
 

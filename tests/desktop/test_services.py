@@ -184,6 +184,17 @@ class ATrayThatTakesWindowsIn(DesktopTest):
         tray.stop()
         self.assertEqual(self.tarnwick.program.output, "")
 
+    def test_leaves_a_menu_open_when_it_comes(self):
+        self.tarnwick.wait_until_at_rest()
+        self.tarnwick.open()
+        tray = self.session.run("tint2")
+        self.addCleanup(tray.stop)
+        selection = self.screen.display.intern_atom("_NET_SYSTEM_TRAY_S0")
+        wait_for(lambda: self.screen.display.get_selection_owner(selection), "a tray")
+        holds_for(lambda: self.tarnwick.popups.count() == 1, 0.5, "the menu has been closed")
+        self.tarnwick.close_menu()
+        self.icon()
+
     def test_the_menu_opens_at_a_click_and_does_what_it_says(self):
         tray = self.session.run("tint2")
         self.addCleanup(tray.stop)

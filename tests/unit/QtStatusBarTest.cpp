@@ -2,6 +2,7 @@
 #include "platform/qt/QtStatusBar.h"
 
 #include "menu/Menu.h"
+#include "platform/qt/MenuTracking.h"
 #include "platform/qt/QtStatusItem.h"
 #include "tests/fakes/FakeMenuPresenter.h"
 #include "tests/fakes/FakeScreens.h"
@@ -17,11 +18,27 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+class FakePublishedIcon final : public PublishedIcon
+{
+public:
+    void setIcon(const QIcon& /*icon*/) override {}
+};
+
 class FakeTrayHost final : public TrayHost
 {
 public:
     Kind now = Kind::None;
     [[nodiscard]] Kind kind() const override { return now; }
+    bool publishes = false;
+    int published = 0;
+    [[nodiscard]] std::unique_ptr<PublishedIcon> publish(QMenu& /*menu*/,
+                                                         const std::function<void()>& /*clicked*/) override
+    {
+        if (!publishes)
+            return nullptr;
+        ++published;
+        return std::make_unique<FakePublishedIcon>();
+    }
     void become(Kind kind)
     {
         now = kind;
@@ -209,6 +226,28 @@ TEST_F(QtStatusBarTest, itemWithoutAnImage_isThereAllTheSame)
     const auto item = bar->statusItemWithLength(StatusBar::VariableStatusItemLength);
     item->setImage(QImage());
     EXPECT_NE(icon(item), nullptr);
+}
+
+TEST_F(QtStatusBarTest, trayComesWhileAMenuIsOpen_iconComesAtItsEnd)
+{
+    const auto item = makeItem();
+    MenuTracking::shared().begin();
+    host->become(TrayHost::Kind::Embedding);
+    EXPECT_EQ(icon(item), nullptr);
+    MenuTracking::shared().end();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return icon(item) != nullptr; }));
+}
+
+TEST_F(QtStatusBarTest, anotherTrayComesWhileAMenuIsOpen_isNotDescribedToAgainAtItsEnd)
+{
+    const auto item = makeItem();
+    MenuTracking::shared().begin();
+    host->become(TrayHost::Kind::Embedding);
+    host->publishes = true;
+    host->become(TrayHost::Kind::Publishing);
+    MenuTracking::shared().end();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(host->published, 1);
 }
 
 } // namespace
