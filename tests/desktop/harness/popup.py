@@ -46,6 +46,8 @@ class PopUpReader:
             None, _EVENTS, "StateChanged", None, None, Gio.DBusSignalFlags.NONE, self._on_event)
         for event in self._wanted():
             self._tell_registry("RegisterEvent", event)
+        # It comes to the program after the word that somebody listens: of a menu before that nothing would be told.
+        _ = self._bus.application(self._pid).role
 
     def close(self):
         """Afterwards keys go straight to the program again."""
