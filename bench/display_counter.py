@@ -4,10 +4,15 @@
 Each answer is one round trip at most: what asks for several at once waits for them together.
 """
 import collections
-import os
+import pathlib
 import socket
 import struct
+import sys
 import threading
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "tests/desktop"))
+
+from harness.display_relay import pump  # noqa: E402
 
 _OFFSET = 7000  # of the display that is listened at, so that each server has its own
 _QUERY_EXTENSION = 98
@@ -51,28 +56,14 @@ class DisplayCounter:
             connection = Connection()
             self._connections.append(connection)
             for source, sink, look in ((client, server, connection.sent), (server, client, connection.received)):
-                threading.Thread(target=_pump, args=(source, sink, look), daemon=True).start()
+                threading.Thread(target=pump, args=(source, sink, _seen_by(look)), daemon=True).start()
 
 
-def _pump(source, sink, look):
-    """What is sent is looked at before it goes on. Memory shared with the server comes as descriptors beside it."""
-    try:
-        while True:
-            data, descriptors, _, _ = socket.recv_fds(source, 65536, 16)
-            if not data:
-                break
-            look(data)
-            sent = socket.send_fds(sink, [data], descriptors)
-            for descriptor in descriptors:
-                os.close(descriptor)
-            sink.sendall(data[sent:])
-    except OSError:
-        pass
-    for end in (source, sink):
-        try:
-            end.shutdown(socket.SHUT_RDWR)
-        except OSError:
-            pass
+def _seen_by(look):
+    def passed(data):
+        look(data)
+        return data
+    return passed
 
 
 class Connection:

@@ -237,7 +237,7 @@ xcb_res_query_client_ids_reply_t* xcb_res_query_client_ids_reply(xcb_connection_
     const auto* window = windowOf(processQuestions.take(cookie.sequence));
     struct Told
     {
-        xcb_res_client_id_spec_t specification;
+        xcb_res_client_id_spec_t client;
         std::uint32_t bytes;
         std::uint32_t process;
     };

@@ -1,14 +1,14 @@
 # SPDX-License-Identifier: MIT
 """Each fault that a catalogue may have is noticed."""
-import importlib.util
 import pathlib
+import sys
 import tempfile
 import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-SPEC = importlib.util.spec_from_file_location("check_translations", ROOT / "scripts/check_translations.py")
-check_translations = importlib.util.module_from_spec(SPEC)
-SPEC.loader.exec_module(check_translations)
+sys.path.insert(0, str(ROOT / "scripts"))
+
+import check_translations  # noqa: E402
 
 ABOUT = "<source>About Tarnwick...</source>"
 QUIT = "<source>Quit</source>"

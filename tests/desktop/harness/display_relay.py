@@ -16,17 +16,16 @@ def _path(number):
     return f"/tmp/.X11-unix/X{number}"
 
 
-def _pump(source, sink, hidden=None):
-    """Memory that is shared with the server comes as descriptors beside the data. An extension's name is in one request
-    only, the question for it: there the name of one takes its place that no server has.
+def pump(source, sink, passed=bytes):
+    """Hands on what `passed` gives for what comes, until one end closes, and closes both. Memory that is shared with the
+    server comes as descriptors beside the data.
     """
     try:
         while True:
             data, descriptors, _, _ = socket.recv_fds(source, 65536, 16)
             if not data:
                 break
-            if hidden:
-                data = data.replace(hidden, hidden[::-1])
+            data = passed(data)
             sent = socket.send_fds(sink, [data], descriptors)
             for descriptor in descriptors:
                 os.close(descriptor)
@@ -40,7 +39,14 @@ def _pump(source, sink, hidden=None):
             pass
 
 
-def _serve(number, server, hidden=None):
+def _without(extension):
+    """An extension's name is in one request only, the question for it: there the name of one takes its place that no server
+    has.
+    """
+    return lambda data: data.replace(extension, extension[::-1])
+
+
+def _serve(number, server, extension=None):
     listening = socket.socket(socket.AF_UNIX)
     listening.bind("\0" + _path(number))  # leaves no file behind
     listening.listen()
@@ -49,8 +55,8 @@ def _serve(number, server, hidden=None):
         client, _ = listening.accept()
         upstream = socket.socket(socket.AF_UNIX)
         upstream.connect(_path(server))
-        for arguments in ((client, upstream, hidden), (upstream, client)):
-            threading.Thread(target=_pump, args=arguments, daemon=True).start()
+        for arguments in ((client, upstream, _without(extension) if extension else bytes), (upstream, client)):
+            threading.Thread(target=pump, args=arguments, daemon=True).start()
 
 
 if __name__ == "__main__":
