@@ -9,7 +9,7 @@
 #include "menu/AppAccessibility.h"
 #include "menu/Menu.h"
 #include "menu/MenuItem.h"
-#include "platform/qt/QtClock.h"
+#include "platform/qt/application/QtClock.h"
 #include "tools/ChosenApplication.h"
 
 #include <QCoreApplication>

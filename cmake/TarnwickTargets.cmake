@@ -1,9 +1,13 @@
-# tarnwick_add_library(<folder> SOURCES ... [LINK ...])
-#   One static library a folder, named tarnwick_<folder>.
-function(tarnwick_add_library folder)
+# tarnwick_add_library(<name> SOURCES ... [LINK ...])
+#   One static library a folder, named tarnwick_<name>: that of the folder, for a room of platform/ with its system before it.
+function(tarnwick_add_library name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
-    add_library(tarnwick_${folder} STATIC ${ARG_SOURCES})
-    target_link_libraries(tarnwick_${folder} PUBLIC tarnwick_options ${ARG_LINK})
+    add_library(tarnwick_${name} STATIC ${ARG_SOURCES})
+    if(NOT APPLE) # where the frameworks are simulated, Objective-C++ is not compiled
+        list(FILTER ARG_SOURCES INCLUDE REGEX "\\.mm$")
+        set_source_files_properties(${ARG_SOURCES} PROPERTIES HEADER_FILE_ONLY ON)
+    endif()
+    target_link_libraries(tarnwick_${name} PUBLIC tarnwick_options ${ARG_LINK})
 endfunction()
 
 # tarnwick_add_test(<name> LABEL unit|contract|desktop|macos SOURCES ... [LINK ...] [TIMEOUT seconds])

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "app/Inspection.h"
-#include "platform/linux/AtspiAccessibility.h"
-#include "platform/linux/LinuxScreens.h"
-#include "platform/linux/LinuxSession.h"
-#include "platform/linux/LinuxWorkspace.h"
-#include "platform/qt/KeyEquivalentText.h"
-#include "platform/qt/QtApplication.h"
-#include "platform/qt/QtClock.h"
-#include "platform/qt/QtFonts.h"
+#include "platform/linux/elements/AtspiAccessibility.h"
+#include "platform/linux/session/LinuxSession.h"
+#include "platform/linux/workspace/LinuxWorkspace.h"
+#include "platform/linux/x11/LinuxScreens.h"
+#include "platform/qt/application/QtApplication.h"
+#include "platform/qt/application/QtClock.h"
+#include "platform/qt/application/QtFonts.h"
+#include "platform/qt/menu/KeyEquivalentText.h"
 
 namespace tarnwick {
 

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "app/Inspection.h"
-#include "platform/macos/AXAccessibility.h"
-#include "platform/macos/AppKitWorkspace.h"
-#include "platform/macos/CGScreens.h"
-#include "platform/macos/MacSession.h"
-#include "platform/qt/KeyEquivalentText.h"
-#include "platform/qt/QtApplication.h"
-#include "platform/qt/QtClock.h"
-#include "platform/qt/QtFonts.h"
+#include "platform/macos/accessibility/AXAccessibility.h"
+#include "platform/macos/session/MacSession.h"
+#include "platform/macos/workspace/AppKitWorkspace.h"
+#include "platform/macos/workspace/CGScreens.h"
+#include "platform/qt/application/QtApplication.h"
+#include "platform/qt/application/QtClock.h"
+#include "platform/qt/application/QtFonts.h"
+#include "platform/qt/menu/KeyEquivalentText.h"
 #include "shortcut/KeyStrings.h"
 
 namespace tarnwick {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/AtspiAccessibility.h"
+#include "platform/linux/elements/AtspiAccessibility.h"
 
 #include "tests/FairTimer.h"
 #include "tests/contract/AccessibilityContract.h"

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // The reader against an application that does what a test has written down, on a bus of its own.
-#include "platform/linux/AtspiAccess.h"
-#include "platform/linux/AtspiConstants.h"
-#include "platform/linux/AtspiMenuSource.h"
-#include "platform/linux/MenuBarSearch.h"
+#include "platform/linux/atspi/AtspiAccess.h"
+#include "platform/linux/atspi/AtspiConstants.h"
+#include "platform/linux/atspi/AtspiMenuSource.h"
+#include "platform/linux/atspi/MenuBarSearch.h"
 #include "tests/FairTimer.h"
 #include "tests/contract/BusDaemon.h"
 #include "tests/contract/DeafBus.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/qt/QtDefaultsStore.h"
+#include "platform/qt/settings/QtDefaultsStore.h"
 #include "shortcut/Archive.h"
 #include "shortcut/SRRecorderCell.h"
 #include "tests/contract/DefaultsStoreContract.h"

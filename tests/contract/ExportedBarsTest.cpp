@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Which menu bar counts when a window exports one, has one in its accessibility tree, has both, or lies.
-#include "platform/linux/AtspiAccessibility.h"
+#include "platform/linux/elements/AtspiAccessibility.h"
 #include "tests/FairTimer.h"
 #include "tests/contract/DesktopControl.h"
 #include "tests/contract/ExportedModel.h"

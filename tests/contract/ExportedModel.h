@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/GtkMenuModel.h"
-#include "platform/linux/SdBusMessage.h"
+#include "platform/linux/bus/SdBusMessage.h"
+#include "platform/linux/gtk/GtkMenuModel.h"
 
 #include <QSet>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Exported menus against an application that does what a test has written down, on a bus of its own.
-#include "platform/linux/GtkMenuSource.h"
+#include "platform/linux/gtk/GtkMenuSource.h"
 
-#include "platform/linux/GtkMenuDecode.h"
+#include "platform/linux/gtk/GtkMenuDecode.h"
 #include "tests/FairTimer.h"
 #include "tests/contract/BusDaemon.h"
 #include "tests/contract/ExportedModel.h"

@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
 // The window in front, its switches and its attributes, under a window manager and without one.
-#include "platform/linux/LinuxWorkspace.h"
+#include "platform/linux/workspace/LinuxWorkspace.h"
 
 #include "ax/AXValue.h"
 #include "ax/UIElementUtilities.h"
 #include "menu/Menu.h"
-#include "platform/linux/AtspiAccessibility.h"
-#include "platform/linux/LinuxScreens.h"
-#include "platform/linux/X11Property.h"
-#include "platform/linux/X11WindowFrame.h"
-#include "platform/qt/MenuTracking.h"
+#include "platform/linux/elements/AtspiAccessibility.h"
+#include "platform/linux/x11/LinuxScreens.h"
+#include "platform/linux/x11/X11Property.h"
+#include "platform/linux/x11/X11WindowFrame.h"
+#include "platform/qt/menu/MenuTracking.h"
 #include "tests/FairTimer.h"
 #include "tests/contract/DesktopControl.h"
 #include "tests/contract/FixtureProgram.h"

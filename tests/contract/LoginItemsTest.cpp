@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/DesktopEntry.h"
-#include "platform/linux/XdgLoginItems.h"
+#include "platform/linux/xdg/DesktopEntry.h"
+#include "platform/linux/xdg/XdgLoginItems.h"
 #include "tests/contract/LoginItemsContract.h"
 #include "tests/fakes/FakeLoginItems.h"
 

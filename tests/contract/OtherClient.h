@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/X11Connection.h"
+#include "platform/linux/x11/X11Connection.h"
 
 #include <QSet>
 

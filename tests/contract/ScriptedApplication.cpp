@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/contract/ScriptedApplication.h"
 
-#include "platform/linux/AtspiConstants.h"
+#include "platform/linux/atspi/AtspiConstants.h"
 
 #include <algorithm>
 #include <stdexcept>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // A session bus of the tests' own, which comes and goes under one watch: the toolkit's connection to it ends
 // with the first time, as it does in the program.
-#include "platform/linux/SessionBusWatch.h"
+#include "platform/linux/session/SessionBusWatch.h"
 
 #include "tests/FairTimer.h"
 #include "tests/contract/BusDaemon.h"

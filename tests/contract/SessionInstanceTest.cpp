@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/SessionInstance.h"
+#include "platform/linux/session/SessionInstance.h"
 
-#include "platform/linux/DesktopNames.h"
+#include "platform/linux/xdg/DesktopNames.h"
 
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>

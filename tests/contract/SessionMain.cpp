@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The main function of tests that need a desktop. Started first, it makes a private session and starts itself
 // again inside it.
-#include "platform/linux/QtArguments.h"
-#include "platform/linux/X11Focus.h"
+#include "platform/linux/input/X11Focus.h"
+#include "platform/linux/session/QtArguments.h"
 #include "tests/RunTests.h"
 #include "tests/contract/DesktopControl.h"
 #include "tests/contract/PrivateSession.h"

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/X11HotKeyGuard.h"
+#include "platform/linux/input/X11HotKeyGuard.h"
 
-#include "platform/linux/X11Focus.h"
-#include "platform/linux/X11HotKeys.h"
-#include "platform/linux/X11Thread.h"
+#include "platform/linux/hotkeys/X11HotKeys.h"
+#include "platform/linux/input/X11Focus.h"
+#include "platform/linux/x11/X11Thread.h"
 
 #include <QProcess>
 #include <QTest>

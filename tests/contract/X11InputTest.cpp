@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/LinuxScreens.h"
-#include "platform/linux/X11Connection.h"
-#include "platform/linux/X11EventTaps.h"
-#include "platform/linux/X11HotKeyGuard.h"
-#include "platform/linux/X11HotKeys.h"
-#include "platform/qt/MenuTracking.h"
+#include "platform/linux/hotkeys/X11EventTaps.h"
+#include "platform/linux/hotkeys/X11HotKeys.h"
+#include "platform/linux/input/X11HotKeyGuard.h"
+#include "platform/linux/x11/LinuxScreens.h"
+#include "platform/linux/x11/X11Connection.h"
+#include "platform/qt/menu/MenuTracking.h"
 #include "tests/contract/EventTapsContract.h"
 #include "tests/contract/HotKeysContract.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/X11Focus.h"
-#include "platform/linux/X11PointerGrab.h"
+#include "platform/linux/input/X11Focus.h"
+#include "platform/linux/input/X11PointerGrab.h"
 
 #include <gtest/gtest.h>
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/LinuxLook.h"
-#include "platform/linux/LinuxSymbolicHotKeys.h"
-#include "platform/linux/LinuxTrayHost.h"
-#include "platform/linux/StatusNotifierItem.h"
-#include "platform/linux/X11Connection.h"
-#include "platform/linux/X11HotKeys.h"
-#include "platform/linux/XkbKeyboardLayout.h"
+#include "platform/linux/hotkeys/LinuxSymbolicHotKeys.h"
+#include "platform/linux/hotkeys/X11HotKeys.h"
+#include "platform/linux/hotkeys/XkbKeyboardLayout.h"
+#include "platform/linux/look/LinuxLook.h"
+#include "platform/linux/tray/LinuxTrayHost.h"
+#include "platform/linux/tray/StatusNotifierItem.h"
+#include "platform/linux/x11/X11Connection.h"
 
 #include <QApplication>
 #include <QDBusConnection>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The entries of a menu in the form that is the same for all toolkits. A byte for the toolkit, one for the
 // level, then of each entry: role, states, what it has, its name, its key binding.
-#include "platform/linux/AtspiConstants.h"
-#include "platform/linux/AtspiNormalForm.h"
+#include "platform/linux/atspi/AtspiConstants.h"
+#include "platform/linux/atspi/AtspiNormalForm.h"
 #include "tests/fuzz/Fuzzing.h"
 
 #include <array>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Replies of accessibility objects as they come over the bus. A byte that says to what question, the
 // signature, a zero byte, the body.
-#include "platform/linux/AtspiConstants.h"
-#include "platform/linux/AtspiDecode.h"
+#include "platform/linux/atspi/AtspiConstants.h"
+#include "platform/linux/atspi/AtspiDecode.h"
 #include "tests/fuzz/Fuzzing.h"
 #include "tests/fuzz/Wire.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // A desktop entry that anybody may have installed; what is read of it can be written into one of our own.
-#include "platform/linux/DesktopEntry.h"
+#include "platform/linux/xdg/DesktopEntry.h"
 #include "tests/fuzz/Fuzzing.h"
 
 using namespace tarnwick;

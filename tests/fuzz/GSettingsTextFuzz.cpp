@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What the gsettings program prints. What is read is written down again, and must read the same.
-#include "platform/linux/GSettingsText.h"
+#include "platform/linux/hotkeys/GSettingsText.h"
 #include "tests/fuzz/Shortcuts.h"
 
 using namespace tarnwick;

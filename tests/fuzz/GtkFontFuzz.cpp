@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // A font as somebody may have written it into the settings of GTK.
-#include "platform/linux/LookSources.h"
+#include "platform/linux/look/LookSources.h"
 #include "tests/fuzz/Looks.h"
 
 using namespace tarnwick;

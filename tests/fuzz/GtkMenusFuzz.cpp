@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Exported menus and actions as they come over the bus. A byte that says which reply it is, the signature, a
 // zero byte, the body.
-#include "platform/linux/GtkMenuDecode.h"
-#include "platform/linux/GtkMenuNormalForm.h"
+#include "platform/linux/gtk/GtkMenuDecode.h"
+#include "platform/linux/gtk/GtkMenuNormalForm.h"
 #include "tests/fuzz/Fuzzing.h"
 #include "tests/fuzz/Wire.h"
 

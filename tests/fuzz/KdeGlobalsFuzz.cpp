@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The files "kdeglobals" that anybody may have written, that of most weight first, a zero byte between them.
-#include "platform/linux/LookSources.h"
+#include "platform/linux/look/LookSources.h"
 #include "tests/fuzz/Looks.h"
 
 using namespace tarnwick;

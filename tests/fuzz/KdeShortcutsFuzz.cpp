@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // A kglobalshortcutsrc that anybody may have written.
-#include "platform/linux/KdeShortcuts.h"
+#include "platform/linux/hotkeys/KdeShortcuts.h"
 #include "tests/fuzz/Shortcuts.h"
 
 using namespace tarnwick;

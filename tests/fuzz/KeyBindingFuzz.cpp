@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Key bindings as applications publish them. A byte that says how they are read, then
 // a line with the binding and the name of the item.
-#include "platform/linux/KeyBinding.h"
-#include "platform/linux/MenuShortcut.h"
+#include "platform/linux/menus/KeyBinding.h"
+#include "platform/linux/menus/MenuShortcut.h"
 #include "tests/fuzz/Fuzzing.h"
 
 #include <QList>

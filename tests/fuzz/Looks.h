@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/qt/Look.h"
+#include "platform/qt/application/Look.h"
 #include "tests/fuzz/Fuzzing.h"
 
 namespace tarnwick {

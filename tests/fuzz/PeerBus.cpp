@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/fuzz/PeerBus.h"
 
-#include "platform/linux/SdBusMessage.h"
+#include "platform/linux/bus/SdBusMessage.h"
 #include "tests/fuzz/Fuzzing.h"
 
 #include <QApplication>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Calls to the one name on the session bus. A byte that says which method, the signature, a zero byte, the
 // body.
-#include "platform/linux/DesktopNames.h"
-#include "platform/linux/SessionInstance.h"
+#include "platform/linux/session/SessionInstance.h"
+#include "platform/linux/xdg/DesktopNames.h"
 #include "tests/fuzz/Fuzzing.h"
 #include "tests/fuzz/PeerBus.h"
 #include "tests/fuzz/Wire.h"

@@ -3,7 +3,7 @@
 #include "foundation/DefaultsStore.h"
 #include "foundation/SettingsKeys.h"
 #include "foundation/UserDefaults.h"
-#include "platform/qt/SettingsText.h"
+#include "platform/qt/settings/SettingsText.h"
 #include "tests/fuzz/Fuzzing.h"
 
 using namespace tarnwick;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/DesktopShortcut.h"
+#include "platform/linux/hotkeys/DesktopShortcut.h"
 #include "tests/fuzz/Fuzzing.h"
 
 namespace tarnwick {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Calls of whoever shows status items, to the item and to its menu. A byte that says which method, the
 // signature, a zero byte, the body.
-#include "platform/linux/PublishedMenu.h"
-#include "platform/linux/StatusNotifierItem.h"
+#include "platform/linux/tray/PublishedMenu.h"
+#include "platform/linux/tray/StatusNotifierItem.h"
 #include "tests/fuzz/Fuzzing.h"
 #include "tests/fuzz/PeerBus.h"
 #include "tests/fuzz/Wire.h"

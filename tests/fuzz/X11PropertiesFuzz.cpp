@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What windows say of themselves and of each other. Each line lays one thing down: a byte that says of which
 // window, one that says what, one that says in which form, the rest.
-#include "platform/linux/X11Windows.h"
+#include "platform/linux/x11/X11Windows.h"
 #include "tests/fuzz/Fuzzing.h"
 #include "tests/fuzz/WindowTable.h"
 

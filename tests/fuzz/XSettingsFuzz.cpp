@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The property of any program that calls itself the desktop's settings program, and the look that comes of
 // it.
-#include "platform/linux/LookSources.h"
-#include "platform/linux/XSettingsDecode.h"
+#include "platform/linux/look/LookSources.h"
+#include "platform/linux/look/XSettingsDecode.h"
 #include "tests/fuzz/Looks.h"
 
 using namespace tarnwick;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The shortcuts channel of Xfce, which anybody may have written.
-#include "platform/linux/XfceShortcuts.h"
+#include "platform/linux/hotkeys/XfceShortcuts.h"
 #include "tests/fuzz/Shortcuts.h"
 
 using namespace tarnwick;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/macos/AXAccessibility.h"
+#include "platform/macos/accessibility/AXAccessibility.h"
 
 #include "ax/AXValue.h"
 #include "tests/fakes/FakeClock.h"

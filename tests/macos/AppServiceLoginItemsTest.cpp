@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/macos/AppServiceLoginItems.h"
+#include "platform/macos/login/AppServiceLoginItems.h"
 
 #include "tests/macos/MacTest.h"
 

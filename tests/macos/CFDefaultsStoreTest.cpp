@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/macos/CFDefaultsStore.h"
+#include "platform/macos/system/CFDefaultsStore.h"
 
 #include "foundation/UserDefaults.h"
 #include "tests/macos/MacTest.h"

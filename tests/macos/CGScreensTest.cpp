@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/macos/CGScreens.h"
+#include "platform/macos/workspace/CGScreens.h"
 
 #include "tests/macos/MacTest.h"
 

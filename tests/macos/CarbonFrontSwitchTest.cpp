@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "platform/macos/CarbonFrontSwitch.h"
+#include "platform/macos/workspace/CarbonFrontSwitch.h"
 
-#include "platform/qt/MenuTracking.h"
+#include "platform/qt/menu/MenuTracking.h"
 #include "tests/macos/MacTest.h"
 
 #include <QCoreApplication>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/macos/CarbonHotKeys.h"
+#include "platform/macos/hotkeys/CarbonHotKeys.h"
 
 #include "tests/macos/MacTest.h"
 

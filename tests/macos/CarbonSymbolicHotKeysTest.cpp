@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/macos/CarbonSymbolicHotKeys.h"
+#include "platform/macos/hotkeys/CarbonSymbolicHotKeys.h"
 
 #include "tests/macos/MacTest.h"
 

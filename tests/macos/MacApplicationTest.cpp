@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include "platform/macos/MacApplication.h"
+#include "platform/macos/session/MacApplication.h"
 
 #include "foundation/ApplicationDelegate.h"
 #include "menu/Menu.h"
 #include "menu/MenuItem.h"
-#include "platform/macos/MacBundle.h"
-#include "platform/macos/MacKeyboard.h"
-#include "platform/macos/ReopenEvent.h"
-#include "platform/macos/TISKeyboardLayout.h"
-#include "platform/qt/MenuTracking.h"
+#include "platform/macos/hotkeys/MacKeyboard.h"
+#include "platform/macos/hotkeys/TISKeyboardLayout.h"
+#include "platform/macos/session/ReopenEvent.h"
+#include "platform/macos/system/MacBundle.h"
+#include "platform/qt/menu/MenuTracking.h"
 #include "tests/macos/MacTest.h"
 
 #include <QCoreApplication>

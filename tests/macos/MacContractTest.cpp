@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // What every adapter promises, of those for macOS.
-#include "platform/macos/AXAccessibility.h"
-#include "platform/macos/CFDefaultsStore.h"
-#include "platform/macos/CarbonHotKeys.h"
-#include "platform/macos/QuartzEventTaps.h"
-#include "platform/macos/SharedFileListLoginItems.h"
+#include "platform/macos/accessibility/AXAccessibility.h"
+#include "platform/macos/hotkeys/CarbonHotKeys.h"
+#include "platform/macos/hotkeys/QuartzEventTaps.h"
+#include "platform/macos/login/SharedFileListLoginItems.h"
+#include "platform/macos/system/CFDefaultsStore.h"
 #include "tests/contract/AccessibilityContract.h"
 #include "tests/contract/DefaultsStoreContract.h"
 #include "tests/contract/EventTapsContract.h"

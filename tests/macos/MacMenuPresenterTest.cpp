@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "platform/macos/MacMenuPresenter.h"
+#include "platform/macos/menu/MacMenuPresenter.h"
 
 #include "foundation/NotificationCenter.h"
 #include "menu/Menu.h"
 #include "menu/MenuItem.h"
-#include "platform/macos/QuartzEventTaps.h"
-#include "platform/qt/MenuTracking.h"
+#include "platform/macos/hotkeys/QuartzEventTaps.h"
+#include "platform/qt/menu/MenuTracking.h"
 #include "tests/fakes/FakeApplication.h"
 #include "tests/macos/MacTest.h"
 #include "tests/macos/PlayedMenus.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/macos/NativeMenus.h"
+#include "platform/macos/menu/NativeMenus.h"
 
 #include <QList>
 

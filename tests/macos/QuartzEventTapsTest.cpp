@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/macos/QuartzEventTaps.h"
+#include "platform/macos/hotkeys/QuartzEventTaps.h"
 
 #include "tests/fakes/FakeClock.h"
 #include "tests/macos/MacTest.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/macos/SharedFileListLoginItems.h"
+#include "platform/macos/login/SharedFileListLoginItems.h"
 
 #include "tests/fakes/FakeLoginItems.h"
 #include "tests/macos/MacTest.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The simulation itself: what it must notice, so that the other tests mean something.
-#include "platform/macos/CfText.h"
-#include "platform/macos/CfValue.h"
+#include "platform/macos/system/CfText.h"
+#include "platform/macos/system/CfValue.h"
 #include "tests/macos/MacTest.h"
 
 using namespace Qt::StringLiterals;

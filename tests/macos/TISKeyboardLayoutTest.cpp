@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/macos/TISKeyboardLayout.h"
+#include "platform/macos/hotkeys/TISKeyboardLayout.h"
 
 #include "tests/macos/MacTest.h"
 

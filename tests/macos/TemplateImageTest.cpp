@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/macos/TemplateImage.h"
+#include "platform/macos/tray/TemplateImage.h"
 
 #include <gtest/gtest.h>
 

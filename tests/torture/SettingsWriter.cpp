@@ -3,7 +3,7 @@
 //   settings_writer FILE KEY FIRST [COUNT]
 // sets KEY, and the same in KEY with "Text" behind it, to FIRST, to the number after it, and so on, and tells
 // of each number that it goes on to the next one.
-#include "platform/qt/QtDefaultsStore.h"
+#include "platform/qt/settings/QtDefaultsStore.h"
 
 #include <QCoreApplication>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/AtspiDecode.h"
+#include "platform/linux/atspi/AtspiDecode.h"
 
 #include "tests/unit/MessageTest.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/AtspiNormalForm.h"
+#include "platform/linux/atspi/AtspiNormalForm.h"
 
-#include "platform/linux/AtspiConstants.h"
+#include "platform/linux/atspi/AtspiConstants.h"
 
 #include <gtest/gtest.h>
 

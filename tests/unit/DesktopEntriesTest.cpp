@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/DesktopEntries.h"
+#include "platform/linux/xdg/DesktopEntries.h"
 
 #include <QDir>
 #include <QFile>

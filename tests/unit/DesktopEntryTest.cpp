@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/DesktopEntry.h"
+#include "platform/linux/xdg/DesktopEntry.h"
 
 #include <QStringList>
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/DesktopShortcutStores.h"
+#include "platform/linux/hotkeys/DesktopShortcutStores.h"
 
 #include "tests/FairTimer.h"
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/DesktopShortcut.h"
+#include "platform/linux/hotkeys/DesktopShortcut.h"
 
-#include "platform/linux/GSettingsText.h"
-#include "platform/linux/KdeShortcuts.h"
-#include "platform/linux/XfceShortcuts.h"
+#include "platform/linux/hotkeys/GSettingsText.h"
+#include "platform/linux/hotkeys/KdeShortcuts.h"
+#include "platform/linux/hotkeys/XfceShortcuts.h"
 #include "tests/FairTimer.h"
 
 #include <QKeySequence>

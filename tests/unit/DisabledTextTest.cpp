@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "platform/qt/DisabledText.h"
+#include "platform/qt/menu/DisabledText.h"
 
-#include "platform/qt/MenuStyle.h"
+#include "platform/qt/menu/MenuStyle.h"
 
 #include <QImage>
 #include <QPainter>

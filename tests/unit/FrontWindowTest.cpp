@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/AtspiConstants.h"
-#include "platform/linux/AtspiWindowMatch.h"
-#include "platform/linux/ChildrenJustTold.h"
-#include "platform/linux/FrontSwitches.h"
-#include "platform/linux/FrontWindowFilter.h"
-#include "platform/linux/KnownMenuBars.h"
+#include "platform/linux/atspi/AtspiConstants.h"
+#include "platform/linux/atspi/AtspiWindowMatch.h"
+#include "platform/linux/atspi/ChildrenJustTold.h"
+#include "platform/linux/atspi/KnownMenuBars.h"
+#include "platform/linux/workspace/FrontSwitches.h"
+#include "platform/linux/x11/FrontWindowFilter.h"
 #include "tests/fakes/FakeClock.h"
 
 #include <QHash>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What applications export as menus and actions, read and made into the entries that are shown.
-#include "platform/linux/GtkMenuDecode.h"
-#include "platform/linux/GtkMenuNormalForm.h"
+#include "platform/linux/gtk/GtkMenuDecode.h"
+#include "platform/linux/gtk/GtkMenuNormalForm.h"
 #include "tests/contract/ExportedModel.h"
 #include "tests/unit/MessageTest.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/KeyCodes.h"
+#include "platform/linux/input/KeyCodes.h"
 
 #include <QFile>
 #include <QStringList>

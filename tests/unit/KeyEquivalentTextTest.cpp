@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/qt/KeyEquivalentText.h"
+#include "platform/qt/menu/KeyEquivalentText.h"
 
 #include "foundation/Event.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/qt/LetterSearch.h"
+#include "platform/qt/menu/LetterSearch.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/LinuxSymbolicHotKeys.h"
+#include "platform/linux/hotkeys/LinuxSymbolicHotKeys.h"
 
-#include "platform/linux/XkbKeymap.h"
+#include "platform/linux/input/XkbKeymap.h"
 
 #include <QDir>
 #include <QFile>

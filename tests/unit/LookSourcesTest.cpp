@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/LookSources.h"
+#include "platform/linux/look/LookSources.h"
 
-#include "platform/linux/XSettingsDecode.h"
+#include "platform/linux/look/XSettingsDecode.h"
 
 #include <QtEndian>
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/qt/MainMenu.h"
+#include "platform/qt/application/MainMenu.h"
 
 #include "foundation/ApplicationDelegate.h"
 #include "menu/Menu.h"

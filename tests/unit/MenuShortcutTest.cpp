@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/MenuShortcut.h"
+#include "platform/linux/menus/MenuShortcut.h"
 
 #include "menu/GlyphLookUpTable.h"
 

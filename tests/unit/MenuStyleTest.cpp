@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/qt/MenuStyle.h"
+#include "platform/qt/menu/MenuStyle.h"
 
 #include <QStyleOption>
 #include <gtest/gtest.h>

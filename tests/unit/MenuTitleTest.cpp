@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/qt/MenuTitle.h"
+#include "platform/qt/menu/MenuTitle.h"
 
 #include "menu/Menu.h"
 #include "menu/MenuItem.h"

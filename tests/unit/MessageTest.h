@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/SdBusMessage.h"
+#include "platform/linux/bus/SdBusMessage.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/OwnMenuSource.h"
+#include "platform/linux/menus/OwnMenuSource.h"
 
 #include "menu/Menu.h"
 #include "tests/fakes/FakeApplication.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "platform/qt/PopUpGeometry.h"
+#include "platform/qt/menu/PopUpGeometry.h"
 
-#include "platform/linux/ScreenSpaces.h"
+#include "platform/linux/x11/ScreenSpaces.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/PublishedMenu.h"
+#include "platform/linux/tray/PublishedMenu.h"
 
-#include "platform/linux/StatusNotifierItem.h"
+#include "platform/linux/tray/StatusNotifierItem.h"
 
 #include <QCoreApplication>
 #include <QPixmap>

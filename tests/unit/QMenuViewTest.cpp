@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/qt/QMenuView.h"
+#include "platform/qt/menu/QMenuView.h"
 
 #include "foundation/Event.h"
 #include "menu/Menu.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/qt/QtAlerts.h"
+#include "platform/qt/application/QtAlerts.h"
 
 #include <QAccessible>
 #include <QApplication>

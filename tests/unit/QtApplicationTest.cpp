@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/qt/QtApplication.h"
+#include "platform/qt/application/QtApplication.h"
 
 #include "foundation/ApplicationDelegate.h"
 

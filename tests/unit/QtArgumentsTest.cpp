@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/QtArguments.h"
+#include "platform/linux/session/QtArguments.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/qt/QtClock.h"
+#include "platform/qt/application/QtClock.h"
 
 #include <QTest>
 #include <gtest/gtest.h>

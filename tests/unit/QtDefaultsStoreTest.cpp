@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/qt/QtDefaultsStore.h"
+#include "platform/qt/settings/QtDefaultsStore.h"
 
 #include "foundation/UserDefaults.h"
 #include "tests/FairTimer.h"

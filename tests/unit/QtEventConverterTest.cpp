@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/qt/QtEventConverter.h"
+#include "platform/qt/application/QtEventConverter.h"
 
 #include <QEnterEvent>
 #include <QHash>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/qt/QtEventSource.h"
+#include "platform/qt/application/QtEventSource.h"
 
 #include <QApplication>
 #include <QTest>

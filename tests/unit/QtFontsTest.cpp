@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "platform/qt/QtFonts.h"
+#include "platform/qt/application/QtFonts.h"
 
-#include "platform/qt/Look.h"
+#include "platform/qt/application/Look.h"
 
 #include <QApplication>
 #include <QFontInfo>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "platform/qt/QtStatusBar.h"
+#include "platform/qt/tray/QtStatusBar.h"
 
 #include "menu/Menu.h"
-#include "platform/qt/MenuTracking.h"
-#include "platform/qt/QtStatusItem.h"
+#include "platform/qt/menu/MenuTracking.h"
+#include "platform/qt/tray/QtStatusItem.h"
 #include "tests/fakes/FakeMenuPresenter.h"
 #include "tests/fakes/FakeScreens.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/ReadingBudget.h"
+#include "platform/linux/menus/ReadingBudget.h"
 
-#include "platform/qt/MenuTracking.h"
+#include "platform/qt/menu/MenuTracking.h"
 #include "tests/fakes/FakeClock.h"
 
 #include <QCoreApplication>

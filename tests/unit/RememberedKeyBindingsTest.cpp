@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/RememberedKeyBindings.h"
+#include "platform/linux/atspi/RememberedKeyBindings.h"
 
-#include "platform/linux/AtspiConstants.h"
+#include "platform/linux/atspi/AtspiConstants.h"
 #include "tests/fakes/FakeClock.h"
 
 #include <gtest/gtest.h>

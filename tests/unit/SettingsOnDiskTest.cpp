@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What reaches the disk, and in which order: a machine may stop at any time. The calls that tell the system
 // are this program's own here, which write down what is called, and may fail.
-#include "platform/qt/QtDefaultsStore.h"
+#include "platform/qt/settings/QtDefaultsStore.h"
 
 #include <QFile>
 #include <QFileInfo>

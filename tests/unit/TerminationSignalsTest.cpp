@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/TerminationSignals.h"
+#include "platform/linux/session/TerminationSignals.h"
 
 #include <QTest>
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/UrlOpener.h"
+#include "platform/linux/xdg/UrlOpener.h"
 
 #include <QFile>
 #include <QTemporaryDir>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/qt/VisibleWindows.h"
+#include "platform/qt/application/VisibleWindows.h"
 
 #include <QMenu>
 #include <gtest/gtest.h>

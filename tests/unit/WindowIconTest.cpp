@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/WindowIcon.h"
+#include "platform/linux/look/WindowIcon.h"
 
 #include <QApplication>
 #include <QDir>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/X11HeldKeys.h"
+#include "platform/linux/input/X11HeldKeys.h"
 
 #include <gtest/gtest.h>
 

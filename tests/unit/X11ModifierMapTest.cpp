@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/X11ModifierMap.h"
+#include "platform/linux/input/X11ModifierMap.h"
 
 #include "foundation/Event.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/XdgLoginItems.h"
+#include "platform/linux/xdg/XdgLoginItems.h"
 
-#include "platform/linux/DesktopEntry.h"
+#include "platform/linux/xdg/DesktopEntry.h"
 #include "tests/contract/LoginItemsContract.h"
 
 #include <QDir>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Simulated: what AppKit alone can do with the application and its windows.
-#include "platform/macos/AppKitWindows.h"
+#include "platform/macos/workspace/AppKitWindows.h"
 
 #include "tests/macos/simulation/MacCall.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Simulated: what Service Management alone can do.
-#include "platform/macos/AppService.h"
+#include "platform/macos/login/AppService.h"
 
 #include "tests/macos/simulation/MacCall.h"
 #include "tests/macos/simulation/SimulatedMac.h"

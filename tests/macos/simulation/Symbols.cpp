@@ -2,7 +2,7 @@
 // Simulated look-up of what not every version of the system has.
 #include "tests/macos/simulation/Symbols.h"
 
-#include "platform/macos/SystemSymbol.h"
+#include "platform/macos/system/SystemSymbol.h"
 #include "tests/macos/simulation/MacCall.h"
 #include "tests/macos/simulation/SimulatedMac.h"
 

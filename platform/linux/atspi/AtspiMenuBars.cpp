@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/atspi/AtspiMenuBars.h"
+
+#include "platform/linux/atspi/AtspiConstants.h"
+#include "platform/linux/atspi/MenuBarSearch.h"
+#include "platform/linux/menus/AtspiToolkit.h"
+
+#include <algorithm>
+
+using namespace std::chrono_literals;
+
+namespace tarnwick {
+
+namespace {
+
+/// More windows or applications than this are not kept in mind.
+constexpr qsizetype MaximumKnown = 200;
+/// For asking all applications about a window whose process none of them is.
+constexpr auto StrangerTime = 200ms;
+
+bool hidesMenus(const AtspiFacts& application)
+{
+    return application.toolkit && toolkitNamed(*application.toolkit) == AtspiToolkit::Gtk4;
+}
+
+} // namespace
+
+AtspiMenuBars::AtspiMenuBars(AtspiBus& bus, AtspiApplications& applications, X11Windows& windows,
+                             ReadingBudget& budget, ChildrenJustTold& childrenJustTold)
+    : _bus(bus), _applications(applications), _windows(windows), _budget(budget),
+      _childrenJustTold(childrenJustTold)
+{
+}
+
+BusReference AtspiMenuBars::knownOf(const FrontWindow& window)
+{
+    BusReference known = _known.of(window);
+    if (!known)
+        return {};
+    const ReadingBudget::Reading reading(_budget);
+    const AtspiFacts facts =
+        _bus.facts(known, {AtspiQuestion::Role, AtspiQuestion::Children}, reading.deadline());
+    if (facts.role != atspi::RoleMenuBar) {
+        _known.forget(window);
+        return {};
+    }
+    _childrenJustTold.tell(known, facts.children);
+    return known;
+}
+
+BusReference AtspiMenuBars::ofWindow(const FrontWindow& window, bool active)
+{
+    const ReadingBudget::Reading reading(_budget);
+    const Deadline deadline = reading.deadline();
+    if (!_bus.connection(deadline))
+        return {};
+    const auto match = _match(window, active, deadline);
+    BusReference bar = match ? findMenuBar(_bus, match->window, deadline) : BusReference();
+    _known.found(window, bar, match ? match->certainty : AtspiWindowMatch::Certainty::Never,
+                 KnownMenuBars::Time::clock::now());
+    return bar;
+}
+
+std::optional<AtspiWindowMatch> AtspiMenuBars::_match(const FrontWindow& window, bool active,
+                                                      Deadline deadline)
+{
+    const auto title = _windows.title(window.window);
+    const auto roots = window.processIdentifier ? _applications.rootsOf(*window.processIdentifier, deadline)
+                                                : QList<BusReference>();
+    if (!roots.isEmpty())
+        return AtspiWindowMatch::among(_applications.windowsOf(roots, deadline), title, active);
+    if (!active || !title)
+        return std::nullopt;
+    // A sandbox may hide the process: then the active window with this title is the one.
+    const Deadline limit = deadline.atMostIn(StrangerTime);
+    QList<AtspiFacts> windows =
+        _applications.windowsOf(_applications.roots(limit).value_or(QList<BusReference>()), limit);
+    windows.removeIf([&](const AtspiFacts& facts) {
+        return facts.name != title || !facts.states || !atspi::has(*facts.states, atspi::StateActive);
+    });
+    return windows.isEmpty() ? std::nullopt : std::optional(AtspiWindowMatch{windows.first().reference});
+}
+
+BusReference AtspiMenuBars::below(const BusReference& window)
+{
+    const ReadingBudget::Reading reading(_budget);
+    return findMenuBar(_bus, window, reading.deadline());
+}
+
+bool AtspiMenuBars::hidesClosedMenus(const BusReference& bar)
+{
+    const BusReference root = _bus.root(bar.service);
+    const auto known = _hidingRoots.constFind(root);
+    if (known != _hidingRoots.cend())
+        return *known;
+    const ReadingBudget::Reading reading(_budget);
+    const AtspiFacts application = _bus.facts(root, {AtspiQuestion::Toolkit}, reading.deadline());
+    if (!application.toolkit)
+        return false;
+    if (_hidingRoots.size() >= MaximumKnown)
+        _hidingRoots.clear();
+    return *_hidingRoots.insert(root, hidesMenus(application));
+}
+
+bool AtspiMenuBars::hidesClosedMenus(const FrontWindow& window)
+{
+    if (!window.processIdentifier)
+        return false;
+    const auto known = _hiding.constFind(window.window);
+    if (known != _hiding.cend() && known->processIdentifier == window.processIdentifier)
+        return known->closedMenus;
+
+    const ReadingBudget::Reading reading(_budget);
+    QList<AtspiFacts> applications;
+    for (const BusReference& root : _applications.rootsOf(*window.processIdentifier, reading.deadline()))
+        applications.append({.reference = root});
+    if (applications.isEmpty())
+        return false;
+    QList<AtspiInquiry> inquiries;
+    for (AtspiFacts& application : applications)
+        inquiries.append({&application, AtspiQuestion::Toolkit});
+    _bus.ask(inquiries, reading.deadline());
+    if (_hiding.size() >= MaximumKnown)
+        _hiding.clear();
+    const bool hides = std::any_of(applications.cbegin(), applications.cend(), &hidesMenus);
+    const auto isTold = [](const AtspiFacts& application) { return application.toolkit.has_value(); };
+    if (std::all_of(applications.cbegin(), applications.cend(), isTold))
+        _hiding.insert(window.window, Hiding{*window.processIdentifier, hides});
+    return hides;
+}
+
+AtspiMenuBars::Found AtspiMenuBars::ofAnyWindow(qint64 processIdentifier)
+{
+    const ReadingBudget::Reading reading(_budget);
+    const Deadline deadline = reading.deadline();
+    for (const AtspiFacts& window :
+         _applications.windowsOf(_applications.rootsOf(processIdentifier, deadline), deadline)) {
+        const BusReference bar = findMenuBar(_bus, window.reference, deadline);
+        if (bar)
+            return {bar, _known.ownerOf(bar)};
+    }
+    return {};
+}
+
+} // namespace tarnwick

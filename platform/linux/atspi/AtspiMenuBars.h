@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/atspi/AtspiApplications.h"
+#include "platform/linux/atspi/ChildrenJustTold.h"
+#include "platform/linux/atspi/KnownMenuBars.h"
+#include "platform/linux/menus/ReadingBudget.h"
+#include "platform/linux/x11/X11Windows.h"
+
+#include <QHash>
+
+namespace tarnwick {
+
+/// Finds the menu bar in the accessibility tree that belongs to a window. GUI thread only.
+class AtspiMenuBars
+{
+public:
+    /// All must outlive this.
+    AtspiMenuBars(AtspiBus& bus, AtspiApplications& applications, X11Windows& windows, ReadingBudget& budget,
+                  ChildrenJustTold& childrenJustTold);
+
+    /// The window's own menu bar when it is known and still there; empty when it is to be looked for.
+    [[nodiscard]] BusReference knownOf(const FrontWindow& window);
+    /// Looks for the window's own menu bar; empty when there is none. `active` is whether the window is in
+    /// front.
+    [[nodiscard]] BusReference ofWindow(const FrontWindow& window, bool active);
+
+    /// Of a window that is known by its place in the tree; empty when there is none.
+    [[nodiscard]] BusReference below(const BusReference& window);
+
+    struct Found
+    {
+        BusReference bar;
+        xcb_window_t owner = XCB_WINDOW_NONE; ///< none when it is not known which window has it
+    };
+    /// Whether the window's application shows only open menus in its tree, so that a bar in it tells too
+    /// little. False when the application is not to be found by its process.
+    [[nodiscard]] bool hidesClosedMenus(const FrontWindow& window);
+    /// The same of the application of a bar.
+    [[nodiscard]] bool hidesClosedMenus(const BusReference& bar);
+
+    /// Of any window of the application.
+    [[nodiscard]] Found ofAnyWindow(qint64 processIdentifier);
+
+private:
+    struct Hiding
+    {
+        qint64 processIdentifier;
+        bool closedMenus;
+    };
+    std::optional<AtspiWindowMatch> _match(const FrontWindow& window, bool active, Deadline deadline);
+
+    AtspiBus& _bus;
+    AtspiApplications& _applications;
+    X11Windows& _windows;
+    ReadingBudget& _budget;
+    ChildrenJustTold& _childrenJustTold;
+    KnownMenuBars _known;
+    QHash<xcb_window_t, Hiding> _hiding;
+    QHash<BusReference, bool> _hidingRoots; ///< whether the application with this root hides closed menus
+};
+
+} // namespace tarnwick

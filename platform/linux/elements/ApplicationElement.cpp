@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/elements/ApplicationElement.h"
+
+#include "ax/Accessibility.h"
+#include "platform/linux/elements/MenuElement.h"
+#include "platform/linux/elements/WindowElement.h"
+
+#include <QCoreApplication>
+
+#include <cerrno>
+#include <csignal>
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick {
+
+ApplicationElement::ApplicationElement(ElementContext& context, std::optional<qint64> processIdentifier)
+    : _context(context), _processIdentifier(processIdentifier)
+{
+}
+
+QByteArray ApplicationElement::identity() const
+{
+    return QByteArray::number(_processIdentifier.value_or(-1));
+}
+
+QStringList ApplicationElement::attributeNames() const
+{
+    if (!_processIdentifier)
+        return {AXRoleAttribute};
+    QStringList names{AXRoleAttribute, AXTitleAttribute,    u"AXFocusedWindow"_s,
+                      u"AXWindows"_s,  AXChildrenAttribute, u"AXFrontmost"_s};
+    const ReadingBudget::Reading reading(_context.budget);
+    if (_processIdentifier == QCoreApplication::applicationPid() ||
+        _context.bus.connection(reading.deadline()))
+        names.append(u"AXMenuBar"_s);
+    return names;
+}
+
+std::optional<QVariant> ApplicationElement::value(const QString& attribute) const
+{
+    if (!_exists())
+        return std::nullopt;
+    if (attribute == AXRoleAttribute)
+        return AXApplicationRole;
+    if (!_processIdentifier)
+        return std::nullopt;
+    if (attribute == AXTitleAttribute) {
+        const QString name = _context.names.of(*_processIdentifier);
+        return name.isEmpty() ? std::nullopt : std::optional<QVariant>(name);
+    }
+    if (attribute == "AXMenuBar"_L1)
+        return _menuBar();
+    if (attribute == "AXFrontmost"_L1)
+        return _isInFront();
+    if (attribute == "AXWindows"_L1)
+        return _windows();
+    if (attribute == AXChildrenAttribute) {
+        const auto bar = _menuBar();
+        return bar ? _windows() << *bar : _windows();
+    }
+    if (attribute == "AXFocusedWindow"_L1) {
+        const FrontWindow window = _focusedWindow();
+        return window.window != XCB_WINDOW_NONE ? std::optional(WindowElement::make(_context, window))
+                                                : std::nullopt;
+    }
+    return std::nullopt;
+}
+
+bool ApplicationElement::_exists() const
+{
+    if (!_processIdentifier)
+        return true;
+    return kill(static_cast<pid_t>(*_processIdentifier), 0) == 0 || errno == EPERM;
+}
+
+bool ApplicationElement::_isInFront() const
+{
+    return _context.activeWindow.current().processIdentifier == _processIdentifier;
+}
+
+FrontWindow ApplicationElement::_focusedWindow() const
+{
+    FrontWindow front = _context.activeWindow.current();
+    if (front.processIdentifier == _processIdentifier)
+        return front;
+    const QList<xcb_window_t> windows = _context.windows.windowsOf(*_processIdentifier);
+    return windows.isEmpty() ? FrontWindow{} : FrontWindow{windows.last(), _processIdentifier};
+}
+
+std::optional<QVariant> ApplicationElement::_menuBar() const
+{
+    const FrontWindow window = _focusedWindow();
+    const FoundMenuBar found = window ? _context.menuBars.of(window) : FoundMenuBar{};
+    if (!found)
+        return std::nullopt;
+    const UIElementRef self(std::make_shared<const ApplicationElement>(_context, _processIdentifier));
+    return QVariant::fromValue(UIElementRef(std::make_shared<const MenuElement>(
+        MenuElement::Kind::Bar, *found.source, found.bar, self, _processIdentifier)));
+}
+
+QVariantList ApplicationElement::_windows() const
+{
+    QVariantList elements;
+    for (const xcb_window_t window : _context.windows.windowsOf(*_processIdentifier))
+        elements.append(WindowElement::make(_context, {window, _processIdentifier}));
+    return elements;
+}
+
+} // namespace tarnwick

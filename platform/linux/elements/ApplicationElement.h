@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/elements/ElementContext.h"
+#include "platform/linux/elements/LinuxElement.h"
+
+namespace tarnwick {
+
+/// An application; without a process, the one that is in front when none is.
+class ApplicationElement final : public LinuxElement
+{
+public:
+    ApplicationElement(ElementContext& context, std::optional<qint64> processIdentifier);
+
+    [[nodiscard]] QStringList attributeNames() const override;
+    [[nodiscard]] std::optional<QVariant> value(const QString& attribute) const override;
+    [[nodiscard]] std::optional<qint64> processIdentifier() const override { return _processIdentifier; }
+
+protected:
+    [[nodiscard]] QByteArray identity() const override;
+
+private:
+    [[nodiscard]] bool _exists() const;
+    [[nodiscard]] bool _isInFront() const;
+    /// The active one, else the one opened last; none when there is none.
+    [[nodiscard]] FrontWindow _focusedWindow() const;
+    [[nodiscard]] std::optional<QVariant> _menuBar() const;
+    [[nodiscard]] QVariantList _windows() const;
+
+    ElementContext& _context;
+    std::optional<qint64> _processIdentifier;
+};
+
+} // namespace tarnwick

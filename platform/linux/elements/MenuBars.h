@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/atspi/AtspiMenuBars.h"
+#include "platform/linux/gtk/GtkMenuBars.h"
+#include "platform/linux/menus/MenuSource.h"
+
+namespace tarnwick {
+
+struct FoundMenuBar
+{
+    MenuSource* source = nullptr;
+    BusReference bar;
+    xcb_window_t owner = XCB_WINDOW_NONE; ///< none when it belongs to no window in particular
+
+    explicit operator bool() const { return source != nullptr; }
+};
+
+/// What tells one menu bar from another: the window that has it, else the bar itself. Not the bar first:
+/// which of two windows of the same title has it, is known a moment after the switch only.
+struct MenuBarOwner
+{
+    xcb_window_t window = XCB_WINDOW_NONE;
+    BusReference bar;
+
+    friend bool operator==(const MenuBarOwner&, const MenuBarOwner&) = default;
+};
+
+/// Where a window's menu bar is published. GUI thread only.
+class MenuBars
+{
+public:
+    /// All must outlive this.
+    struct Places
+    {
+        AtspiMenuBars& inTree; ///< their bars are read by `tree`
+        MenuSource& tree;
+        GtkMenuBars& exported; ///< the same with `exports`
+        MenuSource& exports;
+        MenuSource& own; ///< for the windows of this process
+    };
+    MenuBars(X11Windows& windows, const Places& places) : _windows(windows), _places(places) {}
+
+    /// The window's own menu bar, else that of a window it is transient for, else that of any window of the
+    /// same application; false when there is none. A bar in the accessibility tree goes before an exported
+    /// one, unless its menus cannot be read while they are closed.
+    [[nodiscard]] FoundMenuBar of(const FrontWindow& front);
+    /// Without a menu bar, the window that this one is transient for in the end.
+    [[nodiscard]] MenuBarOwner ownerOf(const FrontWindow& front);
+
+private:
+    [[nodiscard]] FoundMenuBar _ofWindow(const FrontWindow& window, bool active);
+    [[nodiscard]] FoundMenuBar _ofAnyWindow(qint64 processIdentifier);
+
+    X11Windows& _windows;
+    Places _places;
+};
+
+} // namespace tarnwick

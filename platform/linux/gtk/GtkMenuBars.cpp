@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/gtk/GtkMenuBars.h"
+
+#include "platform/linux/x11/X11Property.h"
+
+namespace tarnwick {
+
+namespace {
+
+QByteArray textOf(X11Property& property)
+{
+    const QByteArray bytes = property.text().value_or(QByteArray());
+    return QByteArray(bytes.constData()); // nothing after a zero
+}
+
+QByteArray pathOf(X11Property& property)
+{
+    const QByteArray name = textOf(property);
+    return sd_bus_object_path_is_valid(name.constData()) > 0 ? name : QByteArray();
+}
+
+} // namespace
+
+BusReference GtkMenuBars::ofWindow(xcb_window_t window)
+{
+    X11Property menus(_x11, window, "_GTK_MENUBAR_OBJECT_PATH");
+    X11Property name(_x11, window, "_GTK_UNIQUE_BUS_NAME");
+    X11Property applicationActions(_x11, window, "_GTK_APPLICATION_OBJECT_PATH");
+    X11Property windowActions(_x11, window, "_GTK_WINDOW_OBJECT_PATH");
+    const QByteArray service = textOf(name);
+    GtkMenuPlace place;
+    place.menus = pathOf(menus);
+    place.applicationActions = pathOf(applicationActions);
+    place.windowActions = pathOf(windowActions);
+    if (place.menus.isEmpty() || !service.startsWith(':') ||
+        sd_bus_service_name_is_valid(service.constData()) <= 0)
+        return {};
+    return _source.reference(service, place);
+}
+
+} // namespace tarnwick

@@ -1,0 +1,190 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/gtk/GtkMenuSource.h"
+
+#include "platform/linux/gtk/GtkMenuDecode.h"
+#include "platform/linux/menus/MenuPress.h"
+#include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11ServerTime.h"
+
+#include <QCoreApplication>
+
+namespace tarnwick {
+
+using namespace gtk_menus;
+
+namespace {
+
+constexpr const char* MenusInterface = "org.gtk.Menus";
+constexpr const char* ActionsInterface = "org.gtk.Actions";
+/// Sections are in the group of their menu. One in another group, or a chain of such, costs a round trip
+/// each.
+constexpr int MaximumRounds = 4;
+constexpr qsizetype MaximumGroups = 100;
+
+QSet<quint32> groupsOf(const QList<GtkMenuNumber>& menus)
+{
+    QSet<quint32> groups;
+    for (const GtkMenuNumber& menu : menus)
+        if (groups.size() < MaximumGroups)
+            groups.insert(menu.group);
+    return groups;
+}
+
+bool saysDisabled(sd_bus_message* answer)
+{
+    const auto facts = decodeAction(answer);
+    return facts && !facts->enabled;
+}
+
+/// What a new window needs to come to the front: when the user chose, in the server's time.
+QByteArray startupIdentifier()
+{
+    const QByteArray time = QByteArray::number(x11ServerTime());
+    return "tarnwick-" + QByteArray::number(QCoreApplication::applicationPid()) + '-' + time + "_TIME" + time;
+}
+
+/// The dictionary of platform data.
+bool appendStartup(sd_bus_message* call)
+{
+    return sd_bus_message_append(call, "a{sv}", 1, "desktop-startup-id", "s",
+                                 startupIdentifier().constData()) >= 0;
+}
+
+/// The array of at most one parameter.
+bool appendParameter(sd_bus_message* call, const std::optional<SdBusValue>& parameter)
+{
+    return sd_bus_message_open_container(call, SD_BUS_TYPE_ARRAY, "v") >= 0 &&
+           (!parameter || parameter->appendVariantTo(call)) && sd_bus_message_close_container(call) >= 0;
+}
+
+} // namespace
+
+struct GtkMenuSource::Reading
+{
+    QByteArray service;
+    GtkMenuPlace place;
+    GtkMenus menus;
+    GtkActionGroups actions;
+    QSet<quint32> groups; ///< asked for so far
+};
+
+BusReference GtkMenuSource::reference(const QByteArray& service, const GtkMenuPlace& place)
+{
+    const ReadingBudget::Reading reading(_budget);
+    return _bus.connection(reading.deadline()) ? BusReference{service, place.toPath(), _bus.number()}
+                                               : BusReference();
+}
+
+std::optional<QList<MenuRow>> GtkMenuSource::readBar(const BusReference& bar)
+{
+    auto rows = readMenu(bar);
+    if (rows) // as in a bar of the toolkit's own
+        rows->removeIf([](const MenuRow& row) { return row.kind == MenuRow::Kind::Separator; });
+    return rows;
+}
+
+std::optional<QList<MenuRow>> GtkMenuSource::readMenu(const BusReference& contents)
+{
+    const ReadingBudget::Reading budget(_budget);
+    const auto place = GtkMenuPlace::fromPath(contents.path);
+    if (!place || !_stands(contents))
+        return std::nullopt;
+    Reading reading{contents.service, *place, {}, {}, {}};
+    QSet<quint32> groups{place->number.group};
+    for (int round = 0; round < MaximumRounds && !groups.isEmpty(); ++round) {
+        _read(reading, groups, budget.deadline());
+        groups = groupsOf(missingSections(reading.menus, place->number)) - reading.groups;
+    }
+    if (!reading.menus.contains(place->number))
+        return std::nullopt;
+    return gtkNormalForm(reading.menus, *place, reading.actions, contents);
+}
+
+void GtkMenuSource::_read(Reading& reading, const QSet<quint32>& groups, Deadline deadline)
+{
+    SdBus* bus = _bus.standingConnection();
+    if (!bus || deadline.passed())
+        return;
+    QByteArrayList paths;
+    for (const QByteArray& path : {reading.place.applicationActions, reading.place.windowActions})
+        if (!path.isEmpty() && !reading.actions.contains(path))
+            paths.append(path);
+    bus->exchange(
+        1 + paths.size(),
+        [&](qsizetype index) {
+            return index == 0 ? _groupCall(reading, "Start", groups)
+                              : _call(reading, ActionsInterface, "DescribeAll", paths[index - 1]);
+        },
+        [&](qsizetype index, sd_bus_message* reply) {
+            if (index == 0)
+                decodeMenus(reply, reading.menus);
+            else
+                reading.actions.insert(paths[index - 1], decodeActions(reply));
+        },
+        deadline);
+    bus->send(_groupCall(reading, "End", groups));
+    reading.groups += groups;
+}
+
+SdBusMessage GtkMenuSource::_call(const Reading& reading, const char* interface, const char* member,
+                                  const QByteArray& path)
+{
+    SdBus* bus = _bus.standingConnection();
+    SdBusMessage call = bus ? bus->methodCall(reading.service, path, interface, member) : nullptr;
+    if (call)
+        sd_bus_message_set_auto_start(call.get(), 0);
+    return call;
+}
+
+SdBusMessage GtkMenuSource::_groupCall(const Reading& reading, const char* member,
+                                       const QSet<quint32>& groups)
+{
+    SdBusMessage call = _call(reading, MenusInterface, member, reading.place.menus);
+    const QList<quint32> numbers(groups.cbegin(), groups.cend());
+    if (call && sd_bus_message_append_array(call.get(), SD_BUS_TYPE_UINT32, numbers.constData(),
+                                            static_cast<std::size_t>(numbers.size()) * sizeof(quint32)) < 0)
+        call.reset();
+    return call;
+}
+
+bool GtkMenuSource::press(const MenuRow& row)
+{
+    if (!row.action || !_stands(row.item))
+        return false;
+    if (auto& x11 = X11Connection::shared())
+        x11.sync(); // what was grabbed has been given back
+    const MenuPressCalls calls{
+        [this] { return _bus.standingConnection(); },
+        [this, row] { return _actionCall(row, "Describe"); },
+        saysDisabled,
+        [this, row] { return _activation(row); },
+    };
+    return MenuPress::start(calls, row.enabled, &_presses);
+}
+
+SdBusMessage GtkMenuSource::_actionCall(const MenuRow& row, const char* member)
+{
+    if (!_stands(row.item))
+        return nullptr;
+    SdBusMessage call =
+        _bus.standingConnection()->methodCall(row.item.service, row.action->path, ActionsInterface, member);
+    if (!call || sd_bus_message_set_auto_start(call.get(), 0) < 0 ||
+        sd_bus_message_append(call.get(), "s", row.action->name.constData()) < 0)
+        return nullptr;
+    return call;
+}
+
+SdBusMessage GtkMenuSource::_activation(const MenuRow& row)
+{
+    SdBusMessage call = _actionCall(row, "Activate");
+    if (call && !(appendParameter(call.get(), row.action->target) && appendStartup(call.get())))
+        call.reset();
+    return call;
+}
+
+bool GtkMenuSource::_stands(const BusReference& reference) const
+{
+    return reference && reference.connection == _bus.number() && _bus.standingConnection();
+}
+
+} // namespace tarnwick

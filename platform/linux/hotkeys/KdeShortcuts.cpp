@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/hotkeys/KdeShortcuts.h"
+
+#include <QStringList>
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick {
+
+namespace {
+
+/// A value as it was before it was written to the file.
+QString unescaped(const QString& value)
+{
+    QString text;
+    for (qsizetype i = 0; i < value.size(); ++i) {
+        if (value.at(i) != u'\\' || i + 1 == value.size()) {
+            text += value.at(i);
+            continue;
+        }
+        const QChar escape = value.at(++i);
+        if (escape == u't')
+            text += u'\t';
+        else if (escape == u'n')
+            text += u'\n';
+        else if (escape == u's')
+            text += u' ';
+        else if (escape == u'\\')
+            text += u'\\';
+        else
+            text += QString(u'\\') + escape;
+    }
+    return text;
+}
+
+/// The first item of a list whose items are separated by commas.
+QString firstItem(const QString& list)
+{
+    QString item;
+    for (qsizetype i = 0; i < list.size() && list.at(i) != u','; ++i) {
+        if (list.at(i) == u'\\' && i + 1 < list.size())
+            ++i;
+        item += list.at(i);
+    }
+    return item;
+}
+
+} // namespace
+
+QList<DesktopShortcut> parseKdeShortcuts(const QByteArray& contents)
+{
+    QList<DesktopShortcut> shortcuts;
+    bool services = false;
+    bool component = false;
+    const auto lines = QString::fromUtf8(contents).split(u'\n');
+    for (const QString& line : lines) {
+        if (line.startsWith(u'[')) {
+            services = line.startsWith(u"[services]"_s);
+            component = !line.startsWith(u"[$"_s); // the file's own book-keeping is in groups named so
+            continue;
+        }
+        const qsizetype equals = line.indexOf(u'=');
+        if (!component || equals <= 0 || line.startsWith(u'#') || line.startsWith(u"_k_friendly_name"_s))
+            continue;
+        // A service's keys stand alone; those of other components come with their default and a name.
+        const QString value = unescaped(line.mid(equals + 1));
+        const auto keys = (services ? value : firstItem(value)).split(u'\t', Qt::SkipEmptyParts);
+        for (const QString& key : keys) {
+            if (const auto shortcut = key == u"none" ? std::nullopt : DesktopShortcut::ofPortableText(key))
+                shortcuts.append(*shortcut);
+        }
+    }
+    return shortcuts;
+}
+
+} // namespace tarnwick

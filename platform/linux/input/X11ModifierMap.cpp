@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/input/X11ModifierMap.h"
+
+#include "foundation/Event.h"
+
+#include <xkbcommon/xkbcommon-keysyms.h>
+
+#include <algorithm>
+
+namespace tarnwick {
+
+namespace {
+
+constexpr quint16 realModifierBits = 0xFF;
+
+struct Correspondence
+{
+    quint32 eventModifier;
+    quint16 bit;
+};
+
+} // namespace
+
+X11ModifierMap::X11ModifierMap(KeyCodesOfBits keyCodesOfBits, const KeysymsOf& keysymsOf)
+    : _keyCodesOfBits(std::move(keyCodesOfBits))
+{
+    for (std::size_t index = 0; index < _keyCodesOfBits.size(); ++index) {
+        const auto bit = static_cast<quint16>(1U << index);
+        for (const quint8 keyCode : _keyCodesOfBits[index]) {
+            const QList<quint32> keysyms = keysymsOf(keyCode);
+            const auto has = [&](quint32 keysym) { return keysyms.contains(keysym); };
+            if (has(XKB_KEY_Num_Lock))
+                _numLock |= bit;
+            if (has(XKB_KEY_Scroll_Lock))
+                _scrollLock |= bit;
+            // One bit is enough to mean the key; the lowest one is what toolkits read, too.
+            if (_alt == 0 && (has(XKB_KEY_Alt_L) || has(XKB_KEY_Alt_R)))
+                _alt = bit;
+            if (_super == 0 && (has(XKB_KEY_Super_L) || has(XKB_KEY_Super_R)))
+                _super = bit;
+        }
+    }
+}
+
+X11ModifierMap::Question::Question(X11Connection& connection)
+    : _firstKey(xcb_get_setup(connection.get())->min_keycode),
+      _keyCount(static_cast<quint8>(xcb_get_setup(connection.get())->max_keycode - _firstKey + 1)),
+      _modifiers(connection, xcb_get_modifier_mapping(connection.get())),
+      _symbols(connection, xcb_get_keyboard_mapping(connection.get(), _firstKey, _keyCount))
+{
+}
+
+/// The symbols of every key, one row of equal length a key, as the core protocol has them.
+X11ModifierMap::KeysymsOf X11ModifierMap::Question::_keysyms()
+{
+    const auto reply = _symbols.take();
+    if (!reply)
+        return [](quint8) { return QList<quint32>(); };
+    const auto* symbols = xcb_get_keyboard_mapping_keysyms(reply.get());
+    const QList<quint32> all(symbols, symbols + xcb_get_keyboard_mapping_keysyms_length(reply.get()));
+    return [all, row = qsizetype{reply->keysyms_per_keycode}, first = _firstKey,
+            count = _keyCount](quint8 keyCode) {
+        return keyCode < first || keyCode - first >= count ? QList<quint32>()
+                                                           : all.mid((keyCode - first) * row, row);
+    };
+}
+
+X11ModifierMap X11ModifierMap::Question::answer()
+{
+    const auto modifiers = _modifiers.take();
+    const KeysymsOf keysymsOf = _keysyms();
+    if (!modifiers)
+        return {};
+
+    KeyCodesOfBits keyCodesOfBits;
+    const auto* keyCodes = xcb_get_modifier_mapping_keycodes(modifiers.get());
+    for (auto& ofBit : keyCodesOfBits) {
+        std::copy_if(keyCodes, keyCodes + modifiers->keycodes_per_modifier, std::back_inserter(ofBit),
+                     [](quint8 keyCode) { return keyCode != 0; });
+        keyCodes += modifiers->keycodes_per_modifier;
+    }
+    return X11ModifierMap(std::move(keyCodesOfBits), keysymsOf);
+}
+
+X11ModifierMap X11ModifierMap::read(X11Connection& connection)
+{
+    return Question(connection).answer();
+}
+
+QList<quint16> X11ModifierMap::lockCombinations() const
+{
+    QList<quint16> combinations{0};
+    for (const quint16 lock : {capsLockBit, _numLock, _scrollLock}) {
+        const QList<quint16> without = combinations;
+        for (const quint16 combination : without) {
+            const auto with = static_cast<quint16>(combination | lock);
+            if (!combinations.contains(with))
+                combinations.append(with);
+        }
+    }
+    return combinations;
+}
+
+quint16 X11ModifierMap::withoutLocks(quint16 state) const
+{
+    return state & realModifierBits & static_cast<quint16>(~(capsLockBit | _numLock | _scrollLock));
+}
+
+std::optional<quint16> X11ModifierMap::bitsOfEventModifiers(quint32 eventModifiers) const
+{
+    const Correspondence correspondences[] = {
+        {0x100, _super}, {0x200, shiftBit}, {0x800, _alt}, {0x1000, controlBit}};
+    quint16 bits = 0;
+    for (const auto& [eventModifier, bit] : correspondences) {
+        if (!(eventModifiers & eventModifier))
+            continue;
+        if (bit == 0)
+            return std::nullopt;
+        bits |= bit;
+    }
+    return bits;
+}
+
+quint64 X11ModifierMap::menuModifierFlags(quint16 state) const
+{
+    quint64 flags = 0;
+    if (state & shiftBit)
+        flags |= ShiftKeyMask;
+    if (state & controlBit)
+        flags |= CommandKeyMask;
+    if (state & _alt)
+        flags |= AlternateKeyMask;
+    if (state & _super)
+        flags |= ControlKeyMask;
+    return flags;
+}
+
+quint16 X11ModifierMap::bitsOfKey(quint8 keyCode) const
+{
+    quint16 bits = 0;
+    for (std::size_t index = 0; index < _keyCodesOfBits.size(); ++index)
+        if (_keyCodesOfBits[index].contains(keyCode))
+            bits |= static_cast<quint16>(1U << index);
+    return bits;
+}
+
+} // namespace tarnwick

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/bus/SdBus.h"
+
+#include <QObject>
+#include <QTimer>
+
+namespace tarnwick {
+
+/// The messages of one press. They are made anew each time, since the connection may go meanwhile; null then.
+struct MenuPressCalls
+{
+    std::function<SdBus*()> connection; ///< null when there is none now
+    std::function<SdBusMessage()> question;
+    std::function<bool(sd_bus_message*)> saysDisabled; ///< the answer to the question
+    std::function<SdBusMessage()> press;
+};
+
+/// One press of a menu item of another application: sent exactly once, no answer waited for. An item that
+/// could be chosen in the menu but reads disabled now gets up to 0.25 s to come back, because an application
+/// that lost the keyboard to our menu enables its items a moment after it has it again. GUI thread only.
+class MenuPress : public QObject
+{
+    Q_OBJECT
+
+public:
+    static constexpr std::chrono::milliseconds Step{10};
+    static constexpr std::chrono::milliseconds Patience{250};
+
+    /// The press takes its course in the event loop and then deletes itself; of an item that was not enabled
+    /// in the menu it is sent at once. False, and nothing is sent, without a connection. What the calls use
+    /// must outlive `parent`.
+    static bool start(const MenuPressCalls& calls, bool enabled, QObject* parent);
+
+private:
+    MenuPress(const MenuPressCalls& calls, QObject* parent);
+    void _look();
+    void _judge(sd_bus_message* answer);
+    void _send();
+
+    MenuPressCalls _calls;
+    SdBusSlot _question;
+    QTimer _step;
+    QTimer _patience;
+};
+
+} // namespace tarnwick

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/menus/MenuRow.h"
+
+#include <QList>
+
+#include <optional>
+
+namespace tarnwick {
+
+/// One way in which applications publish their menus. The references in its rows mean something to the
+/// source that made them only. GUI thread only.
+class MenuSource
+{
+public:
+    virtual ~MenuSource() = default;
+
+    /// The visible entries, read now, all at once; nothing when they could not be read.
+    [[nodiscard]] virtual std::optional<QList<MenuRow>> readBar(const BusReference& bar) = 0;
+    [[nodiscard]] virtual std::optional<QList<MenuRow>> readMenu(const BusReference& contents) = 0;
+
+    /// Activates a row of kind Item once, soon. False when that is known to be impossible.
+    virtual bool press(const MenuRow& row) = 0;
+};
+
+} // namespace tarnwick

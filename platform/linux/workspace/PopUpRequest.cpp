@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/workspace/PopUpRequest.h"
+
+#include "platform/linux/workspace/LinuxWorkspace.h"
+#include "platform/linux/workspace/XWaylandBackdrop.h"
+#include "platform/qt/menu/MenuTracking.h"
+
+#include <QScopedValueRollback>
+
+namespace tarnwick {
+
+void PopUpRequest::carryOut(const std::function<void()>& popUp)
+{
+    if (_busy) {
+        MenuTracking::shared().cancel();
+        return;
+    }
+    _workspace.announceFrontThen([this, popUp] { _popUp(popUp); });
+}
+
+void PopUpRequest::_popUp(const std::function<void()>& popUp)
+{
+    if (!_workspace.frontIsBeside() || MenuTracking::shared().active()) {
+        popUp();
+        return;
+    }
+    const QScopedValueRollback busy(_busy, true);
+    XWaylandBackdrop backdrop;
+    backdrop.waitForPointer();
+    popUp();
+}
+
+} // namespace tarnwick

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/x11/X11Windows.h"
+
+#include <QObject>
+
+#include <memory>
+
+namespace tarnwick {
+
+/// Which application window is in front. A thread with a connection of its own looks at every change at
+/// once, so that none is lost while the GUI thread is busy. GUI thread only.
+class X11ActiveWindow : public QObject
+{
+    Q_OBJECT
+
+public:
+    X11ActiveWindow();
+    ~X11ActiveWindow() override;
+
+    /// Whether changes are watched: false without an X server.
+    [[nodiscard]] bool watching() const { return _watcher != nullptr; }
+
+    /// Now; none when no window is.
+    [[nodiscard]] FrontWindow current() const;
+
+    /// What is in front as long as no window of the X server is: a window of which the server knows nothing.
+    void setBeside(const FrontWindow& front) { _beside = front; }
+
+Q_SIGNALS:
+    /// Once for each change, in order, from the event loop. The window may not be in front any more.
+    void changed(const tarnwick::FrontWindow& front);
+
+private:
+    class Watcher;
+
+    std::unique_ptr<Watcher> _watcher;
+    FrontWindow _beside;
+};
+
+} // namespace tarnwick

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#include "platform/macos/workspace/CarbonFrontSwitch.h"
+
+#include "platform/qt/menu/MenuTracking.h"
+
+#include <Carbon/Carbon.h>
+#include <utility>
+
+namespace tarnwick {
+
+static_assert(kEventClassApplication == 0x6170706C && kEventAppFrontSwitched == 7); // "appl"
+
+CarbonFrontSwitch::CarbonFrontSwitch()
+{
+    connect(&MenuTracking::shared(), &MenuTracking::ended, this, &CarbonFrontSwitch::_runPending,
+            Qt::QueuedConnection);
+}
+
+bool CarbonFrontSwitch::install(std::function<void()> switched)
+{
+    const EventTypeSpec type{kEventClassApplication, kEventAppFrontSwitched};
+    const auto handler = [](EventHandlerCallRef, EventRef, void* userData) -> OSStatus {
+        static_cast<CarbonFrontSwitch*>(userData)->_switched();
+        return noErr;
+    };
+    if (InstallEventHandler(GetApplicationEventTarget(), handler, 1, &type, this, nullptr) != noErr)
+        return false;
+    _callback = std::move(switched);
+    return true;
+}
+
+void CarbonFrontSwitch::_switched()
+{
+    if (!MenuTracking::shared().active()) {
+        _callback();
+        return;
+    }
+    ++_pending;
+    MenuTracking::shared().cancel();
+}
+
+void CarbonFrontSwitch::_runPending()
+{
+    for (; _pending > 0 && !MenuTracking::shared().active(); --_pending)
+        _callback();
+}
+
+} // namespace tarnwick

@@ -1,0 +1,243 @@
+// SPDX-License-Identifier: MIT
+#include "platform/qt/application/QtEventConverter.h"
+
+#include <QEnterEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+
+#include <utility>
+
+namespace tarnwick {
+
+namespace {
+
+/// Keys whose character is not what the layout types.
+struct SpecialKey
+{
+    int key;
+    char16_t character;
+    bool function; ///< sets the function-key bit
+};
+
+constexpr SpecialKey SpecialKeys[] = {
+    {Qt::Key_Up, 0xF700, true},       {Qt::Key_Down, 0xF701, true},       {Qt::Key_Left, 0xF702, true},
+    {Qt::Key_Right, 0xF703, true},    {Qt::Key_Insert, 0xF727, false},    {Qt::Key_Delete, 0xF728, false},
+    {Qt::Key_Home, 0xF729, true},     {Qt::Key_End, 0xF72B, true},        {Qt::Key_PageUp, 0xF72C, true},
+    {Qt::Key_PageDown, 0xF72D, true}, {Qt::Key_Print, 0xF72E, false},     {Qt::Key_ScrollLock, 0xF72F, false},
+    {Qt::Key_Pause, 0xF730, false},   {Qt::Key_SysReq, 0xF731, false},    {Qt::Key_Menu, 0xF735, false},
+    {Qt::Key_Help, 0xF746, false},    {Qt::Key_Backspace, 0x007F, false}, {Qt::Key_Tab, 0x0009, false},
+    {Qt::Key_Backtab, 0x0019, false}, {Qt::Key_Return, 0x000D, false},    {Qt::Key_Enter, 0x0003, false},
+    {Qt::Key_Escape, 0x001B, false},
+};
+
+constexpr char16_t F1Character = 0xF704;
+
+std::optional<SpecialKey> specialKey(const QKeyEvent& key)
+{
+    if (key.key() >= Qt::Key_F1 && key.key() <= Qt::Key_F35)
+        return SpecialKey{key.key(), char16_t(F1Character + (key.key() - Qt::Key_F1)), true};
+    for (const SpecialKey& special : SpecialKeys) {
+        if (special.key == key.key())
+            return special;
+    }
+    return std::nullopt;
+}
+
+/// The modifier that the key itself is; 0 for any other key.
+quint64 modifierOfKey(int key)
+{
+    switch (key) {
+    case Qt::Key_Shift:
+        return ShiftKeyMask;
+    case Qt::Key_Control:
+        return ControlKeyMask;
+    case Qt::Key_Alt:
+        return AlternateKeyMask;
+    case Qt::Key_Meta:
+    case Qt::Key_Super_L:
+    case Qt::Key_Super_R:
+        return CommandKeyMask;
+    default:
+        return 0;
+    }
+}
+
+/// The modifier keys are these, whatever the layout makes of them under others: with Alt held, Shift may
+/// choose the next layout.
+bool isModifierKey(quint16 keyCode)
+{
+    constexpr quint16 rightCommand = 54;
+    constexpr quint16 rightControl = 62;
+    return keyCode >= rightCommand && keyCode <= rightControl;
+}
+
+bool changesFlags(int key)
+{
+    return modifierOfKey(key) != 0 || key == Qt::Key_CapsLock || key == Qt::Key_AltGr ||
+           key == Qt::Key_NumLock || key == Qt::Key_Hyper_L || key == Qt::Key_Hyper_R ||
+           key == Qt::Key_Mode_switch;
+}
+
+quint64 flagsOf(Qt::KeyboardModifiers modifiers)
+{
+    quint64 flags = 0;
+    if (modifiers & Qt::ShiftModifier)
+        flags |= ShiftKeyMask;
+    if (modifiers & Qt::ControlModifier)
+        flags |= ControlKeyMask;
+    if (modifiers & Qt::AltModifier)
+        flags |= AlternateKeyMask;
+    if (modifiers & Qt::MetaModifier)
+        flags |= CommandKeyMask;
+    return flags;
+}
+
+/// As they were before the event: of a modifier key Qt tells them with its own one turned round, whether or
+/// not the key changes it on this layout.
+Qt::KeyboardModifiers modifiersBefore(const QKeyEvent& key)
+{
+    switch (key.key()) {
+    case Qt::Key_Shift:
+        return key.modifiers() ^ Qt::ShiftModifier;
+    case Qt::Key_Control:
+        return key.modifiers() ^ Qt::ControlModifier;
+    case Qt::Key_Alt:
+        return key.modifiers() ^ Qt::AltModifier;
+    case Qt::Key_Meta:
+        return key.modifiers() ^ Qt::MetaModifier;
+    default:
+        return key.modifiers();
+    }
+}
+
+Event::Type pressed(Qt::MouseButton button)
+{
+    if (button == Qt::LeftButton)
+        return Event::Type::LeftMouseDown;
+    return button == Qt::RightButton ? Event::Type::RightMouseDown : Event::Type::OtherMouseDown;
+}
+
+Event::Type released(Qt::MouseButton button)
+{
+    if (button == Qt::LeftButton)
+        return Event::Type::LeftMouseUp;
+    return button == Qt::RightButton ? Event::Type::RightMouseUp : Event::Type::OtherMouseUp;
+}
+
+Event::Type moved(Qt::MouseButtons held)
+{
+    if (held & Qt::LeftButton)
+        return Event::Type::LeftMouseDragged;
+    if (held & Qt::RightButton)
+        return Event::Type::RightMouseDragged;
+    return held == Qt::NoButton ? Event::Type::MouseMoved : Event::Type::OtherMouseDragged;
+}
+
+} // namespace
+
+QtEventConverter::QtEventConverter(Keyboard keyboard) : _keyboard(std::move(keyboard)) {}
+
+std::optional<Event> QtEventConverter::convert(const QEvent& event)
+{
+    switch (event.type()) {
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::ShortcutOverride:
+        return _convertKey(static_cast<const QKeyEvent&>(event));
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick: {
+        const auto& mouse = static_cast<const QMouseEvent&>(event);
+        return _pointerEvent(pressed(mouse.button()), mouse);
+    }
+    case QEvent::MouseButtonRelease: {
+        const auto& mouse = static_cast<const QMouseEvent&>(event);
+        return _pointerEvent(released(mouse.button()), mouse);
+    }
+    case QEvent::MouseMove: {
+        const auto& mouse = static_cast<const QMouseEvent&>(event);
+        return _pointerEvent(moved(mouse.buttons()), mouse);
+    }
+    case QEvent::Enter:
+        return _pointerEvent(Event::Type::MouseEntered, static_cast<const QEnterEvent&>(event));
+    case QEvent::Leave: {
+        Event left;
+        left.type = Event::Type::MouseExited;
+        return left;
+    }
+    case QEvent::ApplicationStateChange:
+        _unseen.clear(); // keys go up elsewhere from now on, or have gone down there
+        return std::nullopt;
+    default:
+        return std::nullopt;
+    }
+}
+
+quint64 QtEventConverter::_flagsOf(Qt::KeyboardModifiers modifiers) const
+{
+    quint64 flags = flagsOf(modifiers);
+    for (const quint64 flag : _unseen)
+        flags |= flag;
+    return flags;
+}
+
+Event QtEventConverter::_pointerEvent(Event::Type type, const QSinglePointEvent& pointer) const
+{
+    Event event;
+    event.type = type;
+    event.modifierFlags = _flagsOf(pointer.modifiers());
+    event.locationInWindow =
+        pointer.points().isEmpty() ? QPointF() : pointer.points().first().scenePosition();
+    return event;
+}
+
+Event QtEventConverter::_convertKey(const QKeyEvent& key)
+{
+    Event event;
+    event.keyCode = _keyboard.keyCode(key).value_or(NoKeyCode);
+    if (isModifierKey(event.keyCode) || changesFlags(key.key())) {
+        _changeFlags(key, event);
+        return event;
+    }
+    event.modifierFlags = _flagsOf(key.modifiers());
+    event.type = key.type() == QEvent::KeyRelease ? Event::Type::KeyUp : Event::Type::KeyDown;
+    _addCharacters(key, event);
+    return event;
+}
+
+void QtEventConverter::_changeFlags(const QKeyEvent& key, Event& event)
+{
+    const quint64 named = modifierOfKey(key.key());
+    const bool known = _keyboard.modifier && isModifierKey(event.keyCode);
+    const quint64 own = known ? _keyboard.modifier(event.keyCode) : named;
+    const bool released = key.type() == QEvent::KeyRelease;
+    if (released)
+        _unseen.remove(event.keyCode);
+    else if (own != named)
+        _unseen.insert(event.keyCode, own);
+    event.type = Event::Type::FlagsChanged;
+    event.modifierFlags = _flagsOf(modifiersBefore(key));
+    if (released)
+        event.modifierFlags &= ~own;
+    else
+        event.modifierFlags |= own;
+}
+
+void QtEventConverter::_addCharacters(const QKeyEvent& key, Event& event) const
+{
+    // A keypad key that types its digit is no arrow: Qt then names the digit as the key.
+    if (const auto special = specialKey(key)) {
+        event.characters = QString(QChar(special->character));
+        event.charactersIgnoringModifiers = event.characters;
+        if (special->function)
+            event.modifierFlags |= FunctionKeyMask;
+        return;
+    }
+    event.charactersIgnoringModifiers = _keyboard.letter(event.keyCode, event.modifierFlags & ShiftKeyMask);
+    const bool types = !key.text().isEmpty() && key.text().at(0).isPrint();
+    if (event.charactersIgnoringModifiers.isEmpty() && types)
+        event.charactersIgnoringModifiers = key.text();
+    const bool alone = !(event.modifierFlags & (ControlKeyMask | AlternateKeyMask | CommandKeyMask));
+    event.characters = alone && types ? key.text() : event.charactersIgnoringModifiers;
+}
+
+} // namespace tarnwick

@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/qt/menu/LetterSearch.h"
+
+#include <QList>
+#include <QMenu>
+
+#include <memory>
+
+namespace tarnwick {
+
+class Menu;
+class MenuItem;
+
+/// A Menu as a menu of the toolkit. It is filled just before it opens, each time anew: the delegate is told
+/// menuNeedsUpdate, the menu enables its items, the delegate is told menuWillOpen; then menuWillHighlightItem
+/// as the highlight moves and menuDidClose at the end. What it shows is a copy that it holds: the model may
+/// be changed or dropped while it is open. Choosing performs nothing, it is only told.
+class QMenuView final : public QMenu
+{
+    Q_OBJECT
+
+public:
+    /// Without a menu it is not to be opened before setMenu().
+    explicit QMenuView(std::shared_ptr<Menu> menu, QWidget* parent = nullptr);
+    ~QMenuView() override;
+
+    /// What it shows from the next opening on.
+    void setMenu(std::shared_ptr<Menu> menu);
+    /// Makes the window, unseen, so that openAt() need not.
+    void makeWindow();
+
+    /// Shows it with its top left corner at `corner` (toolkit coordinates), or flipped where it would not fit
+    /// on the screen of that point. Returns at once.
+    void openAt(QPoint corner);
+
+    /// ModifierFlag bits: of alternates, those are shown whose modifiers are held; in submenus, too.
+    void setHeldModifiers(quint64 flags);
+
+    /// Whether the point (toolkit coordinates) lies on this menu or on an open submenu.
+    [[nodiscard]] bool coversGlobal(QPoint point) const;
+
+    /// Large enough to be seen also without any entry.
+    [[nodiscard]] QSize sizeHint() const override;
+
+Q_SIGNALS:
+    /// In this menu or a submenu; `menu` holds, or held, the item.
+    void itemChosen(std::shared_ptr<tarnwick::Menu> menu, std::shared_ptr<tarnwick::MenuItem> item);
+
+protected:
+    bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    struct Entry
+    {
+        QAction* action;
+        std::shared_ptr<MenuItem> item;
+        QMenuView* submenu; ///< null without one
+    };
+
+    void _fill();
+    void _addEntry(const std::shared_ptr<MenuItem>& item);
+    void _closed();
+    void _showAlternates();
+    [[nodiscard]] QAction* _shownInPlaceOf(const QAction* hidden) const;
+    void _noticeHighlight();
+    [[nodiscard]] bool _moveToLetter(const QKeyEvent& event);
+    void _highlight(QAction* action);
+    [[nodiscard]] const Entry* _entryOf(const QAction* action) const;
+
+    std::shared_ptr<Menu> _menu;
+    QList<std::shared_ptr<MenuItem>> _shownItems; ///< what the menu held when it was filled
+    QList<Entry> _entries;
+    bool _filled = false;
+    bool _open = false;
+    const QAction* _highlighted = nullptr;
+    quint64 _heldModifiers = 0;
+    LetterSearch _letterSearch;
+};
+
+} // namespace tarnwick
