@@ -18,7 +18,7 @@ import tempfile
 import xml.etree.ElementTree as ElementTree
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-FOLDERS = ("shortcut", "mouse", "prefs", "app", "platform/qt")
+FOLDERS = ("shortcut", "mouse", "prefs", "app", "platform")
 TABLE = "ShortcutRecorder"
 
 TEXT = r'((?:"(?:[^"\\]|\\.)*"\s*)+)'
@@ -76,7 +76,7 @@ def catalogue_problems(catalogue, used):
 def texts_of_sources():
     used = set()
     for folder in FOLDERS:
-        for path in sorted((ROOT / folder).glob("*.cpp")):
+        for path in sorted((ROOT / folder).rglob("*.cpp")):
             used |= set(texts_of(path))
     return used
 
