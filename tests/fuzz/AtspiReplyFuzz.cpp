@@ -3,6 +3,7 @@
 // signature, a zero byte, the body.
 #include "platform/linux/atspi/AtspiConstants.h"
 #include "platform/linux/atspi/AtspiDecode.h"
+#include "platform/linux/bus/BusText.h"
 #include "tests/fuzz/Fuzzing.h"
 #include "tests/fuzz/Wire.h"
 
@@ -44,7 +45,7 @@ void checkText(const std::optional<QString>& text)
     if (!text)
         return;
     require(text->isValidUtf16() && !text->contains(QChar(u'\0')), "a text is a text");
-    require(text->toUtf8().size() <= atspi::MaximumTextBytes, "a text is no longer than the longest");
+    require(text->toUtf8().size() <= MaximumTextBytes, "a text is no longer than the longest");
 }
 
 void checkReference(const BusReference& reference)
@@ -72,11 +73,11 @@ void check(const AtspiFacts& facts)
 /// The same text over and over, until it is too long.
 void checkCut(const QByteArray& text)
 {
-    const QByteArray whole = text.repeated(atspi::MaximumTextBytes / text.size() + 2);
-    const QString cut = atspi::cutText(whole.constData());
+    const QByteArray whole = text.repeated(MaximumTextBytes / text.size() + 2);
+    const QString cut = cutText(whole.constData());
     require(whole.startsWith(cut.toUtf8()), "a text that is cut is the beginning of the whole");
-    require(cut.toUtf8().size() <= atspi::MaximumTextBytes &&
-                cut.toUtf8().size() > atspi::MaximumTextBytes - 4,
+    require(cut.toUtf8().size() <= MaximumTextBytes &&
+                cut.toUtf8().size() > MaximumTextBytes - 4,
             "a text is cut at the last character that fits");
 }
 

@@ -2,6 +2,7 @@
 #include "platform/linux/atspi/AtspiDecode.h"
 
 #include "platform/linux/atspi/AtspiConstants.h"
+#include "platform/linux/bus/BusText.h"
 
 #include <cstring>
 
@@ -34,17 +35,6 @@ std::optional<BusReference> nextReference(sd_bus_message* reply, int connection)
 }
 
 } // namespace
-
-QString cutText(const char* bytes)
-{
-    auto length = static_cast<qsizetype>(std::strlen(bytes));
-    if (length > MaximumTextBytes) {
-        length = MaximumTextBytes;
-        while (length > 0 && (static_cast<unsigned char>(bytes[length]) & 0xC0U) == 0x80U)
-            --length;
-    }
-    return QString::fromUtf8(bytes, length);
-}
 
 std::optional<QString> decodeText(sd_bus_message* reply)
 {

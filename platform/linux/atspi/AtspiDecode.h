@@ -10,12 +10,9 @@
 /// that is no UTF-8 give nothing.
 namespace tarnwick::atspi {
 
-inline constexpr qsizetype MaximumTextBytes = qsizetype{64} * 1024;
 inline constexpr qsizetype MaximumChildren = 20'000;
 
-/// Text as other programs send it. Longer ones than 64 KiB are cut at a whole character.
-[[nodiscard]] QString cutText(const char* bytes);
-/// A plain string, cut like that.
+/// A plain string, cut as cutText() does.
 [[nodiscard]] std::optional<QString> decodeText(sd_bus_message* reply);
 /// A string in a variant, as a property is answered.
 [[nodiscard]] std::optional<QString> decodeTextProperty(sd_bus_message* reply);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/gtk/GtkMenuDecode.h"
 
-#include "platform/linux/atspi/AtspiDecode.h"
+#include "platform/linux/bus/BusText.h"
 
 #include <algorithm>
 #include <array>
@@ -13,7 +13,7 @@ namespace {
 std::optional<QString> textOf(const SdBusValue& value)
 {
     const auto bytes = value.text();
-    return bytes ? std::optional(atspi::cutText(bytes->constData())) : std::nullopt;
+    return bytes ? std::optional(cutText(bytes->constData())) : std::nullopt;
 }
 
 std::optional<GtkMenuNumber> linkOf(const SdBusValue& value)

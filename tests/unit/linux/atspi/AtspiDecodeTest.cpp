@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/atspi/AtspiDecode.h"
 
+#include "platform/linux/bus/BusText.h"
 #include "tests/unit/linux/bus/MessageTest.h"
 
 using namespace tarnwick;
