@@ -76,8 +76,7 @@ void checkCut(const QByteArray& text)
     const QByteArray whole = text.repeated(MaximumTextBytes / text.size() + 2);
     const QString cut = cutText(whole.constData());
     require(whole.startsWith(cut.toUtf8()), "a text that is cut is the beginning of the whole");
-    require(cut.toUtf8().size() <= MaximumTextBytes &&
-                cut.toUtf8().size() > MaximumTextBytes - 4,
+    require(cut.toUtf8().size() <= MaximumTextBytes && cut.toUtf8().size() > MaximumTextBytes - 4,
             "a text is cut at the last character that fits");
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Key bindings as applications publish them. A byte that says how they are read, then
 // a line with the binding and the name of the item.
-#include "platform/linux/menus/KeyBinding.h"
+#include "platform/linux/atspi/AtspiKeyBinding.h"
 #include "platform/linux/menus/MenuShortcut.h"
 #include "tests/fuzz/Fuzzing.h"
 
@@ -112,6 +112,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (way == 0)
         checkBinding(KeyBinding::parseAccelerator(text));
     else
-        checkBinding(KeyBinding::parse(text, name, toolkits[static_cast<std::size_t>(way) - 1]));
+        checkBinding(keyBindingOf(text, name, toolkits[static_cast<std::size_t>(way) - 1]));
     return 0;
 }

@@ -2,8 +2,8 @@
 #include "platform/linux/atspi/AtspiMenuBars.h"
 
 #include "platform/linux/atspi/AtspiConstants.h"
+#include "platform/linux/atspi/AtspiToolkit.h"
 #include "platform/linux/atspi/MenuBarSearch.h"
-#include "platform/linux/menus/AtspiToolkit.h"
 
 #include <algorithm>
 

@@ -2,6 +2,7 @@
 #include "platform/linux/atspi/AtspiNormalForm.h"
 
 #include "platform/linux/atspi/AtspiConstants.h"
+#include "platform/linux/atspi/AtspiKeyBinding.h"
 
 #include <algorithm>
 
@@ -91,7 +92,7 @@ std::optional<MenuRow> rowOf(const AtspiFacts& facts, const StateRules& rules, A
     if (row.contents) {
         row.kind = MenuRow::Kind::Holder;
     } else if (facts.keyBinding) {
-        const auto binding = KeyBinding::parse(*facts.keyBinding, *facts.name, toolkit);
+        const auto binding = keyBindingOf(*facts.keyBinding, *facts.name, toolkit);
         row.shortcut = binding ? MenuShortcut::of(*binding) : std::nullopt;
     }
     return row;

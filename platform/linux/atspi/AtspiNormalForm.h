@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/linux/atspi/AtspiFacts.h"
-#include "platform/linux/menus/AtspiToolkit.h"
+#include "platform/linux/atspi/AtspiToolkit.h"
 #include "platform/linux/menus/MenuRow.h"
 
 namespace tarnwick {

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/menus/AtspiToolkit.h"
-
 #include <QString>
 #include <xkbcommon/xkbcommon.h>
 
@@ -19,12 +17,7 @@ struct KeyBinding
     bool super = false;
     xkb_keysym_t key = XKB_KEY_NoSymbol;
 
-    /// What a toolkit publishes as the key binding of the item named `name`. Nothing when the item has no
-    /// shortcut, only a mnemonic, or one that is more than one key.
-    [[nodiscard]] static std::optional<KeyBinding> parse(const QString& text, const QString& name,
-                                                         AtspiToolkit toolkit);
-
-    /// An accelerator as GTK writes it: "<Primary><Shift>s".
+    /// An accelerator as GTK writes it: "<Primary><Shift>s". Nothing when it has another modifier, or no key.
     [[nodiscard]] static std::optional<KeyBinding> parseAccelerator(const QString& text);
 
     friend bool operator==(const KeyBinding&, const KeyBinding&) = default;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/menus/KeyBinding.h"
+#include "platform/linux/atspi/AtspiKeyBinding.h"
 
 #include <gtest/gtest.h>
 #include <xkbcommon/xkbcommon-keysyms.h>
@@ -86,11 +86,11 @@ const Row rows[] = {
 
 } // namespace
 
-TEST(KeyBinding, parse_understandsEachToolkit)
+TEST(AtspiKeyBinding, keyBindingOf_understandsEachToolkit)
 {
     for (const Row& row : rows) {
         const auto binding =
-            KeyBinding::parse(QString::fromUtf8(row.text), QString::fromUtf8(row.name), row.toolkit);
+            keyBindingOf(QString::fromUtf8(row.text), QString::fromUtf8(row.name), row.toolkit);
         const auto lowered = [](std::optional<KeyBinding> keyed) {
             if (keyed)
                 keyed->key = xkb_keysym_to_lower(keyed->key);
