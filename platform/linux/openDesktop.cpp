@@ -26,6 +26,7 @@
 
 #include <QDBusConnection>
 #include <QKeyEvent>
+#include <QPointer>
 #include <QStandardPaths>
 
 #include <utility>
@@ -110,12 +111,16 @@ Desktop openDesktop(int& argc, char** argv)
     auto trayHost = std::make_unique<LinuxTrayHost>(session->bus().connection());
     QObject::connect(&session->bus(), &SessionBusWatch::changed, trayHost.get(),
                      [host = trayHost.get(), &bus = session->bus()] { host->setBus(bus.connection()); });
+    const TriggerOrder afterSwitches = [workspace = QPointer(workspace.get())](std::function<void()> then) {
+        if (workspace)
+            workspace->afterSwitchesSoFar(std::move(then));
+    };
     desktop.session = std::move(session);
     desktop.workspace = std::move(workspace);
     desktop.accessibility = std::move(accessibility);
     desktop.loginItems = XdgLoginItems::ofSession();
-    desktop.eventTaps = std::make_unique<X11EventTaps>();
-    auto hotKeys = std::make_unique<X11HotKeys>();
+    desktop.eventTaps = std::make_unique<X11EventTaps>(afterSwitches);
+    auto hotKeys = std::make_unique<X11HotKeys>(afterSwitches);
     auto symbolicHotKeys = std::make_unique<LinuxSymbolicHotKeys>(symbolicHotKeysDesktop(*layout, *hotKeys));
     QObject::connect(&activeWindow, &X11ActiveWindow::changed, symbolicHotKeys.get(),
                      &LinuxSymbolicHotKeys::frontChanged);

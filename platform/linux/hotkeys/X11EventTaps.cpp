@@ -4,6 +4,9 @@
 #include "platform/linux/input/X11RawInput.h"
 #include "platform/qt/menu/MenuTracking.h"
 
+#include <QPointer>
+
+#include <utility>
 #include <vector>
 
 namespace tarnwick {
@@ -19,7 +22,7 @@ class RawPress final : public TappedEvent
 
 } // namespace
 
-X11EventTaps::X11EventTaps()
+X11EventTaps::X11EventTaps(TriggerOrder order) : _order(std::move(order))
 {
     connect(&X11RawInput::shared(), &X11RawInput::buttonPressed, this, &X11EventTaps::_buttonPressed);
 }
@@ -58,14 +61,19 @@ void X11EventTaps::_buttonPressed(quint32 button)
         return;
     // A callback may open a menu, which runs an event loop: not from inside the filter. While one is open no
     // other opens, and told later the press could come when it has just closed.
-    const auto way = MenuTracking::shared().active() ? Qt::DirectConnection : Qt::QueuedConnection;
+    const bool menuIsOpen = MenuTracking::shared().active();
     std::vector<EventTapRef> refs; // the newest tap stands at the head
     for (auto tap = _taps.crbegin(); tap != _taps.crend(); ++tap)
         refs.push_back(tap->first);
     // One call each: a callback that opens a menu keeps nobody waiting.
     for (const EventTapRef ref : refs)
-        QMetaObject::invokeMethod(
-            this, [this, ref] { _deliver(ref); }, way);
+        if (menuIsOpen)
+            _deliver(ref);
+        else
+            _order([self = QPointer(this), ref] {
+                if (self)
+                    self->_deliver(ref);
+            });
 }
 
 void X11EventTaps::_deliver(EventTapRef ref)

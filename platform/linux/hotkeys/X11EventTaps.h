@@ -2,6 +2,7 @@
 #pragma once
 
 #include "mouse/EventTaps.h"
+#include "platform/linux/hotkeys/TriggerOrder.h"
 
 #include <QObject>
 
@@ -17,7 +18,8 @@ class X11EventTaps final : public QObject, public EventTaps
     Q_OBJECT
 
 public:
-    X11EventTaps();
+    /// `order` is asked at each press, and hands it on, but for those while a menu is open.
+    explicit X11EventTaps(TriggerOrder order = fromEventLoop);
 
     EventTapRef create(Location location, Placement placement, Options options, quint64 eventsOfInterest,
                        EventTapCallback callback) override;
@@ -36,6 +38,7 @@ private:
     void _buttonPressed(quint32 button);
     void _deliver(EventTapRef ref);
 
+    TriggerOrder _order;
     std::map<EventTapRef, Tap> _taps; ///< newest last
     EventTapRef _lastRef = 0;
 };

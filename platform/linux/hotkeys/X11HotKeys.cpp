@@ -10,9 +10,11 @@
 #include "platform/qt/menu/MenuTracking.h"
 
 #include <QApplication>
+#include <QPointer>
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 // The header names one of its fields with a word of C++.
 #define explicit explicit_
@@ -29,7 +31,7 @@ constexpr auto mapChangeSettles = 20ms;
 
 } // namespace
 
-X11HotKeys::X11HotKeys() : _connection(X11Connection::shared())
+X11HotKeys::X11HotKeys(TriggerOrder order) : _order(std::move(order)), _connection(X11Connection::shared())
 {
     if (!_connection)
         return;
@@ -178,7 +180,10 @@ void X11HotKeys::_keyPressed(const xcb_key_press_event_t& event)
     _firedAt = event.time;
     X11HotKeyGuard::shared().holdOn(event.time);
     // Handlers open menus, which run event loops: never from inside a filter.
-    QMetaObject::invokeMethod(this, &X11HotKeys::_offerPress, Qt::QueuedConnection);
+    _order([self = QPointer(this)] {
+        if (self)
+            self->_offerPress();
+    });
 }
 
 void X11HotKeys::_menuEnded()

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/HotKeys.h"
+#include "platform/linux/hotkeys/TriggerOrder.h"
 #include "platform/linux/input/X11HeldKeys.h"
 #include "platform/linux/input/X11ModifierMap.h"
 #include "platform/linux/input/X11RawInput.h"
@@ -29,7 +30,8 @@ class X11HotKeys final : public QObject, public QAbstractNativeEventFilter, publ
     Q_OBJECT
 
 public:
-    X11HotKeys();
+    /// `order` is asked at each press, and hands it on.
+    explicit X11HotKeys(TriggerOrder order = fromEventLoop);
     ~X11HotKeys() override;
 
     void installEventHandler(std::function<qint32()> handler) override;
@@ -57,6 +59,7 @@ private:
     void _callHandlers() const;
     void _followKeyboardMap();
 
+    TriggerOrder _order;
     X11Connection& _connection;
     X11ModifierMap _modifierMap;
     std::map<EventHotKeyRef, std::unique_ptr<X11KeyGrab>> _grabs;

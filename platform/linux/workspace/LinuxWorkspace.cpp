@@ -8,6 +8,7 @@
 #include "platform/qt/menu/MenuTracking.h"
 
 #include <QCoreApplication>
+#include <QPointer>
 
 #include <utility>
 
@@ -85,10 +86,23 @@ void LinuxWorkspace::announceFrontThen(std::function<void()> then)
 {
     if (!_activeWindow.current().window)
         _announce(_lookBeside());
+    _whenNothingIsUndelivered(std::move(then));
+}
+
+void LinuxWorkspace::afterSwitchesSoFar(std::function<void()> then)
+{
+    _activeWindow.afterChangesSoFar([self = QPointer(this), then = std::move(then)] {
+        if (self)
+            self->_whenNothingIsUndelivered(then);
+    });
+}
+
+void LinuxWorkspace::_whenNothingIsUndelivered(std::function<void()> then)
+{
     if (_undelivered == 0)
         then();
     else
-        _whenDelivered = std::move(then);
+        _whenDelivered.push_back(std::move(then));
 }
 
 FrontWindow LinuxWorkspace::_lookBeside()
@@ -128,8 +142,9 @@ void LinuxWorkspace::_deliver()
     if (_undelivered > 0)
         QMetaObject::invokeMethod(this, &LinuxWorkspace::_deliver, Qt::QueuedConnection);
     _switched();
-    if (_undelivered == 0 && _whenDelivered)
-        std::exchange(_whenDelivered, nullptr)();
+    if (_undelivered == 0)
+        for (const auto& then : std::exchange(_whenDelivered, {}))
+            then();
 }
 
 bool LinuxWorkspace::openURL(const QUrl& url)

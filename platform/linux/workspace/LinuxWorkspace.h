@@ -9,7 +9,9 @@
 
 #include <QObject>
 
+#include <functional>
 #include <memory>
+#include <vector>
 
 namespace tarnwick {
 
@@ -37,6 +39,9 @@ public:
                                                                 bool expandTilde) const override;
     void setCollectionBehavior(QWidget& window, CollectionBehavior behavior) override;
 
+    /// Runs `then` from the event loop, once every switch that has happened by now has been announced.
+    void afterSwitchesSoFar(std::function<void()> then);
+
     /// Where windows may be in front that the X server does not know, compares with what was announced last.
     /// Runs `then` once every switch so far has been announced: at once when there is none to announce.
     void announceFrontThen(std::function<void()> then);
@@ -55,6 +60,7 @@ private:
     void _frontChanged(const FrontWindow& front);
     void _announce(const FrontWindow& front);
     void _deliver();
+    void _whenNothingIsUndelivered(std::function<void()> then);
     [[nodiscard]] FrontWindow _lookBeside();
 
     X11ActiveWindow& _activeWindow;
@@ -63,7 +69,7 @@ private:
     FrontSwitches _switches;
     std::function<void()> _switched;
     int _undelivered = 0;
-    std::function<void()> _whenDelivered;
+    std::vector<std::function<void()>> _whenDelivered;
     std::unique_ptr<LinuxLook> _look;
 };
 

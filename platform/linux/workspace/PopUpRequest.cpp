@@ -15,7 +15,8 @@ void PopUpRequest::carryOut(const std::function<void()>& popUp)
         MenuTracking::shared().cancel();
         return;
     }
-    _workspace.announceFrontThen([this, popUp] { _popUp(popUp); });
+    _workspace.afterSwitchesSoFar(
+        [this, popUp] { _workspace.announceFrontThen([this, popUp] { _popUp(popUp); }); });
 }
 
 void PopUpRequest::_popUp(const std::function<void()>& popUp)

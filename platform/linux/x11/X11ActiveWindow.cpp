@@ -7,6 +7,7 @@
 #include <functional>
 #include <mutex>
 #include <utility>
+#include <vector>
 
 namespace tarnwick {
 
@@ -32,8 +33,34 @@ public:
         return _latest;
     }
 
+    /// Runs `done` on the watching thread, after `changed` for what the server knows of by now.
+    void lookThen(std::function<void()> done)
+    {
+        {
+            const std::lock_guard lock(_mutex);
+            _asked.push_back(std::move(done));
+        }
+        _thread->wake();
+    }
+
 private:
     void _run()
+    {
+        const auto asked = _takeAsked();
+        if (!asked.empty())
+            _x11.sync(); // what happened before has been received
+        _lookAtChanges();
+        for (const auto& done : asked)
+            done();
+    }
+
+    [[nodiscard]] std::vector<std::function<void()>> _takeAsked()
+    {
+        const std::lock_guard lock(_mutex);
+        return std::exchange(_asked, {});
+    }
+
+    void _lookAtChanges()
     {
         if (_filter.due())
             _look();
@@ -136,8 +163,9 @@ private:
     std::optional<bool> _managed;
     xcb_window_t _watched = XCB_WINDOW_NONE;
     std::function<void(const FrontWindow&)> _changed;
-    std::mutex _mutex;
-    FrontWindow _latest; ///< guarded by the mutex
+    std::mutex _mutex; ///< for what follows
+    FrontWindow _latest;
+    std::vector<std::function<void()>> _asked;
 
     std::optional<X11Thread> _thread;
 };
@@ -156,6 +184,17 @@ X11ActiveWindow::X11ActiveWindow()
 }
 
 X11ActiveWindow::~X11ActiveWindow() = default;
+
+void X11ActiveWindow::afterChangesSoFar(std::function<void()> then)
+{
+    const auto post = [this, then = std::move(then)] {
+        QMetaObject::invokeMethod(this, then, Qt::QueuedConnection);
+    };
+    if (_watcher)
+        _watcher->lookThen(post);
+    else
+        post();
+}
 
 FrontWindow X11ActiveWindow::current() const
 {

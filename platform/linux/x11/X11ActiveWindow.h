@@ -5,6 +5,7 @@
 
 #include <QObject>
 
+#include <functional>
 #include <memory>
 
 namespace tarnwick {
@@ -24,6 +25,10 @@ public:
 
     /// Now; none when no window is.
     [[nodiscard]] FrontWindow current() const;
+
+    /// Runs `then` from the event loop, after every changed() that the server knows of by now. Not at all
+    /// when this goes before.
+    void afterChangesSoFar(std::function<void()> then);
 
     /// What is in front as long as no window of the X server is: a window of which the server knows nothing.
     void setBeside(const FrontWindow& front) { _beside = front; }

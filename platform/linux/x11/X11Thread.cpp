@@ -18,16 +18,22 @@ OwnX11Connection connectToX11()
 }
 
 X11Thread::X11Thread(xcb_connection_t* connection, Work work)
-    : _connection(connection), _work(std::move(work)), _stop(eventfd(0, EFD_CLOEXEC)),
+    : _connection(connection), _work(std::move(work)), _signal(eventfd(0, EFD_CLOEXEC)),
       _thread([this] { _run(); })
 {
 }
 
 X11Thread::~X11Thread()
 {
-    static_cast<void>(eventfd_write(_stop, 1));
+    _ends = true;
+    wake();
     _thread.join();
-    close(_stop);
+    close(_signal);
+}
+
+void X11Thread::wake()
+{
+    static_cast<void>(eventfd_write(_signal, 1));
 }
 
 void X11Thread::_run()
@@ -44,8 +50,13 @@ bool X11Thread::_wait() const
         const auto left = std::chrono::ceil<std::chrono::milliseconds>(*due - Time::clock::now());
         limit = static_cast<int>(std::max<std::int64_t>(left.count(), 0));
     }
-    pollfd sources[] = {{xcb_get_file_descriptor(_connection), POLLIN, 0}, {_stop, POLLIN, 0}};
-    return poll(sources, 2, limit) >= 0 ? sources[1].revents == 0 : errno == EINTR;
+    pollfd sources[] = {{xcb_get_file_descriptor(_connection), POLLIN, 0}, {_signal, POLLIN, 0}};
+    if (poll(sources, 2, limit) < 0)
+        return errno == EINTR;
+    eventfd_t woken = 0;
+    if (sources[1].revents != 0)
+        static_cast<void>(eventfd_read(_signal, &woken));
+    return !_ends;
 }
 
 } // namespace tarnwick

@@ -3,6 +3,7 @@
 
 #include <xcb/xcb.h>
 
+#include <atomic>
 #include <chrono>
 #include <functional>
 #include <memory>
@@ -43,6 +44,9 @@ public:
     X11Thread(const X11Thread&) = delete;
     X11Thread& operator=(const X11Thread&) = delete;
 
+    /// Lets the work run once more, though no event has come. Any thread.
+    void wake();
+
 private:
     void _run();
     /// False when the thread is to end.
@@ -50,7 +54,8 @@ private:
 
     xcb_connection_t* _connection;
     Work _work;
-    int _stop;
+    int _signal;
+    std::atomic_bool _ends = false;
     std::thread _thread;
 };
 

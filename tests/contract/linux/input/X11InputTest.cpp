@@ -182,6 +182,68 @@ TEST(X11HotKeys, theOneThatEnds_givesItsCombinationsBack)
     EXPECT_TRUE(next.registerEventHotKey(F5, Option, {}, 0));
 }
 
+/// Keeps what it is given.
+struct Later
+{
+    QList<std::function<void()>> kept;
+    TriggerOrder order()
+    {
+        return [this](std::function<void()> then) { kept.append(std::move(then)); };
+    }
+    void run()
+    {
+        for (const auto& then : std::exchange(kept, {}))
+            then();
+    }
+};
+
+TEST(X11HotKeys, aPressComesWhenItsTurnHasCome)
+{
+    Later later;
+    int presses = 0;
+    {
+        X11HotKeys hotKeys(later.order());
+        hotKeys.installEventHandler([&] {
+            ++presses;
+            return HotKeys::noErr;
+        });
+        ASSERT_TRUE(hotKeys.registerEventHotKey(J, Option, {}, 0));
+        press(u"alt+j"_s);
+        EXPECT_EQ(presses, 0);
+        EXPECT_EQ(later.kept.size(), 1);
+        later.run();
+        EXPECT_EQ(presses, 1);
+        press(u"alt+j"_s);
+        EXPECT_EQ(later.kept.size(), 1);
+    }
+    later.run();
+    EXPECT_EQ(presses, 1) << "nobody is left to hear of it";
+}
+
+TEST(X11EventTaps, aPressComesWhenItsTurnHasCome)
+{
+    Later later;
+    int presses = 0;
+    {
+        X11EventTaps taps(later.order());
+        const EventTapRef tap =
+            taps.create(EventTaps::AnnotatedSessionEventTap, EventTaps::HeadInsertEventTap,
+                        EventTaps::EventTapOptionDefault, 0x2000000, [&](quint32, const TappedEvent* event) {
+                            ++presses;
+                            return event;
+                        });
+        taps.addSourceToMainRunLoop(tap);
+        taps.enable(tap, true);
+        user({u"click"_s, u"8"_s});
+        EXPECT_EQ(presses, 0);
+        later.run();
+        EXPECT_EQ(presses, 1);
+        user({u"click"_s, u"8"_s});
+    }
+    later.run();
+    EXPECT_EQ(presses, 1) << "nobody is left to hear of it";
+}
+
 TEST(X11EventTaps, keepsThePromisesOfEventTaps)
 {
     X11EventTaps taps;

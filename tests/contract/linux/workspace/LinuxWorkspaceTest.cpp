@@ -293,6 +293,29 @@ TEST_F(LinuxWorkspaceTest, whoAsksForTheFrontToBeAnnounced_isAnsweredAfterTheSwi
     EXPECT_EQ(announced.last(), 4);
 }
 
+TEST_F(LinuxWorkspaceTest, whoAsksForTheSwitchesSoFar_isAnsweredAfterThoseThatAreYetToBeLookedAt)
+{
+    const FixtureProgram first(u"gtk3"_s);
+    ASSERT_TRUE(waitUntilFront(first));
+    const FixtureProgram second(u"qt6"_s);
+    ASSERT_TRUE(waitUntilFront(second));
+    ASSERT_TRUE(waitForSwitches(2));
+    const xcb_window_t firstWindow = windowOf(first, u"Fixture"_s);
+    const xcb_window_t secondWindow = windowOf(second, u"Fixture"_s);
+    // Each is looked at with several questions: when the last one has been told, these have only begun.
+    for (int i = 0; i < 100; ++i) {
+        tellActive(firstWindow);
+        tellActive(secondWindow);
+    }
+    tellActive(firstWindow);
+    std::optional<qint64> announcedLast;
+    workspace.afterSwitchesSoFar([&] { announcedLast = switches.constLast(); });
+    EXPECT_FALSE(announcedLast) << "from the event loop only";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return announcedLast.has_value(); }, Limit));
+    EXPECT_EQ(announcedLast, first.processIdentifier());
+    tellActive(secondWindow);
+}
+
 TEST_F(LinuxWorkspaceTest, theActiveWindowOfTheTree_isThatOfTheProgramInFront)
 {
     AtspiActiveWindow& inTree = accessibility.activeInTree();
