@@ -55,14 +55,26 @@ public:
     /// As with the keyboard.
     [[nodiscard]] bool canTakePointer()
     {
+        const bool taken = takePointer();
+        givePointerBack();
+        return taken;
+    }
+
+    /// Takes it and keeps it. False when somebody else has it.
+    [[nodiscard]] bool takePointer()
+    {
         const XcbOwned<xcb_grab_pointer_reply_t> reply(xcb_grab_pointer_reply(
             _own,
             xcb_grab_pointer(_own, 0, _x11.root(), 0, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC,
                              XCB_WINDOW_NONE, XCB_CURSOR_NONE, XCB_CURRENT_TIME),
             nullptr));
+        return reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
+    }
+
+    void givePointerBack()
+    {
         xcb_ungrab_pointer(_own, XCB_CURRENT_TIME);
         _x11.sync();
-        return reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
     }
 
 private:

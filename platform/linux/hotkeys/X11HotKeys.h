@@ -3,9 +3,9 @@
 
 #include "app/HotKeys.h"
 #include "platform/linux/hotkeys/TriggerOrder.h"
-#include "platform/linux/input/X11HeldKeys.h"
 #include "platform/linux/input/X11ModifierMap.h"
 #include "platform/linux/input/X11RawInput.h"
+#include "platform/qt/menu/HeldKeys.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QObject>
@@ -66,7 +66,7 @@ private:
     EventHotKeyRef _lastRef = 0;
     std::vector<std::function<qint32()>> _handlers;
     quint8 _xkbFirstEvent = 0;
-    X11HeldKeys _heldKeys; ///< the one that fired last, until it is up
+    HeldKeys _heldKeys; ///< the one that fired last, until it is up
     std::optional<quint8> _firedKey;
     quint32 _firedAt = 0;         ///< in the server's time
     bool _offerWhenEnded = false; ///< a press has come after a menu had closed, before its call returned

@@ -1,35 +1,29 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/input/X11Focus.h"
-#include "platform/linux/input/X11HeldKeys.h"
-#include "platform/linux/input/X11HotKeyGuard.h"
-#include "platform/linux/input/X11Keyboard.h"
 #include "platform/linux/input/X11KeyboardGrab.h"
-#include "platform/linux/input/X11ModifierMap.h"
-#include "platform/linux/input/X11PointerGrab.h"
 #include "platform/linux/input/X11RawInput.h"
+#include "platform/linux/popup/PopUpState.h"
+#include "platform/linux/popup/X11PopUpFocus.h"
+#include "platform/linux/popup/X11PopUpKeys.h"
+#include "platform/linux/popup/X11PopUpPointer.h"
+#include "platform/linux/x11/X11EventFilter.h"
 
-#include <QAbstractNativeEventFilter>
 #include <QDeadlineTimer>
-#include <QElapsedTimer>
 #include <QObject>
-#include <QPoint>
 #include <QTimer>
 
+#include <chrono>
 #include <optional>
-#include <set>
 
 namespace tarnwick {
-
-class X11Connection;
 
 /// Keyboard and pointer for one showing of a pop-up, while the application in front keeps its focus. Keys are
 /// handed to a window of ours (the toolkit gives them to the pop-up), modifier keys never are; the keys that
 /// are down at the start, the hot key and its modifiers, go nowhere until they are up. Signals come from
 /// inside the native event filter or a timer: receivers must not run an event loop in them. All grabs are
 /// back when it is destroyed. GUI thread only.
-class X11PopUpInput : public QObject, public QAbstractNativeEventFilter
+class X11PopUpInput : public QObject, public X11EventFilter
 {
     Q_OBJECT
 
@@ -57,11 +51,9 @@ public:
     [[nodiscard]] bool end();
 
     /// The modifiers held now, as menus mean them; not those that are down since the start.
-    [[nodiscard]] quint64 menuModifierFlags() const;
+    [[nodiscard]] quint64 menuModifierFlags() const { return _keys.menuModifierFlags(); }
     /// Those that were held when the keyboard was taken.
-    [[nodiscard]] quint64 menuModifierFlagsAtStart() const;
-
-    bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
+    [[nodiscard]] quint64 menuModifierFlagsAtStart() const { return _keys.menuModifierFlagsAtStart(); }
 
 Q_SIGNALS:
     void menuModifierFlagsMayHaveChanged();
@@ -76,69 +68,42 @@ Q_SIGNALS:
     void dragReleased();
     void settled();
 
+protected:
+    [[nodiscard]] bool filter(std::uint8_t type, xcb_generic_event_t& event) override;
+
 private:
-    [[nodiscard]] bool _filterKeyEvent(xcb_key_press_event_t& event);
-    [[nodiscard]] bool _filterKey(xcb_key_press_event_t& event, bool press);
-    /// The pointer seems to leave and enter windows as it is grabbed and given back; no menu is to notice.
-    [[nodiscard]] bool _isCrossingByGrab(const void* message) const;
-    /// The click that opens the menu over a window of our own may come after the menu is there: the toolkit
-    /// would give it to the menu, which would close.
-    [[nodiscard]] bool _isClickIntoOwnWindow(const void* message);
-    /// The button that is down keeps the pointer.
-    void _awaitPointer(const X11PointerState& pointer);
+    void _followPieces();
     void _followRawInput();
-    void _hold(const X11Keys& down);
-    void _sendToKeeper(const xcb_key_press_event_t& event);
-    /// A modifier state without what the keys mean that are down since the start.
-    [[nodiscard]] quint16 _pressedSinceStart(quint16 state) const;
+    /// Whether the toolkit is not to see the key.
+    [[nodiscard]] bool _filterKey(xcb_key_press_event_t& event);
+    /// The same for a key that has not been sent to the keeper by ourselves.
+    [[nodiscard]] bool _filterUsersKey(xcb_key_press_event_t& event);
+    [[nodiscard]] bool _filterPress(xcb_key_press_event_t& event);
     void _modifierPressed(quint8 keyCode);
-    void _keyReleased(quint8 keyCode, xcb_timestamp_t time);
+    void _released(const xcb_key_press_event_t& event);
     void _modifiersMayHaveChanged();
+
+    /// Goes on to the state that follows the event, which sets the timer.
+    void _after(PopUpEvent event);
+    void _timeout();
     void _yield();
-    void _takeKeyboardBackIfUp();
-    void _takeKeyboardBack();
-    void _takePointerWhenFree();
-    [[nodiscard]] bool _takePointer();
-    [[nodiscard]] bool _anyShortcutModifierDown() const;
+    void _takeBackIfModifiersUp();
+    void _takeBack();
     [[nodiscard]] bool _takeKeyboardInFront(int attempts);
-    void _focusMayBeLost();
-    void _followButton();
+    void _focusMoved();
     void _settleIfUp();
     [[nodiscard]] bool _isUp() const;
 
     X11Connection& _connection;
-    xcb_window_t _keeper;
-    quint16 _pointerDevice = 0;
-    quint16 _modifiersAtStart = 0; ///< core modifier state
-    X11ModifierMap _modifierMap;
     X11KeyboardGrab _keyboard;
-    X11PointerGrab _pointer;
-    X11FocusWatch _focusWatch;
-    xcb_window_t _front = XCB_WINDOW_NONE; ///< the focus window's outermost ancestor
-    X11HeldKeys _heldKeys;                 ///< down since the start
-
-    QList<xcb_key_press_event_t> _typedAhead;
-    int _onTheWay = 0; ///< keys that were sent to the keeper and have not come yet
-
-    bool _begun = false;
-    quint8 _inputOpcode = 0;
-    std::set<quint32> _swallowedButtons;
+    X11PopUpKeys _keys;
+    X11PopUpPointer _pointer;
+    X11PopUpFocus _focus;
     std::optional<X11RawInput::KeyWatch> _keyWatch;
 
-    QTimer _buttonTimer;
-    QPoint _pressedAt;
-    bool _dragging = false;
-    bool _startedByButton = false;
-    QElapsedTimer _sinceStart;
-    QDeadlineTimer _pointerDeadline;
-
-    QTimer _takeBackTimer;
-    QTimer _lookAtFocusTimer;
-    QDeadlineTimer _takeBackDeadline;
-
-    bool _settling = false;
-    QDeadlineTimer _settleDeadline;
-    QTimer _settleTimer;
+    PopUpState _state = PopUpState::Ended;
+    QTimer _timer;            ///< what the state waits for is looked at when it ends
+    QDeadlineTimer _deadline; ///< for what the state waits for
 };
 
 } // namespace tarnwick

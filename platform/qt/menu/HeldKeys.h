@@ -9,9 +9,9 @@
 
 namespace tarnwick {
 
-/// Tells the repeats of keys that are held down from new presses. The server reports a repeat as a release
-/// and a press of one time. Plain data; times are the server's.
-class X11HeldKeys
+/// Tells the repeats of keys that are held down from new presses. A system that makes repeats reports each as
+/// a release and a press of one time. Plain data; key codes and times are the system's.
+class HeldKeys
 {
 public:
     void hold(quint8 keyCode) { _keys.insert(keyCode, std::nullopt); }

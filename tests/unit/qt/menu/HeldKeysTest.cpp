@@ -1,22 +1,22 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/input/X11HeldKeys.h"
+#include "platform/qt/menu/HeldKeys.h"
 
 #include <gtest/gtest.h>
 
 namespace tarnwick {
 namespace {
 
-TEST(X11HeldKeys, aKeyThatIsNotHeld_isPressedAnew)
+TEST(HeldKeys, aKeyThatIsNotHeld_isPressedAnew)
 {
-    X11HeldKeys keys;
+    HeldKeys keys;
     EXPECT_TRUE(keys.pressedAnew(52, 100));
     keys.released(52, 120);
     EXPECT_TRUE(keys.pressedAnew(52, 120)) << "releases of other keys are not remembered";
 }
 
-TEST(X11HeldKeys, aReleaseAndAPressOfOneTime_areARepeat)
+TEST(HeldKeys, aReleaseAndAPressOfOneTime_areARepeat)
 {
-    X11HeldKeys keys;
+    HeldKeys keys;
     keys.hold(52);
     for (const quint32 time : {700U, 725U, 750U}) {
         keys.released(52, time);
@@ -25,25 +25,25 @@ TEST(X11HeldKeys, aReleaseAndAPressOfOneTime_areARepeat)
     }
 }
 
-TEST(X11HeldKeys, aPressLaterThanTheRelease_isNew)
+TEST(HeldKeys, aPressLaterThanTheRelease_isNew)
 {
-    X11HeldKeys keys;
+    HeldKeys keys;
     keys.hold(52);
     keys.released(52, 700);
     EXPECT_TRUE(keys.pressedAnew(52, 701));
     EXPECT_TRUE(keys.keys().isEmpty());
 }
 
-TEST(X11HeldKeys, aPressWithoutARelease_isARepeatWhoseReleaseWentElsewhere)
+TEST(HeldKeys, aPressWithoutARelease_isARepeatWhoseReleaseWentElsewhere)
 {
-    X11HeldKeys keys;
+    HeldKeys keys;
     keys.hold(52);
     EXPECT_FALSE(keys.pressedAnew(52, 700));
 }
 
-TEST(X11HeldKeys, aKeyThatIsUp_isPressedAnew)
+TEST(HeldKeys, aKeyThatIsUp_isPressedAnew)
 {
-    X11HeldKeys keys;
+    HeldKeys keys;
     keys.hold(52);
     keys.hold(64);
     keys.up(52);

@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/input/X11HeldKeys.h"
+#include "platform/qt/menu/HeldKeys.h"
 
 namespace tarnwick {
 
-void X11HeldKeys::released(quint8 keyCode, quint32 time)
+void HeldKeys::released(quint8 keyCode, quint32 time)
 {
     if (const auto key = _keys.find(keyCode); key != _keys.end())
         *key = time;
 }
 
-bool X11HeldKeys::pressedAnew(quint8 keyCode, quint32 time)
+bool HeldKeys::pressedAnew(quint8 keyCode, quint32 time)
 {
     const auto key = _keys.find(keyCode);
     if (key == _keys.end())
