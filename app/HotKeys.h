@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "foundation/SharedPort.h"
+
 #include <QtGlobal>
 
 #include <functional>
@@ -18,11 +20,9 @@ struct EventHotKeyID
 };
 
 /// System-wide hot keys. GUI thread only.
-class HotKeys
+class HotKeys : public SharedPort<HotKeys>
 {
 public:
-    static HotKeys& shared();
-    static void setShared(HotKeys* hotKeys);
     virtual ~HotKeys() = default;
 
     /// The event-handler result by which a handler says that the press is dealt with.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "foundation/SharedPort.h"
+
 #include <QImage>
 
 #include <memory>
@@ -23,11 +25,10 @@ public:
 
 /// The desktop's status area (the tray). An item that is made before the area exists appears with it. GUI
 /// thread only.
-class StatusBar
+class StatusBar : public SharedPort<StatusBar>
 {
 public:
-    static StatusBar& systemStatusBar();
-    static void setShared(StatusBar* statusBar);
+    static StatusBar& systemStatusBar() { return shared(); }
     virtual ~StatusBar() = default;
 
     static constexpr double VariableStatusItemLength = -1;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "ax/UIElement.h"
+#include "foundation/SharedPort.h"
 
 #include <QString>
 #include <QStringList>
@@ -29,11 +30,9 @@ inline const QString AXPressAction = QStringLiteral("AXPress");
 ///
 /// An attribute value is a QVariant of QString, bool, an integer or floating-point number, AXValue,
 /// UIElementRef, or QVariantList of these.
-class Accessibility
+class Accessibility : public SharedPort<Accessibility>
 {
 public:
-    static Accessibility& shared();
-    static void setShared(Accessibility* accessibility);
     virtual ~Accessibility() = default;
 
     /// What is read from now on belongs together, and may wait up to the adapter's limit again, whatever was

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "foundation/SharedPort.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -23,11 +25,9 @@ struct Alert
 };
 
 /// Alerts to the user. GUI thread only.
-class Alerts
+class Alerts : public SharedPort<Alerts>
 {
 public:
-    static Alerts& shared();
-    static void setShared(Alerts* alerts);
     virtual ~Alerts() = default;
 
     /// Shows `alert` in front and waits for the answer: 1000 for the first button, one more for each next.

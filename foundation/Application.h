@@ -3,6 +3,7 @@
 
 #include "foundation/Action.h"
 #include "foundation/Event.h"
+#include "foundation/SharedPort.h"
 
 #include <QString>
 
@@ -16,13 +17,9 @@ class Menu;
 
 /// The running process as a desktop application. As an ActionTarget it responds to "terminate:". GUI thread
 /// only.
-class Application : public ActionTarget
+class Application : public ActionTarget, public SharedPort<Application>
 {
 public:
-    /// The one that main or a test fixture has set; must have been set.
-    static Application& shared();
-    static void setShared(Application* application);
-
     /// Asks the delegate and, unless it refuses, ends the event loop. During start-up nothing further is made
     /// after it returns: see terminating().
     virtual void terminate(ActionSender* sender) = 0;

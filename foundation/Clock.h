@@ -1,19 +1,17 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "foundation/SharedPort.h"
+
 #include <functional>
 #include <memory>
 
 namespace tarnwick {
 
 /// Time that passes. Tests shorten it. GUI thread only.
-class Clock
+class Clock : public SharedPort<Clock>
 {
 public:
-    static Clock& shared();
-    static void setShared(Clock* clock);
-    /// Null where nobody has set one.
-    static Clock* sharedOrNull();
     virtual ~Clock() = default;
 
     /// A pending call; destroying it cancels the call.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "foundation/SharedPort.h"
+
 #include <QString>
 #include <QVariant>
 
@@ -10,11 +12,9 @@ namespace tarnwick {
 
 /// Where the user's settings are kept between runs: one flat table. Reading and writing never fail visibly:
 /// what cannot be written stays readable for the life of the process. GUI thread only.
-class DefaultsStore
+class DefaultsStore : public SharedPort<DefaultsStore>
 {
 public:
-    static DefaultsStore& shared();
-    static void setShared(DefaultsStore* store);
     virtual ~DefaultsStore() = default;
 
     /// As stored, of whatever type the store reads back (a text file gives texts); nothing when absent or

@@ -2,17 +2,16 @@
 #pragma once
 
 #include "foundation/Event.h"
+#include "foundation/SharedPort.h"
 
 #include <optional>
 
 namespace tarnwick {
 
 /// The user's next events, for a control that tracks the mouse in a loop of its own. GUI thread only.
-class EventSource
+class EventSource : public SharedPort<EventSource>
 {
 public:
-    static EventSource& shared();
-    static void setShared(EventSource* source);
     virtual ~EventSource() = default;
 
     /// Waits, without a time limit and with the event loop running, for the next event whose type's bit (1 <<

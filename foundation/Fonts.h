@@ -1,17 +1,17 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "foundation/SharedPort.h"
+
 #include <QFont>
 
 namespace tarnwick {
 
 /// The desktop's fonts. Sizes are points; a size of 0 or less asks for the font's default size. GUI thread
 /// only.
-class Fonts
+class Fonts : public SharedPort<Fonts>
 {
 public:
-    static Fonts& shared();
-    static void setShared(Fonts* fonts);
     virtual ~Fonts() = default;
 
     enum Trait { BoldTrait = 2 };

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "foundation/SharedPort.h"
+
 #include <QList>
 #include <QPointF>
 #include <QRectF>
@@ -10,11 +12,9 @@ namespace tarnwick {
 /// The monitors and the pointer, in the desktop's own pixels. Two coordinate spaces: the window system's,
 /// origin at the bottom left of the first screen and y growing upward; and the display system's, origin at
 /// its top left and y growing downward. GUI thread only.
-class Screens
+class Screens : public SharedPort<Screens>
 {
 public:
-    static Screens& shared();
-    static void setShared(Screens* screens);
     virtual ~Screens() = default;
 
     /// Frames of all screens, window-system space; the first is the one with the menu bar. Empty without a

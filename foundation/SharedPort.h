@@ -5,22 +5,27 @@
 
 namespace tarnwick {
 
-/// Holds the one adapter of a port that the core reaches through Port::shared(). Does not own it.
+/// Base of a port: holds the one adapter that everything reaches through Port::shared(). Does not own it.
 template <typename Port>
 class SharedPort
 {
 public:
-    static Port& get()
+    /// The one that main or a test has set; must have been set.
+    static Port& shared()
     {
-        Q_ASSERT_X(_port != nullptr, "SharedPort", "the port was not set before its first use");
-        return *_port;
+        Q_ASSERT_X(_shared != nullptr, "SharedPort", "the port was not set before its first use");
+        return *_shared;
     }
-    /// Null before the port is set.
-    static Port* find() { return _port; }
-    static void set(Port* port) { _port = port; }
+    /// Null where nobody has set one.
+    static Port* sharedOrNull() { return _shared; }
+    /// Not owned. It must be replaced, by null for instance, before it is destroyed.
+    static void setShared(Port* port) { _shared = port; }
 
 private:
-    inline static Port* _port = nullptr;
+    SharedPort() = default;
+    friend Port;
+
+    inline static Port* _shared = nullptr;
 };
 
 } // namespace tarnwick

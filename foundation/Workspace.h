@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "foundation/SharedPort.h"
+
 #include <QString>
 #include <QStringList>
 #include <QUrl>
@@ -13,11 +15,9 @@ class QWidget;
 namespace tarnwick {
 
 /// The desktop that the applications run on. GUI thread only.
-class Workspace
+class Workspace : public SharedPort<Workspace>
 {
 public:
-    static Workspace& shared();
-    static void setShared(Workspace* workspace);
     virtual ~Workspace() = default;
 
     struct ActiveApplication

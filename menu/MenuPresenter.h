@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "foundation/SharedPort.h"
+
 #include <QPointF>
 
 #include <memory>
@@ -15,11 +17,9 @@ class MenuItem;
 inline constexpr char16_t MenuDidSendActionNotificationName[] = u"NSMenuDidSendActionNotification";
 
 /// Shows menus of the model as menus of the desktop. GUI thread only.
-class MenuPresenter
+class MenuPresenter : public SharedPort<MenuPresenter>
 {
 public:
-    static MenuPresenter& shared();
-    static void setShared(MenuPresenter* presenter);
     virtual ~MenuPresenter() = default;
 
     /// Shows `menu` as a pop-up and returns when it has closed and the chosen item's action was performed.

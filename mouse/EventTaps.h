@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "foundation/SharedPort.h"
+
 #include <QtGlobal>
 
 #include <functional>
@@ -27,11 +29,9 @@ inline constexpr quint32 EventTapDisabledByUserInput = 0xFFFFFFFF;
 
 /// System-wide observers of input events. Callbacks run on the GUI thread, from the main run loop, while
 /// menus are tracked too; never inside one of these calls, never after release. GUI thread only.
-class EventTaps
+class EventTaps : public SharedPort<EventTaps>
 {
 public:
-    static EventTaps& shared();
-    static void setShared(EventTaps* taps);
     virtual ~EventTaps() = default;
 
     enum Location : quint32 { AnnotatedSessionEventTap = 2 };

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "foundation/SharedPort.h"
+
 #include <QList>
 #include <QUrl>
 
@@ -10,11 +12,9 @@
 namespace tarnwick {
 
 /// The list of what starts when the user logs in. GUI thread only.
-class LoginItems
+class LoginItems : public SharedPort<LoginItems>
 {
 public:
-    static LoginItems& shared();
-    static void setShared(LoginItems* items);
     virtual ~LoginItems() = default;
 
     enum ResolveFlags : quint32 { NoUserInteraction = 1, DoNotMountVolumes = 2 };

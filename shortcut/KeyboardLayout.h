@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "foundation/SharedPort.h"
+
 #include <QString>
 #include <QtGlobal>
 
@@ -11,11 +13,9 @@
 namespace tarnwick {
 
 /// The user's current keyboard layout. GUI thread only.
-class KeyboardLayout
+class KeyboardLayout : public SharedPort<KeyboardLayout>
 {
 public:
-    static KeyboardLayout& shared();
-    static void setShared(KeyboardLayout* layout);
     virtual ~KeyboardLayout() = default;
 
     /// One input source's key table, held for one look-up.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "foundation/SharedPort.h"
+
 #include <QList>
 #include <QtGlobal>
 
@@ -17,11 +19,9 @@ struct SymbolicHotKey
 };
 
 /// The desktop's own keyboard shortcuts. GUI thread only.
-class SymbolicHotKeys
+class SymbolicHotKeys : public SharedPort<SymbolicHotKeys>
 {
 public:
-    static SymbolicHotKeys& shared();
-    static void setShared(SymbolicHotKeys* hotKeys);
     virtual ~SymbolicHotKeys() = default;
 
     /// Names one push; 0 is none.
