@@ -5,19 +5,7 @@
 // each pop-up goes on to open a menu of thirty items.
 #include "app/AppController.h"
 #include "app/AppDelegate.h"
-#include "tests/fakes/FakeAccessibility.h"
-#include "tests/fakes/FakeAlerts.h"
-#include "tests/fakes/FakeApplication.h"
-#include "tests/fakes/FakeClock.h"
-#include "tests/fakes/FakeDefaultsStore.h"
-#include "tests/fakes/FakeEventTaps.h"
-#include "tests/fakes/FakeFonts.h"
-#include "tests/fakes/FakeHotKeys.h"
-#include "tests/fakes/FakeLoginItems.h"
-#include "tests/fakes/FakeMenuPresenter.h"
-#include "tests/fakes/FakeScreens.h"
-#include "tests/fakes/FakeStatusBar.h"
-#include "tests/fakes/FakeWorkspace.h"
+#include "tests/fakes/FakeDesktop.h"
 
 #include <QHash>
 #include <QHashSeed>
@@ -32,20 +20,12 @@ namespace {
 constexpr qint64 editorPid = 100;
 constexpr int itemsOfMenu = 30;
 
-template <typename... Ports>
-void share(Ports&... ports)
-{
-    (ports.setShared(&ports), ...);
-}
-
 /// A desktop with an application in front whose bar is that of tests/data/editor.menu; its last menu, "Many",
 /// has thirty items.
-struct FakeDesktop
+struct DesktopWithMenus : FakeDesktop
 {
-    FakeDesktop()
+    DesktopWithMenus()
     {
-        share(accessibility, alerts, application, clock, store, taps, fonts, hotKeys, loginItems, presenter,
-              screens, statusBar, workspace);
         const UIElementRef editor = accessibility.addApplication(editorPid, u"Editor"_s);
         accessibility.setFocusedApplication(editor);
         workspace.active = Workspace::ActiveApplication{u"Editor"_s, editorPid};
@@ -61,20 +41,6 @@ struct FakeDesktop
         accessibility.setMenuBar(editor, bar);
         AppDelegate::initialize();
     }
-
-    FakeAccessibility accessibility;
-    FakeAlerts alerts;
-    FakeApplication application;
-    FakeClock clock;
-    FakeDefaultsStore store;
-    FakeEventTaps taps;
-    FakeFonts fonts;
-    FakeHotKeys hotKeys;
-    FakeLoginItems loginItems;
-    FakeMenuPresenter presenter;
-    FakeScreens screens;
-    FakeStatusBar statusBar;
-    FakeWorkspace workspace;
 };
 
 } // namespace
@@ -109,7 +75,7 @@ int main(int argc, char** argv)
         return 2;
     }
     QHashSeed::setDeterministicGlobalSeed();
-    FakeDesktop desktop;
+    DesktopWithMenus desktop;
     AppController controller;
     qsizetype seen = 0;
     const auto repeat = [&](const auto& function) {

@@ -4,6 +4,7 @@
 #include "ax/AXValue.h"
 #include "tests/fakes/FakeClock.h"
 #include "tests/fakes/FakeWorkspace.h"
+#include "tests/fakes/SharedPorts.h"
 #include "tests/macos/MacTest.h"
 
 #include <QUrl>
@@ -18,8 +19,6 @@ protected:
     void SetUp() override
     {
         MacTest::SetUp();
-        Clock::setShared(&clock);
-        Workspace::setShared(&workspace);
         mac.systemWide = std::make_shared<AxNode>();
         mac.applications = {editor, other};
         editor->processIdentifier = 100;
@@ -30,8 +29,6 @@ protected:
     void TearDown() override
     {
         accessibility.reset();
-        Clock::setShared(nullptr);
-        Workspace::setShared(nullptr);
         MacTest::TearDown();
     }
 
@@ -61,6 +58,7 @@ protected:
 
     FakeClock clock;
     FakeWorkspace workspace;
+    SharedPorts sharedPorts{clock, workspace};
     AxNodeRef editor = std::make_shared<AxNode>();
     AxNodeRef other = std::make_shared<AxNode>();
     std::unique_ptr<AXAccessibility> accessibility;

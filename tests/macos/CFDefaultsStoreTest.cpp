@@ -2,6 +2,7 @@
 #include "platform/macos/system/CFDefaultsStore.h"
 
 #include "foundation/UserDefaults.h"
+#include "tests/fakes/SharedPorts.h"
 #include "tests/macos/MacTest.h"
 
 using namespace Qt::StringLiterals;
@@ -72,12 +73,11 @@ TEST_F(CFDefaultsStoreTest, emptyKeyAndValueOfAForeignType_areNotWritten)
 
 TEST_F(CFDefaultsStoreTest, noKeyCode_survivesAsTheSettingReadsIt)
 {
-    DefaultsStore::setShared(&store);
+    const SharedPorts sharedPorts(store);
     UserDefaults defaults;
     defaults.registerDefaults({{u"TriggerCharacterUInt"_s, quint64(6)}});
     defaults.setObjectForKey(std::numeric_limits<quint64>::max(), u"TriggerCharacterUInt"_s);
     EXPECT_EQ(defaults.objectForKey(u"TriggerCharacterUInt"_s), std::numeric_limits<quint64>::max());
-    DefaultsStore::setShared(nullptr);
 }
 
 TEST_F(CFDefaultsStoreTest, endOfTheStore_writesTheDomainOut)

@@ -30,6 +30,7 @@
 #include "tests/fakes/FakeStatusBar.h"
 #include "tests/fakes/FakeWorkspace.h"
 #include "tests/fakes/MenuFile.h"
+#include "tests/fakes/SharedPorts.h"
 #include "tests/macos/AxTree.h"
 #include "tests/macos/DeclaredFunctions.h"
 #include "tests/macos/MacTest.h"
@@ -76,44 +77,6 @@ private:
 /// Every port that does not need AppKit is the system's.
 struct MacDesktop
 {
-    MacDesktop()
-    {
-        Accessibility::setShared(&accessibility);
-        Alerts::setShared(&alerts);
-        Application::setShared(&application);
-        Clock::setShared(&clock);
-        DefaultsStore::setShared(&store);
-        EventTaps::setShared(&taps);
-        Fonts::setShared(&fonts);
-        HotKeys::setShared(&hotKeys);
-        KeyboardLayout::setShared(&keyboard());
-        LoginItems::setShared(&loginItems);
-        MenuPresenter::setShared(&presenter);
-        Screens::setShared(&screens);
-        StatusBar::setShared(&statusBar);
-        SymbolicHotKeys::setShared(&symbolicHotKeys);
-        Workspace::setShared(&workspace);
-    }
-    ~MacDesktop()
-    {
-        Accessibility::setShared(nullptr);
-        Alerts::setShared(nullptr);
-        Application::setShared(nullptr);
-        Clock::setShared(nullptr);
-        DefaultsStore::setShared(nullptr);
-        EventTaps::setShared(nullptr);
-        Fonts::setShared(nullptr);
-        HotKeys::setShared(nullptr);
-        LoginItems::setShared(nullptr);
-        MenuPresenter::setShared(nullptr);
-        Screens::setShared(nullptr);
-        StatusBar::setShared(nullptr);
-        SymbolicHotKeys::setShared(nullptr);
-        Workspace::setShared(nullptr);
-    }
-    MacDesktop(const MacDesktop&) = delete;
-    MacDesktop& operator=(const MacDesktop&) = delete;
-
     /// One for the whole program: the key-code transformer follows the first one that it meets.
     static TISKeyboardLayout& keyboard()
     {
@@ -136,6 +99,9 @@ struct MacDesktop
     CarbonSymbolicHotKeys symbolicHotKeys;
     QuartzEventTaps taps;
     SharedFileListLoginItems loginItems{std::make_unique<AppServiceLoginItems>()};
+    SharedPorts sharedPorts{accessibility, alerts,  application, clock,           store,
+                            taps,          fonts,   hotKeys,     keyboard(),      loginItems,
+                            presenter,     screens, statusBar,   symbolicHotKeys, workspace};
 };
 
 } // namespace

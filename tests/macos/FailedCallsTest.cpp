@@ -16,6 +16,7 @@
 #include "platform/macos/workspace/CarbonFrontSwitch.h"
 #include "tests/fakes/FakeClock.h"
 #include "tests/fakes/FakeWorkspace.h"
+#include "tests/fakes/SharedPorts.h"
 #include "tests/macos/DeclaredFunctions.h"
 #include "tests/macos/MacTest.h"
 
@@ -502,19 +503,9 @@ QList<Row> rows()
 class FailedCallsTest : public MacTest
 {
 protected:
-    void SetUp() override
-    {
-        Clock::setShared(&clock);
-        Workspace::setShared(&workspace);
-        start();
-    }
+    void SetUp() override { start(); }
 
-    void TearDown() override
-    {
-        Clock::setShared(nullptr);
-        Workspace::setShared(nullptr);
-        mac.reset();
-    }
+    void TearDown() override { mac.reset(); }
 
     /// A fresh system where every operation works.
     void start()
@@ -562,6 +553,7 @@ protected:
 
     FakeClock clock;
     FakeWorkspace workspace;
+    SharedPorts sharedPorts{clock, workspace};
     AxNodeRef editor = std::make_shared<AxNode>();
     AxNodeRef peer = std::make_shared<AxNode>();
 };

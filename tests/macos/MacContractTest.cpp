@@ -11,6 +11,7 @@
 #include "tests/contract/mouse/EventTapsContract.h"
 #include "tests/contract/prefs/LoginItemsContract.h"
 #include "tests/fakes/FakeClock.h"
+#include "tests/fakes/SharedPorts.h"
 #include "tests/macos/AxTree.h"
 #include "tests/macos/MacTest.h"
 
@@ -23,7 +24,7 @@ using MacContract = MacTest;
 TEST_F(MacContract, accessibility_keepsTheContract)
 {
     FakeClock clock;
-    Clock::setShared(&clock);
+    const SharedPorts sharedPorts(clock);
     FakeAccessibility fake;
     const auto editor = fake.addApplication(1234, u"Editor"_s);
     fake.setMenuBar(editor, MenuFile::read(u"editor"_s));
@@ -40,7 +41,6 @@ TEST_F(MacContract, accessibility_keepsTheContract)
                                         .pressed = [&tree](qsizetype) { return tree.pressedTitles(); }});
         contract.run();
     }
-    Clock::setShared(nullptr);
 }
 
 TEST_F(MacContract, defaultsStore_keepsTheContract)

@@ -7,6 +7,7 @@
 #include "platform/macos/hotkeys/QuartzEventTaps.h"
 #include "platform/qt/menu/MenuTracking.h"
 #include "tests/fakes/FakeApplication.h"
+#include "tests/fakes/SharedPorts.h"
 #include "tests/macos/MacTest.h"
 #include "tests/macos/PlayedMenus.h"
 
@@ -41,7 +42,6 @@ protected:
     void SetUp() override
     {
         MacTest::SetUp();
-        Application::setShared(&application);
         auto owned = std::make_unique<PlayedMenus>();
         menus = owned.get();
         presenter = std::make_unique<MacMenuPresenter>(std::move(owned));
@@ -53,7 +53,6 @@ protected:
     void TearDown() override
     {
         presenter.reset();
-        Application::setShared(nullptr);
         MacTest::TearDown();
     }
 
@@ -63,6 +62,7 @@ protected:
     }
 
     FakeApplication application;
+    SharedPorts sharedPorts{application};
     std::shared_ptr<Menu> menu = Menu::create(u"Fennrick"_s);
     std::shared_ptr<MenuItem> item;
     std::shared_ptr<Target> target = std::make_shared<Target>();

@@ -2,6 +2,7 @@
 #include "platform/macos/hotkeys/QuartzEventTaps.h"
 
 #include "tests/fakes/FakeClock.h"
+#include "tests/fakes/SharedPorts.h"
 #include "tests/macos/MacTest.h"
 
 using namespace Qt::StringLiterals;
@@ -16,17 +17,13 @@ protected:
     std::unique_ptr<QuartzEventTaps> taps = std::make_unique<QuartzEventTaps>();
     QList<quint32> seen;
     FakeClock clock;
+    SharedPorts sharedPorts{clock};
 
-    void SetUp() override
-    {
-        MacTest::SetUp();
-        Clock::setShared(&clock);
-    }
+    void SetUp() override { MacTest::SetUp(); }
 
     void TearDown() override
     {
         taps.reset();
-        Clock::setShared(nullptr);
         MacTest::TearDown();
     }
 

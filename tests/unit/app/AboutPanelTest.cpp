@@ -3,6 +3,7 @@
 
 #include "foundation/Version.h"
 #include "tests/fakes/FakeApplication.h"
+#include "tests/fakes/SharedPorts.h"
 
 #include <QCoreApplication>
 #include <QKeyEvent>
@@ -26,9 +27,6 @@ public:
 class AboutPanelTest : public ::testing::Test
 {
 protected:
-    AboutPanelTest() { Application::setShared(&application); }
-    ~AboutPanelTest() override { Application::setShared(nullptr); }
-
     [[nodiscard]] QStringList labels() const
     {
         QStringList texts;
@@ -38,6 +36,7 @@ protected:
     }
 
     FakeApplication application;
+    SharedPorts sharedPorts{application};
     NotingTarget target;
     AboutPanel panel{target};
 };

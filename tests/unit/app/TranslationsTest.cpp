@@ -12,8 +12,6 @@
 #include "shortcut/Localized.h"
 #include "shortcut/RecorderAppearance.h"
 #include "shortcut/SRRecorderControl.h"
-#include "tests/fakes/FakeEventTaps.h"
-#include "tests/fakes/FakeWorkspace.h"
 #include "tests/unit/shortcut/ShortcutFixture.h"
 
 #include <QAbstractButton>
@@ -75,21 +73,7 @@ public:
 class TranslationsTest : public ShortcutFixture
 {
 protected:
-    TranslationsTest()
-    {
-        EventTaps::setShared(&taps);
-        Workspace::setShared(&workspace);
-        workspace.systemMenu = true;
-    }
-    ~TranslationsTest() override
-    {
-        EventTaps::setShared(nullptr);
-        Workspace::setShared(nullptr);
-    }
-    Q_DISABLE_COPY_MOVE(TranslationsTest)
-
-    FakeEventTaps taps;
-    FakeWorkspace workspace;
+    TranslationsTest() { workspace.systemMenu = true; }
 };
 
 } // namespace

@@ -3,6 +3,7 @@
 
 #include "tests/fakes/FakeAccessibility.h"
 #include "tests/fakes/FakeScreens.h"
+#include "tests/fakes/SharedPorts.h"
 #include "tests/unit/foundation/CommaLocale.h"
 
 #include <gtest/gtest.h>
@@ -28,17 +29,9 @@ class UIElementUtilitiesTest : public ::testing::Test
 protected:
     UIElementUtilitiesTest()
     {
-        Accessibility::setShared(&accessibility);
-        Screens::setShared(&screens);
         application = accessibility.addApplication(1234, u"Editor"_s);
         element = accessibility.addElement(application, u"AXButton"_s, u"Open"_s);
     }
-    ~UIElementUtilitiesTest() override
-    {
-        Accessibility::setShared(nullptr);
-        Screens::setShared(nullptr);
-    }
-
     /// What is stored after `text` was written over `current`.
     QVariant written(const QVariant& current, const QString& text)
     {
@@ -50,6 +43,7 @@ protected:
 
     FakeAccessibility accessibility;
     FakeScreens screens;
+    SharedPorts sharedPorts{accessibility, screens};
     UIElementRef application;
     UIElementRef element;
 };

@@ -47,7 +47,7 @@ TEST(SharedPorts, portsHaveTheAdaptersForAsLongAsItLives_andThoseFromBeforeAgain
     Bell bell;
     Lamp lamp;
     {
-        const SharedPorts shared(bell, lamp);
+        const SharedPorts sharedPorts(bell, lamp);
         EXPECT_EQ(&Bell::shared(), &bell);
         EXPECT_EQ(&Lamp::shared(), &lamp);
         {

@@ -3,6 +3,7 @@
 
 #include "foundation/UserDefaultsController.h"
 #include "tests/fakes/FakeDefaultsStore.h"
+#include "tests/fakes/SharedPorts.h"
 
 #include <QLocale>
 #include <QStringList>
@@ -30,14 +31,10 @@ DefaultsTable table()
 class UserDefaultsTest : public ::testing::Test
 {
 protected:
-    UserDefaultsTest()
-    {
-        DefaultsStore::setShared(&store);
-        defaults.registerDefaults(table());
-    }
-    ~UserDefaultsTest() override { DefaultsStore::setShared(nullptr); }
+    UserDefaultsTest() { defaults.registerDefaults(table()); }
 
     FakeDefaultsStore store;
+    SharedPorts sharedPorts{store};
     UserDefaults defaults;
 };
 

@@ -10,6 +10,7 @@
 #include "tests/fakes/FakeMenuPresenter.h"
 #include "tests/fakes/FakeScreens.h"
 #include "tests/fakes/FakeWorkspace.h"
+#include "tests/fakes/SharedPorts.h"
 
 #include <QStringList>
 #include <gtest/gtest.h>
@@ -24,23 +25,10 @@ class MirrorTest : public ::testing::Test
 protected:
     MirrorTest()
     {
-        Accessibility::setShared(&accessibility);
-        Workspace::setShared(&workspace);
-        Screens::setShared(&screens);
-        Fonts::setShared(&fonts);
         application = accessibility.addApplication(77, QStringLiteral("Editor"));
         accessibility.setFocusedApplication(application);
         workspace.active = Workspace::ActiveApplication{QStringLiteral("Editor"), 77};
         mirror = AppAccessibility::initWithFocusedApp();
-    }
-
-    ~MirrorTest() override
-    {
-        mirror.reset();
-        Accessibility::setShared(nullptr);
-        Workspace::setShared(nullptr);
-        Screens::setShared(nullptr);
-        Fonts::setShared(nullptr);
     }
 
     /// Gives the application this menu bar, written as in a .menu file, and mirrors it.
@@ -95,6 +83,7 @@ protected:
     FakeScreens screens;
     FakeFonts fonts;
     FakeMenuPresenter presenter;
+    SharedPorts sharedPorts{accessibility, workspace, screens, fonts};
     UIElementRef application;
     std::unique_ptr<AppAccessibility> mirror;
 };

@@ -4,6 +4,7 @@
 #include "menu/Menu.h"
 #include "menu/MenuItem.h"
 #include "tests/fakes/FakeAccessibility.h"
+#include "tests/fakes/SharedPorts.h"
 
 #include <gtest/gtest.h>
 
@@ -17,16 +18,15 @@ class ProxyMenuItemTest : public ::testing::Test
 protected:
     ProxyMenuItemTest()
     {
-        Accessibility::setShared(&accessibility);
         file->setSubmenu(fileMenu);
         root->addItem(file);
         fileMenu->addItem(newFolder);
         proxy.setAppName(u"Finder"_s);
         proxy.setMenuItem(newFolder);
     }
-    ~ProxyMenuItemTest() override { Accessibility::setShared(nullptr); }
 
     FakeAccessibility accessibility;
+    SharedPorts sharedPorts{accessibility};
     std::shared_ptr<Menu> root = Menu::create(u"Root"_s);
     std::shared_ptr<Menu> fileMenu = Menu::create(u"Sub Menu for: File"_s);
     std::shared_ptr<MenuItem> file = MenuItem::create(u"File"_s);

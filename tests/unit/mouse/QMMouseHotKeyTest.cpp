@@ -3,6 +3,7 @@
 
 #include "mouse/QMMouseHotKeyTap.h"
 #include "tests/fakes/FakeEventTaps.h"
+#include "tests/fakes/SharedPorts.h"
 
 #include <gtest/gtest.h>
 
@@ -35,17 +36,13 @@ class DeafListener final : public QMMouseHotKeyDelegate
 class QMMouseHotKeyTest : public ::testing::Test
 {
 protected:
-    QMMouseHotKeyTest()
-    {
-        EventTaps::setShared(&taps);
-        taps.journal = &journal;
-    }
-    ~QMMouseHotKeyTest() override { EventTaps::setShared(nullptr); }
+    QMMouseHotKeyTest() { taps.journal = &journal; }
 
     FakeEventTaps::Tap& tap() { return taps.taps[mouse_hot_key::eventTapM]; }
 
     Journal journal;
     FakeEventTaps taps;
+    SharedPorts sharedPorts{taps};
     Listener listener;
     QMMouseHotKey mouseHotKey;
 };

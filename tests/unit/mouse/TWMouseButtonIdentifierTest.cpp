@@ -5,6 +5,7 @@
 #include "tests/fakes/FakeApplication.h"
 #include "tests/fakes/FakeEventTaps.h"
 #include "tests/fakes/FakeFonts.h"
+#include "tests/fakes/SharedPorts.h"
 
 #include <QAccessible>
 #include <QLineEdit>
@@ -38,23 +39,12 @@ class TWMouseButtonIdentifierTest : public ::testing::Test
 protected:
     TWMouseButtonIdentifierTest()
     {
-        Application::setShared(&application);
-        EventTaps::setShared(&taps);
-        Fonts::setShared(&fonts);
         taps.journal = &journal;
         mouse_button_identifier::eventTap = 0;
         mouse_button_identifier::mouseCode = 0;
         control.setTarget(&target);
         control.setAction(u"mouseButtonChanged:"_s);
     }
-    ~TWMouseButtonIdentifierTest() override
-    {
-        Application::setShared(nullptr);
-        EventTaps::setShared(nullptr);
-        Fonts::setShared(nullptr);
-    }
-    Q_DISABLE_COPY_MOVE(TWMouseButtonIdentifierTest)
-
     void click(Qt::MouseButton button)
     {
         if (button != Qt::LeftButton && button != Qt::RightButton)
@@ -67,6 +57,7 @@ protected:
     FakeApplication application;
     FakeEventTaps taps;
     FakeFonts fonts;
+    SharedPorts sharedPorts{application, taps, fonts};
     Target target;
     TWMouseButtonIdentifier control;
 };

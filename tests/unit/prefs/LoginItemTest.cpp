@@ -2,6 +2,7 @@
 #include "prefs/PreferencesWindowController.h"
 #include "tests/fakes/FakeApplication.h"
 #include "tests/fakes/FakeLoginItems.h"
+#include "tests/fakes/SharedPorts.h"
 
 #include <gtest/gtest.h>
 
@@ -18,9 +19,6 @@ const QUrl Unresolvable;
 class LoginItemTest : public ::testing::Test
 {
 protected:
-    LoginItemTest() { LoginItems::setShared(&items); }
-    ~LoginItemTest() override { LoginItems::setShared(nullptr); }
-
     void fill(const QList<QUrl>& urls)
     {
         items.entries.clear();
@@ -29,6 +27,7 @@ protected:
     }
 
     FakeLoginItems items;
+    SharedPorts sharedPorts{items};
 };
 
 TEST_F(LoginItemTest, enablingAndDisabling_leaveOneEntryOrNone)
@@ -88,9 +87,8 @@ TEST_F(LoginItemTest, appURL_isTheFileUrlOfWhatTheUserStarts)
 {
     FakeApplication application;
     application.bundle = u"/opt/my programs/Tarnwick"_s;
-    Application::setShared(&application);
+    const SharedPorts withApplication(application);
     EXPECT_EQ(PreferencesWindowController::appURL(), QUrl(u"file:///opt/my%20programs/Tarnwick"_s));
-    Application::setShared(nullptr);
 }
 
 } // namespace

@@ -15,10 +15,6 @@
 #include "prefs/PreferencesToolbar.h"
 #include "prefs/PreferencesWindow.h"
 #include "shortcut/SRRecorderControl.h"
-#include "tests/fakes/FakeAccessibility.h"
-#include "tests/fakes/FakeEventTaps.h"
-#include "tests/fakes/FakeLoginItems.h"
-#include "tests/fakes/FakeWorkspace.h"
 #include "tests/unit/shortcut/ShortcutFixture.h"
 
 #include <QAccessible>
@@ -56,25 +52,11 @@ class PreferencesWindowControllerTest : public ShortcutFixture
 protected:
     PreferencesWindowControllerTest()
     {
-        EventTaps::setShared(&taps);
-        LoginItems::setShared(&loginItems);
-        Workspace::setShared(&workspace);
-        Accessibility::setShared(&accessibility);
         application.setDelegate(&delegate);
         AppDelegate::setupPreferenceDefaults();
         mouse_button_identifier::eventTap = 0;
         mouse_button_identifier::mouseCode = 0;
     }
-    ~PreferencesWindowControllerTest() override
-    {
-        controller.reset();
-        EventTaps::setShared(nullptr);
-        LoginItems::setShared(nullptr);
-        Workspace::setShared(nullptr);
-        Accessibility::setShared(nullptr);
-    }
-    Q_DISABLE_COPY_MOVE(PreferencesWindowControllerTest)
-
     PreferencesWindowController& made()
     {
         if (!controller)
@@ -158,10 +140,6 @@ protected:
         clock.advance(1);
     }
 
-    FakeEventTaps taps;
-    FakeLoginItems loginItems;
-    FakeWorkspace workspace;
-    FakeAccessibility accessibility;
     Delegate delegate;
     std::unique_ptr<PreferencesWindowController> controller;
 };
@@ -506,19 +484,19 @@ TEST_F(PreferencesWindowControllerTest, whileRecording_theDesktopsShortcutsAreOf
     made().shortcutRecorder().setFocus();
     made().shortcutRecorder().keyDown(space);
     clock.advance(1);
-    EXPECT_EQ(hotKeys.pushed.size(), 1);
+    EXPECT_EQ(symbolicHotKeys.pushed.size(), 1);
     made().window().close();
     clock.advance(1);
-    EXPECT_TRUE(hotKeys.pushed.isEmpty());
+    EXPECT_TRUE(symbolicHotKeys.pushed.isEmpty());
 
     made().displayWindow();
     made().shortcutRecorder().setFocus();
     made().shortcutRecorder().keyDown(space);
     clock.advance(1);
-    EXPECT_EQ(hotKeys.pushed.size(), 1);
+    EXPECT_EQ(symbolicHotKeys.pushed.size(), 1);
     made().selectPreferencesForItemAnimate(item(u"general"_s), false);
     clock.advance(1);
-    EXPECT_TRUE(hotKeys.pushed.isEmpty()) << "another pane";
+    EXPECT_TRUE(symbolicHotKeys.pushed.isEmpty()) << "another pane";
 }
 
 // The mouse button

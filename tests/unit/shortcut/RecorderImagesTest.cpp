@@ -57,14 +57,13 @@ private:
 class RecorderImagesTest : public ShortcutFixture
 {
 protected:
-    RecorderImagesTest() { Fonts::setShared(&pictureFonts); }
-
     static QString path(const QString& name)
     {
         return QDir(QStringLiteral(TARNWICK_TEST_IMAGES)).filePath(name + u".png"_s);
     }
 
     PictureFonts pictureFonts;
+    SharedPorts withPictureFonts{pictureFonts};
 };
 
 int step(QRgb one, QRgb other)

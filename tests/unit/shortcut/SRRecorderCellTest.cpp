@@ -109,7 +109,7 @@ protected:
         cell.setControlView(&view);
         cell.setDelegate(&listener);
         listener.journal = &journal;
-        hotKeys.journal = &journal;
+        symbolicHotKeys.journal = &journal;
         alerts.journal = &journal;
     }
 
@@ -617,7 +617,7 @@ TEST_F(SRRecorderCellTest, performKeyEquivalent_byStateEventAndSettings)
         each.setEnabled(row.settings.enabled);
         view.firstResponder = row.settings.firstResponder;
         listener.takes = row.settings.taken;
-        hotKeys.unreadable = row.settings.systemUnreadable;
+        symbolicHotKeys.unreadable = row.settings.systemUnreadable;
         application.beeps = 0;
         view.displays = 0;
         journal.clear();
@@ -679,7 +679,7 @@ TEST_F(SRRecorderCellTest, takenCombination_showsACriticalAlert_thenLooksAtTheMo
 
 TEST_F(SRRecorderCellTest, takenByTheMenu_orByTheSystem_isRefusedWithItsText)
 {
-    hotKeys.hotKeys = {{true, 0, 0x100}};
+    symbolicHotKeys.symbolicHotKeys = {{true, 0, 0x100}};
     startRecording();
     cell.performKeyEquivalent(letterA(Command));
     ASSERT_EQ(alerts.shown.size(), 1);
@@ -692,7 +692,7 @@ TEST_F(SRRecorderCellTest, takenByTheMenu_orByTheSystem_isRefusedWithItsText)
     EXPECT_TRUE(alerts.shown[1].informativeText.endsWith(u"by the menu item \"Show %@ %\"."_s))
         << alerts.shown[1].informativeText.toStdString();
     EXPECT_TRUE(cell.isRecording());
-    EXPECT_EQ(hotKeys.candidates, (QList<std::pair<qint64, quint32>>{{0, 0x100}, {11, 0x100}}));
+    EXPECT_EQ(symbolicHotKeys.candidates, (QList<std::pair<qint64, quint32>>{{0, 0x100}, {11, 0x100}}));
 }
 
 TEST_F(SRRecorderCellTest, withoutADelegate_nothingIsReserved)
@@ -831,20 +831,20 @@ TEST_F(SRRecorderCellTest, everyStartPushesOnce_everyEndPopsOnce)
     cell.setCanCaptureGlobalHotKeys(true);
     for (int round = 1; round <= 3; ++round) {
         startRecording();
-        EXPECT_EQ(hotKeys.pushes, round);
-        EXPECT_EQ(hotKeys.pops, round - 1);
+        EXPECT_EQ(symbolicHotKeys.pushes, round);
+        EXPECT_EQ(symbolicHotKeys.pops, round - 1);
         cell.performKeyEquivalent(round == 2 ? letterA(Command) : escape());
-        EXPECT_EQ(hotKeys.pushes, round);
-        EXPECT_EQ(hotKeys.pops, round);
+        EXPECT_EQ(symbolicHotKeys.pushes, round);
+        EXPECT_EQ(symbolicHotKeys.pops, round);
     }
-    EXPECT_EQ(hotKeys.pushOptions, (QList<quint32>{1, 1, 1}));
+    EXPECT_EQ(symbolicHotKeys.pushOptions, (QList<quint32>{1, 1, 1}));
 }
 
 TEST_F(SRRecorderCellTest, withoutTheSetting_nothingIsPushed)
 {
     startRecording();
     cell.performKeyEquivalent(escape());
-    EXPECT_EQ(hotKeys.pushes, 0);
+    EXPECT_EQ(symbolicHotKeys.pushes, 0);
     EXPECT_FALSE(journal.contains(u"pop"_s));
 }
 
@@ -876,17 +876,17 @@ TEST_F(SRRecorderCellTest, noWayOutLeavesThemSwitchedOff)
             each.setControlView(&view);
             each.setCanCaptureGlobalHotKeys(true);
             startRecording(each);
-            EXPECT_EQ(hotKeys.pushed.size(), 1);
+            EXPECT_EQ(symbolicHotKeys.pushed.size(), 1);
             way(each);
         }
-        EXPECT_TRUE(hotKeys.pushed.isEmpty());
-        EXPECT_EQ(hotKeys.pushes, hotKeys.pops);
+        EXPECT_TRUE(symbolicHotKeys.pushed.isEmpty());
+        EXPECT_EQ(symbolicHotKeys.pushes, symbolicHotKeys.pops);
     }
 }
 
 TEST_F(SRRecorderCellTest, refusedPush_isNotPopped)
 {
-    hotKeys.refusesPush = true;
+    symbolicHotKeys.refusesPush = true;
     cell.setCanCaptureGlobalHotKeys(true);
     startRecording();
     cell.performKeyEquivalent(escape());
@@ -1223,7 +1223,7 @@ TEST_F(SRRecorderCellTest, resigningOnTheWayToRecording_turnsBack)
     clock.advance(1);
     EXPECT_FALSE(cell.isRecording());
     EXPECT_FALSE(cell.isAnimatingNow());
-    EXPECT_EQ(hotKeys.pushes, 0);
+    EXPECT_EQ(symbolicHotKeys.pushes, 0);
 }
 
 // Texts by state
@@ -1538,7 +1538,7 @@ TEST_F(SRRecorderCellTest, copy_takesTheStateAlong_butHoldsNothing)
     EXPECT_FALSE(copy->isAnimatingNow());
 
     copy.reset();
-    EXPECT_EQ(hotKeys.pushed.size(), 1) << "what is switched off is the original's to switch on";
+    EXPECT_EQ(symbolicHotKeys.pushed.size(), 1) << "what is switched off is the original's to switch on";
 }
 
 TEST_F(SRRecorderCellTest, copy_validatesForItself)

@@ -231,11 +231,11 @@ TEST_F(SRRecorderControlTest, keyThatTheCellDoesNotUse_isOfferedToItOnce)
 {
     control.setCanCaptureGlobalHotKeys(true);
     press(SpaceKey, Qt::Key_Space);
-    ASSERT_EQ(hotKeys.pushes, 1);
+    ASSERT_EQ(symbolicHotKeys.pushes, 1);
     // One that the cell answers by starting anew, and so can be counted.
     press(keyEvent(Event::Type::KeyDown, 7, 0, u" x"_s), Qt::Key_X);
     EXPECT_TRUE(control.cell().isRecording());
-    EXPECT_EQ(hotKeys.pushes, 2);
+    EXPECT_EQ(symbolicHotKeys.pushes, 2);
 }
 
 TEST_F(SRRecorderControlTest, keyEquivalents_areOfferedToTheFirstResponderOnly)
@@ -262,10 +262,10 @@ TEST_F(SRRecorderControlTest, losingTheFocus_endsRecording_andGivesTheSystemsSho
 {
     control.setCanCaptureGlobalHotKeys(true);
     press(SpaceKey, Qt::Key_Space);
-    EXPECT_EQ(hotKeys.pushed.size(), 1);
+    EXPECT_EQ(symbolicHotKeys.pushed.size(), 1);
     before.setFocus();
     EXPECT_FALSE(control.cell().isRecording());
-    EXPECT_TRUE(hotKeys.pushed.isEmpty());
+    EXPECT_TRUE(symbolicHotKeys.pushed.isEmpty());
 }
 
 TEST_F(SRRecorderControlTest, hidingOrDisablingIt_endsRecordingToo)
@@ -273,14 +273,14 @@ TEST_F(SRRecorderControlTest, hidingOrDisablingIt_endsRecordingToo)
     control.setCanCaptureGlobalHotKeys(true);
     press(SpaceKey, Qt::Key_Space);
     window.hide();
-    EXPECT_TRUE(hotKeys.pushed.isEmpty());
+    EXPECT_TRUE(symbolicHotKeys.pushed.isEmpty());
     window.show();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
     control.setFocus();
     press(SpaceKey, Qt::Key_Space);
-    EXPECT_EQ(hotKeys.pushed.size(), 1);
+    EXPECT_EQ(symbolicHotKeys.pushed.size(), 1);
     control.setEnabled(false);
-    EXPECT_TRUE(hotKeys.pushed.isEmpty());
+    EXPECT_TRUE(symbolicHotKeys.pushed.isEmpty());
     EXPECT_FALSE(control.cell().isEnabled());
 }
 

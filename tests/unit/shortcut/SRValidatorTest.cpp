@@ -132,7 +132,7 @@ TEST_F(SRValidatorTest, takenByTheDelegate_tellsItsReason)
         EXPECT_EQ(explanation(), u"The key combination \"Command + Shift + F1\" can't be used because "_s +
                                      row.text + u"."_s);
     }
-    EXPECT_TRUE(hotKeys.candidates.isEmpty()) << "nobody else is asked";
+    EXPECT_TRUE(symbolicHotKeys.candidates.isEmpty()) << "nobody else is asked";
 }
 
 TEST_F(SRValidatorTest, error_isOfTheCocoaDomain_withThreeEntries)
@@ -150,9 +150,9 @@ TEST_F(SRValidatorTest, withoutAPlaceForTheError_takenIsABareYes)
     delegate.takes = true;
     EXPECT_TRUE(validator.isKeyCodeAndFlagsTakenError(F1, Command, nullptr));
     delegate.takes = false;
-    hotKeys.hotKeys = {{true, F1, Command}};
+    symbolicHotKeys.hotKeys = {{true, F1, Command}};
     EXPECT_TRUE(validator.isKeyCodeAndFlagsTakenError(F1, Command, nullptr));
-    hotKeys.hotKeys.clear();
+    symbolicHotKeys.hotKeys.clear();
     useMenu({item(u"Quit"_s, u"q"_s, CommandKeyMask)});
     EXPECT_TRUE(validator.isKeyCodeAndFlagsTakenError(Q, Command, nullptr));
 }
@@ -164,16 +164,16 @@ TEST_F(SRValidatorTest, withoutADelegate_orWithOneThatDoesNotCare_othersDecide)
          {static_cast<SRValidatorDelegate*>(nullptr), static_cast<SRValidatorDelegate*>(&indifferent)}) {
         validator.setDelegate(each);
         EXPECT_EQ(validator.delegate(), each);
-        hotKeys.hotKeys.clear();
+        symbolicHotKeys.hotKeys.clear();
         EXPECT_FALSE(taken(F1, Command));
-        hotKeys.hotKeys = {{true, F1, Command}};
+        symbolicHotKeys.hotKeys = {{true, F1, Command}};
         EXPECT_TRUE(taken(F1, Command));
     }
 }
 
 TEST_F(SRValidatorTest, listOfTheSystem_thatCannotBeRead_takesEverything_silently)
 {
-    hotKeys.unreadable = true;
+    symbolicHotKeys.unreadable = true;
     EXPECT_TRUE(taken(F1, Command));
     EXPECT_FALSE(error);
 }
@@ -181,12 +181,12 @@ TEST_F(SRValidatorTest, listOfTheSystem_thatCannotBeRead_takesEverything_silentl
 TEST_F(SRValidatorTest, listOfTheSystem_thatIsEmpty_takesNothing)
 {
     EXPECT_FALSE(taken(F1, Command));
-    EXPECT_EQ(hotKeys.candidates, (QList<std::pair<qint64, quint32>>{{F1, quint32(Command)}}));
+    EXPECT_EQ(symbolicHotKeys.candidates, (QList<std::pair<qint64, quint32>>{{F1, quint32(Command)}}));
 }
 
 TEST_F(SRValidatorTest, takenByTheSystem_saysSo)
 {
-    hotKeys.hotKeys = {{true, F1, Shift}, {true, F1, Command}};
+    symbolicHotKeys.hotKeys = {{true, F1, Shift}, {true, F1, Command}};
     EXPECT_TRUE(taken(F1, Command));
     EXPECT_EQ(title(), u"The key combination \u2318F1 can't be used!"_s);
     EXPECT_EQ(explanation(), u"The key combination \"Command + F1\" "_s + SystemText);
@@ -218,7 +218,7 @@ TEST_F(SRValidatorTest, systemHotKeys_matchByCodeAndFourModifiers)
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        hotKeys.hotKeys = {row.hotKey};
+        symbolicHotKeys.hotKeys = {row.hotKey};
         EXPECT_EQ(taken(F1, row.flags), row.taken);
         EXPECT_EQ(error.has_value(), row.taken);
     }
@@ -228,9 +228,9 @@ TEST_F(SRValidatorTest, keyWithoutAName_isRefusedSilently_onceAHotKeyIsEnabled)
 {
     constexpr qint64 rightShift = 60;
     EXPECT_FALSE(taken(rightShift, Command));
-    hotKeys.hotKeys = {{false, F1, Command}};
+    symbolicHotKeys.hotKeys = {{false, F1, Command}};
     EXPECT_FALSE(taken(rightShift, Command)) << "a disabled one does not count";
-    hotKeys.hotKeys = {{false, F1, Command}, {true, F1, Command}};
+    symbolicHotKeys.hotKeys = {{false, F1, Command}, {true, F1, Command}};
     EXPECT_TRUE(taken(rightShift, Command));
     EXPECT_FALSE(error);
     EXPECT_TRUE(taken(-1, Command));
@@ -244,7 +244,7 @@ TEST_F(SRValidatorTest, mainMenu_isSearchedLast)
     EXPECT_EQ(explanation(),
               u"The key combination \"Command + Q\" can't be used because it's already used by the menu item "
               "\"Quit\"."_s);
-    EXPECT_EQ(hotKeys.candidates.size(), 1) << "after the system";
+    EXPECT_EQ(symbolicHotKeys.candidates.size(), 1) << "after the system";
 }
 
 TEST_F(SRValidatorTest, withoutAMainMenu_nothingIsTaken)

@@ -5,6 +5,7 @@
 #include "tests/fakes/FakeAccessibility.h"
 #include "tests/fakes/FakeFonts.h"
 #include "tests/fakes/FakeWorkspace.h"
+#include "tests/fakes/SharedPorts.h"
 #include "tools/ChosenApplication.h"
 
 #include <QJsonDocument>
@@ -25,19 +26,6 @@ QString keyText(const QString& keyEquivalent, quint64 /*modifierMask*/)
 class MenuReportTest : public ::testing::Test
 {
 protected:
-    MenuReportTest()
-    {
-        Accessibility::setShared(&accessibility);
-        Workspace::setShared(&workspace);
-        Fonts::setShared(&fonts);
-    }
-    ~MenuReportTest() override
-    {
-        Accessibility::setShared(nullptr);
-        Workspace::setShared(nullptr);
-        Fonts::setShared(nullptr);
-    }
-
     std::unique_ptr<AppAccessibility> mirrorOf(const QString& menu)
     {
         const auto application = accessibility.addApplication(7, u"Editor"_s);
@@ -58,6 +46,7 @@ protected:
     FakeAccessibility accessibility;
     FakeWorkspace workspace;
     FakeFonts fonts;
+    SharedPorts sharedPorts{accessibility, workspace, fonts};
     int breaths = 0;
 };
 
