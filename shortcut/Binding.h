@@ -61,4 +61,9 @@ struct Binding
     BindingEntry<QString> valueTransformerName; ///< counts only without a transformer
 };
 
+/// Sets `value`, transformed back where the binding has a transformer, on the observed object. A binding that
+/// is not complete is logged and changes nothing; a transformer that cannot transform back is logged and left
+/// out.
+void pushValue(const QVariant& value, const Binding& binding);
+
 } // namespace tarnwick

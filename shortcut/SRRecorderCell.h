@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "foundation/Clock.h"
 #include "foundation/Event.h"
 #include "foundation/NotificationCenter.h"
 #include "shortcut/Gradient.h"
 #include "shortcut/KeyCombo.h"
 #include "shortcut/RecorderCellView.h"
+#include "shortcut/RecorderSettings.h"
+#include "shortcut/RecorderTransition.h"
 #include "shortcut/SRRecorderCellDelegate.h"
 #include "shortcut/SRValidator.h"
 #include "shortcut/SymbolicHotKeys.h"
@@ -51,45 +52,45 @@ public:
     [[nodiscard]] std::unique_ptr<SRRecorderCell> copy() const;
 
     /// The view that it is in; not owned, null when in none.
-    [[nodiscard]] RecorderCellView* controlView() const { return _controlView; }
-    void setControlView(RecorderCellView* view) { _controlView = view; }
-    [[nodiscard]] bool isEnabled() const { return _enabled; }
-    void setEnabled(bool enabled) { _enabled = enabled; }
+    [[nodiscard]] RecorderCellView* controlView() const { return _state.controlView; }
+    void setControlView(RecorderCellView* view) { _state.controlView = view; }
+    [[nodiscard]] bool isEnabled() const { return _state.enabled; }
+    void setEnabled(bool enabled) { _state.enabled = enabled; }
 
     /// 0 or 1; only 1 can animate. Any other value is stored as 0.
-    [[nodiscard]] qint32 style() const { return _style; }
-    void setStyle(qint32 style);
-    [[nodiscard]] bool animates() const { return _isAnimating; }
-    void setAnimates(bool animates) { _isAnimating = animates; }
+    [[nodiscard]] qint32 style() const { return _state.style; }
+    void setStyle(qint32 style) { _state.setStyle(style); }
+    [[nodiscard]] bool animates() const { return _state.isAnimating; }
+    void setAnimates(bool animates) { _state.isAnimating = animates; }
     [[nodiscard]] static bool styleSupportsAnimation(qint32 style) { return style == 1; }
 
     /// The modifiers that may take part.
-    [[nodiscard]] quint64 allowedFlags() const { return _allowedFlags; }
+    [[nodiscard]] quint64 allowedFlags() const { return _state.allowedFlags; }
     void setAllowedFlags(quint64 flags);
     /// The modifiers that take part always.
-    [[nodiscard]] quint64 requiredFlags() const { return _requiredFlags; }
+    [[nodiscard]] quint64 requiredFlags() const { return _state.requiredFlags; }
     void setRequiredFlags(quint64 flags);
 
     /// Whether a key alone may be recorded, and then whether Escape and the delete keys may, which otherwise
     /// cancel.
-    [[nodiscard]] bool allowsKeyOnly() const { return _allowsKeyOnly; }
-    [[nodiscard]] bool escapeKeysRecord() const { return _escapeKeysRecord; }
+    [[nodiscard]] bool allowsKeyOnly() const { return _state.allowsKeyOnly; }
+    [[nodiscard]] bool escapeKeysRecord() const { return _state.escapeKeysRecord; }
     void setAllowsKeyOnlyEscapeKeysRecord(bool allowsKeyOnly, bool escapeKeysRecord);
 
     /// Whether the desktop's own shortcuts are switched off while recording.
-    [[nodiscard]] bool canCaptureGlobalHotKeys() const { return _globalHotKeys; }
-    void setCanCaptureGlobalHotKeys(bool capture) { _globalHotKeys = capture; }
+    [[nodiscard]] bool canCaptureGlobalHotKeys() const { return _state.globalHotKeys; }
+    void setCanCaptureGlobalHotKeys(bool capture) { _state.globalHotKeys = capture; }
 
     /// The name under which each new combination is kept in the settings; null or empty keeps none. Setting
     /// it reads nothing.
-    [[nodiscard]] const QString& autosaveName() const { return _autosaveName; }
-    void setAutosaveName(const QString& name) { _autosaveName = name; }
+    [[nodiscard]] const QString& autosaveName() const { return _state.autosaveName; }
+    void setAutosaveName(const QString& name) { _state.autosaveName = name; }
 
     /// Not owned.
-    [[nodiscard]] SRRecorderCellDelegate* delegate() const { return _delegate; }
-    void setDelegate(SRRecorderCellDelegate* delegate) { _delegate = delegate; }
+    [[nodiscard]] SRRecorderCellDelegate* delegate() const { return _state.delegate; }
+    void setDelegate(SRRecorderCellDelegate* delegate) { _state.delegate = delegate; }
 
-    [[nodiscard]] const KeyCombo& keyCombo() const { return _keyCombo; }
+    [[nodiscard]] const KeyCombo& keyCombo() const { return _state.keyCombo; }
     /// Filters the flags, tells the delegate and saves, also when nothing changes.
     void setKeyCombo(const KeyCombo& keyCombo);
 
@@ -100,15 +101,18 @@ public:
     [[nodiscard]] std::optional<QString> keyComboString() const;
     [[nodiscard]] bool isEmpty() const;
 
-    [[nodiscard]] bool isRecording() const { return _isRecording; }
-    [[nodiscard]] bool isAnimatingNow() const { return _isAnimatingNow; }
-    [[nodiscard]] bool isAnimatingTowardsRecording() const { return _isAnimatingTowardsRecording; }
-    [[nodiscard]] double transitionProgress() const { return _transitionProgress; }
-    [[nodiscard]] bool mouseInsideTrackingArea() const { return _mouseInsideTrackingArea; }
-    [[nodiscard]] bool mouseDown() const { return _mouseDown; }
+    [[nodiscard]] bool isRecording() const { return _state.isRecording; }
+    [[nodiscard]] bool isAnimatingNow() const { return _transition.isAnimatingNow(); }
+    [[nodiscard]] bool isAnimatingTowardsRecording() const
+    {
+        return _transition.isAnimatingTowardsRecording();
+    }
+    [[nodiscard]] double transitionProgress() const { return _transition.progress(); }
+    [[nodiscard]] bool mouseInsideTrackingArea() const { return _state.mouseInsideTrackingArea; }
+    [[nodiscard]] bool mouseDown() const { return _state.mouseDown; }
     [[nodiscard]] bool comboJustChanged() const { return _comboJustChanged; }
     /// The modifiers held now, while recording.
-    [[nodiscard]] quint64 recordingFlags() const { return _recordingFlags; }
+    [[nodiscard]] quint64 recordingFlags() const { return _state.recordingFlags; }
 
     /// Offers a key press; true when the cell has used it up. May show an alert and wait for its answer.
     bool performKeyEquivalent(const Event& event);
@@ -156,9 +160,6 @@ private:
     [[nodiscard]] bool _effectiveIsAnimating() const;
     void _startRecordingTransition();
     void _endRecordingTransition();
-    void _startTransition(bool towardsRecording);
-    void _scheduleTick();
-    void _tick();
     void _startRecording();
     void _endRecording();
     void _pushSymbolicHotKeyMode();
@@ -172,45 +173,32 @@ private:
     void _keyComboDidChange();
     void _saveKeyCombo() const;
     void _loadKeyCombo();
-    void _decodeKeyed(const Archive& archive);
-    void _decodeUnkeyed(Archive& archive);
 
     [[nodiscard]] QString _idleText() const;
     [[nodiscard]] QString _recordingText() const;
     [[nodiscard]] QString _removeImageName() const;
-    [[nodiscard]] double _shareOfRecordingLook() const;
 
-    std::shared_ptr<const Gradient> _recordingGradient;
-    QString _autosaveName;
-    bool _isRecording = false;
-    bool _mouseInsideTrackingArea = false;
-    bool _mouseDown = false;
-    qint32 _style = 0;
-    bool _isAnimating = false;
-    double _transitionProgress = 0;
-    bool _isAnimatingNow = false;
-    bool _isAnimatingTowardsRecording = false;
+    /// All that a copy takes along.
+    struct State : RecorderSettings
+    {
+        std::shared_ptr<const Gradient> recordingGradient;
+        bool isRecording = false;
+        bool mouseInsideTrackingArea = false;
+        bool mouseDown = false;
+        RecorderCellView::TrackingRectTag removeTrackingRectTag = 0;
+        RecorderCellView::TrackingRectTag snapbackTrackingRectTag = 0;
+        quint64 recordingFlags = 0;
+        SRRecorderCellDelegate* delegate = nullptr;
+        bool enabled = true;
+        RecorderCellView* controlView = nullptr;
+    };
+
+    State _state;
+    RecorderTransition _transition;
     bool _comboJustChanged = false;
-    RecorderCellView::TrackingRectTag _removeTrackingRectTag = 0;
-    RecorderCellView::TrackingRectTag _snapbackTrackingRectTag = 0;
-    KeyCombo _keyCombo;
-    bool _hasKeyChars = false;
-    std::optional<QString> _keyChars;
-    std::optional<QString> _keyCharsIgnoringModifiers;
-    quint64 _allowedFlags = 0;
-    quint64 _requiredFlags = 0;
-    quint64 _recordingFlags = 0;
-    bool _allowsKeyOnly = false;
-    bool _escapeKeysRecord = false;
     QSet<quint16> _cancelCharacterSet;
     std::unique_ptr<SRValidator> _validator;
-    SRRecorderCellDelegate* _delegate = nullptr;
-    bool _globalHotKeys = false;
     SymbolicHotKeys::ModeToken _hotKeyModeToken = 0;
-
-    bool _enabled = true;
-    RecorderCellView* _controlView = nullptr;
-    std::unique_ptr<Clock::Timer> _pendingTick;
     std::unique_ptr<NotificationCenter::Observer> _systemColorsObserver;
 };
 

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 // What a recorder cell looks like now, as a picture that draws itself.
-#include "shortcut/Easing.h"
 #include "shortcut/RecorderPicture.h"
 #include "shortcut/SRRecorderCell.h"
 
@@ -19,14 +18,6 @@ QRectF toPainter(const QRectF& rect, const QRectF& frame, bool rightToLeft)
 
 } // namespace
 
-double SRRecorderCell::_shareOfRecordingLook() const
-{
-    if (!_isAnimatingNow)
-        return _isRecording ? 1 : 0;
-    const double eased = SRAnimationEaseInOut(_transitionProgress);
-    return _isAnimatingTowardsRecording ? eased : 1 - eased;
-}
-
 void SRRecorderCell::drawWithFrameInView(const QRectF& frame, QPainter& painter,
                                          const RecorderCellView& view) const
 {
@@ -34,20 +25,20 @@ void SRRecorderCell::drawWithFrameInView(const QRectF& frame, QPainter& painter,
     RecorderPicture picture;
     picture.frame = frame;
     picture.palette = view.palette();
-    picture.recordingGradient = *_recordingGradient;
-    picture.style = _style;
-    picture.enabled = _enabled;
+    picture.recordingGradient = *_state.recordingGradient;
+    picture.style = _state.style;
+    picture.enabled = _state.enabled;
     picture.focused = view.showsFirstResponder();
     picture.rightToLeft = rightToLeft;
-    picture.recordingShare = _shareOfRecordingLook();
+    picture.recordingShare = _transition.shareOfRecordingLook(_state.isRecording);
     picture.idleText = _idleText();
     picture.idleTextIsPrompt = isEmpty();
     picture.removeImageName = _removeImageName();
     picture.removeRect = toPainter(removeButtonRectForFrame(frame), frame, rightToLeft);
     picture.recordingText = _recordingText();
     picture.snapbackRect = toPainter(snapbackRectForFrame(frame), frame, rightToLeft);
-    picture.overSnapback = _isRecording && _mouseInsideTrackingArea;
-    picture.pressedSnapback = _mouseDown;
+    picture.overSnapback = _state.isRecording && _state.mouseInsideTrackingArea;
+    picture.pressedSnapback = _state.mouseDown;
     picture.draw(painter);
 }
 

@@ -2,21 +2,18 @@
 #include "shortcut/SRRecorderControl.h"
 
 #include "foundation/Application.h"
-#include "shortcut/Archive.h"
 #include "shortcut/Localized.h"
 #include "shortcut/ModifierFlags.h"
 #include "shortcut/Numbers.h"
 #include "shortcut/RecorderAccessible.h"
 #include "shortcut/SRRecorderControlDelegate.h"
 #include "shortcut/SpokenKeys.h"
-#include "shortcut/TrackingRects.h"
 
 #include <QAccessible>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QPointer>
 #include <QScopedValueRollback>
 
 #include <algorithm>
@@ -41,77 +38,18 @@ const QString& valueBinding()
     return name;
 }
 
-void log(const char* text)
-{
-    // The "%s" of these texts is the name of the method under which users know them.
-    QByteArray line(text);
-    line.replace("%s", "-[SRRecorderControl shortcutRecorderCell:keyComboDidChange:]");
-    qWarning("%s", line.constData());
-}
-
-std::shared_ptr<ValueTransformer> transformerOf(const Binding& binding)
-{
-    if (binding.valueTransformer.hasValue())
-        return binding.valueTransformer.value();
-    return binding.valueTransformerName.hasValue()
-               ? ValueTransformer::valueTransformerForName(binding.valueTransformerName.value())
-               : nullptr;
-}
-
 } // namespace
 
-/// The control as its cell sees it: upside down, and mirrored where the language runs from right to left.
-class SRRecorderControl::View final : public RecorderCellView
-{
-public:
-    explicit View(SRRecorderControl& control) : _control(control) {}
-
-    [[nodiscard]] QRectF bounds() const override { return _control.rect(); }
-    [[nodiscard]] QPointF convertPointFromWindow(const QPointF& location) const override
-    {
-        return convertPoint(_control.mapFrom(_control.window(), location));
-    }
-    [[nodiscard]] QPointF convertPoint(const QPointF& point) const
-    {
-        return {isRightToLeft() ? _control.width() - point.x() : point.x(), _control.height() - point.y()};
-    }
-    [[nodiscard]] bool isRightToLeft() const override { return _control.isRightToLeft(); }
-    [[nodiscard]] QPalette palette() const override { return _control.palette(); }
-
-    void setNeedsDisplay() override
-    {
-        _control.update();
-        _control._tellScreenReader();
-    }
-    void setKeyboardFocusRingNeedsDisplay() override { _control.update(); }
-    [[nodiscard]] bool showsFirstResponder() const override { return _control.hasFocus(); }
-    [[nodiscard]] bool isFirstResponder() const override { return _control.isFirstResponder(); }
-    void makeFirstResponder() override { _control.setFocus(Qt::MouseFocusReason); }
-    [[nodiscard]] bool windowIsKey() const override { return _control.isActiveWindow(); }
-    [[nodiscard]] bool acceptsFirstMouse(const Event& /*event*/) const override
-    {
-        return SRRecorderControl::acceptsFirstMouse();
-    }
-    [[nodiscard]] TrackingRectTag addTrackingRect(const QRectF& rect, bool assumeInside) override
-    {
-        return trackingRects.add(rect, assumeInside);
-    }
-    void removeTrackingRect(TrackingRectTag tag) override { trackingRects.remove(tag); }
-
-    TrackingRects trackingRects;
-
-private:
-    SRRecorderControl& _control;
-};
-
 SRRecorderControl::SRRecorderControl(QWidget* parent)
-    : QWidget(parent), _view(std::make_unique<View>(*this)), _cell(std::make_unique<SRRecorderCell>())
+    : QWidget(parent), _view(*this, [this] { _tellScreenReader(); }),
+      _cell(std::make_unique<SRRecorderCell>())
 {
     _init();
 }
 
 SRRecorderControl::SRRecorderControl(Archive& archive, QWidget* parent)
-    : QWidget(parent), _view(std::make_unique<View>(*this)), _cell(std::make_unique<SRRecorderCell>(archive))
+    : QWidget(parent), _view(*this, [this] { _tellScreenReader(); }),
+      _cell(std::make_unique<SRRecorderCell>(archive))
 {
     _init();
 }
@@ -122,7 +60,7 @@ void SRRecorderControl::_init()
 {
     RecorderAccessible::install();
     _cell->setDelegate(this);
-    _cell->setControlView(_view.get());
+    _cell->setControlView(&_view);
     setFocusPolicy(Qt::TabFocus); // a click makes it first responder only when the button is up again
     setMouseTracking(true);
     setFixedHeight(ForcedHeight);
@@ -196,27 +134,7 @@ void SRRecorderControl::shortcutRecorderCellKeyComboDidChange(SRRecorderCell& /*
     if (_delegate)
         _delegate->shortcutRecorderKeyComboDidChange(*this, keyCombo);
     if (const Binding* binding = infoForBinding(valueBinding()))
-        _pushValue(*binding);
-}
-
-void SRRecorderControl::_pushValue(const Binding& binding) const
-{
-    QVariant value = objectValue();
-    if (const auto transformer = transformerOf(binding)) {
-        if (transformer->classAllowsReverseTransformation())
-            value = transformer->reverseTransformedValue(value);
-        else
-            log("WARNING: value has value transformer, but it doesn't allow reverse transformations in %s");
-    }
-    if (!binding.observedObject.hasValue() || !binding.observedObject.value()) {
-        log("ERROR: NSObservedObjectKey was nil for value binding in %s");
-        return;
-    }
-    if (!binding.observedKeyPath.hasValue()) {
-        log("ERROR: NSObservedKeyPathKey was nil for value binding in %s");
-        return;
-    }
-    binding.observedObject.value()->setValueForKeyPath(value, binding.observedKeyPath.value());
+        pushValue(objectValue(), *binding);
 }
 
 bool SRRecorderControl::shortcutRecorderCellIsKeyCodeAndFlagsTakenReason(SRRecorderCell& /*cell*/,
@@ -242,7 +160,7 @@ bool SRRecorderControl::keyDown(const Event& event)
 
 bool SRRecorderControl::isFirstResponder() const
 {
-    return window()->focusWidget() == this;
+    return _view.isFirstResponder();
 }
 
 bool SRRecorderControl::becomeFirstResponder()
@@ -338,13 +256,13 @@ void SRRecorderControl::mousePressEvent(QMouseEvent* event)
         return;
     }
     event->accept();
-    _cell->trackMouseInRectOfViewUntilMouseUp(*current, _view->bounds(), *_view, true);
+    _cell->trackMouseInRectOfViewUntilMouseUp(*current, _view.bounds(), _view, true);
 }
 
 void SRRecorderControl::mouseMoveEvent(QMouseEvent* event)
 {
     const Event current = Application::shared().currentEvent().value_or(Event());
-    _view->trackingRects.pointerMoved(_view->convertPoint(event->position()), [this, &current](bool entered) {
+    _view.trackingRects().pointerMoved(_view.convertPoint(event->position()), [this, &current](bool entered) {
         if (entered)
             _cell->mouseEntered(current);
         else
@@ -355,7 +273,7 @@ void SRRecorderControl::mouseMoveEvent(QMouseEvent* event)
 void SRRecorderControl::leaveEvent(QEvent* /*event*/)
 {
     const Event current = Application::shared().currentEvent().value_or(Event());
-    _view->trackingRects.pointerLeft([this, &current](bool) { _cell->mouseExited(current); });
+    _view.trackingRects().pointerLeft([this, &current](bool) { _cell->mouseExited(current); });
 }
 
 // The frame
@@ -436,7 +354,7 @@ void SRRecorderControl::changeEvent(QEvent* event)
 void SRRecorderControl::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
-    _cell->drawWithFrameInView(rect(), painter, *_view);
+    _cell->drawWithFrameInView(rect(), painter, _view);
 }
 
 // Assistive programs

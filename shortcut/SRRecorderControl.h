@@ -4,6 +4,7 @@
 #include "foundation/Event.h"
 #include "shortcut/Binding.h"
 #include "shortcut/KeyCombo.h"
+#include "shortcut/RecorderControlView.h"
 #include "shortcut/SRRecorderCell.h"
 #include "shortcut/SRRecorderCellDelegate.h"
 
@@ -132,10 +133,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    class View;
-
     void _init();
-    void _pushValue(const Binding& binding) const;
     void _viewDidMoveToWindow();
     void _viewFrameDidChange();
     [[nodiscard]] QSize _forcedSize(const QSizeF& size) const;
@@ -143,7 +141,7 @@ private:
     void _tellScreenReader();
 
     SRRecorderControlDelegate* _delegate = nullptr;
-    std::unique_ptr<View> _view;
+    RecorderControlView _view;
     std::unique_ptr<SRRecorderCell> _cell;
     QHash<QString, Binding> _bindings;
     bool _offeringKey = false; ///< an alert of the cell may be up
