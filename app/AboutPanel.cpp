@@ -79,3 +79,5 @@ void AboutPanel::orderFrontRegardless()
 }
 
 } // namespace tarnwick
+
+#include "moc_AboutPanel.cpp"

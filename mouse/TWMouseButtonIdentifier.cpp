@@ -182,3 +182,5 @@ void TWMouseButtonIdentifier::_drawText(QPainter& painter) const
 }
 
 } // namespace tarnwick
+
+#include "moc_TWMouseButtonIdentifier.cpp"

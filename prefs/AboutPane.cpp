@@ -61,3 +61,5 @@ void AboutPane::_addLinks(QBoxLayout& column, ActionTarget& target, ActionSender
 }
 
 } // namespace tarnwick
+
+#include "moc_AboutPane.cpp"

@@ -73,3 +73,5 @@ void AppEmblem::paintEvent(QPaintEvent* /*event*/)
 }
 
 } // namespace tarnwick
+
+#include "moc_AppEmblem.cpp"

@@ -28,3 +28,5 @@ void CheckBox::paintEvent(QPaintEvent* event)
 }
 
 } // namespace tarnwick
+
+#include "moc_CheckBox.cpp"

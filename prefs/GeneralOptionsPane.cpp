@@ -110,3 +110,5 @@ QPushButton* GeneralOptionsPane::_makeButton(const QString& text, const QString&
 }
 
 } // namespace tarnwick
+
+#include "moc_GeneralOptionsPane.cpp"

@@ -108,3 +108,5 @@ void HotKeyPane::_addField(QGridLayout& grid, const QString& label, QWidget& fie
 }
 
 } // namespace tarnwick
+
+#include "moc_HotKeyPane.cpp"

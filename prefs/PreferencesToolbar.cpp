@@ -81,3 +81,5 @@ void PreferencesToolbar::paintEvent(QPaintEvent* /*event*/)
 }
 
 } // namespace tarnwick
+
+#include "moc_PreferencesToolbar.cpp"

@@ -163,3 +163,5 @@ bool PreferencesWindow::event(QEvent* event)
 }
 
 } // namespace tarnwick
+
+#include "moc_PreferencesWindow.cpp"

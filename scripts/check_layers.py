@@ -96,6 +96,8 @@ def include_problem(name, written, rooms):
     if not ours and not system:
         return f"an include names its header: {written}"
     header = (ours or system).group(1)
+    if ours and header == f"moc_{pathlib.PurePosixPath(name).stem}.cpp":
+        return None  # what Qt's compiler makes of the file's own header
     parts = header.split("/")
     if (parts[0] in OUR_FOLDERS) != bool(ours) or {"", ".", ".."} & set(parts):
         return f"a header of ours, and no other, is in quotes and has its path from the top: {header}"

@@ -383,3 +383,5 @@ void SRRecorderControl::_tellScreenReader()
 }
 
 } // namespace tarnwick
+
+#include "moc_SRRecorderControl.cpp"

@@ -94,6 +94,8 @@ class CheckLayers(TreeTest):
                        '"/foundation/Clock.h"', '"Clock.h"', '"linux/X11Focus.h"', '"unistd.h"', '"sys/socket.h"'):
             for name in ("foundation/Clock.h", "platform/qt/Look.cpp", "platform/linux/openDesktop.cpp"):
                 self.noticed(name, f"#include {header}", f"path from the top: {header[1:-1]}")
+        self.noticed("platform/qt/Look.cpp", '#include "moc_Other.cpp"', "path from the top: moc_Other.cpp")
+        self.not_noticed("platform/qt/Look.cpp", '#include "moc_Look.cpp"')
         for written in ("HEADER", "\\"):
             self.noticed("foundation/Clock.h", f"#  include {written}", "an include names its header")
         self.noticed("foundation/Clock.h", '/* a */ # /* b */ include "app/Desktop.h"', "may not include")

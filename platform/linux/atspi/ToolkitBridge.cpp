@@ -140,3 +140,5 @@ void ToolkitBridge::_watch()
 }
 
 } // namespace tarnwick
+
+#include "moc_ToolkitBridge.cpp"

@@ -255,3 +255,5 @@ void SdBus::_takeIn()
 }
 
 } // namespace tarnwick
+
+#include "moc_SdBus.cpp"

@@ -104,3 +104,5 @@ bool LinuxSymbolicHotKeys::_heldElsewhere(qint64 keyCode, quint32 modifiers) con
 }
 
 } // namespace tarnwick
+
+#include "moc_LinuxSymbolicHotKeys.cpp"

@@ -88,3 +88,5 @@ void X11EventTaps::_deliver(EventTapRef ref)
 }
 
 } // namespace tarnwick
+
+#include "moc_X11EventTaps.cpp"

@@ -248,3 +248,5 @@ void X11HotKeys::_followKeyboardMap()
 }
 
 } // namespace tarnwick
+
+#include "moc_X11HotKeys.cpp"

@@ -135,3 +135,5 @@ void XkbKeyboardLayout::_notify()
 }
 
 } // namespace tarnwick
+
+#include "moc_XkbKeyboardLayout.cpp"

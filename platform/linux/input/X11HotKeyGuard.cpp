@@ -393,3 +393,5 @@ bool X11HotKeyGuard::collect(const xcb_key_press_event_t& event)
 }
 
 } // namespace tarnwick
+
+#include "moc_X11HotKeyGuard.cpp"

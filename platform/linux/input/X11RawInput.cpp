@@ -96,3 +96,5 @@ bool X11RawInput::nativeEventFilter(const QByteArray& /*eventType*/, void* messa
 }
 
 } // namespace tarnwick
+
+#include "moc_X11RawInput.cpp"

@@ -54,3 +54,5 @@ Look LinuxLook::_read() const
 }
 
 } // namespace tarnwick
+
+#include "moc_LinuxLook.cpp"

@@ -65,3 +65,5 @@ XSettingValues X11Settings::_readFromOwner()
 }
 
 } // namespace tarnwick
+
+#include "moc_X11Settings.cpp"

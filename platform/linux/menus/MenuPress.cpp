@@ -61,3 +61,5 @@ void MenuPress::_send()
 }
 
 } // namespace tarnwick
+
+#include "moc_MenuPress.cpp"

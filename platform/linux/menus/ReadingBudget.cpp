@@ -78,3 +78,5 @@ ReadingBudget::Reading::~Reading()
 }
 
 } // namespace tarnwick
+
+#include "moc_ReadingBudget.cpp"

@@ -190,3 +190,5 @@ void QMenuPresenter::_closeWhenOutside(const QMenuView& view)
 }
 
 } // namespace tarnwick
+
+#include "moc_QMenuPresenter.cpp"

@@ -308,3 +308,5 @@ bool X11PopUpInput::_isUp() const
 }
 
 } // namespace tarnwick
+
+#include "moc_X11PopUpInput.cpp"

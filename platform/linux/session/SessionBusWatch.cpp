@@ -64,3 +64,5 @@ void SessionBusWatch::_tryAgain()
 }
 
 } // namespace tarnwick
+
+#include "moc_SessionBusWatch.cpp"

@@ -117,3 +117,5 @@ void SessionInstance::_deliver()
 }
 
 } // namespace tarnwick
+
+#include "moc_SessionInstance.cpp"

@@ -133,3 +133,5 @@ bool LinuxTrayHost::_embeddingHostThere() const
 }
 
 } // namespace tarnwick
+
+#include "moc_LinuxTrayHost.cpp"

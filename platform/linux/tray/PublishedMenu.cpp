@@ -144,3 +144,5 @@ QVariantMap PublishedMenu::_propertiesOf(int id, const QStringList& names) const
 }
 
 } // namespace tarnwick
+
+#include "moc_PublishedMenu.cpp"

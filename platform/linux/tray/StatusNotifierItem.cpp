@@ -120,3 +120,5 @@ void StatusNotifierItem::ContextMenu(int x, int y)
 void StatusNotifierItem::Scroll(int /*delta*/, const QString& /*orientation*/) {}
 
 } // namespace tarnwick
+
+#include "moc_StatusNotifierItem.cpp"

@@ -172,3 +172,5 @@ bool LinuxWorkspace::accessibilityDisplayShouldReduceMotion() const
 }
 
 } // namespace tarnwick
+
+#include "moc_LinuxWorkspace.cpp"

@@ -46,3 +46,5 @@ bool XWaylandBackdrop::event(QEvent* event)
 }
 
 } // namespace tarnwick
+
+#include "moc_XWaylandBackdrop.cpp"

@@ -205,3 +205,5 @@ FrontWindow X11ActiveWindow::current() const
 }
 
 } // namespace tarnwick
+
+#include "moc_X11ActiveWindow.cpp"

@@ -66,3 +66,5 @@ void X11AllWorkspaces::_tell() const
 }
 
 } // namespace tarnwick
+
+#include "moc_X11AllWorkspaces.cpp"

@@ -72,3 +72,5 @@ bool MacMenuPresenter::_popUp(const std::shared_ptr<Menu>& menu, const std::shar
 }
 
 } // namespace tarnwick
+
+#include "moc_MacMenuPresenter.cpp"

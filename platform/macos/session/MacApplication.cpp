@@ -69,3 +69,5 @@ bool MacApplication::eventFilter(QObject* receiver, QEvent* event)
 }
 
 } // namespace tarnwick
+
+#include "moc_MacApplication.cpp"

@@ -46,3 +46,5 @@ void CarbonFrontSwitch::_runPending()
 }
 
 } // namespace tarnwick
+
+#include "moc_CarbonFrontSwitch.cpp"

@@ -115,3 +115,5 @@ bool QtApplication::eventFilter(QObject* receiver, QEvent* event)
 }
 
 } // namespace tarnwick
+
+#include "moc_QtApplication.cpp"

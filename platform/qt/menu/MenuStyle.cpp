@@ -60,3 +60,5 @@ const QPalette& MenuStyle::_knownAs(const QPalette& palette) const
 }
 
 } // namespace tarnwick
+
+#include "moc_MenuStyle.cpp"

@@ -27,3 +27,5 @@ void MenuTracking::cancel()
 }
 
 } // namespace tarnwick
+
+#include "moc_MenuTracking.cpp"

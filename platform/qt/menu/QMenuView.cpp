@@ -266,3 +266,5 @@ const QMenuView::Entry* QMenuView::_entryOf(const QAction* action) const
 }
 
 } // namespace tarnwick
+
+#include "moc_QMenuView.cpp"

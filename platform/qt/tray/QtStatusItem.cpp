@@ -190,3 +190,5 @@ bool QtStatusItem::eventFilter(QObject* watched, QEvent* event)
 }
 
 } // namespace tarnwick
+
+#include "moc_QtStatusItem.cpp"
