@@ -2,7 +2,7 @@
 // Replies of accessibility objects as they come over the bus. A byte that says to what question, the
 // signature, a zero byte, the body.
 #include "platform/linux/atspi/AtspiConstants.h"
-#include "platform/linux/atspi/AtspiDecode.h"
+#include "platform/linux/atspi/AtspiQuestion.h"
 #include "platform/linux/bus/BusText.h"
 #include "tests/fuzz/Fuzzing.h"
 #include "tests/fuzz/Wire.h"
@@ -18,7 +18,7 @@ AtspiFacts decoded(AtspiQuestion question, sd_bus_message* reply)
 {
     AtspiFacts facts;
     facts.reference = {":1.5", "/item", Connection};
-    atspi::decodeAnswer(question, reply, facts);
+    formOf(question).store(reply, facts);
     return facts;
 }
 

@@ -5,48 +5,43 @@
 #include "platform/linux/atspi/AtspiDecode.h"
 #include "platform/linux/bus/SessionBus.h"
 
-using namespace std::chrono_literals;
-
 namespace tarnwick {
+
+using namespace atspi;
 
 namespace {
 
-/// After a failure to connect nothing is tried for this long.
-constexpr auto Pause = 250ms;
-
-SdBusMessage property(SdBus& bus, const BusReference& of, const char* interface, const char* name)
+/// Null when the message does not take the arguments.
+template <typename... Arguments>
+SdBusMessage filled(SdBusMessage message, const char* types, Arguments... arguments)
 {
-    SdBusMessage message = bus.methodCall(of.service, of.path, atspi::PropertiesInterface, "Get");
-    if (message && sd_bus_message_append(message.get(), "ss", interface, name) < 0)
+    if (message && sd_bus_message_append(message.get(), types, arguments...) < 0)
         message.reset();
     return message;
 }
 
-SdBusMessage indexed(SdBus& bus, const BusReference& of, const char* interface, const char* method,
-                     std::int32_t index)
+SdBusMessage questionCall(SdBus& bus, const BusReference& of, const AtspiQuestionForm& form)
 {
-    SdBusMessage message = bus.methodCall(of.service, of.path, interface, method);
-    if (message && sd_bus_message_append(message.get(), "i", index) < 0)
-        message.reset();
-    return message;
-}
-
-SdBusMessage extents(SdBus& bus, const BusReference& of)
-{
+    using Kind = AtspiQuestionForm::Kind;
+    constexpr std::int32_t First = 0;
     constexpr std::uint32_t OnTheScreen = 0;
-    SdBusMessage message = bus.methodCall(of.service, of.path, atspi::ComponentInterface, "GetExtents");
-    if (message && sd_bus_message_append(message.get(), "u", OnTheScreen) < 0)
-        message.reset();
-    return message;
-}
-
-SdBusMessage processIdentifierOf(SdBus& bus, const QByteArray& service)
-{
-    SdBusMessage message = bus.methodCall("org.freedesktop.DBus", "/org/freedesktop/DBus",
-                                          "org.freedesktop.DBus", "GetConnectionUnixProcessID");
-    if (message && sd_bus_message_append(message.get(), "s", service.constData()) < 0)
-        message.reset();
-    return message;
+    const auto call = [&] { return bus.methodCall(of.service, of.path, form.interface, form.member); };
+    switch (form.kind) {
+    case Kind::Property:
+        return filled(bus.methodCall(of.service, of.path, PropertiesInterface, "Get"), "ss", form.interface,
+                      form.member);
+    case Kind::Call:
+        return call();
+    case Kind::CallOfFirst:
+        return filled(call(), "i", First);
+    case Kind::CallOnTheScreen:
+        return filled(call(), "u", OnTheScreen);
+    case Kind::CallToTheBus:
+        return filled(
+            bus.methodCall("org.freedesktop.DBus", "/org/freedesktop/DBus", form.interface, form.member), "s",
+            of.service.constData());
+    }
+    return nullptr;
 }
 
 } // namespace
@@ -61,74 +56,34 @@ QByteArray AtspiBus::address(Deadline deadline)
         return {};
     const SdBusMessage reply = session->call(
         session->methodCall("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress"), deadline);
-    return reply ? atspi::decodeText(reply.get()).value_or(QString()).toUtf8() : QByteArray();
-}
-
-SdBus* AtspiBus::connection(Deadline deadline)
-{
-    if (SdBus* standing = standingConnection())
-        return standing;
-    if (_retry && !_retry->passed())
-        return nullptr;
-    const QByteArray address = AtspiBus::address(deadline);
-    _bus = address.isEmpty() ? nullptr : SdBus::open(address, deadline);
-    ++_connection;
-    _retry = _bus ? std::nullopt : std::optional(Deadline::in(Pause));
-    if (_bus && _connected)
-        _connected(address);
-    return _bus.get();
+    return reply ? decodeText(reply.get()).value_or(QString()).toUtf8() : QByteArray();
 }
 
 BusReference AtspiBus::root(const QByteArray& service) const
 {
-    return {service, atspi::RootPath, _connection};
-}
-
-bool AtspiBus::_stands(const BusReference& reference) const
-{
-    return reference && reference.connection == _connection && standingConnection();
+    return {service, RootPath, number()};
 }
 
 SdBusMessage AtspiBus::_call(const BusReference& reference, AtspiQuestion question)
 {
-    using namespace atspi;
-    if (!_stands(reference))
+    if (!stands(reference))
         return nullptr;
-    switch (question) {
-    case AtspiQuestion::Name:
-        return property(*_bus, reference, AccessibleInterface, "Name");
-    case AtspiQuestion::Role:
-        return _bus->methodCall(reference.service, reference.path, AccessibleInterface, "GetRole");
-    case AtspiQuestion::States:
-        return stateCall(reference);
-    case AtspiQuestion::KeyBinding:
-        return indexed(*_bus, reference, ActionInterface, "GetKeyBinding", 0);
-    case AtspiQuestion::Area:
-        return extents(*_bus, reference);
-    case AtspiQuestion::Toolkit:
-        return property(*_bus, reference, ApplicationInterface, "ToolkitName");
-    case AtspiQuestion::ChildCount:
-        return property(*_bus, reference, AccessibleInterface, "ChildCount");
-    case AtspiQuestion::FirstChild:
-        return indexed(*_bus, reference, AccessibleInterface, "GetChildAtIndex", 0);
-    case AtspiQuestion::Children:
-        return _bus->methodCall(reference.service, reference.path, AccessibleInterface, "GetChildren");
-    case AtspiQuestion::ProcessIdentifier:
-        return processIdentifierOf(*_bus, reference.service);
-    }
-    return nullptr;
+    return questionCall(*standingConnection(), reference, formOf(question));
 }
 
 SdBusMessage AtspiBus::actionCall(const BusReference& reference)
 {
-    return _stands(reference) ? indexed(*_bus, reference, atspi::ActionInterface, "DoAction", 0) : nullptr;
+    if (!stands(reference))
+        return nullptr;
+    constexpr std::int32_t First = 0;
+    return filled(
+        standingConnection()->methodCall(reference.service, reference.path, ActionInterface, "DoAction"), "i",
+        First);
 }
 
 SdBusMessage AtspiBus::stateCall(const BusReference& reference)
 {
-    if (!_stands(reference))
-        return nullptr;
-    return _bus->methodCall(reference.service, reference.path, atspi::AccessibleInterface, "GetState");
+    return _call(reference, AtspiQuestion::States);
 }
 
 void AtspiBus::ask(const QList<AtspiInquiry>& inquiries, Deadline deadline)
@@ -144,7 +99,7 @@ void AtspiBus::ask(const QList<AtspiInquiry>& inquiries, Deadline deadline)
         },
         [&](qsizetype index, sd_bus_message* reply) {
             const AtspiInquiry& inquiry = inquiries[index];
-            atspi::decodeAnswer(inquiry.question, reply, *inquiry.facts);
+            formOf(inquiry.question).store(reply, *inquiry.facts);
         },
         deadline);
 }

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/atspi/AtspiFacts.h"
-#include "platform/linux/bus/SdBus.h"
+#include "platform/linux/atspi/AtspiQuestion.h"
+#include "platform/linux/bus/BusConnector.h"
 
 #include <functional>
-#include <memory>
+#include <initializer_list>
 #include <utility>
 
 namespace tarnwick {
@@ -17,21 +17,16 @@ struct AtspiInquiry
     AtspiQuestion question;
 };
 
-/// The accessibility bus: connected when it is first needed, and again when it went away. Reads only with
-/// calls that leave the other application as it is. GUI thread only.
-class AtspiBus
+/// The accessibility bus. Reads only with calls that leave the other application as it is. GUI thread only.
+class AtspiBus final : public BusConnector
 {
 public:
     /// To be told of the address at every new connection.
     explicit AtspiBus(std::function<void(const QByteArray&)> connected = {})
-        : _connected(std::move(connected))
+        : BusConnector(&AtspiBus::address, std::move(connected))
     {
     }
 
-    /// Null when the bus cannot be reached by the deadline, or could not a moment ago.
-    [[nodiscard]] SdBus* connection(Deadline deadline);
-    /// The connection that stands now; null when there is none. Nothing is sent.
-    [[nodiscard]] SdBus* standingConnection() const { return _bus && _bus->isOpen() ? _bus.get() : nullptr; }
     /// The root object behind a name on the standing connection.
     [[nodiscard]] BusReference root(const QByteArray& service) const;
 
@@ -54,13 +49,7 @@ public:
     [[nodiscard]] static QByteArray address(Deadline deadline);
 
 private:
-    [[nodiscard]] bool _stands(const BusReference& reference) const;
     [[nodiscard]] SdBusMessage _call(const BusReference& reference, AtspiQuestion question);
-
-    std::function<void(const QByteArray&)> _connected;
-    std::unique_ptr<SdBus> _bus;
-    std::optional<Deadline> _retry;
-    int _connection = 0;
 };
 
 } // namespace tarnwick

@@ -116,40 +116,4 @@ std::optional<QList<BusReference>> decodeReferences(sd_bus_message* reply, int c
     return references;
 }
 
-void decodeAnswer(AtspiQuestion question, sd_bus_message* reply, AtspiFacts& facts)
-{
-    switch (question) {
-    case AtspiQuestion::Name:
-        facts.name = decodeTextProperty(reply);
-        break;
-    case AtspiQuestion::Role:
-        facts.role = decodeUnsigned(reply);
-        break;
-    case AtspiQuestion::States:
-        facts.states = decodeStates(reply);
-        break;
-    case AtspiQuestion::KeyBinding:
-        facts.keyBinding = decodeText(reply);
-        break;
-    case AtspiQuestion::Area:
-        facts.hasArea = decodeArea(reply);
-        break;
-    case AtspiQuestion::Toolkit:
-        facts.toolkit = decodeTextProperty(reply);
-        break;
-    case AtspiQuestion::ChildCount:
-        facts.childCount = decodeNumberProperty(reply);
-        break;
-    case AtspiQuestion::FirstChild:
-        facts.firstChild = decodeReference(reply, facts.reference.connection);
-        break;
-    case AtspiQuestion::Children:
-        facts.children = decodeReferences(reply, facts.reference.connection);
-        break;
-    case AtspiQuestion::ProcessIdentifier:
-        facts.processIdentifier = decodeUnsigned(reply);
-        break;
-    }
-}
-
 } // namespace tarnwick::atspi

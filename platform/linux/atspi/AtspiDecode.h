@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/atspi/AtspiFacts.h"
+#include "platform/linux/bus/BusReference.h"
 
+#include <QList>
 #include <QString>
 #include <systemd/sd-bus.h>
+
+#include <optional>
 
 /// Reads replies of other programs, which may hold anything: a wrong type, a reply that is cut off and text
 /// that is no UTF-8 give nothing.
@@ -28,8 +31,5 @@ inline constexpr qsizetype MaximumChildren = 20'000;
 [[nodiscard]] std::optional<BusReference> decodeReference(sd_bus_message* reply, int connection);
 /// Null objects are left out; what comes after the 20,000th is cut off.
 [[nodiscard]] std::optional<QList<BusReference>> decodeReferences(sd_bus_message* reply, int connection);
-
-/// Stores what the reply to `question` says.
-void decodeAnswer(AtspiQuestion question, sd_bus_message* reply, AtspiFacts& facts);
 
 } // namespace tarnwick::atspi

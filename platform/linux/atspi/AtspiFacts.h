@@ -27,18 +27,4 @@ struct AtspiFacts
     std::optional<qint64> processIdentifier = {}; ///< of the owner of the reference's service
 };
 
-/// Each answers one field of AtspiFacts.
-enum class AtspiQuestion {
-    Name,
-    Role,
-    States,
-    KeyBinding,
-    Area,
-    Toolkit,
-    ChildCount,
-    FirstChild,
-    Children,
-    ProcessIdentifier
-};
-
 } // namespace tarnwick

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/atspi/AtspiFacts.h"
+#include "platform/linux/atspi/AtspiQuestion.h"
 #include "platform/linux/atspi/AtspiToolkit.h"
 #include "platform/linux/menus/MenuRow.h"
 

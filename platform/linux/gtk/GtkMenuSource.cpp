@@ -87,7 +87,7 @@ std::optional<QList<MenuRow>> GtkMenuSource::readMenu(const BusReference& conten
 {
     const ReadingBudget::Reading budget(_budget);
     const auto place = GtkMenuPlace::fromPath(contents.path);
-    if (!place || !_stands(contents))
+    if (!place || !_bus.stands(contents))
         return std::nullopt;
     Reading reading{contents.service, *place, {}, {}, {}};
     QSet<quint32> groups{place->number.group};
@@ -149,7 +149,7 @@ SdBusMessage GtkMenuSource::_groupCall(const Reading& reading, const char* membe
 
 bool GtkMenuSource::press(const MenuRow& row)
 {
-    if (!row.action || !_stands(row.item))
+    if (!row.action || !_bus.stands(row.item))
         return false;
     if (auto& x11 = X11Connection::shared())
         x11.sync(); // what was grabbed has been given back
@@ -164,7 +164,7 @@ bool GtkMenuSource::press(const MenuRow& row)
 
 SdBusMessage GtkMenuSource::_actionCall(const MenuRow& row, const char* member)
 {
-    if (!_stands(row.item))
+    if (!_bus.stands(row.item))
         return nullptr;
     SdBusMessage call =
         _bus.standingConnection()->methodCall(row.item.service, row.action->path, ActionsInterface, member);
@@ -180,11 +180,6 @@ SdBusMessage GtkMenuSource::_activation(const MenuRow& row)
     if (call && !(appendParameter(call.get(), row.action->target) && appendStartup(call.get())))
         call.reset();
     return call;
-}
-
-bool GtkMenuSource::_stands(const BusReference& reference) const
-{
-    return reference && reference.connection == _bus.number() && _bus.standingConnection();
 }
 
 } // namespace tarnwick

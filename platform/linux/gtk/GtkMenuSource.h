@@ -30,7 +30,6 @@ public:
 private:
     struct Reading;
 
-    [[nodiscard]] bool _stands(const BusReference& reference) const;
     /// Reads the menus of the groups, and the actions that have not been asked for yet, in one go.
     void _read(Reading& reading, const QSet<quint32>& groups, Deadline deadline);
     [[nodiscard]] SdBusMessage _call(const Reading& reading, const char* interface, const char* member,

@@ -12,6 +12,8 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
+#include <mutex>
+
 using namespace tarnwick;
 using namespace tarnwick::atspi;
 using namespace Qt::StringLiterals;
@@ -44,6 +46,26 @@ Objects menuOf(int items)
     }
     objects["/menu"].role = RoleMenu;
     return objects;
+}
+
+/// The last word of the interface, the member, and the arguments with their types.
+QString textOf(sd_bus_message* call)
+{
+    const QString interface = QLatin1StringView(sd_bus_message_get_interface(call));
+    QString text = interface.section(u'.', -1) + u'.' + QLatin1StringView(sd_bus_message_get_member(call));
+    const QByteArray types = sd_bus_message_get_signature(call, 1);
+    if (!types.isEmpty())
+        text += u' ' + QLatin1StringView(types);
+    for (const char type : types) {
+        union {
+            const char* text;
+            std::int32_t number;
+        } argument{};
+        sd_bus_message_read_basic(call, type, &argument);
+        text += u' ' + (type == 's' ? QString::fromUtf8(argument.text) : QString::number(argument.number));
+    }
+    sd_bus_message_rewind(call, 1);
+    return text;
 }
 
 class AtspiBusTest : public ::testing::Test
@@ -137,6 +159,39 @@ TEST_F(AtspiBusTest, aMenuOfGtk4_isLeftAlone)
     EXPECT_TRUE(bar && bar->isEmpty()) << "what a press would do, nobody knows";
     EXPECT_EQ(titles(), QStringList());
     EXPECT_EQ(application->calls(), QStringList(u"Get ToolkitName "_s + QLatin1String(RootPath)));
+}
+
+TEST_F(AtspiBusTest, eachQuestion_isPutInItsOwnWords)
+{
+    publish("gtk", menuOf(1));
+    std::mutex mutex;
+    QStringList asked;
+    application->setInterceptor([&](sd_bus_message* call) {
+        const std::lock_guard lock(mutex);
+        asked.append(textOf(call));
+        return false;
+    });
+    constexpr std::pair<AtspiQuestion, const char*> rows[] = {
+        {AtspiQuestion::Name, "Properties.Get ss org.a11y.atspi.Accessible Name"},
+        {AtspiQuestion::Role, "Accessible.GetRole"},
+        {AtspiQuestion::States, "Accessible.GetState"},
+        {AtspiQuestion::KeyBinding, "Action.GetKeyBinding i 0"},
+        {AtspiQuestion::Area, "Component.GetExtents u 0"},
+        {AtspiQuestion::Toolkit, "Properties.Get ss org.a11y.atspi.Application ToolkitName"},
+        {AtspiQuestion::ChildCount, "Properties.Get ss org.a11y.atspi.Accessible ChildCount"},
+        {AtspiQuestion::FirstChild, "Accessible.GetChildAtIndex i 0"},
+        {AtspiQuestion::Children, "Accessible.GetChildren"},
+    };
+    for (const auto& [question, words] : rows) {
+        static_cast<void>(bus.facts(at("/0"), {question}, Deadline::in(Patience)));
+        const std::lock_guard lock(mutex);
+        EXPECT_EQ(asked, QStringList(QLatin1StringView(words)));
+        asked.clear();
+    }
+    const auto asksTheBus = bus.facts(at("/0"), {AtspiQuestion::ProcessIdentifier}, Deadline::in(Patience));
+    EXPECT_EQ(asksTheBus.processIdentifier, QCoreApplication::applicationPid());
+    EXPECT_TRUE(asked.isEmpty());
+    application->setInterceptor({});
 }
 
 TEST_F(AtspiBusTest, aBarOfMenus_tellsThatRolesTell)

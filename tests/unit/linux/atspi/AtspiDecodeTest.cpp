@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/atspi/AtspiDecode.h"
 
+#include "platform/linux/atspi/AtspiQuestion.h"
 #include "platform/linux/bus/BusText.h"
 #include "tests/unit/linux/bus/MessageTest.h"
 
@@ -139,16 +140,19 @@ TEST_F(AtspiDecode, anAnswer_goesToItsField)
 {
     AtspiFacts facts;
     facts.reference = {":1.5", "/a", 4};
-    decodeAnswer(AtspiQuestion::Name, reply("v", "s", "New").get(), facts);
-    decodeAnswer(AtspiQuestion::Role, reply("u", 35U).get(), facts);
-    decodeAnswer(AtspiQuestion::States, reply("au", 2, 1U, 0U).get(), facts);
-    decodeAnswer(AtspiQuestion::KeyBinding, reply("s", "Ctrl+N").get(), facts);
-    decodeAnswer(AtspiQuestion::Area, reply("(iiii)", 0, 0, 0, 0).get(), facts);
-    decodeAnswer(AtspiQuestion::Toolkit, reply("v", "s", "Qt").get(), facts);
-    decodeAnswer(AtspiQuestion::ChildCount, reply("v", "i", 2).get(), facts);
-    decodeAnswer(AtspiQuestion::FirstChild, reply("(so)", ":1.5", "/b").get(), facts);
-    decodeAnswer(AtspiQuestion::Children, reply("a(so)", 1, ":1.5", "/b").get(), facts);
-    decodeAnswer(AtspiQuestion::ProcessIdentifier, reply("u", 42U).get(), facts);
+    const auto decodeAnswer = [](AtspiQuestion question, const SdBusMessage& reply, AtspiFacts& into) {
+        formOf(question).store(reply.get(), into);
+    };
+    decodeAnswer(AtspiQuestion::Name, reply("v", "s", "New"), facts);
+    decodeAnswer(AtspiQuestion::Role, reply("u", 35U), facts);
+    decodeAnswer(AtspiQuestion::States, reply("au", 2, 1U, 0U), facts);
+    decodeAnswer(AtspiQuestion::KeyBinding, reply("s", "Ctrl+N"), facts);
+    decodeAnswer(AtspiQuestion::Area, reply("(iiii)", 0, 0, 0, 0), facts);
+    decodeAnswer(AtspiQuestion::Toolkit, reply("v", "s", "Qt"), facts);
+    decodeAnswer(AtspiQuestion::ChildCount, reply("v", "i", 2), facts);
+    decodeAnswer(AtspiQuestion::FirstChild, reply("(so)", ":1.5", "/b"), facts);
+    decodeAnswer(AtspiQuestion::Children, reply("a(so)", 1, ":1.5", "/b"), facts);
+    decodeAnswer(AtspiQuestion::ProcessIdentifier, reply("u", 42U), facts);
     EXPECT_EQ(facts.name, u"New"_s);
     EXPECT_EQ(facts.role, 35U);
     EXPECT_EQ(facts.states, 1U);
