@@ -2,7 +2,6 @@
 #include "platform/linux/atspi/AtspiMenuBars.h"
 
 #include "platform/linux/atspi/AtspiConstants.h"
-#include "platform/linux/atspi/AtspiToolkit.h"
 #include "platform/linux/atspi/MenuBarSearch.h"
 
 #include <algorithm>
@@ -13,21 +12,21 @@ namespace tarnwick {
 
 namespace {
 
-/// More windows or applications than this are not kept in mind.
-constexpr qsizetype MaximumKnown = 200;
+/// More windows than this are not kept in mind.
+constexpr qsizetype MaximumWindows = 200;
 /// For asking all applications about a window whose process none of them is.
 constexpr auto StrangerTime = 200ms;
 
-bool hidesMenus(const AtspiFacts& application)
+bool hidesMenus(std::optional<AtspiToolkit> toolkit)
 {
-    return application.toolkit && toolkitNamed(*application.toolkit) == AtspiToolkit::Gtk4;
+    return toolkit == AtspiToolkit::Gtk4;
 }
 
 } // namespace
 
-AtspiMenuBars::AtspiMenuBars(AtspiBus& bus, AtspiApplications& applications, X11Windows& windows,
-                             ReadingBudget& budget, ChildrenJustTold& childrenJustTold)
-    : _bus(bus), _applications(applications), _windows(windows), _budget(budget),
+AtspiMenuBars::AtspiMenuBars(AtspiBus& bus, AtspiApplications& applications, AtspiToolkits& toolkits,
+                             X11Windows& windows, ReadingBudget& budget, ChildrenJustTold& childrenJustTold)
+    : _bus(bus), _applications(applications), _toolkits(toolkits), _windows(windows), _budget(budget),
       _childrenJustTold(childrenJustTold)
 {
 }
@@ -89,17 +88,8 @@ BusReference AtspiMenuBars::below(const BusReference& window)
 
 bool AtspiMenuBars::hidesClosedMenus(const BusReference& bar)
 {
-    const BusReference root = _bus.root(bar.service);
-    const auto known = _hidingRoots.constFind(root);
-    if (known != _hidingRoots.cend())
-        return *known;
     const ReadingBudget::Reading reading(_budget);
-    const AtspiFacts application = _bus.facts(root, {AtspiQuestion::Toolkit}, reading.deadline());
-    if (!application.toolkit)
-        return false;
-    if (_hidingRoots.size() >= MaximumKnown)
-        _hidingRoots.clear();
-    return *_hidingRoots.insert(root, hidesMenus(application));
+    return hidesMenus(_toolkits.of(_bus.root(bar.service), reading.deadline()));
 }
 
 bool AtspiMenuBars::hidesClosedMenus(const FrontWindow& window)
@@ -111,20 +101,16 @@ bool AtspiMenuBars::hidesClosedMenus(const FrontWindow& window)
         return known->closedMenus;
 
     const ReadingBudget::Reading reading(_budget);
-    QList<AtspiFacts> applications;
-    for (const BusReference& root : _applications.rootsOf(*window.processIdentifier, reading.deadline()))
-        applications.append({.reference = root});
-    if (applications.isEmpty())
+    const auto roots = _applications.rootsOf(*window.processIdentifier, reading.deadline());
+    if (roots.isEmpty())
         return false;
-    QList<AtspiInquiry> inquiries;
-    for (AtspiFacts& application : applications)
-        inquiries.append({&application, AtspiQuestion::Toolkit});
-    _bus.ask(inquiries, reading.deadline());
-    if (_hiding.size() >= MaximumKnown)
+    _toolkits.ask(roots, reading.deadline());
+    const auto hidesClosed = [this](const BusReference& root) { return hidesMenus(_toolkits.told(root)); };
+    const auto hasTold = [this](const BusReference& root) { return _toolkits.told(root).has_value(); };
+    const bool hides = std::any_of(roots.cbegin(), roots.cend(), hidesClosed);
+    if (_hiding.size() >= MaximumWindows)
         _hiding.clear();
-    const bool hides = std::any_of(applications.cbegin(), applications.cend(), &hidesMenus);
-    const auto isTold = [](const AtspiFacts& application) { return application.toolkit.has_value(); };
-    if (std::all_of(applications.cbegin(), applications.cend(), isTold))
+    if (std::all_of(roots.cbegin(), roots.cend(), hasTold))
         _hiding.insert(window.window, Hiding{*window.processIdentifier, hides});
     return hides;
 }

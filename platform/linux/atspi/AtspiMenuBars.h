@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/linux/atspi/AtspiApplications.h"
+#include "platform/linux/atspi/AtspiToolkits.h"
 #include "platform/linux/atspi/ChildrenJustTold.h"
 #include "platform/linux/atspi/KnownMenuBars.h"
 #include "platform/linux/menus/ReadingBudget.h"
@@ -16,8 +17,8 @@ class AtspiMenuBars
 {
 public:
     /// All must outlive this.
-    AtspiMenuBars(AtspiBus& bus, AtspiApplications& applications, X11Windows& windows, ReadingBudget& budget,
-                  ChildrenJustTold& childrenJustTold);
+    AtspiMenuBars(AtspiBus& bus, AtspiApplications& applications, AtspiToolkits& toolkits,
+                  X11Windows& windows, ReadingBudget& budget, ChildrenJustTold& childrenJustTold);
 
     /// The window's own menu bar when it is known and still there; empty when it is to be looked for.
     [[nodiscard]] BusReference knownOf(const FrontWindow& window);
@@ -52,12 +53,12 @@ private:
 
     AtspiBus& _bus;
     AtspiApplications& _applications;
+    AtspiToolkits& _toolkits;
     X11Windows& _windows;
     ReadingBudget& _budget;
     ChildrenJustTold& _childrenJustTold;
     KnownMenuBars _known;
     QHash<xcb_window_t, Hiding> _hiding;
-    QHash<BusReference, bool> _hidingRoots; ///< whether the application with this root hides closed menus
 };
 
 } // namespace tarnwick

@@ -29,8 +29,9 @@ bool losesKeyBindings(AtspiToolkit toolkit)
 
 } // namespace
 
-AtspiMenuSource::AtspiMenuSource(AtspiBus& bus, ReadingBudget& budget, ChildrenJustTold& childrenJustTold)
-    : _bus(bus), _budget(budget), _childrenJustTold(childrenJustTold)
+AtspiMenuSource::AtspiMenuSource(AtspiBus& bus, ReadingBudget& budget, AtspiToolkits& toolkits,
+                                 ChildrenJustTold& childrenJustTold)
+    : _bus(bus), _budget(budget), _toolkits(toolkits), _childrenJustTold(childrenJustTold)
 {
 }
 
@@ -60,7 +61,8 @@ bool AtspiMenuSource::press(const MenuRow& row)
 std::optional<QList<MenuRow>> AtspiMenuSource::_read(const BusReference& menu, MenuLevel level)
 {
     const ReadingBudget::Reading reading(_budget);
-    AtspiToolkit toolkit = _toolkitOf(_bus.root(menu.service), reading.deadline());
+    const BusReference root = _bus.root(menu.service);
+    AtspiToolkit toolkit = _toolkits.of(root, reading.deadline()).value_or(AtspiToolkit::Unknown);
     if (toolkit == AtspiToolkit::Gtk4)
         return QList<MenuRow>();
     auto items = _childrenOf(menu, toolkit, level, reading.deadline());
@@ -73,7 +75,7 @@ std::optional<QList<MenuRow>> AtspiMenuSource::_read(const BusReference& menu, M
     const auto isMenu = [](const AtspiFacts& facts) { return facts.role == RoleMenu; };
     if (toolkit == AtspiToolkit::Unknown && std::any_of(items->cbegin(), items->cend(), isMenu)) {
         toolkit = AtspiToolkit::Bridge;
-        _toolkits.insert(_bus.root(menu.service), toolkit);
+        _toolkits.shown(root, toolkit);
     }
     return normalForm(*items, toolkit, level);
 }
@@ -122,19 +124,6 @@ void AtspiMenuSource::_completeKeyBindings(QList<AtspiFacts*> asked, const QList
     _bus.ask(inquiries, deadline);
     for (const AtspiFacts* item : asked)
         _keyBindings.remember(*item);
-}
-
-AtspiToolkit AtspiMenuSource::_toolkitOf(const BusReference& root, Deadline deadline)
-{
-    const auto found = _toolkits.constFind(root);
-    if (found != _toolkits.cend())
-        return *found;
-    const auto name = _bus.facts(root, {AtspiQuestion::Toolkit}, deadline).toolkit;
-    if (!name)
-        return AtspiToolkit::Unknown;
-    if (_toolkits.size() >= 1000)
-        _toolkits.clear();
-    return *_toolkits.insert(root, toolkitNamed(*name));
 }
 
 void AtspiMenuSource::_dropOtherChildren(QList<AtspiFacts>& items, Deadline deadline)

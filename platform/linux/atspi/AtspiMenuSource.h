@@ -3,12 +3,12 @@
 
 #include "platform/linux/atspi/AtspiBus.h"
 #include "platform/linux/atspi/AtspiNormalForm.h"
+#include "platform/linux/atspi/AtspiToolkits.h"
 #include "platform/linux/atspi/ChildrenJustTold.h"
 #include "platform/linux/atspi/RememberedKeyBindings.h"
 #include "platform/linux/menus/MenuSource.h"
 #include "platform/linux/menus/ReadingBudget.h"
 
-#include <QHash>
 #include <QObject>
 
 namespace tarnwick {
@@ -18,7 +18,8 @@ class AtspiMenuSource final : public MenuSource
 {
 public:
     /// All must outlive this.
-    AtspiMenuSource(AtspiBus& bus, ReadingBudget& budget, ChildrenJustTold& childrenJustTold);
+    AtspiMenuSource(AtspiBus& bus, ReadingBudget& budget, AtspiToolkits& toolkits,
+                    ChildrenJustTold& childrenJustTold);
 
     std::optional<QList<MenuRow>> readBar(const BusReference& bar) override;
     std::optional<QList<MenuRow>> readMenu(const BusReference& contents) override;
@@ -28,8 +29,6 @@ private:
     std::optional<QList<MenuRow>> _read(const BusReference& menu, MenuLevel level);
     std::optional<QList<AtspiFacts>> _childrenOf(const BusReference& menu, AtspiToolkit toolkit,
                                                  MenuLevel level, Deadline deadline);
-    /// Of the application with this root; asked for once.
-    AtspiToolkit _toolkitOf(const BusReference& root, Deadline deadline);
     /// Fills in the keys of the items of which they are remembered, asks after them where an item is another
     /// one by now, and remembers what has been told.
     void _completeKeyBindings(QList<AtspiFacts*> asked, const QList<AtspiFacts*>& remembered,
@@ -39,8 +38,8 @@ private:
 
     AtspiBus& _bus;
     ReadingBudget& _budget;
+    AtspiToolkits& _toolkits;
     ChildrenJustTold& _childrenJustTold;
-    QHash<BusReference, AtspiToolkit> _toolkits;
     RememberedKeyBindings _keyBindings;
     QObject _presses; ///< owns those on their way
 };

@@ -20,9 +20,9 @@ const LinuxElement* elementOf(const UIElementRef& reference)
 
 AtspiAccessibility::AtspiAccessibility()
     : _windows(X11Connection::shared()), _applications(_bus), _activeInTree(_applications, _budget),
-      _access(_bus, _applications), _treeSource(_bus, _budget, _childrenJustTold),
+      _access(_bus, _applications), _toolkits(_bus), _treeSource(_bus, _budget, _toolkits, _childrenJustTold),
       _exportsSource(_sessionBus, _budget),
-      _treeBars(_bus, _applications, _windows, _budget, _childrenJustTold),
+      _treeBars(_bus, _applications, _toolkits, _windows, _budget, _childrenJustTold),
       _exportedBars(X11Connection::shared(), _exportsSource),
       _menuBars(_windows, {_treeBars, _treeSource, _exportedBars, _exportsSource, _ownSource}),
       _names(_bus, _applications, _windows, _budget), _context{_activeWindow, _windows,  _bus,

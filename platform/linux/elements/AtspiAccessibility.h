@@ -55,6 +55,7 @@ private:
     AtspiApplications _applications;
     AtspiActiveWindow _activeInTree;
     AtspiAccess _access;
+    AtspiToolkits _toolkits;
     ChildrenJustTold _childrenJustTold;
     AtspiMenuSource _treeSource;
     SessionBus _sessionBus;

@@ -2,6 +2,7 @@
 // The reader against an application that does what a test has written down, on a bus of its own.
 #include "platform/linux/atspi/AtspiAccess.h"
 #include "platform/linux/atspi/AtspiConstants.h"
+#include "platform/linux/atspi/AtspiMenuBars.h"
 #include "platform/linux/atspi/AtspiMenuSource.h"
 #include "platform/linux/atspi/MenuBarSearch.h"
 #include "tests/FairTimer.h"
@@ -96,8 +97,9 @@ protected:
     std::unique_ptr<ScriptedApplication> application;
     AtspiBus bus;
     ReadingBudget budget;
+    AtspiToolkits toolkits{bus};
     ChildrenJustTold childrenJustTold;
-    AtspiMenuSource source{bus, budget, childrenJustTold};
+    AtspiMenuSource source{bus, budget, toolkits, childrenJustTold};
 };
 
 } // namespace
@@ -159,6 +161,37 @@ TEST_F(AtspiBusTest, aMenuOfGtk4_isLeftAlone)
     EXPECT_TRUE(bar && bar->isEmpty()) << "what a press would do, nobody knows";
     EXPECT_EQ(titles(), QStringList());
     EXPECT_EQ(application->calls(), QStringList(u"Get ToolkitName "_s + QLatin1String(RootPath)));
+}
+
+TEST_F(AtspiBusTest, theToolkit_isAskedForOnce_whoeverNeedsIt)
+{
+    publish("GTK", menuOf(3));
+    X11Connection noDisplay(nullptr);
+    X11Windows windows(noDisplay);
+    AtspiApplications applications(bus);
+    AtspiMenuBars bars(bus, applications, toolkits, windows, budget, childrenJustTold);
+    EXPECT_TRUE(bars.hidesClosedMenus(at("/menu")));
+    EXPECT_TRUE(menu().isEmpty());
+    EXPECT_TRUE(bars.hidesClosedMenus(at("/menu")));
+    EXPECT_EQ(application->count(u"Get ToolkitName"_s), 1);
+}
+
+TEST_F(AtspiBusTest, aToolkitThatWasNotTold_isAskedForAgain_whateverTheMenusShow)
+{
+    Objects objects = menuOf(3);
+    objects["/bar"] = {"", RoleMenuBar, Usable, {}, {"/menu"}};
+    objects["/menu"].name = "File";
+    publish("GTK", objects);
+    std::atomic<bool> tells = false;
+    application->setInterceptor([&tells](sd_bus_message* call) {
+        return !tells && QByteArrayView(sd_bus_message_get_path(call)) == RootPath &&
+               sd_bus_reply_method_errorf(call, SD_BUS_ERROR_FAILED, "no") >= 0;
+    });
+    EXPECT_EQ(source.readBar(at("/bar"))->size(), 1) << "as of any other toolkit";
+    tells = true;
+    EXPECT_EQ(source.readBar(at("/bar"))->size(), 0);
+    EXPECT_EQ(toolkits.told(bus.root(application->service())), AtspiToolkit::Gtk4);
+    application->setInterceptor({});
 }
 
 TEST_F(AtspiBusTest, eachQuestion_isPutInItsOwnWords)
