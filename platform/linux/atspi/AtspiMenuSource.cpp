@@ -4,7 +4,6 @@
 #include "platform/linux/atspi/AtspiConstants.h"
 #include "platform/linux/atspi/AtspiDecode.h"
 #include "platform/linux/menus/MenuPress.h"
-#include "platform/linux/x11/X11Connection.h"
 
 #include <algorithm>
 #include <utility>
@@ -47,8 +46,6 @@ std::optional<QList<MenuRow>> AtspiMenuSource::readMenu(const BusReference& cont
 
 bool AtspiMenuSource::press(const MenuRow& row)
 {
-    if (auto& x11 = X11Connection::shared())
-        x11.sync(); // what was grabbed has been given back
     const MenuPressCalls calls{
         [this] { return _bus.standingConnection(); },
         [this, item = row.item] { return _bus.stateCall(item); },

@@ -3,7 +3,6 @@
 
 #include "platform/linux/gtk/GtkMenuDecode.h"
 #include "platform/linux/menus/MenuPress.h"
-#include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11ServerTime.h"
 
 #include <QCoreApplication>
@@ -151,8 +150,6 @@ bool GtkMenuSource::press(const MenuRow& row)
 {
     if (!row.action || !_bus.stands(row.item))
         return false;
-    if (auto& x11 = X11Connection::shared())
-        x11.sync(); // what was grabbed has been given back
     const MenuPressCalls calls{
         [this] { return _bus.standingConnection(); },
         [this, row] { return _actionCall(row, "Describe"); },

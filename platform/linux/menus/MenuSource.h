@@ -20,7 +20,8 @@ public:
     [[nodiscard]] virtual std::optional<QList<MenuRow>> readBar(const BusReference& bar) = 0;
     [[nodiscard]] virtual std::optional<QList<MenuRow>> readMenu(const BusReference& contents) = 0;
 
-    /// Activates a row of kind Item once, soon. False when that is known to be impossible.
+    /// Activates a row of kind Item once, soon. False when that is known to be impossible. Keyboard and
+    /// pointer have been given back by now, and the display server knows it.
     virtual bool press(const MenuRow& row) = 0;
 };
 
