@@ -28,6 +28,23 @@ TEST_PACKAGES=(
 # What the fuzz targets are built with: clang with the runtime of its sanitizers, and what names the lines in their reports.
 FUZZ_PACKAGES=(clang libclang-rt-dev llvm)
 
+# The systems that scripts/in-root can make, and what each of them has: what builds the program there, runs its tests, and
+# the desktops and toolkits of that time that they are about.
+ROOT_SUITES=(trixie)
+TRIXIE_PACKAGES=(
+    "${BUILD_PACKAGES[@]}" "${RUN_PACKAGES[@]}" ccache
+    libgtest-dev libgmock-dev libbenchmark-dev libgtk-3-dev libgtk-4-dev qtbase5-dev libxcb-damage0-dev libxcb-xtest0-dev
+    xvfb openbox x11-utils x11-xkb-utils x11-xserver-utils xclip python3 python3-gi python3-xlib libglib2.0-bin valgrind
+    liblayershellqtinterface-dev libwayland-dev wayland-protocols qt6-wayland
+    sway labwc kwin-wayland grim fcitx5
+)
+# root_packages SUITE: what a system of that suite has, one a line
+root_packages() {
+    case "$1" in
+        trixie) printf '%s\n' "${TRIXIE_PACKAGES[@]}" ;;
+    esac
+}
+
 # On macOS they come from Homebrew. No list is empty: the bash there is too old for that.
 if [ "$(uname -s)" = Darwin ]; then
     BUILD_PACKAGES=(bash cmake ninja pkgconf qt)
