@@ -16,7 +16,7 @@ namespace tarnwick {
 AboutPanel::AboutPanel(ActionTarget& target) : _target(target)
 {
     setAttribute(Qt::WA_QuitOnClose, false);
-    // Asked for from a status item or a pop-up: whoever is in front keeps the keyboard.
+    // It is opened from a status item or a pop-up: the application in front keeps the keyboard.
     setAttribute(Qt::WA_ShowWithoutActivating);
 }
 

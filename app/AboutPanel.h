@@ -10,8 +10,8 @@ namespace tarnwick {
 class ActionTarget;
 
 /// The window that tells what the program is: its name, its version, and where to read more. Escape closes
-/// it. Empty and without a name until it is shown for the first time: with them the toolkit loads its fonts
-/// and asks the buses for screen readers, which the start need not wait for. GUI thread only.
+/// it. It gets its contents and its name when it is shown for the first time: they make the toolkit load its
+/// fonts and ask the buses for screen readers, which the start need not wait for. GUI thread only.
 class AboutPanel : public QDialog
 {
     Q_OBJECT

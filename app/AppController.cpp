@@ -180,7 +180,7 @@ void AppController::observeValueForKeyPathOfObjectChangeContext(const QString& k
         {u"values."_s + TWFoldAlternateKey, &AppController::_readFoldAlternate},
         {u"values."_s + TWShowKeyEquivalentsKey, &AppController::_readKeyEquivalents},
         {u"values."_s + TWShowAppleMenuKey, &AppController::_readShowAppleMenu},
-        // Alone among the flags this one is to be seen at the next pop-up already.
+        // This is the only flag that has an effect at the next pop-up already.
         {u"values."_s + TWShowAppleMenuKey, &AppController::_updateMirror},
         {u"values."_s + TWFontSizeSmallKey, &AppController::_readFontSizeSmall},
         {u"values."_s + TWTitleFontSizeSmallKey, &AppController::_readTitleFontSizeSmall},
@@ -246,8 +246,8 @@ void AppController::installCarbonHotKeyHandler()
 {
     auto& hotKeys = HotKeys::shared();
     const bool enabled = defaults().boolForKey(TWEnableHotKeyKey);
-    // Only a hot key that was registered before asks the setting: without one, recording a shortcut is
-    // enough. Giving back one that is given back already fails, which is as good.
+    // The setting counts only where a hot key was registered before: without one, recording a shortcut is
+    // enough to register it. Giving one back a second time fails, which does no harm.
     if (_myHotKeyRef) {
         hotKeys.unregisterEventHotKey(*_myHotKeyRef);
         if (!enabled)

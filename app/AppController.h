@@ -62,7 +62,7 @@ public:
     [[nodiscard]] std::shared_ptr<Menu> addTarnwickMenuToMenu();
 
     // Hot key, mouse button, pop-up.
-    /// Takes up the hot key as the settings have it; a refused combination is not reported.
+    /// Registers the hot key of the settings; a refused combination is not reported.
     void installCarbonHotKeyHandler();
     void mouseHotKeyMouseButtonActioned(QMMouseHotKey& sender, quint64 code) override;
     /// Shows the mirror as it is, empty or not, and returns when it has closed.

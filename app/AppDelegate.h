@@ -52,7 +52,7 @@ public:
     void displayAboutPanel();
     void showPreferencePanel();
     void showPreferencePanelAction(ActionSender* sender);
-    /// As the hot key does; nothing before start-up is done.
+    /// Does what the hot key does; nothing before start-up has finished.
     void popUpMenuAtMouseLocation();
     void openQuorlaneWebpage(ActionSender* sender);
     void openOstravaneWebpage(ActionSender* sender);

@@ -21,7 +21,7 @@ bool TWAppChangeNotifier::setupAppFrontSwitchedHandler()
 
 void TWAppChangeNotifier::appFrontSwitched()
 {
-    // The switch itself does not say to whom: the front application is asked for now.
+    // The event does not say which application is in front now: the workspace knows.
     QVariant processIdentifier;
     if (const auto active = Workspace::shared().activeProcessIdentifier())
         processIdentifier = *active;

@@ -35,8 +35,8 @@ class Accessibility : public SharedPort<Accessibility>
 public:
     virtual ~Accessibility() = default;
 
-    /// What is read from now on belongs together, and may wait up to the adapter's limit again, whatever was
-    /// used up of it before: also by reads within the same handler of an event.
+    /// Begins a new group of reads. Together they may wait up to the adapter's limit again, even when earlier
+    /// reads in the same event handler have used it up.
     virtual void beginReading() = 0;
 
     /// Whether access is granted: to all programs, and to this one.

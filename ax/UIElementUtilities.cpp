@@ -57,8 +57,8 @@ bool isNumber(const QVariant& value)
     }
 }
 
-// What an object says of itself: a text is itself, a boolean "1" or "0", a number its decimal text to the
-// digits that its type holds.
+// How an object describes itself: a text as it is, a boolean as "1" or "0", a number as its decimal text with
+// the digits that its type holds.
 QString ownDescription(const QVariant& value)
 {
     switch (value.typeId()) {
@@ -222,7 +222,7 @@ QStringList UIElementUtilities::lineageOfUIElement(const UIElementRef& element)
 {
     QStringList lineage;
     QList<UIElementRef> seen;
-    // Without a limit of depth; but an element that is its own ancestor has no further ones.
+    // The depth has no limit, but an element that is its own ancestor ends the lineage.
     for (UIElementRef ancestor = element; ancestor && !seen.contains(ancestor);
          ancestor = parentOfUIElement(ancestor).value<UIElementRef>()) {
         seen.append(ancestor);

@@ -34,8 +34,8 @@ qint64 exponentOf(QByteArrayView text)
     return negative ? -exponent : exponent;
 }
 
-// Whether a number out of the range of a float is too large; else it is too small. The place of its first
-// digit that counts and its exponent tell.
+// Whether a number that is out of the range of a float is too large; otherwise it is too small. The place of
+// its first significant digit and its exponent decide.
 bool isTooLarge(QByteArrayView number, std::chars_format format)
 {
     const bool hex = format == std::chars_format::hex;

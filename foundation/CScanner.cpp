@@ -109,7 +109,7 @@ std::optional<float> CScanner::_takeInfinity()
     return std::numeric_limits<float>::infinity();
 }
 
-// Takes all that a number can still go on with, an exponent without digits included.
+// Takes everything that can still belong to the number, even an exponent without digits.
 QByteArrayView CScanner::_takeNumber(bool (*isDigitOfBase)(char), char exponentMark)
 {
     qsizetype length = 0;

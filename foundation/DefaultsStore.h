@@ -20,7 +20,7 @@ public:
     /// As stored, of whatever type the store reads back (a text file gives texts); nothing when absent or
     /// unreadable.
     [[nodiscard]] virtual std::optional<QVariant> value(const QString& key) const = 0;
-    /// A boolean, a number or a text: what else there is, UserDefaults makes a text of.
+    /// A boolean, a number or a text: UserDefaults turns anything else into a text.
     virtual void setValue(const QString& key, const QVariant& value) = 0;
     virtual void removeValue(const QString& key) = 0;
 

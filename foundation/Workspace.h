@@ -52,19 +52,19 @@ public:
 
     enum CollectionBehavior : quint32 { WindowCollectionBehaviorCanJoinAllSpaces = 1 };
 
-    /// Lets `window` show on whichever workspace is in front, from its next showing on; a desktop without
-    /// workspaces has nothing to do.
+    /// From the next time that `window` is shown, it is on whichever workspace is in front. Does nothing on a
+    /// desktop without workspaces.
     virtual void setCollectionBehavior(QWidget& /*window*/, CollectionBehavior /*behavior*/) {}
 
-    /// Where a session hides from a program like this one what others do (their windows, their keys, the
-    /// pointer over them): the command that opens the menu all the same, for a key of the desktop. Empty
-    /// where nothing is hidden.
+    /// The command that opens the menu, to be bound to a key of the desktop, in a session that hides from
+    /// this program what others do (their windows, their keys, the pointer over them). Empty where nothing
+    /// is hidden.
     [[nodiscard]] virtual QString commandThatPopsUp() const { return {}; }
 
     /// Whether every menu bar of this desktop begins with a menu of the system.
     [[nodiscard]] virtual bool menuBarsHaveSystemMenu() const { return false; }
 
-    /// Whether what moves only to please had better not.
+    /// Whether the user wants no animation that only decorates.
     [[nodiscard]] virtual bool accessibilityDisplayShouldReduceMotion() const { return false; }
 };
 

@@ -30,7 +30,8 @@ const QString menuItemRole = u"AXMenuItem"_s;
 const QString textFieldRole = u"AXTextField"_s;
 constexpr QChar logoCharacter(0xF8FF);
 
-// Items within items, one menu's depth. No toolkit nests them at all; a broken tree must not end the program.
+// How deep items of one menu may hold each other. No toolkit nests them at all; a broken tree must not end
+// the program.
 constexpr qsizetype deepestItem = 64;
 
 std::optional<QString> describe(const UIElementRef& element)
@@ -68,7 +69,7 @@ struct AppAccessibility::Filling
     Menu& menu;
     QList<UIElementRef> path; ///< the elements whose children are being added, outermost first
 
-    /// As Menu::itemWithTitle(), but looking at each item once however often it is asked.
+    /// Like Menu::itemWithTitle(), but looks at each item only once, however often it is called.
     [[nodiscard]] std::shared_ptr<MenuItem> itemWithTitle(const QString& title)
     {
         for (; _known < menu.numberOfItems(); ++_known) {
@@ -377,7 +378,7 @@ void AppAccessibility::appendAuxiliaryMenuTo(Menu& menu)
         return;
     if (Menu* holder = _auxiliaryMenu->supermenu()) {
         holder->removeItem(holder->itemWithTitle(auxiliaryMenuTitle));
-        // The separator of the last time, on the understanding that the holder is this menu.
+        // The separator that was inserted with it. This takes for granted that the holder is this menu.
         menu.removeItemAtIndex(menu.numberOfItems() - 1);
     }
     const auto item = MenuItem::create(_auxiliaryMenu->title());

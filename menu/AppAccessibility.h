@@ -39,10 +39,10 @@ public:
     /// The root menu: made once, emptied and filled again by update().
     [[nodiscard]] const std::shared_ptr<Menu>& menu() const { return _menu; }
     [[nodiscard]] const std::shared_ptr<Menu>& auxiliaryMenu() const { return _auxiliaryMenu; }
-    /// Appended to the root menu when that opens next. Its title has to be "Tarnwick".
+    /// Appended to the root menu the next time that it opens. Its title has to be "Tarnwick".
     void setAuxiliaryMenu(std::shared_ptr<Menu> menu);
 
-    /// Flags take effect when a menu is built next.
+    /// Flags take effect the next time that a menu is built.
     [[nodiscard]] bool keyEquivalents() const { return _keyEquivalents; }
     void setKeyEquivalents(bool show) { _keyEquivalents = show; }
     [[nodiscard]] bool foldAlternateItems() const { return _foldAlternateItems; }

@@ -24,11 +24,11 @@ public:
 
     /// Shows `menu` as a pop-up and returns when it has closed and the chosen item's action was performed.
     /// With no positioning `item` the top left corner is at `location`: window-system space, origin at the
-    /// bottom left of the first screen. For each menu just before it opens: menuNeedsUpdate, Menu::update,
-    /// menuWillOpen; and menuDidClose at last. What is shown may be changed or dropped meanwhile. Keyboard
-    /// and pointer are free again before the action is performed. True when an item was chosen; false too
-    /// when the menu could not be shown, or one is open already, in which case nothing is told to any
-    /// delegate.
+    /// bottom left of the first screen. For each menu, menuNeedsUpdate, Menu::update and menuWillOpen run
+    /// just before it opens, and menuDidClose at the end. What is shown may be changed or dropped meanwhile.
+    /// Keyboard and pointer are free again before the action is performed. True when an item was chosen;
+    /// false otherwise, also when the menu could not be shown or one is open already: then no delegate is
+    /// told anything.
     virtual bool popUpMenuPositioningItem(const std::shared_ptr<Menu>& menu,
                                           const std::shared_ptr<MenuItem>& item, QPointF location) = 0;
 

@@ -16,8 +16,8 @@ inline const QString MouseButtonUpNotification = QStringLiteral("MouseButtonUp")
 
 class QMMouseHotKey;
 
-/// The tap's callback. Presses are only watched: `event` goes on to the application under the mouse, except
-/// that the system's word that it has switched the tap off ends here.
+/// The tap's callback. Presses are only watched: `event` goes on to the application under the mouse. Only the
+/// system's notice that it has switched the tap off ends here.
 const TappedEvent* mouseCGEventCallback(EventTapRef proxy, quint32 type, const TappedEvent* event,
                                         QMMouseHotKey* mouseHotKey);
 

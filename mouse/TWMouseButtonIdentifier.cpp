@@ -118,7 +118,7 @@ void TWMouseButtonIdentifier::mousePressEvent(QMouseEvent* event)
 void TWMouseButtonIdentifier::mouseReleaseEvent(QMouseEvent* event)
 {
     if (isExtra(event->button()) && rect().contains(event->position().toPoint()))
-        // Word of the press may still be on its way: taps are told from the event loop.
+        // The tap may not have told of the press yet: it does so from the event loop.
         QMetaObject::invokeMethod(this, &TWMouseButtonIdentifier::otherMouseUp, Qt::QueuedConnection);
     else
         event->ignore();

@@ -26,8 +26,8 @@ class TWMouseButtonIdentifier final : public QWidget, public ActionSender
 public:
     using cellClass = ActionCell;
 
-    /// Makes that the class of the controls' cells, which it is here from the beginning: nothing is left to
-    /// do.
+    /// Would make that the class of the controls' cells. Does nothing, since it is their class from the
+    /// beginning.
     static void initialize() {}
 
     explicit TWMouseButtonIdentifier(QWidget* parent = nullptr);

@@ -31,13 +31,13 @@ public:
     ~PreferencesWindow() override;
 
     [[nodiscard]] PreferencesToolbar& toolbar() const { return *_toolbar; }
-    /// At its place in the window, also while the window is hidden.
+    /// It has its place in the window even while the window is hidden.
     [[nodiscard]] QWidget& contentView() const;
     [[nodiscard]] HotKeyPane& hotKeyView() const { return *_hotKeyView; }
     [[nodiscard]] GeneralOptionsPane& generalOptionsView() const { return *_generalOptionsView; }
     [[nodiscard]] AboutPane& aboutView() const { return *_aboutView; }
 
-    /// Shows it above all windows, also when it was minimised; who has the keyboard keeps it.
+    /// Shows it above all windows, even if it was minimised; the application that has the keyboard keeps it.
     void orderFrontRegardless();
 
     /// Tells what does not work in a session that hides other applications; `command` opens the menu there.

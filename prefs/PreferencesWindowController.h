@@ -65,8 +65,8 @@ public:
     void writeNewMouseButton(quint64 number);
 
     void startAtLogin(ActionSender* sender);
-    /// Makes the user's login items contain exactly one entry for `applicationUrl`, or none. Does nothing
-    /// where there is no such list.
+    /// Adds `applicationUrl` to the user's login items unless it is among them, or removes the first entry
+    /// for it. Does nothing where there is no such list.
     static void setStartAtLoginEnabled(const QUrl& applicationUrl, bool enabled);
     /// File URL of what the user starts.
     [[nodiscard]] static QUrl appURL();

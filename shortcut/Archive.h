@@ -11,7 +11,7 @@
 
 namespace tarnwick {
 
-/// What an object leaves of itself to be made again from: values by key, or values in a row. As bytes it is
+/// The values from which an object can be made again: by key, or in a row. As bytes it is
 /// one CBOR map or array. Reading never fails: a value that is missing or of another type is 0, false or
 /// nothing.
 class Archive

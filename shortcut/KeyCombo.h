@@ -5,7 +5,7 @@
 
 namespace tarnwick {
 
-/// A key with the modifiers held. Which family of modifier bits `flags` holds is told by whoever carries one.
+/// A key with the modifiers held. Whoever carries one says which family of modifier bits `flags` holds.
 struct KeyCombo
 {
     quint64 flags = 0;

@@ -23,8 +23,8 @@ namespace tarnwick {
 [[nodiscard]] QString SRStringForCocoaModifierFlagsAndKeyCode(quint64 flags, qint64 keyCode);
 [[nodiscard]] QString SRStringForCarbonModifierFlagsAndKeyCode(quint64 flags, qint64 keyCode);
 
-/// Translated words and the key, in the order Command, Option, Control, Shift: another one than that of the
-/// glyphs, on purpose.
+/// Translated words and the key, in the order Command, Option, Control, Shift: deliberately not the order of
+/// the glyphs.
 [[nodiscard]] QString SRReadableStringForCocoaModifierFlagsAndKeyCode(quint64 flags, qint64 keyCode);
 [[nodiscard]] QString SRReadableStringForCarbonModifierFlagsAndKeyCode(quint64 flags, qint64 keyCode);
 

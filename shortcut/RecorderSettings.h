@@ -41,8 +41,8 @@ struct RecorderSettings
     /// Whether a key may be recorded with these modifiers.
     [[nodiscard]] bool valid(quint64 flags) const;
 
-    /// Neither archived nor given back: `globalHotKeys`, and in an archive without keys what came after the
-    /// masks.
+    /// `globalHotKeys` is never archived. An archive without keys holds the name, the combination and the two
+    /// masks only.
     void encode(Archive& archive) const;
     void decode(Archive& archive);
 

@@ -47,8 +47,8 @@ public:
     [[nodiscard]] SRValidatorDelegate* delegate() const { return _delegate; }
     void setDelegate(SRValidatorDelegate* delegate) { _delegate = delegate; }
 
-    /// Whether the combination, in Carbon flags, is taken. With a place for it, `error` then says by whom,
-    /// except where the desktop's shortcuts could not be read or the key has no name: it stays as it was.
+    /// Whether the combination, in Carbon flags, is taken. If so, `error` says by whom unless it is null; it
+    /// stays as it was where the desktop's shortcuts could not be read or the key has no name.
     [[nodiscard]] bool isKeyCodeAndFlagsTakenError(qint64 keyCode, quint64 carbonFlags,
                                                    std::optional<SRError>* error);
 

@@ -285,7 +285,7 @@ bool AXAccessibility::performAction(const UIElementRef& element, const QString& 
     if (!system)
         return false;
     const AXError error = AXUIElementPerformAction(system, cfString(action).get());
-    // An item that opens a dialog answers when the dialog has closed: it was sent all the same.
+    // An item that opens a dialog answers only when the dialog has closed: the action was sent all the same.
     return error == kAXErrorSuccess || error == kAXErrorCannotComplete;
 }
 

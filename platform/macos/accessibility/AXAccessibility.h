@@ -9,19 +9,19 @@
 
 namespace tarnwick {
 
-/// Other applications by the system's accessibility interface. One call waits for an application for half a
-/// second at most; one that has not answered by then is not read again for as long, so that a menu of many
-/// items does not wait for each of them, or until the next reading begins. An action is sent in any case.
+/// Other applications by the system's accessibility interface. One call waits half a second at most for an
+/// application. One that has not answered by then is not read again for as long, or until the next reading
+/// begins, so that a menu of many items does not wait for each of them. An action is sent in any case.
 class AXAccessibility final : public Accessibility
 {
 public:
     AXAccessibility();
 
     void beginReading() override { _silentUntil.clear(); }
-    /// Where the system lets all programs in or none, whether it does; where it decides program by program,
-    /// whether it lets this one in.
+    /// Whether the system lets this program in; where it does not decide program by program, whether it lets
+    /// all of them in.
     [[nodiscard]] bool apiEnabled() override;
-    /// The first time in a process, the system asks the user where it has not been told yet.
+    /// At the first call in a process the system asks the user, unless the user has decided before.
     [[nodiscard]] bool isProcessTrusted() override;
 
     [[nodiscard]] UIElementRef createSystemWide() override;

@@ -11,7 +11,7 @@
 namespace tarnwick {
 
 /// Hot keys of the Carbon event manager. Lives as long as the process: the system keeps its handlers, and
-/// drops the hot keys that are left by itself.
+/// itself drops the hot keys that are left.
 class CarbonHotKeys final : public HotKeys
 {
 public:

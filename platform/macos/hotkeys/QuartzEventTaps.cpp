@@ -53,7 +53,7 @@ public:
     Tap(const Tap&) = delete;
     Tap& operator=(const Tap&) = delete;
 
-    /// Makes the tap, in the state that was asked for meanwhile. False when the system refuses.
+    /// Makes the tap, in the state that was last asked for. False when the system refuses.
     [[nodiscard]] bool open()
     {
         _port.reset(CGEventTapCreate(
@@ -97,7 +97,7 @@ private:
     static CGEventRef _received(CGEventTapProxy /*proxy*/, CGEventType type, CGEventRef event, void* userInfo)
     {
         const auto* tap = static_cast<const Tap*>(userInfo);
-        // The system makes a tap enabled; ours delivers once it has been asked to.
+        // The system enables a tap when it makes it; ours delivers nothing before enable().
         if (tap->_released || !tap->_enabled.value_or(false))
             return event;
         const RunningCallback running;
@@ -111,7 +111,7 @@ private:
     quint64 _eventsOfInterest;
     EventTapCallback _callback;
     bool _scheduled = false;
-    std::optional<bool> _enabled; ///< as it was asked for last
+    std::optional<bool> _enabled; ///< the state that was asked for last
     bool _released = false;
     CfOwned<CFMachPortRef> _port;         ///< null while waiting and once released
     CFRunLoopSourceRef _source = nullptr; ///< kept for the life of the process, with the run loop

@@ -25,7 +25,7 @@ public:
     void enable(EventTapRef tap, bool enable) override;
     void release(EventTapRef tap) override;
 
-    /// Whether some tap's callback is running, while which the system holds the event back.
+    /// Whether some tap's callback is running: the system holds the event back until it returns.
     [[nodiscard]] static bool isInsideCallback();
 
 private:

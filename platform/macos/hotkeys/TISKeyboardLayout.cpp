@@ -73,7 +73,7 @@ void TISKeyboardLayout::addSelectedKeyboardInputSourceChangedObserver(std::funct
     auto* const center = CFNotificationCenterGetDistributedCenter();
     if (!center)
         return;
-    // At once: an agent is rarely active, and the notices of an inactive program are held back otherwise.
+    // Delivered at once: other notices wait until the program is active, which an agent rarely is.
     CFNotificationCenterAddObserver(center, &_observers.back(), inputSourceChanged,
                                     kTISNotifySelectedKeyboardInputSourceChanged, nullptr,
                                     CFNotificationSuspensionBehaviorDeliverImmediately);

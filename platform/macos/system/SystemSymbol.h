@@ -3,8 +3,8 @@
 
 namespace tarnwick {
 
-/// The place of what the system exports under this name; null in a version that does not have it. For what
-/// was taken out, may be, or came late; all other functions are called by name.
+/// The address of what the system exports under this name; null in a version that does not have it. For what
+/// not every version has, or may have one day; all other functions are called by name.
 [[nodiscard]] void* systemSymbol(const char* name);
 
 template <typename Function>
