@@ -43,7 +43,7 @@ public:
     {
         slept.append(seconds);
         note(journal, QStringLiteral("sleep %1").arg(seconds));
-        _now += seconds;
+        _now += std::max(0.0, seconds);
     }
 
     [[nodiscard]] double now() const override { return _now; }

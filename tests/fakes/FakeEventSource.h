@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <iterator>
 
 namespace tarnwick {
 
@@ -14,7 +15,7 @@ namespace tarnwick {
 class FakeEventSource final : public EventSource
 {
 public:
-    QList<Event> events;                       ///< lever: what comes; those that nobody waits for stay
+    QList<Event> events;                       ///< lever: what comes; those that nobody waits for pass by
     std::function<void(const Event&)> arrives; ///< lever: what happens just before an event is given out
     QList<quint64> masks;                      ///< look: what was waited for
 
@@ -24,10 +25,12 @@ public:
         const auto next = std::find_if(events.cbegin(), events.cend(), [mask](const Event& each) {
             return (mask >> static_cast<quint32>(each.type) & 1U) != 0;
         });
-        if (next == events.cend())
+        if (next == events.cend()) {
+            events.clear();
             return std::nullopt;
+        }
         const Event event = *next;
-        events.erase(next);
+        events.erase(events.cbegin(), std::next(next));
         if (arrives)
             arrives(event);
         return event;
