@@ -37,8 +37,8 @@ public:
     [[nodiscard]] virtual std::optional<qint64> activeProcessIdentifier() const = 0;
 
     /// `switched` runs once for every switch of the front application, the switch to this one included,
-    /// later, from the event loop. Never removed. False when the desktop cannot tell; `switched` is then not
-    /// kept.
+    /// later, from the event loop. Never removed, but by a newer one, which takes the switches for itself.
+    /// False when the desktop cannot tell; `switched` is then not kept.
     [[nodiscard]] virtual bool installAppFrontSwitchedHandler(std::function<void()> switched) = 0;
 
     /// Opens a web page, a file or a settings pane in the program for it. False when nothing could be

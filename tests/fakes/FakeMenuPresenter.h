@@ -46,14 +46,14 @@ public:
         popUps.append({menu, item, location, {}});
         _open = true;
         _cancelled = false;
-        const std::shared_ptr<MenuItem> chosen = _openAndChoose(menu);
+        const auto [chosenMenu, chosen] = _openAndChoose(menu);
         _open = false;
         if (!chosen)
             return false;
         if (const auto target = chosen->target(); target && target->respondsTo(chosen->action()))
             target->perform(chosen->action(), chosen.get());
         NotificationCenter::defaultCenter().postNotificationName(
-            QString::fromUtf16(MenuDidSendActionNotificationName), menu.get(),
+            QString::fromUtf16(MenuDidSendActionNotificationName), chosenMenu.get(),
             {{QStringLiteral("MenuItem"), chosen->title()}});
         return true;
     }
@@ -61,10 +61,12 @@ public:
     void cancelTracking() override { _cancelled = true; }
 
 private:
-    std::shared_ptr<MenuItem> _openAndChoose(const std::shared_ptr<Menu>& menu)
+    using Choice = std::pair<std::shared_ptr<Menu>, std::shared_ptr<MenuItem>>; ///< nulls for none
+
+    Choice _openAndChoose(const std::shared_ptr<Menu>& menu)
     {
         QList<std::shared_ptr<Menu>> opened;
-        std::shared_ptr<MenuItem> chosen;
+        Choice chosen;
         std::shared_ptr<Menu> next = menu;
         for (qsizetype depth = 0; next; ++depth) {
             const QList<std::shared_ptr<MenuItem>> shown = _tellAndShow(next);
@@ -77,7 +79,7 @@ private:
                         delegate->menuWillHighlightItem(*opened.last(), item.get());
                     next = item->submenu();
                     if (!next && depth + 1 == choose.size())
-                        chosen = item;
+                        chosen = {opened.last(), item};
                     break;
                 }
             }
@@ -89,7 +91,7 @@ private:
             if (MenuDelegate* delegate = closing->delegate())
                 delegate->menuDidClose(*closing);
         }
-        return _cancelled ? nullptr : chosen;
+        return _cancelled ? Choice() : chosen;
     }
 
     QList<std::shared_ptr<MenuItem>> _tellAndShow(const std::shared_ptr<Menu>& menu)

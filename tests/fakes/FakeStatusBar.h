@@ -29,6 +29,7 @@ public:
 class FakeStatusBar final : public StatusBar
 {
 public:
+    bool hasArea = true;        ///< lever: whether the desktop has a status area
     int made = 0;               ///< look: items made so far
     int removed = 0;            ///< look: items taken out by removeStatusItem()
     Journal* journal = nullptr; ///< "status item", "remove status item"
@@ -38,7 +39,7 @@ public:
     {
         QList<std::shared_ptr<FakeStatusItem>> shown;
         for (const auto& each : _items) {
-            if (const auto item = each.lock())
+            if (const auto item = each.lock(); item && hasArea)
                 shown.append(item);
         }
         return shown;

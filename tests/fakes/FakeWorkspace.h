@@ -26,18 +26,17 @@ public:
     QList<QUrl> opened;                                      ///< look: what was asked to be opened, in order
     Journal* journal = nullptr;                              ///< "ask name"
 
-    /// Lever: the user brings an application to the front; observers hear of it now.
+    /// Lever: the user brings an application to the front; the observer hears of it now.
     void switchTo(const QString& name, std::optional<qint64> processIdentifier)
     {
         active = ActiveApplication{name, processIdentifier};
         announceSwitch();
     }
 
-    /// Lever: observers hear of a switch.
+    /// Lever: the observer hears of a switch.
     void announceSwitch()
     {
-        const auto handlers = _handlers;
-        for (const auto& handler : handlers)
+        if (const auto handler = _handler)
             handler();
     }
 
@@ -55,14 +54,14 @@ public:
     [[nodiscard]] bool installAppFrontSwitchedHandler(std::function<void()> switched) override
     {
         if (tellsSwitches)
-            _handlers.append(std::move(switched));
+            _handler = std::move(switched);
         return tellsSwitches;
     }
 
     bool openURL(const QUrl& url) override
     {
         opened.append(url);
-        return opens;
+        return opens && url.isValid() && !url.isEmpty();
     }
 
     [[nodiscard]] QStringList searchPathForDirectoriesInDomains(SearchPathDirectory directory,
@@ -83,7 +82,7 @@ public:
     [[nodiscard]] bool accessibilityDisplayShouldReduceMotion() const override { return reduceMotion; }
 
 private:
-    QList<std::function<void()>> _handlers;
+    std::function<void()> _handler;
 };
 
 } // namespace tarnwick

@@ -14,21 +14,23 @@ QtStatusBar::QtStatusBar(std::unique_ptr<TrayHost> host, QString symbolicName)
 
 QtStatusBar::~QtStatusBar()
 {
-    while (!_items.isEmpty())
-        removeStatusItem(_items.constLast());
+    for (const auto& each : std::as_const(_items))
+        if (const auto item = each.lock())
+            item->remove();
 }
 
 std::shared_ptr<StatusItem> QtStatusBar::statusItemWithLength(double /*length*/)
 {
-    _items.append(std::make_shared<QtStatusItem>(*_host, _symbolicName));
-    return _items.constLast();
+    const auto item = std::make_shared<QtStatusItem>(*_host, _symbolicName);
+    _items.removeIf([](const auto& each) { return each.expired(); });
+    _items.append(item);
+    return item;
 }
 
 void QtStatusBar::removeStatusItem(const std::shared_ptr<StatusItem>& item)
 {
-    const auto index = _items.indexOf(item);
-    if (index >= 0)
-        static_cast<QtStatusItem&>(*_items.takeAt(index)).remove();
+    if (item)
+        static_cast<QtStatusItem&>(*item).remove();
 }
 
 } // namespace tarnwick

@@ -11,6 +11,8 @@
 
 namespace tarnwick {
 
+class QtStatusItem;
+
 /// The tray. While there is no host, items wait for one.
 class QtStatusBar final : public StatusBar
 {
@@ -26,7 +28,7 @@ public:
 private:
     std::unique_ptr<TrayHost> _host;
     QString _symbolicName;
-    QList<std::shared_ptr<StatusItem>> _items;
+    QList<std::weak_ptr<QtStatusItem>> _items; ///< an item that nobody has any more is gone
 };
 
 } // namespace tarnwick

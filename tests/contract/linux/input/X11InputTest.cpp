@@ -2,7 +2,6 @@
 #include "platform/linux/hotkeys/X11EventTaps.h"
 #include "platform/linux/hotkeys/X11HotKeys.h"
 #include "platform/linux/input/X11HotKeyGuard.h"
-#include "platform/linux/x11/LinuxScreens.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/qt/menu/MenuTracking.h"
 #include "tests/contract/app/HotKeysContract.h"
@@ -293,17 +292,6 @@ TEST(X11EventTaps, aCallbackMayReleaseItsOwnTapAndThoseToCome)
     }
     user({u"click"_s, u"2"_s});
     EXPECT_EQ(presses, 1);
-}
-
-TEST(LinuxScreens, thePointerIsMeasuredFromTheBottomLeft)
-{
-    const LinuxScreens screens;
-    const auto frames = screens.frames();
-    ASSERT_EQ(frames.size(), 1);
-    EXPECT_EQ(frames.first().topLeft(), QPointF(0, 0));
-    EXPECT_EQ(screens.mainDisplayBounds(), frames.first());
-    user({u"mousemove"_s, u"30"_s, u"50"_s});
-    EXPECT_EQ(screens.mouseLocation(), QPointF(30, frames.first().height() - 50));
 }
 
 } // namespace

@@ -8,6 +8,7 @@
 #include "platform/linux/workspace/XWaylandBackdrop.h"
 #include "tests/contract/DesktopControl.h"
 #include "tests/contract/OtherClient.h"
+#include "tests/contract/menu/MenuPresenterContract.h"
 #include "tests/fakes/FakeApplication.h"
 
 #include <QApplication>
@@ -134,6 +135,47 @@ protected:
     xcb_window_t _front = XCB_WINDOW_NONE;
     xcb_window_t _next = XCB_WINDOW_NONE;
 };
+
+/// A user at the keyboard. What is typed for one menu does not reach the next one.
+class Typist
+{
+public:
+    void go(const QStringList& way, const std::function<void()>& whileOpen)
+    {
+        finish();
+        _painted = std::make_unique<Painted>();
+        _painted->then = [this, way, whileOpen] {
+            if (whileOpen)
+                whileOpen();
+            QStringList keys{u"key"_s};
+            for (const QString& title : way)
+                keys << title.left(1).toLower() << u"Return"_s;
+            _typing.start(u"xdotool"_s, keys << u"Escape"_s);
+        };
+    }
+
+    void finish()
+    {
+        EXPECT_TRUE(_typing.state() == QProcess::NotRunning || _typing.waitForFinished());
+        // The keys that were too late for the menu have come by now: they go nowhere.
+        X11Connection::shared().sync();
+        QCoreApplication::processEvents();
+    }
+
+private:
+    std::unique_ptr<Painted> _painted;
+    QProcess _typing;
+};
+
+TEST_F(PopUp, keepsTheContract)
+{
+    Typist typist;
+    MenuPresenterContract contract(
+        {.presenter = _presenter,
+         .user = [&typist](const QStringList& way, const auto& whileOpen) { typist.go(way, whileOpen); }});
+    contract.run();
+    typist.finish();
+}
 
 TEST_F(PopUp, chosen_performsTheAction)
 {

@@ -13,15 +13,17 @@
 #include "tests/FairTimer.h"
 #include "tests/contract/DesktopControl.h"
 #include "tests/contract/FixtureProgram.h"
+#include "tests/contract/TwoMonitors.h"
+#include "tests/contract/foundation/WorkspaceContract.h"
 #include "tests/fakes/FakeApplication.h"
 
-#include <QGuiApplication>
-#include <QScreen>
 #include <QSignalSpy>
 #include <QWidget>
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <map>
+#include <memory>
 
 using namespace tarnwick;
 using namespace tarnwick::desktop_control;
@@ -30,48 +32,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int Limit = 10'000; // ms
-
-/// A small monitor at the left, and beside it, somewhat lower, the first one. As long as this exists.
-class TwoMonitors
-{
-public:
-    static constexpr QRect First{480, 100, 800, 600};
-
-    TwoMonitors()
-    {
-        _call({u"--setmonitor"_s, u"left"_s, u"480/120x800/200+0+0"_s, u"screen"_s});
-        _call({u"--setmonitor"_s, u"*right"_s, u"800/200x600/150+480+100"_s, u"none"_s});
-        const bool seen = QTest::qWaitFor([] { return firstScreen() == First; }, Limit);
-        if (!seen && _complaint.isEmpty())
-            _complaint = u"the toolkit has not heard of the monitors"_s;
-    }
-    ~TwoMonitors()
-    {
-        _call({u"--delmonitor"_s, u"right"_s});
-        _call({u"--delmonitor"_s, u"left"_s});
-        EXPECT_TRUE(QTest::qWaitFor([] { return firstScreen().topLeft().isNull(); }, Limit));
-    }
-    TwoMonitors(const TwoMonitors&) = delete;
-    TwoMonitors& operator=(const TwoMonitors&) = delete;
-
-    /// Empty when they are there.
-    [[nodiscard]] QString complaint() const { return _complaint; }
-
-private:
-    static QRect firstScreen() { return QGuiApplication::primaryScreen()->geometry(); }
-
-    void _call(const QStringList& arguments)
-    {
-        QProcess xrandr;
-        xrandr.start(u"xrandr"_s, arguments);
-        if (!xrandr.waitForFinished() || xrandr.exitStatus() != QProcess::NormalExit ||
-            xrandr.exitCode() != 0)
-            _complaint = u"xrandr "_s + arguments.join(u' ') + u": "_s + xrandr.errorString() +
-                         QString::fromLocal8Bit(xrandr.readAllStandardError());
-    }
-
-    QString _complaint;
-};
 
 class LinuxWorkspaceTest : public ::testing::Test
 {
@@ -179,6 +139,50 @@ protected:
 };
 
 } // namespace
+
+TEST_F(LinuxWorkspaceTest, keepsTheContract)
+{
+    std::map<qint64, std::unique_ptr<const FixtureProgram>> programs;
+    const auto start = [&](const QString& toolkit) {
+        auto program = std::make_unique<const FixtureProgram>(toolkit);
+        EXPECT_TRUE(waitUntilFront(*program));
+        const qint64 processIdentifier = program->processIdentifier();
+        programs[processIdentifier] = std::move(program);
+        return processIdentifier;
+    };
+    const qint64 first = start(u"gtk3"_s);
+    const qint64 second = start(u"qt6"_s);
+    ASSERT_TRUE(waitForSwitches(2));
+    const xcb_window_t other = makeWindow({}); // in front until the contract begins
+    ASSERT_TRUE(waitUntilActive(other));
+    ASSERT_TRUE(waitForSwitches(3));
+
+    LinuxWorkspace subject(accessibility.activeWindow(), accessibility.names(), accessibility.menuBars(),
+                           accessibility.activeInTree());
+    WorkspaceContract contract({.workspace = subject,
+                                .first = first,
+                                .second = second,
+                                .bringToFront =
+                                    [&](qint64 processIdentifier) {
+                                        const auto before = switches.size();
+                                        const FixtureProgram& program = *programs.at(processIdentifier);
+                                        activate(windowOf(program, u"Fixture"_s));
+                                        EXPECT_TRUE(waitUntilFront(program));
+                                        EXPECT_TRUE(waitForSwitches(before + 1));
+                                    },
+                                .leaveNothingInFront =
+                                    [&] {
+                                        programs.clear();
+                                        destroy(other);
+                                        EXPECT_TRUE(waitUntilActive(XCB_WINDOW_NONE));
+                                    },
+                                .titleOf =
+                                    [this](qint64 processIdentifier) {
+                                        return text(accessibility.createApplication(processIdentifier),
+                                                    AXTitleAttribute);
+                                    }});
+    contract.run();
+}
 
 TEST_F(LinuxWorkspaceTest, everySwitchOfProcess_isAnnouncedOnce)
 {
