@@ -6,9 +6,9 @@
 #include "platform/linux/atspi/AtspiMenuSource.h"
 #include "platform/linux/atspi/MenuBarSearch.h"
 #include "tests/FairTimer.h"
-#include "tests/contract/BusDaemon.h"
-#include "tests/contract/DeafBus.h"
-#include "tests/contract/ScriptedApplication.h"
+#include "tests/contract/session/BusDaemon.h"
+#include "tests/contract/session/DeafBus.h"
+#include "tests/contract/session/ScriptedApplication.h"
 
 #include <QTest>
 #include <gtest/gtest.h>

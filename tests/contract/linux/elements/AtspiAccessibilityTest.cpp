@@ -2,8 +2,8 @@
 #include "platform/linux/elements/AtspiAccessibility.h"
 
 #include "tests/FairTimer.h"
-#include "tests/contract/FixtureProgram.h"
 #include "tests/contract/ax/AccessibilityContract.h"
+#include "tests/contract/session/FixtureProgram.h"
 
 #include <gtest/gtest.h>
 

@@ -2,10 +2,10 @@
 // Which menu bar counts when a window exports one, has one in its accessibility tree, has both, or lies.
 #include "platform/linux/elements/AtspiAccessibility.h"
 #include "tests/FairTimer.h"
-#include "tests/contract/DesktopControl.h"
-#include "tests/contract/FixtureProgram.h"
-#include "tests/contract/ScriptedApplication.h"
 #include "tests/contract/linux/gtk/ExportedModel.h"
+#include "tests/contract/session/DesktopControl.h"
+#include "tests/contract/session/FixtureProgram.h"
+#include "tests/contract/session/ScriptedApplication.h"
 
 #include <gtest/gtest.h>
 

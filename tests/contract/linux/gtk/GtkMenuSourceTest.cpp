@@ -4,9 +4,9 @@
 
 #include "platform/linux/gtk/GtkMenuDecode.h"
 #include "tests/FairTimer.h"
-#include "tests/contract/BusDaemon.h"
-#include "tests/contract/ScriptedApplication.h"
 #include "tests/contract/linux/gtk/ExportedModel.h"
+#include "tests/contract/session/BusDaemon.h"
+#include "tests/contract/session/ScriptedApplication.h"
 
 #include <QTest>
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 #include "platform/linux/hotkeys/LinuxSymbolicHotKeys.h"
 #include "platform/linux/input/XkbKeymap.h"
 #include "platform/linux/x11/X11Connection.h"
-#include "tests/contract/OtherClient.h"
+#include "tests/contract/session/OtherClient.h"
 #include "tests/contract/shortcut/SymbolicHotKeysContract.h"
 
 #include <QDir>

@@ -3,7 +3,7 @@
 #include "platform/linux/hotkeys/X11HotKeys.h"
 #include "platform/linux/input/KeyCodes.h"
 #include "platform/linux/input/X11RawInput.h"
-#include "tests/contract/OtherClient.h"
+#include "tests/contract/session/OtherClient.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QApplication>

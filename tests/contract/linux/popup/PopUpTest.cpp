@@ -6,9 +6,9 @@
 #include "platform/linux/input/X11Focus.h"
 #include "platform/linux/popup/QMenuPresenter.h"
 #include "platform/linux/workspace/XWaylandBackdrop.h"
-#include "tests/contract/DesktopControl.h"
-#include "tests/contract/OtherClient.h"
 #include "tests/contract/menu/MenuPresenterContract.h"
+#include "tests/contract/session/DesktopControl.h"
+#include "tests/contract/session/OtherClient.h"
 #include "tests/fakes/FakeApplication.h"
 
 #include <QApplication>

@@ -4,8 +4,8 @@
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11EventFilter.h"
 #include "platform/linux/x11/X11Windows.h"
-#include "tests/contract/DesktopControl.h"
-#include "tests/contract/OtherClient.h"
+#include "tests/contract/session/DesktopControl.h"
+#include "tests/contract/session/OtherClient.h"
 
 #include <QElapsedTimer>
 #include <QSignalSpy>

@@ -3,7 +3,7 @@
 
 #include "platform/linux/input/X11RawInput.h"
 #include "platform/linux/x11/X11Connection.h"
-#include "tests/contract/OtherClient.h"
+#include "tests/contract/session/OtherClient.h"
 
 #include <QElapsedTimer>
 #include <QProcess>

@@ -4,8 +4,8 @@
 #include "platform/linux/session/SessionBusWatch.h"
 
 #include "tests/FairTimer.h"
-#include "tests/contract/BusDaemon.h"
-#include "tests/contract/DeafBus.h"
+#include "tests/contract/session/BusDaemon.h"
+#include "tests/contract/session/DeafBus.h"
 
 #include <QDBusConnectionInterface>
 #include <QSignalSpy>

@@ -11,10 +11,10 @@
 #include "platform/linux/x11/X11WindowFrame.h"
 #include "platform/qt/menu/MenuTracking.h"
 #include "tests/FairTimer.h"
-#include "tests/contract/DesktopControl.h"
-#include "tests/contract/FixtureProgram.h"
-#include "tests/contract/TwoMonitors.h"
 #include "tests/contract/foundation/WorkspaceContract.h"
+#include "tests/contract/session/DesktopControl.h"
+#include "tests/contract/session/FixtureProgram.h"
+#include "tests/contract/session/TwoMonitors.h"
 #include "tests/fakes/FakeApplication.h"
 
 #include <QSignalSpy>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/x11/LinuxScreens.h"
 
-#include "tests/contract/DesktopControl.h"
-#include "tests/contract/TwoMonitors.h"
 #include "tests/contract/foundation/ScreensContract.h"
+#include "tests/contract/session/DesktopControl.h"
+#include "tests/contract/session/TwoMonitors.h"
 
 using namespace tarnwick;
 

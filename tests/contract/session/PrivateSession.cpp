@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/contract/PrivateSession.h"
+#include "tests/contract/session/PrivateSession.h"
 
 #include <QDeadlineTimer>
 #include <QDir>

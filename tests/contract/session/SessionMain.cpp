@@ -4,8 +4,8 @@
 #include "platform/linux/input/X11Focus.h"
 #include "platform/linux/session/QtArguments.h"
 #include "tests/RunTests.h"
-#include "tests/contract/DesktopControl.h"
-#include "tests/contract/PrivateSession.h"
+#include "tests/contract/session/DesktopControl.h"
+#include "tests/contract/session/PrivateSession.h"
 
 #include <QApplication>
 #include <QTest>

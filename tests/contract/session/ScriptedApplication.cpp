@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/contract/ScriptedApplication.h"
+#include "tests/contract/session/ScriptedApplication.h"
 
 #include "platform/linux/atspi/AtspiConstants.h"
 
