@@ -39,17 +39,28 @@ public:
         return held;
     }
 
-    /// Whether nobody else has the keyboard. It is given back at once.
-    [[nodiscard]] bool canTakeKeyboard()
+    /// False when somebody else has the keyboard.
+    bool grabKeyboard()
     {
         const XcbOwned<xcb_grab_keyboard_reply_t> reply(
             xcb_grab_keyboard_reply(_own,
                                     xcb_grab_keyboard(_own, 0, _x11.root(), XCB_CURRENT_TIME,
                                                       XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
                                     nullptr));
+        return reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
+    }
+    void ungrabKeyboard()
+    {
         xcb_ungrab_keyboard(_own, XCB_CURRENT_TIME);
         _x11.sync();
-        return reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
+    }
+
+    /// Whether nobody else has the keyboard. It is given back at once.
+    [[nodiscard]] bool canTakeKeyboard()
+    {
+        const bool taken = grabKeyboard();
+        ungrabKeyboard();
+        return taken;
     }
 
     /// As with the keyboard.
