@@ -49,15 +49,13 @@ X11HotKeys::X11HotKeys(TriggerOrder order) : _order(std::move(order)), _connecti
     // Events go to the filter first that was installed last: keys that wait for the menu are not for this
     // one.
     connect(&X11HotKeyGuard::shared(), &X11HotKeyGuard::letGoOf, this, &X11HotKeys::_expectNoRelease);
-    QCoreApplication::instance()->installNativeEventFilter(this);
+    install();
 }
 
 X11HotKeys::~X11HotKeys()
 {
     if (_connection)
         X11HotKeyGuard::shared().watch({});
-    if (auto* application = QCoreApplication::instance())
-        application->removeNativeEventFilter(this);
 }
 
 void X11HotKeys::installEventHandler(std::function<qint32()> handler)
@@ -126,28 +124,26 @@ bool X11HotKeys::heldElsewhere(quint32 keyCode, quint32 modifiers) const
     return !free;
 }
 
-bool X11HotKeys::nativeEventFilter(const QByteArray& /*eventType*/, void* message, qintptr* /*result*/)
+bool X11HotKeys::filter(std::uint8_t type, xcb_generic_event_t& event)
 {
-    const auto* event = static_cast<const xcb_generic_event_t*>(message);
-    const auto eventType = static_cast<quint8>(event->response_type & ~0x80);
-    if (_isKeyboardMapChange(eventType, message))
+    if (_isKeyboardMapChange(type, event))
         _mapChangeTimer.start();
-    if (eventType != XCB_KEY_PRESS && eventType != XCB_KEY_RELEASE)
+    if (type != XCB_KEY_PRESS && type != XCB_KEY_RELEASE)
         return false;
-    const auto* key = static_cast<const xcb_key_press_event_t*>(message);
-    if (X11HotKeyGuard::shared().collect(*key))
+    const auto& key = x11EventAs<xcb_key_press_event_t>(event);
+    if (X11HotKeyGuard::shared().collect(key))
         return true;
     // For windows of other programs keys come by a grab only: a hot key's, or one of a menu that has closed
     // since.
-    if (isToolkitWindow(key->event))
+    if (isToolkitWindow(key.event))
         return false;
-    if (eventType == XCB_KEY_RELEASE) {
-        _heldKeys.released(key->detail, key->time);
+    if (type == XCB_KEY_RELEASE) {
+        _heldKeys.released(key.detail, key.time);
         return false;
     }
-    if (!_isRegistered(key->detail, key->state))
+    if (!_isRegistered(key.detail, key.state))
         return false;
-    _keyPressed(*key);
+    _keyPressed(key);
     return true;
 }
 
@@ -158,13 +154,13 @@ bool X11HotKeys::_isRegistered(quint8 keyCode, quint16 state) const
     });
 }
 
-bool X11HotKeys::_isKeyboardMapChange(quint8 eventType, const void* event) const
+bool X11HotKeys::_isKeyboardMapChange(quint8 type, const xcb_generic_event_t& event) const
 {
-    if (eventType == XCB_MAPPING_NOTIFY)
+    if (type == XCB_MAPPING_NOTIFY)
         return true;
-    if (_xkbFirstEvent == 0 || eventType != _xkbFirstEvent)
+    if (_xkbFirstEvent == 0 || type != _xkbFirstEvent)
         return false;
-    const quint8 xkbType = static_cast<const xcb_xkb_map_notify_event_t*>(event)->xkbType;
+    const quint8 xkbType = x11EventAs<xcb_xkb_map_notify_event_t>(event).xkbType;
     return xkbType == XCB_XKB_MAP_NOTIFY || xkbType == XCB_XKB_NEW_KEYBOARD_NOTIFY;
 }
 

@@ -5,9 +5,9 @@
 #include "platform/linux/hotkeys/TriggerOrder.h"
 #include "platform/linux/input/X11ModifierMap.h"
 #include "platform/linux/input/X11RawInput.h"
+#include "platform/linux/x11/X11EventFilter.h"
 #include "platform/qt/menu/HeldKeys.h"
 
-#include <QAbstractNativeEventFilter>
 #include <QObject>
 #include <QTimer>
 #include <xcb/xproto.h>
@@ -25,7 +25,7 @@ class X11KeyGrab;
 /// keyboard over while the hot key is still down. Without an X server nothing can be registered. A press
 /// while a menu is open is dropped, and so are the repeats of a key that is held down, be it since before it
 /// was registered.
-class X11HotKeys final : public QObject, public QAbstractNativeEventFilter, public HotKeys
+class X11HotKeys final : public QObject, public X11EventFilter, public HotKeys
 {
     Q_OBJECT
 
@@ -44,11 +44,12 @@ public:
     /// ours, and for keys that nobody can grab.
     [[nodiscard]] bool heldElsewhere(quint32 keyCode, quint32 modifiers) const;
 
-    bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
+protected:
+    [[nodiscard]] bool filter(std::uint8_t type, xcb_generic_event_t& event) override;
 
 private:
     [[nodiscard]] bool _isRegistered(quint8 keyCode, quint16 state) const;
-    [[nodiscard]] bool _isKeyboardMapChange(quint8 eventType, const void* event) const;
+    [[nodiscard]] bool _isKeyboardMapChange(quint8 type, const xcb_generic_event_t& event) const;
     void _watchOver();
     void _keyPressed(const xcb_key_press_event_t& event);
     void _ignoreUntilUp(quint8 keyCode);

@@ -4,8 +4,6 @@
 #include "platform/linux/input/KeyCodes.h"
 #include "platform/linux/x11/X11Connection.h"
 
-#include <QCoreApplication>
-
 // The C header has a member named as a C++ keyword.
 #define explicit explicit_
 #include <xcb/xkb.h>
@@ -61,7 +59,7 @@ XkbKeyboardLayout::XkbKeyboardLayout()
     if (!extension || !extension->present)
         return;
     _firstEvent = extension->first_event;
-    QCoreApplication::instance()->installNativeEventFilter(this);
+    install();
 }
 
 XkbKeyboardLayout::~XkbKeyboardLayout() = default;
@@ -91,16 +89,14 @@ std::shared_ptr<const XkbKeymap> XkbKeyboardLayout::keymap() const
     return _keymap;
 }
 
-bool XkbKeyboardLayout::nativeEventFilter(const QByteArray& eventType, void* message, qintptr* /*result*/)
+bool XkbKeyboardLayout::filter(std::uint8_t type, xcb_generic_event_t& event)
 {
-    if (eventType != "xcb_generic_event_t" || _firstEvent == 0)
+    if (type != _firstEvent)
         return false;
-    const auto* event = static_cast<const XkbEvent*>(message);
-    if ((event->responseType & 0x7F) != _firstEvent)
-        return false;
-    if (event->xkbType == XCB_XKB_STATE_NOTIFY)
-        _groupChanged(static_cast<const xcb_xkb_state_notify_event_t*>(message)->group);
-    else if (event->xkbType == XCB_XKB_MAP_NOTIFY || event->xkbType == XCB_XKB_NEW_KEYBOARD_NOTIFY)
+    const auto xkbType = x11EventAs<XkbEvent>(event).xkbType;
+    if (xkbType == XCB_XKB_STATE_NOTIFY)
+        _groupChanged(x11EventAs<xcb_xkb_state_notify_event_t>(event).group);
+    else if (xkbType == XCB_XKB_MAP_NOTIFY || xkbType == XCB_XKB_NEW_KEYBOARD_NOTIFY)
         _mapChanged();
     return false;
 }

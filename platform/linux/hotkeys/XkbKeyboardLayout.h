@@ -2,9 +2,9 @@
 #pragma once
 
 #include "platform/linux/input/XkbKeymap.h"
+#include "platform/linux/x11/X11EventFilter.h"
 #include "shortcut/KeyboardLayout.h"
 
-#include <QAbstractNativeEventFilter>
 #include <QList>
 #include <QObject>
 
@@ -14,7 +14,7 @@ namespace tarnwick {
 
 /// The layout of the X server, followed by the keyboard events that Qt has asked for. Reads the map when it
 /// is first asked for and after a change.
-class XkbKeyboardLayout final : public QObject, public QAbstractNativeEventFilter, public KeyboardLayout
+class XkbKeyboardLayout final : public QObject, public X11EventFilter, public KeyboardLayout
 {
     Q_OBJECT
 
@@ -29,7 +29,8 @@ public:
     /// The map that types now; null without an X server.
     [[nodiscard]] std::shared_ptr<const XkbKeymap> keymap() const;
 
-    bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
+protected:
+    [[nodiscard]] bool filter(std::uint8_t type, xcb_generic_event_t& event) override;
 
 private:
     void _mapChanged();

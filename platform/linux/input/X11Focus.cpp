@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/input/X11Focus.h"
 
+#include "platform/linux/x11/X11EventFilter.h"
+
 #include <QGuiApplication>
 #include <QWindow>
 
@@ -118,17 +120,16 @@ bool X11FocusWatch::tellsLoss(const xcb_generic_event_t& event) const
 {
     if (_window == XCB_WINDOW_NONE)
         return false;
-    const void* anyEvent = &event;
-    switch (event.response_type & ~0x80) {
+    switch (x11EventType(event)) {
     case XCB_FOCUS_OUT: {
-        const auto* focus = static_cast<const xcb_focus_out_event_t*>(anyEvent);
-        return focus->event == _window &&
-               (focus->mode == XCB_NOTIFY_MODE_NORMAL || focus->mode == XCB_NOTIFY_MODE_WHILE_GRABBED);
+        const auto& focus = x11EventAs<xcb_focus_out_event_t>(event);
+        return focus.event == _window &&
+               (focus.mode == XCB_NOTIFY_MODE_NORMAL || focus.mode == XCB_NOTIFY_MODE_WHILE_GRABBED);
     }
     case XCB_UNMAP_NOTIFY:
-        return static_cast<const xcb_unmap_notify_event_t*>(anyEvent)->window == _window;
+        return x11EventAs<xcb_unmap_notify_event_t>(event).window == _window;
     case XCB_DESTROY_NOTIFY:
-        return static_cast<const xcb_destroy_notify_event_t*>(anyEvent)->window == _window;
+        return x11EventAs<xcb_destroy_notify_event_t>(event).window == _window;
     default:
         return false;
     }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/input/X11Keyboard.h"
+#include "platform/linux/input/X11HotKeySentry.h"
 
 #include <QDeadlineTimer>
 #include <QList>
@@ -31,21 +31,11 @@ public:
     static X11HotKeyGuard& shared();
     ~X11HotKeyGuard() override;
 
-    struct Chord
-    {
-        quint8 keyCode;
-        quint16 state; ///< core modifier state, lock keys included
-        friend bool operator==(const Chord&, const Chord&) = default;
-    };
+    using Chord = X11Chord;
     /// The hot keys, each with every combination of the lock keys. Without any, nothing is held any more.
     void watch(const QList<Chord>& chords);
 
-    struct Taken
-    {
-        QList<xcb_window_t> windows;       ///< that keys came for, or may yet come for
-        X11Keys down;                      ///< at the press: the hot key and its modifiers
-        QList<xcb_key_press_event_t> keys; ///< presses and releases since, in order
-    };
+    using Taken = X11TakenKeys;
     /// For whoever has the keyboard on the toolkit's connection now: what was taken before. No press of a hot
     /// key counts until handBack(). Nothing when no press had been seen.
     [[nodiscard]] std::optional<Taken> handOver();
@@ -65,14 +55,12 @@ Q_SIGNALS:
     void letGoOf();
 
 private:
-    class Sentry;
-
     X11HotKeyGuard();
     void _stop();
     void _letGoWhenUp();
     void _release();
 
-    std::unique_ptr<Sentry> _sentry; ///< null without an X server
+    std::unique_ptr<X11HotKeySentry> _sentry; ///< null without an X server
     QList<xcb_key_press_event_t> _keys;
     QTimer _letGoTimer;
     QDeadlineTimer _letGoDeadline;

@@ -3,7 +3,6 @@
 
 #include "platform/linux/x11/X11Connection.h"
 
-#include <QCoreApplication>
 #include <xcb/xinput.h>
 
 namespace tarnwick {
@@ -41,13 +40,7 @@ X11RawInput::X11RawInput() : _connection(X11Connection::shared())
         return;
     _opcode = extension->major_opcode;
     _select();
-    QCoreApplication::instance()->installNativeEventFilter(this);
-}
-
-X11RawInput::~X11RawInput()
-{
-    if (auto* application = QCoreApplication::instance())
-        application->removeNativeEventFilter(this);
+    install();
 }
 
 void X11RawInput::_watchKeys(int change)
@@ -72,22 +65,21 @@ void X11RawInput::_select()
     xcb_flush(_connection.get());
 }
 
-bool X11RawInput::nativeEventFilter(const QByteArray& /*eventType*/, void* message, qintptr* /*result*/)
+bool X11RawInput::filter(std::uint8_t /*type*/, xcb_generic_event_t& event)
 {
-    const auto* event = static_cast<const xcb_ge_generic_event_t*>(message);
-    if ((event->response_type & ~0x80) != XCB_GE_GENERIC || event->extension != _opcode)
+    if (!isOfX11Extension(event, _opcode))
         return false;
-    const auto* raw = static_cast<const xcb_input_raw_button_press_event_t*>(message);
-    switch (event->event_type) {
+    const auto& raw = x11EventAs<xcb_input_raw_button_press_event_t>(event);
+    switch (raw.event_type) {
     case XCB_INPUT_RAW_BUTTON_PRESS:
         _sincePress.start();
-        Q_EMIT buttonPressed(raw->detail);
+        Q_EMIT buttonPressed(raw.detail);
         break;
     case XCB_INPUT_RAW_BUTTON_RELEASE:
-        Q_EMIT buttonReleased(raw->detail);
+        Q_EMIT buttonReleased(raw.detail);
         break;
     case XCB_INPUT_RAW_KEY_RELEASE:
-        Q_EMIT keyReleased(raw->detail);
+        Q_EMIT keyReleased(raw.detail);
         break;
     default:
         break;

@@ -2,15 +2,16 @@
 #pragma once
 
 #include "platform/linux/look/XSettingsDecode.h"
+#include "platform/linux/x11/X11EventFilter.h"
+#include "platform/linux/x11/X11SelectionOwner.h"
 
-#include <QAbstractNativeEventFilter>
 #include <QObject>
 #include <xcb/xcb.h>
 
 namespace tarnwick {
 
 /// What the settings program of this display tells; nothing while there is none. GUI thread only.
-class X11Settings final : public QObject, public QAbstractNativeEventFilter
+class X11Settings final : public QObject, public X11EventFilter
 {
     Q_OBJECT
 
@@ -21,20 +22,20 @@ public:
 
     [[nodiscard]] const XSettingValues& values() const { return _values; }
 
-    bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
-
 Q_SIGNALS:
     /// values() are others now.
     void changed();
+
+protected:
+    [[nodiscard]] bool filter(std::uint8_t type, xcb_generic_event_t& event) override;
 
 private:
     void _read();
     [[nodiscard]] XSettingValues _readFromOwner();
 
-    xcb_atom_t _selection = XCB_ATOM_NONE;
+    X11SelectionOwner _program{"_XSETTINGS_S0"};
     xcb_atom_t _property = XCB_ATOM_NONE;
-    std::uint8_t _selectionEvent = 0; ///< 0 without the extension that tells
-    xcb_window_t _owner = XCB_WINDOW_NONE;
+    xcb_window_t _owner = XCB_WINDOW_NONE; ///< as it was when it was last read
     XSettingValues _values;
 };
 

@@ -63,3 +63,5 @@ void X11PopUpFocus::_look()
 }
 
 } // namespace tarnwick
+
+#include "moc_X11PopUpFocus.cpp"

@@ -179,3 +179,5 @@ bool X11PopUpPointer::_isClickIntoOwnWindow(const xcb_input_button_press_event_t
 }
 
 } // namespace tarnwick
+
+#include "moc_X11PopUpPointer.cpp"

@@ -2,14 +2,11 @@
 #include "platform/linux/tray/LinuxTrayHost.h"
 
 #include "platform/linux/tray/StatusNotifierItem.h"
-#include "platform/linux/x11/X11Connection.h"
 
-#include <QCoreApplication>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusVariant>
-#include <xcb/xfixes.h>
 
 using namespace Qt::StringLiterals;
 
@@ -27,7 +24,7 @@ const QString WatcherPath = u"/StatusNotifierWatcher"_s;
 LinuxTrayHost::LinuxTrayHost(const QDBusConnection& bus) : _bus(bus)
 {
     _watchBus();
-    _watchSelection();
+    connect(&_embeddingHost, &X11SelectionOwner::changed, this, &LinuxTrayHost::_decide);
     _askBus();
 }
 
@@ -38,19 +35,6 @@ void LinuxTrayHost::setBus(const QDBusConnection& bus)
     _bus = bus;
     _watchBus();
     _askBus();
-}
-
-bool LinuxTrayHost::nativeEventFilter(const QByteArray& eventType, void* message, qintptr* /*result*/)
-{
-    if (eventType != "xcb_generic_event_t" || _selectionEvent == 0)
-        return false;
-    const auto* event = static_cast<const xcb_generic_event_t*>(message);
-    if ((event->response_type & 0x7F) != _selectionEvent)
-        return false;
-    const auto* change = reinterpret_cast<const xcb_xfixes_selection_notify_event_t*>(event);
-    if (change->selection == _selection)
-        QMetaObject::invokeMethod(this, &LinuxTrayHost::_decide, Qt::QueuedConnection);
-    return false;
 }
 
 std::unique_ptr<PublishedIcon> LinuxTrayHost::publish(QMenu& menu, const std::function<void()>& clicked)
@@ -88,7 +72,7 @@ void LinuxTrayHost::_decide()
     if (!_publishingHostThere)
         return;
     Kind found = Kind::None;
-    if (_embeddingHostThere() && (_kind == Kind::Embedding || !*_publishingHostThere))
+    if (_embeddingHost.window() != XCB_WINDOW_NONE && (_kind == Kind::Embedding || !*_publishingHostThere))
         found = Kind::Embedding;
     else if (*_publishingHostThere)
         found = Kind::Publishing;
@@ -108,28 +92,6 @@ void LinuxTrayHost::_watchBus()
             Qt::UniqueConnection);
     for (const auto& signal : {u"StatusNotifierHostRegistered"_s, u"StatusNotifierHostUnregistered"_s})
         _bus.connect(WatcherService, WatcherPath, WatcherService, signal, this, SLOT(_askBus()));
-}
-
-void LinuxTrayHost::_watchSelection()
-{
-    auto& x11 = X11Connection::shared();
-    if (!x11)
-        return;
-    _selection = x11.atom("_NET_SYSTEM_TRAY_S0");
-    _selectionEvent = x11.watchSelectionOwner(_selection);
-    if (_selectionEvent == 0)
-        return;
-    QCoreApplication::instance()->installNativeEventFilter(this);
-}
-
-bool LinuxTrayHost::_embeddingHostThere() const
-{
-    auto& x11 = X11Connection::shared();
-    if (!x11)
-        return false;
-    const XcbOwned<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
-        x11.get(), xcb_get_selection_owner(x11.get(), x11.atom("_NET_SYSTEM_TRAY_S0")), nullptr));
-    return owner && owner->owner != XCB_WINDOW_NONE;
 }
 
 } // namespace tarnwick

@@ -2,6 +2,7 @@
 #include "platform/linux/x11/X11ActiveWindow.h"
 
 #include "platform/linux/x11/FrontWindowFilter.h"
+#include "platform/linux/x11/X11EventFilter.h"
 #include "platform/linux/x11/X11Thread.h"
 
 #include <functional>
@@ -79,14 +80,14 @@ private:
 
     bool _concerns(const xcb_generic_event_t& event)
     {
-        switch (event.response_type & 0x7F) {
+        switch (x11EventType(event)) {
         case XCB_PROPERTY_NOTIFY: {
-            const auto atom = reinterpret_cast<const xcb_property_notify_event_t&>(event).atom;
+            const auto atom = x11EventAs<xcb_property_notify_event_t>(event).atom;
             return atom == _x11.atom("_NET_ACTIVE_WINDOW") || atom == _x11.atom("_NET_SUPPORTING_WM_CHECK") ||
                    atom == _x11.atom("_NET_SUPPORTED");
         }
         case XCB_MAP_NOTIFY:
-            _watchFocus(reinterpret_cast<const xcb_map_notify_event_t&>(event).window);
+            _watchFocus(x11EventAs<xcb_map_notify_event_t>(event).window);
             return true;
         case XCB_FOCUS_IN:
         case XCB_FOCUS_OUT:

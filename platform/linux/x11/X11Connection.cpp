@@ -4,7 +4,6 @@
 #include "platform/linux/x11/X11Property.h"
 
 #include <QGuiApplication>
-#include <xcb/xfixes.h>
 
 #include <utility>
 
@@ -101,23 +100,6 @@ std::optional<QList<std::uint32_t>> X11Connection::property32(xcb_window_t windo
 std::optional<QByteArray> X11Connection::propertyText(xcb_window_t window, const QByteArray& name)
 {
     return X11Property(*this, window, name, longestText).text();
-}
-
-std::uint8_t X11Connection::watchSelectionOwner(xcb_atom_t selection)
-{
-    const auto* extension = xcb_get_extension_data(_connection, &xcb_xfixes_id);
-    if (!extension || !extension->present)
-        return 0;
-    const XcbOwned<xcb_xfixes_query_version_reply_t> version(xcb_xfixes_query_version_reply(
-        _connection,
-        xcb_xfixes_query_version(_connection, XCB_XFIXES_MAJOR_VERSION, XCB_XFIXES_MINOR_VERSION), nullptr));
-    if (!version)
-        return 0;
-    xcb_xfixes_select_selection_input(_connection, _root, selection,
-                                      XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
-                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
-                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
-    return std::uint8_t(extension->first_event + XCB_XFIXES_SELECTION_NOTIFY);
 }
 
 void X11Connection::sync()

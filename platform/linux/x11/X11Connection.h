@@ -48,10 +48,6 @@ public:
     /// A text property's bytes, at most 64 KiB.
     [[nodiscard]] std::optional<QByteArray> propertyText(xcb_window_t window, const QByteArray& name);
 
-    /// Has the server report each change of the owner of `selection`. Gives the type of these events; 0 when
-    /// the server cannot report them.
-    [[nodiscard]] std::uint8_t watchSelectionOwner(xcb_atom_t selection);
-
     /// One round trip: every request sent before has been processed by the server when it returns.
     void sync();
 

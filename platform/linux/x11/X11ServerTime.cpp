@@ -2,6 +2,7 @@
 #include "platform/linux/x11/X11ServerTime.h"
 
 #include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11EventFilter.h"
 
 namespace tarnwick {
 
@@ -24,8 +25,8 @@ xcb_timestamp_t x11ServerTime()
                         0, nullptr);
     X11Connection(connection.get()).sync();
     while (const XcbOwned<xcb_generic_event_t> event{xcb_poll_for_event(connection.get())})
-        if ((event->response_type & 0x7F) == XCB_PROPERTY_NOTIFY)
-            return reinterpret_cast<const xcb_property_notify_event_t&>(*event).time;
+        if (x11EventType(*event) == XCB_PROPERTY_NOTIFY)
+            return x11EventAs<xcb_property_notify_event_t>(*event).time;
     return XCB_CURRENT_TIME;
 }
 
