@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/Desktop.h"
 #include "platform/linux/elements/AtspiAccessibility.h"
+#include "platform/linux/front/FrontApplication.h"
 #include "platform/linux/hotkeys/LinuxSymbolicHotKeys.h"
 #include "platform/linux/hotkeys/X11EventTaps.h"
 #include "platform/linux/hotkeys/X11HotKeys.h"
@@ -12,6 +13,7 @@
 #include "platform/linux/tray/LinuxTrayHost.h"
 #include "platform/linux/workspace/LinuxWorkspace.h"
 #include "platform/linux/workspace/PopUpRequest.h"
+#include "platform/linux/workspace/X11FrontApplication.h"
 #include "platform/linux/x11/LinuxScreens.h"
 #include "platform/linux/xdg/DesktopNames.h"
 #include "platform/linux/xdg/XdgLoginItems.h"
@@ -101,29 +103,30 @@ Desktop openDesktop(int& argc, char** argv)
     desktop.screens = std::make_unique<LinuxScreens>();
     desktop.alerts = std::make_unique<QtAlerts>();
     desktop.eventSource = std::make_unique<QtEventSource>(converter);
-    auto accessibility = std::make_unique<AtspiAccessibility>();
-    X11ActiveWindow& activeWindow = accessibility->activeWindow();
+    const auto reading = std::make_shared<LinuxReading>(&X11FrontApplication::make);
     auto workspace = std::make_unique<LinuxWorkspace>(
-        activeWindow, accessibility->names(), accessibility->menuBars(), accessibility->activeInTree());
-    workspace->setLook(
-        std::make_unique<LinuxLook>(xdg_session::currentDesktops(), QDBusConnection::sessionBus()));
-    session->setPopUpRequest(std::make_unique<PopUpRequest>(*workspace));
+        reading, std::make_unique<LinuxLook>(xdg_session::currentDesktops(), QDBusConnection::sessionBus()));
+    SwitchAnnouncements& announcements = workspace->announcements();
+    session->setPopUpRequest(std::make_unique<PopUpRequest>(announcements, *reading->front));
     auto trayHost = std::make_unique<LinuxTrayHost>(session->bus().connection());
     QObject::connect(&session->bus(), &SessionBusWatch::changed, trayHost.get(),
                      [host = trayHost.get(), &bus = session->bus()] { host->setBus(bus.connection()); });
-    const TriggerOrder afterSwitches = [workspace = QPointer(workspace.get())](std::function<void()> then) {
-        if (workspace)
-            workspace->afterSwitchesSoFar(std::move(then));
+    const TriggerOrder afterSwitches = [announcements =
+                                            QPointer(&announcements)](std::function<void()> then) {
+        if (announcements)
+            announcements->afterSwitchesSoFar(std::move(then));
     };
     desktop.session = std::move(session);
     desktop.workspace = std::move(workspace);
-    desktop.accessibility = std::move(accessibility);
+    desktop.accessibility = std::make_unique<AtspiAccessibility>(reading);
     desktop.loginItems = XdgLoginItems::ofSession();
     desktop.eventTaps = std::make_unique<X11EventTaps>(afterSwitches);
     auto hotKeys = std::make_unique<X11HotKeys>(afterSwitches);
     auto symbolicHotKeys = std::make_unique<LinuxSymbolicHotKeys>(symbolicHotKeysDesktop(*layout, *hotKeys));
-    QObject::connect(&activeWindow, &X11ActiveWindow::changed, symbolicHotKeys.get(),
-                     &LinuxSymbolicHotKeys::frontChanged);
+    QObject::connect(reading->front.get(), &FrontApplication::changed, symbolicHotKeys.get(),
+                     [keys = symbolicHotKeys.get()](const FrontWindow& front) {
+                         keys->frontChanged(front.processIdentifier);
+                     });
     desktop.symbolicHotKeys = std::move(symbolicHotKeys);
     desktop.hotKeys = std::move(hotKeys);
     desktop.keyboardLayout = std::move(layout);

@@ -3,6 +3,7 @@
 #include "platform/linux/elements/AtspiAccessibility.h"
 #include "platform/linux/session/LinuxSession.h"
 #include "platform/linux/workspace/LinuxWorkspace.h"
+#include "platform/linux/workspace/X11FrontApplication.h"
 #include "platform/linux/x11/LinuxScreens.h"
 #include "platform/qt/application/QtApplication.h"
 #include "platform/qt/application/QtClock.h"
@@ -21,11 +22,9 @@ Inspection openInspection(int& argc, char** argv)
     inspection.clock = std::make_unique<QtClock>();
     inspection.fonts = std::make_unique<QtFonts>();
     inspection.screens = std::make_unique<LinuxScreens>();
-    auto accessibility = std::make_unique<AtspiAccessibility>();
-    inspection.workspace =
-        std::make_unique<LinuxWorkspace>(accessibility->activeWindow(), accessibility->names(),
-                                         accessibility->menuBars(), accessibility->activeInTree());
-    inspection.accessibility = std::move(accessibility);
+    const auto reading = std::make_shared<LinuxReading>(&X11FrontApplication::make);
+    inspection.workspace = std::make_unique<LinuxWorkspace>(reading);
+    inspection.accessibility = std::make_unique<AtspiAccessibility>(reading);
     inspection.keyEquivalentText = keyEquivalentText;
     return inspection;
 }

@@ -5,14 +5,14 @@
 
 namespace tarnwick {
 
-FrontWindow AtspiActiveWindow::current()
+AtspiWindow AtspiActiveWindow::current()
 {
     const ReadingBudget::Reading reading(_budget);
     const auto roots = _applications.roots(reading.deadline()).value_or(QList<BusReference>());
     const auto windows = _applications.windowsOf(roots, reading.deadline());
     for (const AtspiFacts& window : windows) {
         if (window.states && atspi::has(*window.states, atspi::StateActive))
-            return {XCB_WINDOW_NONE, _applications.processOf(window.reference), window.reference};
+            return {window.reference, _applications.processOf(window.reference)};
     }
     return {};
 }

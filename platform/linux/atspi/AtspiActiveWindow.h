@@ -3,9 +3,17 @@
 
 #include "platform/linux/atspi/AtspiApplications.h"
 #include "platform/linux/menus/ReadingBudget.h"
-#include "platform/linux/x11/X11Windows.h"
 
 namespace tarnwick {
+
+/// A window of an application by its place in the accessibility tree. A default-made one is none.
+struct AtspiWindow
+{
+    BusReference reference;
+    std::optional<qint64> processIdentifier;
+
+    explicit operator bool() const { return bool(reference); }
+};
 
 /// Which window is in front by the word of the applications themselves, for sessions in which the X server
 /// does not know of all windows. GUI thread only.
@@ -18,9 +26,9 @@ public:
     {
     }
 
-    /// A window by its place in the accessibility tree; none when no other process says that it has the
-    /// active one. Programs that do not answer in time are not waited for.
-    [[nodiscard]] FrontWindow current();
+    /// None when no other process says that it has the active window. Programs that do not answer in time are
+    /// not waited for.
+    [[nodiscard]] AtspiWindow current();
 
 private:
     AtspiApplications& _applications;

@@ -31,7 +31,7 @@ AtspiMenuBars::AtspiMenuBars(AtspiBus& bus, AtspiApplications& applications, Ats
 {
 }
 
-BusReference AtspiMenuBars::knownOf(const FrontWindow& window)
+BusReference AtspiMenuBars::knownOf(const X11Window& window)
 {
     BusReference known = _known.of(window);
     if (!known)
@@ -47,7 +47,7 @@ BusReference AtspiMenuBars::knownOf(const FrontWindow& window)
     return known;
 }
 
-BusReference AtspiMenuBars::ofWindow(const FrontWindow& window, bool active)
+BusReference AtspiMenuBars::ofWindow(const X11Window& window, bool active)
 {
     const ReadingBudget::Reading reading(_budget);
     const Deadline deadline = reading.deadline();
@@ -60,10 +60,9 @@ BusReference AtspiMenuBars::ofWindow(const FrontWindow& window, bool active)
     return bar;
 }
 
-std::optional<AtspiWindowMatch> AtspiMenuBars::_match(const FrontWindow& window, bool active,
-                                                      Deadline deadline)
+std::optional<AtspiWindowMatch> AtspiMenuBars::_match(const X11Window& window, bool active, Deadline deadline)
 {
-    const auto title = _windows.title(window.window);
+    const auto title = _windows.title(window.id);
     const auto roots = window.processIdentifier ? _applications.rootsOf(*window.processIdentifier, deadline)
                                                 : QList<BusReference>();
     if (!roots.isEmpty())
@@ -92,11 +91,11 @@ bool AtspiMenuBars::hidesClosedMenus(const BusReference& bar)
     return hidesMenus(_toolkits.of(_bus.root(bar.service), reading.deadline()));
 }
 
-bool AtspiMenuBars::hidesClosedMenus(const FrontWindow& window)
+bool AtspiMenuBars::hidesClosedMenus(const X11Window& window)
 {
     if (!window.processIdentifier)
         return false;
-    const auto known = _hiding.constFind(window.window);
+    const auto known = _hiding.constFind(window.id);
     if (known != _hiding.cend() && known->processIdentifier == window.processIdentifier)
         return known->closedMenus;
 
@@ -111,7 +110,7 @@ bool AtspiMenuBars::hidesClosedMenus(const FrontWindow& window)
     if (_hiding.size() >= MaximumWindows)
         _hiding.clear();
     if (std::all_of(roots.cbegin(), roots.cend(), hasTold))
-        _hiding.insert(window.window, Hiding{*window.processIdentifier, hides});
+        _hiding.insert(window.id, Hiding{*window.processIdentifier, hides});
     return hides;
 }
 

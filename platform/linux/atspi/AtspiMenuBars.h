@@ -21,10 +21,10 @@ public:
                   X11Windows& windows, ReadingBudget& budget, ChildrenJustTold& childrenJustTold);
 
     /// The window's own menu bar when it is known and still there; empty when it is to be looked for.
-    [[nodiscard]] BusReference knownOf(const FrontWindow& window);
+    [[nodiscard]] BusReference knownOf(const X11Window& window);
     /// Looks for the window's own menu bar; empty when there is none. `active` is whether the window is in
     /// front.
-    [[nodiscard]] BusReference ofWindow(const FrontWindow& window, bool active);
+    [[nodiscard]] BusReference ofWindow(const X11Window& window, bool active);
 
     /// Of a window that is known by its place in the tree; empty when there is none.
     [[nodiscard]] BusReference below(const BusReference& window);
@@ -36,7 +36,7 @@ public:
     };
     /// Whether the window's application shows only open menus in its tree, so that a bar in it tells too
     /// little. False when the application is not to be found by its process.
-    [[nodiscard]] bool hidesClosedMenus(const FrontWindow& window);
+    [[nodiscard]] bool hidesClosedMenus(const X11Window& window);
     /// The same of the application of a bar.
     [[nodiscard]] bool hidesClosedMenus(const BusReference& bar);
 
@@ -49,7 +49,7 @@ private:
         qint64 processIdentifier;
         bool closedMenus;
     };
-    std::optional<AtspiWindowMatch> _match(const FrontWindow& window, bool active, Deadline deadline);
+    std::optional<AtspiWindowMatch> _match(const X11Window& window, bool active, Deadline deadline);
 
     AtspiBus& _bus;
     AtspiApplications& _applications;

@@ -12,9 +12,9 @@ constexpr qsizetype MaximumWindows = 200;
 
 } // namespace
 
-BusReference KnownMenuBars::of(const FrontWindow& window) const
+BusReference KnownMenuBars::of(const X11Window& window) const
 {
-    const auto known = _bars.constFind(window.window);
+    const auto known = _bars.constFind(window.id);
     const bool isKnown =
         known != _bars.cend() && known->certain && known->processIdentifier == window.processIdentifier;
     return isKnown ? known->bar : BusReference();
@@ -27,11 +27,11 @@ xcb_window_t KnownMenuBars::ownerOf(const BusReference& bar) const
     return known == _bars.cend() ? xcb_window_t{XCB_WINDOW_NONE} : known.key();
 }
 
-void KnownMenuBars::found(const FrontWindow& window, const BusReference& bar,
+void KnownMenuBars::found(const X11Window& window, const BusReference& bar,
                           AtspiWindowMatch::Certainty certainty, Time now)
 {
     using Certainty = AtspiWindowMatch::Certainty;
-    Bar before = _bars.take(window.window);
+    Bar before = _bars.take(window.id);
     if (!bar || certainty == Certainty::Never)
         return;
     if (before.bar != bar || before.processIdentifier != window.processIdentifier)
@@ -39,7 +39,7 @@ void KnownMenuBars::found(const FrontWindow& window, const BusReference& bar,
     before.certain = certainty == Certainty::Now || now - before.since >= Settled;
     if (_bars.size() >= MaximumWindows)
         _bars.clear();
-    _bars.insert(window.window, before);
+    _bars.insert(window.id, before);
 }
 
 } // namespace tarnwick

@@ -19,14 +19,14 @@ public:
     static constexpr std::chrono::milliseconds Settled{500};
 
     /// Empty when it is to be looked for.
-    [[nodiscard]] BusReference of(const FrontWindow& window) const;
+    [[nodiscard]] BusReference of(const X11Window& window) const;
     /// The window that is known to have the bar; none when it is not known.
     [[nodiscard]] xcb_window_t ownerOf(const BusReference& bar) const;
 
     /// It has been looked for: `bar` was found, or none when it is empty.
-    void found(const FrontWindow& window, const BusReference& bar, AtspiWindowMatch::Certainty certainty,
+    void found(const X11Window& window, const BusReference& bar, AtspiWindowMatch::Certainty certainty,
                Time now);
-    void forget(const FrontWindow& window) { _bars.remove(window.window); }
+    void forget(const X11Window& window) { _bars.remove(window.id); }
 
 private:
     struct Bar

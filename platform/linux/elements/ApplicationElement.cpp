@@ -14,8 +14,8 @@ using namespace Qt::StringLiterals;
 
 namespace tarnwick {
 
-ApplicationElement::ApplicationElement(ElementContext& context, std::optional<qint64> processIdentifier)
-    : _context(context), _processIdentifier(processIdentifier)
+ApplicationElement::ApplicationElement(LinuxReading& reading, std::optional<qint64> processIdentifier)
+    : _reading(reading), _processIdentifier(processIdentifier)
 {
 }
 
@@ -30,9 +30,9 @@ QStringList ApplicationElement::attributeNames() const
         return {AXRoleAttribute};
     QStringList names{AXRoleAttribute, AXTitleAttribute,    u"AXFocusedWindow"_s,
                       u"AXWindows"_s,  AXChildrenAttribute, u"AXFrontmost"_s};
-    const ReadingBudget::Reading reading(_context.budget);
+    const ReadingBudget::Reading reading(_reading.budget);
     if (_processIdentifier == QCoreApplication::applicationPid() ||
-        _context.bus.connection(reading.deadline()))
+        _reading.tree.bus.connection(reading.deadline()))
         names.append(u"AXMenuBar"_s);
     return names;
 }
@@ -46,7 +46,7 @@ std::optional<QVariant> ApplicationElement::value(const QString& attribute) cons
     if (!_processIdentifier)
         return std::nullopt;
     if (attribute == AXTitleAttribute) {
-        const QString name = _context.names.of(*_processIdentifier);
+        const QString name = _reading.names.of(*_processIdentifier);
         return name.isEmpty() ? std::nullopt : std::optional<QVariant>(name);
     }
     if (attribute == "AXMenuBar"_L1)
@@ -61,8 +61,9 @@ std::optional<QVariant> ApplicationElement::value(const QString& attribute) cons
     }
     if (attribute == "AXFocusedWindow"_L1) {
         const FrontWindow window = _focusedWindow();
-        return window.window != XCB_WINDOW_NONE ? std::optional(WindowElement::make(_context, window))
-                                                : std::nullopt;
+        if (window.window == XCB_WINDOW_NONE)
+            return std::nullopt;
+        return WindowElement::make(_reading, {window.window, window.processIdentifier});
     }
     return std::nullopt;
 }
@@ -76,25 +77,25 @@ bool ApplicationElement::_exists() const
 
 bool ApplicationElement::_isInFront() const
 {
-    return _context.activeWindow.current().processIdentifier == _processIdentifier;
+    return _reading.front->current().processIdentifier == _processIdentifier;
 }
 
 FrontWindow ApplicationElement::_focusedWindow() const
 {
-    FrontWindow front = _context.activeWindow.current();
+    FrontWindow front = _reading.front->current();
     if (front.processIdentifier == _processIdentifier)
         return front;
-    const QList<xcb_window_t> windows = _context.windows.windowsOf(*_processIdentifier);
+    const QList<xcb_window_t> windows = _reading.windows.windowsOf(*_processIdentifier);
     return windows.isEmpty() ? FrontWindow{} : FrontWindow{windows.last(), _processIdentifier};
 }
 
 std::optional<QVariant> ApplicationElement::_menuBar() const
 {
     const FrontWindow window = _focusedWindow();
-    const FoundMenuBar found = window ? _context.menuBars.of(window) : FoundMenuBar{};
+    const FoundMenuBar found = window ? _reading.menuBars.of(window) : FoundMenuBar{};
     if (!found)
         return std::nullopt;
-    const UIElementRef self(std::make_shared<const ApplicationElement>(_context, _processIdentifier));
+    const UIElementRef self(std::make_shared<const ApplicationElement>(_reading, _processIdentifier));
     return QVariant::fromValue(UIElementRef(std::make_shared<const MenuElement>(
         MenuElement::Kind::Bar, *found.source, found.bar, self, _processIdentifier)));
 }
@@ -102,8 +103,8 @@ std::optional<QVariant> ApplicationElement::_menuBar() const
 QVariantList ApplicationElement::_windows() const
 {
     QVariantList elements;
-    for (const xcb_window_t window : _context.windows.windowsOf(*_processIdentifier))
-        elements.append(WindowElement::make(_context, {window, _processIdentifier}));
+    for (const xcb_window_t window : _reading.windows.windowsOf(*_processIdentifier))
+        elements.append(WindowElement::make(_reading, {window, _processIdentifier}));
     return elements;
 }
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/elements/ElementContext.h"
 #include "platform/linux/elements/LinuxElement.h"
+#include "platform/linux/elements/LinuxReading.h"
 
 namespace tarnwick {
 
@@ -10,7 +10,7 @@ namespace tarnwick {
 class ApplicationElement final : public LinuxElement
 {
 public:
-    ApplicationElement(ElementContext& context, std::optional<qint64> processIdentifier);
+    ApplicationElement(LinuxReading& reading, std::optional<qint64> processIdentifier);
 
     [[nodiscard]] QStringList attributeNames() const override;
     [[nodiscard]] std::optional<QVariant> value(const QString& attribute) const override;
@@ -27,7 +27,7 @@ private:
     [[nodiscard]] std::optional<QVariant> _menuBar() const;
     [[nodiscard]] QVariantList _windows() const;
 
-    ElementContext& _context;
+    LinuxReading& _reading;
     std::optional<qint64> _processIdentifier;
 };
 

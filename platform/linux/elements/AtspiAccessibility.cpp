@@ -18,36 +18,24 @@ const LinuxElement* elementOf(const UIElementRef& reference)
 
 } // namespace
 
-AtspiAccessibility::AtspiAccessibility()
-    : _windows(X11Connection::shared()), _applications(_bus), _activeInTree(_applications, _budget),
-      _access(_bus, _applications), _toolkits(_bus), _treeSource(_bus, _budget, _toolkits, _childrenJustTold),
-      _exportsSource(_sessionBus, _budget),
-      _treeBars(_bus, _applications, _toolkits, _windows, _budget, _childrenJustTold),
-      _exportedBars(X11Connection::shared(), _exportsSource),
-      _menuBars(_windows, {_treeBars, _treeSource, _exportedBars, _exportsSource, _ownSource}),
-      _names(_bus, _applications, _windows, _budget), _context{_activeWindow, _windows,  _bus,
-                                                               _budget,       _menuBars, _names}
-{
-}
-
 bool AtspiAccessibility::apiEnabled()
 {
-    return _access.open();
+    return _reading->tree.access.open();
 }
 
 bool AtspiAccessibility::isProcessTrusted()
 {
-    return _access.granted();
+    return _reading->tree.access.granted();
 }
 
 UIElementRef AtspiAccessibility::createSystemWide()
 {
-    return UIElementRef(std::make_shared<const SystemWideElement>(_context));
+    return UIElementRef(std::make_shared<const SystemWideElement>(*_reading));
 }
 
 UIElementRef AtspiAccessibility::createApplication(qint64 processIdentifier)
 {
-    return UIElementRef(std::make_shared<const ApplicationElement>(_context, processIdentifier));
+    return UIElementRef(std::make_shared<const ApplicationElement>(*_reading, processIdentifier));
 }
 
 std::optional<qint64> AtspiAccessibility::getPid(const UIElementRef& element)

@@ -2,12 +2,7 @@
 #pragma once
 
 #include "ax/Accessibility.h"
-#include "platform/linux/atspi/AtspiAccess.h"
-#include "platform/linux/atspi/AtspiActiveWindow.h"
-#include "platform/linux/atspi/AtspiMenuSource.h"
-#include "platform/linux/atspi/ToolkitBridge.h"
-#include "platform/linux/elements/ElementContext.h"
-#include "platform/linux/menus/OwnMenuSource.h"
+#include "platform/linux/elements/LinuxReading.h"
 
 namespace tarnwick {
 
@@ -17,9 +12,9 @@ namespace tarnwick {
 class AtspiAccessibility final : public Accessibility
 {
 public:
-    AtspiAccessibility();
+    explicit AtspiAccessibility(std::shared_ptr<LinuxReading> reading) : _reading(std::move(reading)) {}
 
-    void beginReading() override { _budget.begin(); }
+    void beginReading() override { _reading->budget.begin(); }
     [[nodiscard]] bool apiEnabled() override;
     /// There is one switch for all programs: what apiEnabled() found last.
     [[nodiscard]] bool isProcessTrusted() override;
@@ -40,32 +35,8 @@ public:
                                                                const QString& action) override;
     bool performAction(const UIElementRef& element, const QString& action) override;
 
-    /// What the workspace reads from the same places. Ours.
-    [[nodiscard]] X11ActiveWindow& activeWindow() { return _activeWindow; }
-    [[nodiscard]] ApplicationNames& names() { return _names; }
-    [[nodiscard]] MenuBars& menuBars() { return _menuBars; }
-    [[nodiscard]] AtspiActiveWindow& activeInTree() { return _activeInTree; }
-
 private:
-    X11ActiveWindow _activeWindow;
-    ToolkitBridge _toolkitBridge;
-    AtspiBus _bus{[this](const QByteArray& address) { _toolkitBridge.busAnswered(address); }};
-    ReadingBudget _budget;
-    X11Windows _windows;
-    AtspiApplications _applications;
-    AtspiActiveWindow _activeInTree;
-    AtspiAccess _access;
-    AtspiToolkits _toolkits;
-    ChildrenJustTold _childrenJustTold;
-    AtspiMenuSource _treeSource;
-    SessionBus _sessionBus;
-    GtkMenuSource _exportsSource;
-    OwnMenuSource _ownSource;
-    AtspiMenuBars _treeBars;
-    GtkMenuBars _exportedBars;
-    MenuBars _menuBars;
-    ApplicationNames _names;
-    ElementContext _context;
+    std::shared_ptr<LinuxReading> _reading;
 };
 
 } // namespace tarnwick

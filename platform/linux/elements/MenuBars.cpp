@@ -10,13 +10,14 @@ namespace tarnwick {
 FoundMenuBar MenuBars::of(const FrontWindow& front)
 {
     if (front.processIdentifier == QCoreApplication::applicationPid())
-        return OwnMenuSource::hasBar() ? FoundMenuBar{&_places.own, OwnMenuSource::bar(), XCB_WINDOW_NONE}
+        return OwnMenuSource::hasBar() ? FoundMenuBar{&_sources.own, OwnMenuSource::bar(), XCB_WINDOW_NONE}
                                        : FoundMenuBar{};
     if (!front)
         return {};
-    if (const BusReference bar = front.inTree ? _places.inTree.below(front.inTree) : BusReference())
-        return {&_places.tree, bar, XCB_WINDOW_NONE};
-    if (FoundMenuBar found = _ofWindow(front, true))
+    AccessibleTree& tree = _sources.tree;
+    if (const BusReference bar = front.isNative() ? tree.menuBars.below(front.accessible) : BusReference())
+        return {&tree.menus, bar, XCB_WINDOW_NONE};
+    if (FoundMenuBar found = _ofWindow({front.window, front.processIdentifier}, true))
         return found;
     for (const xcb_window_t owner : _windows.withOwners(front.window).mid(1))
         if (FoundMenuBar found = _ofWindow({owner, _windows.processIdentifier(owner)}, false))
@@ -24,31 +25,33 @@ FoundMenuBar MenuBars::of(const FrontWindow& front)
     return front.processIdentifier ? _ofAnyWindow(*front.processIdentifier) : FoundMenuBar();
 }
 
-FoundMenuBar MenuBars::_ofWindow(const FrontWindow& window, bool active)
+FoundMenuBar MenuBars::_ofWindow(const X11Window& window, bool active)
 {
-    AtspiMenuBars& tree = _places.inTree;
-    const BusReference known = tree.knownOf(window);
-    if (known && !tree.hidesClosedMenus(known))
-        return {&_places.tree, known, window.window};
-    const BusReference exported = _places.exported.ofWindow(window.window);
-    FoundMenuBar second{exported ? &_places.exports : nullptr, exported, window.window};
-    if (second && tree.hidesClosedMenus(window))
+    auto& [tree, exports, own] = _sources;
+    AtspiMenuBars& bars = tree.menuBars;
+    const BusReference known = bars.knownOf(window);
+    if (known && !bars.hidesClosedMenus(known))
+        return {&tree.menus, known, window.id};
+    const BusReference exported = exports.menuBars.ofWindow(window.id);
+    FoundMenuBar second{exported ? &exports.menus : nullptr, exported, window.id};
+    if (second && bars.hidesClosedMenus(window))
         return second;
-    const BusReference inTree = known ? known : tree.ofWindow(window, active);
+    const BusReference inTree = known ? known : bars.ofWindow(window, active);
     // Asked without a second one, too, so that it is known the next time.
-    const bool hidden = inTree && tree.hidesClosedMenus(inTree);
+    const bool hidden = inTree && bars.hidesClosedMenus(inTree);
     if (!inTree || (second && hidden))
         return second;
-    return {&_places.tree, inTree, window.window};
+    return {&tree.menus, inTree, window.id};
 }
 
 FoundMenuBar MenuBars::_ofAnyWindow(qint64 processIdentifier)
 {
-    if (const AtspiMenuBars::Found found = _places.inTree.ofAnyWindow(processIdentifier); found.bar)
-        return {&_places.tree, found.bar, found.owner};
+    auto& [tree, exports, own] = _sources;
+    if (const AtspiMenuBars::Found found = tree.menuBars.ofAnyWindow(processIdentifier); found.bar)
+        return {&tree.menus, found.bar, found.owner};
     for (const xcb_window_t window : _windows.windowsOf(processIdentifier))
-        if (const BusReference exported = _places.exported.ofWindow(window))
-            return {&_places.exports, exported, window};
+        if (const BusReference exported = exports.menuBars.ofWindow(window))
+            return {&exports.menus, exported, window};
     return {};
 }
 
@@ -56,8 +59,8 @@ MenuBarOwner MenuBars::ownerOf(const FrontWindow& front)
 {
     const FoundMenuBar found = of(front);
     if (!found)
-        return front.inTree ? MenuBarOwner{XCB_WINDOW_NONE, front.inTree}
-                            : MenuBarOwner{_windows.withOwners(front.window).last(), {}};
+        return front.isNative() ? MenuBarOwner{XCB_WINDOW_NONE, front.accessible}
+                                : MenuBarOwner{_windows.withOwners(front.window).last(), {}};
     return found.owner != XCB_WINDOW_NONE ? MenuBarOwner{found.owner, {}}
                                           : MenuBarOwner{XCB_WINDOW_NONE, found.bar};
 }

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/atspi/AtspiMenuBars.h"
-#include "platform/linux/gtk/GtkMenuBars.h"
+#include "platform/linux/atspi/AccessibleTree.h"
+#include "platform/linux/front/FrontWindow.h"
+#include "platform/linux/gtk/GtkExports.h"
 #include "platform/linux/menus/MenuSource.h"
 
 namespace tarnwick {
@@ -31,15 +32,13 @@ class MenuBars
 {
 public:
     /// All must outlive this.
-    struct Places
+    struct Sources
     {
-        AtspiMenuBars& inTree; ///< their bars are read by `tree`
-        MenuSource& tree;
-        GtkMenuBars& exported; ///< the same with `exports`
-        MenuSource& exports;
+        AccessibleTree& tree;
+        GtkExports& exports;
         MenuSource& own; ///< for the windows of this process
     };
-    MenuBars(X11Windows& windows, const Places& places) : _windows(windows), _places(places) {}
+    MenuBars(X11Windows& windows, const Sources& sources) : _windows(windows), _sources(sources) {}
 
     /// The window's own menu bar, else that of a window it is transient for, else that of any window of the
     /// same application; false when there is none. A bar in the accessibility tree goes before an exported
@@ -49,11 +48,11 @@ public:
     [[nodiscard]] MenuBarOwner ownerOf(const FrontWindow& front);
 
 private:
-    [[nodiscard]] FoundMenuBar _ofWindow(const FrontWindow& window, bool active);
+    [[nodiscard]] FoundMenuBar _ofWindow(const X11Window& window, bool active);
     [[nodiscard]] FoundMenuBar _ofAnyWindow(qint64 processIdentifier);
 
     X11Windows& _windows;
-    Places _places;
+    Sources _sources;
 };
 
 } // namespace tarnwick

@@ -19,9 +19,9 @@ std::optional<QVariant> SystemWideElement::value(const QString& attribute) const
         return u"AXSystemWide"_s;
     if (attribute != "AXFocusedApplication"_L1)
         return std::nullopt;
-    const FrontWindow front = _context.activeWindow.current();
+    const FrontWindow front = _reading.front->current();
     return QVariant::fromValue(
-        UIElementRef(std::make_shared<const ApplicationElement>(_context, front.processIdentifier)));
+        UIElementRef(std::make_shared<const ApplicationElement>(_reading, front.processIdentifier)));
 }
 
 } // namespace tarnwick

@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/elements/ElementContext.h"
 #include "platform/linux/elements/LinuxElement.h"
+#include "platform/linux/elements/LinuxReading.h"
 
 namespace tarnwick {
 
 class SystemWideElement final : public LinuxElement
 {
 public:
-    explicit SystemWideElement(ElementContext& context) : _context(context) {}
+    explicit SystemWideElement(LinuxReading& reading) : _reading(reading) {}
 
     [[nodiscard]] QStringList attributeNames() const override;
     [[nodiscard]] std::optional<QVariant> value(const QString& attribute) const override;
@@ -19,7 +19,7 @@ protected:
     [[nodiscard]] QByteArray identity() const override { return {}; }
 
 private:
-    ElementContext& _context;
+    LinuxReading& _reading;
 };
 
 } // namespace tarnwick

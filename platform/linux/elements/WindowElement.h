@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/elements/ElementContext.h"
 #include "platform/linux/elements/LinuxElement.h"
+#include "platform/linux/elements/LinuxReading.h"
 
 namespace tarnwick {
 
@@ -11,9 +11,9 @@ namespace tarnwick {
 class WindowElement final : public LinuxElement
 {
 public:
-    WindowElement(ElementContext& context, const FrontWindow& window) : _context(context), _window(window) {}
+    WindowElement(LinuxReading& reading, const X11Window& window) : _reading(reading), _window(window) {}
     /// As an attribute's value.
-    [[nodiscard]] static QVariant make(ElementContext& context, const FrontWindow& window);
+    [[nodiscard]] static QVariant make(LinuxReading& reading, const X11Window& window);
 
     [[nodiscard]] QStringList attributeNames() const override;
     [[nodiscard]] std::optional<QVariant> value(const QString& attribute) const override;
@@ -31,8 +31,8 @@ private:
     [[nodiscard]] QString _roleDescription() const;
     [[nodiscard]] bool _isMain() const;
 
-    ElementContext& _context;
-    FrontWindow _window;
+    LinuxReading& _reading;
+    X11Window _window;
 };
 
 } // namespace tarnwick

@@ -87,9 +87,9 @@ void LinuxSymbolicHotKeys::popSymbolicHotKeyMode(ModeToken token)
         _keyboard.release();
 }
 
-void LinuxSymbolicHotKeys::frontChanged(const FrontWindow& front)
+void LinuxSymbolicHotKeys::frontChanged(std::optional<qint64> processIdentifier)
 {
-    if (_modes.isEmpty() || front.processIdentifier == QCoreApplication::applicationPid())
+    if (_modes.isEmpty() || processIdentifier == QCoreApplication::applicationPid())
         return;
     _keyboard.release();
     QFocusEvent lost(QEvent::FocusOut, Qt::ActiveWindowFocusReason);

@@ -3,7 +3,6 @@
 
 #include "platform/linux/hotkeys/DesktopShortcutStores.h"
 #include "platform/linux/input/X11KeyboardGrab.h"
-#include "platform/linux/x11/X11Windows.h"
 #include "shortcut/SymbolicHotKeys.h"
 
 #include <QObject>
@@ -42,10 +41,10 @@ public:
     [[nodiscard]] ModeToken pushSymbolicHotKeyMode(quint32 options) override;
     void popSymbolicHotKeyMode(ModeToken token) override;
 
-    /// To be told of every change. With another program in front the keyboard is given back, and whoever
-    /// records is told that the focus is lost: the toolkit tells that 0.1 s later, which is after the pause
-    /// that follows a switch, and not at all when the focus is back by then.
-    void frontChanged(const FrontWindow& front);
+    /// To be told of every change, with the process in front. With another program there the keyboard is
+    /// given back, and whoever records is told that the focus is lost: the toolkit tells that 0.1 s later,
+    /// which is after the pause that follows a switch, and not at all when the focus is back by then.
+    void frontChanged(std::optional<qint64> processIdentifier);
 
 private:
     [[nodiscard]] bool _heldElsewhere(qint64 keyCode, quint32 modifiers) const;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/linux/elements/MenuBars.h"
+#include "platform/linux/front/FrontWindow.h"
 
 #include <functional>
 #include <optional>

@@ -5,10 +5,7 @@
 #include "platform/linux/x11/X11AllWorkspaces.h"
 #include "platform/linux/xdg/DesktopNames.h"
 #include "platform/linux/xdg/UrlOpener.h"
-#include "platform/qt/menu/MenuTracking.h"
-
-#include <QCoreApplication>
-#include <QPointer>
+#include "platform/linux/xdg/XdgSession.h"
 
 #include <utility>
 
@@ -16,23 +13,17 @@ using namespace Qt::StringLiterals;
 
 namespace tarnwick {
 
-namespace {
-
-bool isWaylandSession()
+LinuxWorkspace::LinuxWorkspace(std::shared_ptr<LinuxReading> reading, std::unique_ptr<LinuxLook> look)
+    : _reading(std::move(reading)),
+      _announcements(*_reading->front, [&bars = _reading->menuBars](
+                                           const FrontWindow& window) { return bars.ownerOf(window); }),
+      _look(std::move(look))
 {
-    return qEnvironmentVariable("XDG_SESSION_TYPE") == u"wayland"_s ||
-           qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
 }
 
-} // namespace
-
-LinuxWorkspace::LinuxWorkspace(X11ActiveWindow& activeWindow, ApplicationNames& names, MenuBars& menuBars,
-                               AtspiActiveWindow& activeInTree)
-    : _activeWindow(activeWindow), _names(names), _activeInTree(activeInTree),
-      _switches(activeWindow.current(),
-                [&menuBars](const FrontWindow& front) { return menuBars.ownerOf(front); })
+LinuxWorkspace::LinuxWorkspace(std::shared_ptr<LinuxReading> reading)
+    : LinuxWorkspace(std::move(reading), nullptr)
 {
-    connect(&_activeWindow, &X11ActiveWindow::changed, this, &LinuxWorkspace::_frontChanged);
 }
 
 LinuxWorkspace::~LinuxWorkspace() = default;
@@ -42,109 +33,17 @@ std::optional<Workspace::ActiveApplication> LinuxWorkspace::activeApplication() 
     const auto processIdentifier = activeProcessIdentifier();
     if (!processIdentifier)
         return std::nullopt;
-    return ActiveApplication{_names.of(*processIdentifier), processIdentifier};
+    return ActiveApplication{_reading->names.of(*processIdentifier), processIdentifier};
 }
 
 std::optional<qint64> LinuxWorkspace::activeProcessIdentifier() const
 {
-    return _activeWindow.current().processIdentifier;
+    return _reading->front->current().processIdentifier;
 }
 
 bool LinuxWorkspace::installAppFrontSwitchedHandler(std::function<void()> switched)
 {
-    if (!_activeWindow.watching())
-        return false;
-    if (!_switched) {
-        // What has changed before is no switch, not even where it has yet to be told.
-        QCoreApplication::sendPostedEvents(&_activeWindow, QEvent::MetaCall);
-        connect(&MenuTracking::shared(), &MenuTracking::ended, this, &LinuxWorkspace::_deliver,
-                Qt::QueuedConnection);
-    }
-    _switched = std::move(switched);
-    return true;
-}
-
-void LinuxWorkspace::setCollectionBehavior(QWidget& window, CollectionBehavior behavior)
-{
-    if (behavior == WindowCollectionBehaviorCanJoinAllSpaces)
-        new X11AllWorkspaces(window); // goes with the window
-}
-
-QString LinuxWorkspace::commandThatPopsUp() const
-{
-    if (!isWaylandSession())
-        return {};
-    return u"gapplication action %1 %2"_s.arg(desktop_names::BusName, desktop_names::PopUpAction);
-}
-
-bool LinuxWorkspace::frontIsBeside() const
-{
-    return bool(_activeWindow.current().inTree);
-}
-
-void LinuxWorkspace::announceFrontThen(std::function<void()> then)
-{
-    if (!_activeWindow.current().window)
-        _announce(_lookBeside());
-    _whenNothingIsUndelivered(std::move(then));
-}
-
-void LinuxWorkspace::afterSwitchesSoFar(std::function<void()> then)
-{
-    _activeWindow.afterChangesSoFar([self = QPointer(this), then = std::move(then)] {
-        if (self)
-            self->_whenNothingIsUndelivered(then);
-    });
-}
-
-void LinuxWorkspace::_whenNothingIsUndelivered(std::function<void()> then)
-{
-    if (_undelivered == 0)
-        then();
-    else
-        _whenDelivered.push_back(std::move(then));
-}
-
-FrontWindow LinuxWorkspace::_lookBeside()
-{
-    FrontWindow front = isWaylandSession() ? _activeInTree.current() : FrontWindow();
-    _activeWindow.setBeside(front);
-    return front;
-}
-
-void LinuxWorkspace::_frontChanged(const FrontWindow& front)
-{
-    if (!_switched) {
-        _switches.startFrom(front);
-        return;
-    }
-    if (front)
-        _activeWindow.setBeside({});
-    _announce(front ? front : _lookBeside());
-}
-
-void LinuxWorkspace::_announce(const FrontWindow& front)
-{
-    if (!_switched || !_switches.isSwitch(front))
-        return;
-    ++_undelivered;
-    if (MenuTracking::shared().active())
-        MenuTracking::shared().cancel(); // its end delivers
-    else
-        QMetaObject::invokeMethod(this, &LinuxWorkspace::_deliver, Qt::QueuedConnection);
-}
-
-void LinuxWorkspace::_deliver()
-{
-    if (_undelivered == 0 || MenuTracking::shared().active())
-        return;
-    --_undelivered;
-    if (_undelivered > 0)
-        QMetaObject::invokeMethod(this, &LinuxWorkspace::_deliver, Qt::QueuedConnection);
-    _switched();
-    if (_undelivered == 0)
-        for (const auto& then : std::exchange(_whenDelivered, {}))
-            then();
+    return _announcements.start(std::move(switched));
 }
 
 bool LinuxWorkspace::openURL(const QUrl& url)
@@ -161,9 +60,17 @@ QStringList LinuxWorkspace::searchPathForDirectoriesInDomains(SearchPathDirector
     return UrlOpener::preferencePanesDirectories();
 }
 
-void LinuxWorkspace::setLook(std::unique_ptr<LinuxLook> look)
+void LinuxWorkspace::setCollectionBehavior(QWidget& window, CollectionBehavior behavior)
 {
-    _look = std::move(look);
+    if (behavior == WindowCollectionBehaviorCanJoinAllSpaces)
+        new X11AllWorkspaces(window); // goes with the window
+}
+
+QString LinuxWorkspace::commandThatPopsUp() const
+{
+    if (!xdg_session::isWayland())
+        return {};
+    return u"gapplication action %1 %2"_s.arg(desktop_names::BusName, desktop_names::PopUpAction);
 }
 
 bool LinuxWorkspace::accessibilityDisplayShouldReduceMotion() const
@@ -172,5 +79,3 @@ bool LinuxWorkspace::accessibilityDisplayShouldReduceMotion() const
 }
 
 } // namespace tarnwick
-
-#include "moc_LinuxWorkspace.cpp"

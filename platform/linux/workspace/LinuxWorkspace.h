@@ -2,30 +2,22 @@
 #pragma once
 
 #include "foundation/Workspace.h"
-#include "platform/linux/atspi/AtspiActiveWindow.h"
-#include "platform/linux/elements/ApplicationNames.h"
-#include "platform/linux/workspace/FrontSwitches.h"
-#include "platform/linux/x11/X11ActiveWindow.h"
+#include "platform/linux/elements/LinuxReading.h"
+#include "platform/linux/workspace/SwitchAnnouncements.h"
 
-#include <QObject>
-
-#include <functional>
 #include <memory>
-#include <vector>
 
 namespace tarnwick {
 
 class LinuxLook;
 
-/// The desktop as X11 and the installed programs tell it.
-class LinuxWorkspace final : public QObject, public Workspace
+/// The desktop as its display server and the installed programs tell it.
+class LinuxWorkspace final : public Workspace
 {
-    Q_OBJECT
-
 public:
-    /// All must outlive this.
-    LinuxWorkspace(X11ActiveWindow& activeWindow, ApplicationNames& names, MenuBars& menuBars,
-                   AtspiActiveWindow& activeInTree);
+    LinuxWorkspace(std::shared_ptr<LinuxReading> reading, std::unique_ptr<LinuxLook> look);
+    /// Without a look: nothing is said of motion.
+    explicit LinuxWorkspace(std::shared_ptr<LinuxReading> reading);
     ~LinuxWorkspace() override;
 
     [[nodiscard]] std::optional<ActiveApplication> activeApplication() const override;
@@ -38,38 +30,16 @@ public:
                                                                 SearchPathDomainMask domains,
                                                                 bool expandTilde) const override;
     void setCollectionBehavior(QWidget& window, CollectionBehavior behavior) override;
-
-    /// Runs `then` from the event loop, once every switch that has happened by now has been announced.
-    void afterSwitchesSoFar(std::function<void()> then);
-
-    /// Where windows may be in front that the X server does not know, compares with what was announced last.
-    /// Runs `then` once every switch so far has been announced: at once when there is none to announce.
-    void announceFrontThen(std::function<void()> then);
-
-    /// Whether the window in front is one that the X server does not know.
-    [[nodiscard]] bool frontIsBeside() const;
-
     /// In a Wayland session, where the X server is XWayland.
     [[nodiscard]] QString commandThatPopsUp() const override;
-
-    /// Without one nothing is said of motion.
-    void setLook(std::unique_ptr<LinuxLook> look);
     [[nodiscard]] bool accessibilityDisplayShouldReduceMotion() const override;
 
-private:
-    void _frontChanged(const FrontWindow& front);
-    void _announce(const FrontWindow& front);
-    void _deliver();
-    void _whenNothingIsUndelivered(std::function<void()> then);
-    [[nodiscard]] FrontWindow _lookBeside();
+    /// Those that the handler hears of, for whoever has to wait for them. Ours.
+    [[nodiscard]] SwitchAnnouncements& announcements() { return _announcements; }
 
-    X11ActiveWindow& _activeWindow;
-    ApplicationNames& _names;
-    AtspiActiveWindow& _activeInTree;
-    FrontSwitches _switches;
-    std::function<void()> _switched;
-    int _undelivered = 0;
-    std::vector<std::function<void()>> _whenDelivered;
+private:
+    std::shared_ptr<LinuxReading> _reading;
+    SwitchAnnouncements _announcements;
     std::unique_ptr<LinuxLook> _look;
 };
 

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/workspace/PopUpRequest.h"
 
-#include "platform/linux/workspace/LinuxWorkspace.h"
+#include "platform/linux/front/FrontApplication.h"
+#include "platform/linux/workspace/SwitchAnnouncements.h"
 #include "platform/linux/workspace/XWaylandBackdrop.h"
 #include "platform/qt/menu/MenuTracking.h"
 
@@ -15,13 +16,13 @@ void PopUpRequest::carryOut(const std::function<void()>& popUp)
         MenuTracking::shared().cancel();
         return;
     }
-    _workspace.afterSwitchesSoFar(
-        [this, popUp] { _workspace.announceFrontThen([this, popUp] { _popUp(popUp); }); });
+    _announcements.afterSwitchesSoFar(
+        [this, popUp] { _announcements.announceFrontThen([this, popUp] { _popUp(popUp); }); });
 }
 
 void PopUpRequest::_popUp(const std::function<void()>& popUp)
 {
-    if (!_workspace.frontIsBeside() || MenuTracking::shared().active()) {
+    if (!_front.current().isNative() || MenuTracking::shared().active()) {
         popUp();
         return;
     }

@@ -3,7 +3,7 @@
 
 namespace tarnwick {
 
-std::optional<FrontWindow> FrontWindowFilter::see(const std::optional<FrontWindow>& seen, Time now)
+std::optional<X11Window> FrontWindowFilter::see(const std::optional<X11Window>& seen, Time now)
 {
     const bool none = seen && !*seen;
     if (!none) {

@@ -17,13 +17,13 @@ public:
     static constexpr std::chrono::milliseconds NoneCountsAfter{200};
 
     /// `seen` as X11Windows::front() gives it. The front window, when this makes it another one.
-    [[nodiscard]] std::optional<FrontWindow> see(const std::optional<FrontWindow>& seen, Time now);
+    [[nodiscard]] std::optional<X11Window> see(const std::optional<X11Window>& seen, Time now);
 
     /// When to see again although nothing has changed.
     [[nodiscard]] std::optional<Time> due() const;
 
 private:
-    FrontWindow _front;
+    X11Window _front;
     std::optional<Time> _noneSince;
 };
 

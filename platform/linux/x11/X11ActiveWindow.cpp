@@ -16,7 +16,7 @@ class X11ActiveWindow::Watcher
 {
 public:
     /// `changed` runs on the watching thread.
-    Watcher(OwnX11Connection connection, std::function<void(const FrontWindow&)> changed)
+    Watcher(OwnX11Connection connection, std::function<void(const X11Window&)> changed)
         : _connection(std::move(connection)), _x11(_connection.get()), _windows(_x11),
           _changed(std::move(changed))
     {
@@ -28,7 +28,7 @@ public:
     Watcher(const Watcher&) = delete;
     Watcher& operator=(const Watcher&) = delete;
 
-    [[nodiscard]] FrontWindow latest()
+    [[nodiscard]] X11Window latest()
     {
         const std::lock_guard lock(_mutex);
         return _latest;
@@ -103,7 +103,7 @@ private:
     {
         _select();
         auto seen = _windows.front();
-        if (seen && *seen && _watchEnd(seen->window))
+        if (seen && *seen && _watchEnd(seen->id))
             seen = _windows.front(); // it may have gone before it was watched
         const auto front = _filter.see(seen, FrontWindowFilter::Time::clock::now());
         xcb_flush(_connection.get());
@@ -163,9 +163,9 @@ private:
     FrontWindowFilter _filter;
     std::optional<bool> _managed;
     xcb_window_t _watched = XCB_WINDOW_NONE;
-    std::function<void(const FrontWindow&)> _changed;
+    std::function<void(const X11Window&)> _changed;
     std::mutex _mutex; ///< for what follows
-    FrontWindow _latest;
+    X11Window _latest;
     std::vector<std::function<void()>> _asked;
 
     std::optional<X11Thread> _thread;
@@ -178,7 +178,7 @@ X11ActiveWindow::X11ActiveWindow()
     auto connection = connectToX11();
     if (!connection)
         return;
-    _watcher = std::make_unique<Watcher>(std::move(connection), [this](const FrontWindow& front) {
+    _watcher = std::make_unique<Watcher>(std::move(connection), [this](const X11Window& front) {
         QMetaObject::invokeMethod(
             this, [this, front] { Q_EMIT changed(front); }, Qt::QueuedConnection);
     });
@@ -197,12 +197,9 @@ void X11ActiveWindow::afterChangesSoFar(std::function<void()> then)
         post();
 }
 
-FrontWindow X11ActiveWindow::current() const
+X11Window X11ActiveWindow::current() const
 {
-    if (!_watcher)
-        return {};
-    const FrontWindow latest = _watcher->latest();
-    return latest ? latest : _beside;
+    return _watcher ? _watcher->latest() : X11Window();
 }
 
 } // namespace tarnwick

@@ -10,8 +10,8 @@
 
 namespace tarnwick {
 
-/// Which application window is in front. A thread with a connection of its own looks at every change at
-/// once, so that none is lost while the GUI thread is busy. GUI thread only.
+/// Which application window of the X server is in front. A thread with a connection of its own looks at every
+/// change at once, so that none is lost while the GUI thread is busy. GUI thread only.
 class X11ActiveWindow : public QObject
 {
     Q_OBJECT
@@ -24,24 +24,20 @@ public:
     [[nodiscard]] bool watching() const { return _watcher != nullptr; }
 
     /// Now; none when no window is.
-    [[nodiscard]] FrontWindow current() const;
+    [[nodiscard]] X11Window current() const;
 
     /// Runs `then` from the event loop, after every changed() that the server knows of by now. Not at all
     /// when this goes before.
     void afterChangesSoFar(std::function<void()> then);
 
-    /// What is in front as long as no window of the X server is: a window of which the server knows nothing.
-    void setBeside(const FrontWindow& front) { _beside = front; }
-
 Q_SIGNALS:
     /// Once for each change, in order, from the event loop. The window may not be in front any more.
-    void changed(const tarnwick::FrontWindow& front);
+    void changed(const tarnwick::X11Window& front);
 
 private:
     class Watcher;
 
     std::unique_ptr<Watcher> _watcher;
-    FrontWindow _beside;
 };
 
 } // namespace tarnwick

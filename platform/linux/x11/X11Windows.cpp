@@ -171,7 +171,7 @@ QString X11Windows::managerName()
     return name ? QString::fromUtf8(*name) : QString();
 }
 
-std::optional<FrontWindow> X11Windows::front()
+std::optional<X11Window> X11Windows::front()
 {
     // This is asked again and again: one round trip while a window manager says what it said before.
     Managing managing(_x11, _managingBefore);
@@ -183,18 +183,18 @@ std::optional<FrontWindow> X11Windows::front()
     const xcb_window_t window = managing.answer() ? active.firstItem() : _focused();
     _frontBefore = window;
     if (window == XCB_WINDOW_NONE)
-        return FrontWindow{};
+        return X11Window{};
     if (!identity || identity->window != window)
         identity.emplace(_x11, window);
     switch (identity->standing.answer()) {
     case Standing::Kind::Gone: // not every window manager says so
-        return FrontWindow{};
+        return X11Window{};
     case Standing::Kind::Other:
         return std::nullopt;
     case Standing::Kind::Application:
         break;
     }
-    return FrontWindow{window, identity->process.answer()};
+    return X11Window{window, identity->process.answer()};
 }
 
 xcb_window_t X11Windows::_focused()

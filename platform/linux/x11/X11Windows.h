@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/bus/BusReference.h"
 #include "platform/linux/x11/X11Connection.h"
 
 #include <QList>
@@ -11,15 +10,14 @@
 
 namespace tarnwick {
 
-/// The application window that has the user's attention. A default-made one is none.
-struct FrontWindow
+/// A window of an application. A default-made one is none.
+struct X11Window
 {
-    xcb_window_t window = XCB_WINDOW_NONE;
-    std::optional<qint64> processIdentifier;
-    BusReference inTree = {}; ///< instead of `window`, of one that the X server knows nothing of
+    xcb_window_t id = XCB_WINDOW_NONE;
+    std::optional<qint64> processIdentifier; ///< whose it is, where that is known
 
-    explicit operator bool() const { return window != XCB_WINDOW_NONE || inTree; }
-    friend bool operator==(const FrontWindow&, const FrontWindow&) = default;
+    explicit operator bool() const { return id != XCB_WINDOW_NONE; }
+    friend bool operator==(const X11Window&, const X11Window&) = default;
 };
 
 /// What windows say of themselves and of each other. A window that is gone says nothing, but
@@ -37,7 +35,7 @@ public:
     /// The active window, or none, also when it has just gone; nothing when the active one is no
     /// application's window: a dock, a tooltip, a notification, or one that the window manager does not
     /// manage. Without a window manager that tells, the window with the input focus.
-    [[nodiscard]] std::optional<FrontWindow> front();
+    [[nodiscard]] std::optional<X11Window> front();
     /// The managed windows of a process, oldest first.
     [[nodiscard]] QList<xcb_window_t> windowsOf(qint64 processIdentifier);
 

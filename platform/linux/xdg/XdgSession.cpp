@@ -3,11 +3,19 @@
 
 #include <QStandardPaths>
 
+using namespace Qt::StringLiterals;
+
 namespace tarnwick::xdg_session {
 
 QStringList currentDesktops()
 {
     return qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':', Qt::SkipEmptyParts);
+}
+
+bool isWayland()
+{
+    return qEnvironmentVariable("XDG_SESSION_TYPE") == u"wayland"_s ||
+           qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
 }
 
 ConfigurationFolders configurationFolders()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/elements/AtspiAccessibility.h"
 
+#include "platform/linux/workspace/X11FrontApplication.h"
 #include "tests/FairTimer.h"
 #include "tests/contract/ax/AccessibilityContract.h"
 #include "tests/contract/session/FixtureProgram.h"
@@ -88,7 +89,8 @@ protected:
             10'000);
     }
 
-    AtspiAccessibility accessibility;
+    std::shared_ptr<LinuxReading> reading = std::make_shared<LinuxReading>(&X11FrontApplication::make);
+    AtspiAccessibility accessibility{reading};
     bool enabled = accessibility.apiEnabled(); // before any program starts, as Tarnwick does
 };
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Which menu bar counts when a window exports one, has one in its accessibility tree, has both, or lies.
 #include "platform/linux/elements/AtspiAccessibility.h"
+#include "platform/linux/workspace/X11FrontApplication.h"
 #include "tests/FairTimer.h"
 #include "tests/contract/linux/gtk/ExportedModel.h"
 #include "tests/contract/session/DesktopControl.h"
@@ -50,10 +51,10 @@ protected:
         EXPECT_TRUE(QTest::qWaitFor(
             [&] {
                 return windows.windowsOf(program.processIdentifier())
-                    .contains(accessibility.activeWindow().current().window);
+                    .contains(reading->front->current().window);
             },
             Limit));
-        const xcb_window_t window = accessibility.activeWindow().current().window;
+        const xcb_window_t window = reading->front->current().window;
         setText(x11, window, "_GTK_UNIQUE_BUS_NAME", exporter.service());
         setText(x11, window, "_GTK_MENUBAR_OBJECT_PATH", "/menus");
         return window;
@@ -83,7 +84,8 @@ protected:
                                  {},
                                  QMap<QByteArray, ScriptedApplication::Object>(),
                                  {"example.Exporter"}};
-    AtspiAccessibility accessibility;
+    std::shared_ptr<LinuxReading> reading = std::make_shared<LinuxReading>(&X11FrontApplication::make);
+    AtspiAccessibility accessibility{reading};
     bool enabled = accessibility.apiEnabled();
     X11Connection& x11 = X11Connection::shared();
     X11Windows windows{x11};
@@ -142,8 +144,7 @@ TEST_F(ExportedBarsTest, aDialog_hasTheBarThatItsWindowExports)
     };
     ASSERT_TRUE(QTest::qWaitFor([&] { return dialog() != XCB_WINDOW_NONE; }, Limit));
     activate(dialog());
-    ASSERT_TRUE(
-        QTest::qWaitFor([&] { return accessibility.activeWindow().current().window == dialog(); }, Limit));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return reading->front->current().window == dialog(); }, Limit));
     EXPECT_TRUE(waitForTitles(Editor));
 }
 

@@ -243,17 +243,16 @@ TEST_F(SymbolicModeOnX11, anotherProgramInFront_givesTheKeyboardBackAtOnce_andEn
 {
     const auto token = symbolic.pushSymbolicHotKeyMode(SymbolicHotKeys::AllHotKeysDisabled);
     ASSERT_NE(token, 0U);
-    const auto ours = static_cast<xcb_window_t>(window->winId());
-    symbolic.frontChanged({ours, QCoreApplication::applicationPid()});
+    symbolic.frontChanged(QCoreApplication::applicationPid());
     EXPECT_FALSE(other.grabKeyboard());
     EXPECT_EQ(window->lossesOfFocus, 0);
-    symbolic.frontChanged({ours, 1});
+    symbolic.frontChanged(1);
     X11Connection::shared().sync();
     EXPECT_TRUE(other.grabKeyboard());
     EXPECT_EQ(window->lossesOfFocus, 1);
     other.ungrabKeyboard();
     symbolic.popSymbolicHotKeyMode(token);
-    symbolic.frontChanged({ours, 1});
+    symbolic.frontChanged(1);
     EXPECT_EQ(window->lossesOfFocus, 1) << "nobody records";
 }
 

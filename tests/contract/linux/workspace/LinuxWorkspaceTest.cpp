@@ -6,6 +6,7 @@
 #include "ax/UIElementUtilities.h"
 #include "menu/Menu.h"
 #include "platform/linux/elements/AtspiAccessibility.h"
+#include "platform/linux/workspace/X11FrontApplication.h"
 #include "platform/linux/x11/LinuxScreens.h"
 #include "platform/linux/x11/X11Property.h"
 #include "platform/linux/x11/X11WindowFrame.h"
@@ -108,16 +109,26 @@ protected:
     }
     bool waitUntilActive(xcb_window_t window)
     {
-        return QTest::qWaitFor([&] { return accessibility.activeWindow().current().window == window; },
-                               Limit);
+        return QTest::qWaitFor([&] { return reading->front->current().window == window; }, Limit);
     }
     /// Activates without letting the event loop run, as while a handler sleeps.
     void activateAsleep(xcb_window_t window)
     {
         activate(window);
-        for (int i = 0; i < 500 && accessibility.activeWindow().current().window != window; ++i)
+        for (int i = 0; i < 500 && reading->front->current().window != window; ++i)
             QTest::qSleep(10);
         QTest::qSleep(30);
+    }
+    static void map(xcb_window_t window)
+    {
+        xcb_map_window(X11Connection::shared().get(), window);
+        X11Connection::shared().sync();
+        activate(window);
+    }
+    static void unmap(xcb_window_t window)
+    {
+        xcb_unmap_window(X11Connection::shared().get(), window);
+        X11Connection::shared().sync();
     }
     bool waitUntilAnnounced(const FixtureProgram& program)
     {
@@ -131,10 +142,21 @@ protected:
     }
 
     FakeApplication application;
-    AtspiAccessibility accessibility;
-    LinuxWorkspace workspace{accessibility.activeWindow(), accessibility.names(), accessibility.menuBars(),
-                             accessibility.activeInTree()};
+    std::shared_ptr<LinuxReading> reading = std::make_shared<LinuxReading>(&X11FrontApplication::make);
+    AtspiAccessibility accessibility{reading};
+    LinuxWorkspace workspace{reading};
     X11Windows windows{X11Connection::shared()};
+
+    /// Where the X server is one of a Wayland session, with a native window that a test makes up.
+    bool findsNative = false;
+    AtspiWindow native;
+    int nativeQuestions = 0;
+    std::shared_ptr<LinuxReading> nativeReading = std::make_shared<LinuxReading>([this](AtspiActiveWindow&) {
+        return std::make_unique<X11FrontApplication>([this] {
+            ++nativeQuestions;
+            return findsNative ? native : AtspiWindow();
+        });
+    });
     QList<qint64> switches; ///< the active process at each announcement; -1 when none is active
 };
 
@@ -157,8 +179,7 @@ TEST_F(LinuxWorkspaceTest, keepsTheContract)
     ASSERT_TRUE(waitUntilActive(other));
     ASSERT_TRUE(waitForSwitches(3));
 
-    LinuxWorkspace subject(accessibility.activeWindow(), accessibility.names(), accessibility.menuBars(),
-                           accessibility.activeInTree());
+    LinuxWorkspace subject(reading);
     WorkspaceContract contract({.workspace = subject,
                                 .first = first,
                                 .second = second,
@@ -242,8 +263,7 @@ TEST_F(LinuxWorkspaceTest, switches_countFromTheMomentThatSomebodyWantsToHearOfT
 {
     const FixtureProgram program(u"gtk3"_s);
     ASSERT_TRUE(waitUntilFront(program));
-    LinuxWorkspace late(accessibility.activeWindow(), accessibility.names(), accessibility.menuBars(),
-                        accessibility.activeInTree());
+    LinuxWorkspace late(reading);
     const xcb_window_t alert = makeWindow({});
     ASSERT_TRUE(waitUntilActive(alert));
     int announced = 0;
@@ -266,8 +286,7 @@ TEST_F(LinuxWorkspaceTest, changesThatHaveYetToBeTold_areNoSwitchesForWhoComesAf
     const xcb_window_t alert = makeWindow({});
     ASSERT_TRUE(waitUntilActive(alert));
     ASSERT_TRUE(waitForSwitches(2));
-    LinuxWorkspace late(accessibility.activeWindow(), accessibility.names(), accessibility.menuBars(),
-                        accessibility.activeInTree());
+    LinuxWorkspace late(reading);
     activateAsleep(window);
     activateAsleep(alert);
     int announced = 0;
@@ -287,12 +306,14 @@ TEST_F(LinuxWorkspaceTest, whoAsksForTheFrontToBeAnnounced_isAnsweredAfterTheSwi
     ASSERT_TRUE(waitUntilFront(second));
     ASSERT_TRUE(waitForSwitches(2));
     QList<qsizetype> announced;
-    const auto ask = [&] { workspace.announceFrontThen([&] { announced.append(switches.size()); }); };
+    const auto ask = [&] {
+        workspace.announcements().announceFrontThen([&] { announced.append(switches.size()); });
+    };
     ask();
     EXPECT_EQ(announced, QList<qsizetype>{2}) << "at once, with nothing to announce";
     activateAsleep(windowOf(first, u"Fixture"_s));
     activateAsleep(windowOf(second, u"Fixture"_s));
-    QMetaObject::invokeMethod(&workspace, ask, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(&workspace.announcements(), ask, Qt::QueuedConnection);
     EXPECT_TRUE(QTest::qWaitFor([&] { return announced.size() == 2; }, Limit));
     EXPECT_EQ(announced.last(), 4);
 }
@@ -313,7 +334,7 @@ TEST_F(LinuxWorkspaceTest, whoAsksForTheSwitchesSoFar_isAnsweredAfterThoseThatAr
     }
     tellActive(firstWindow);
     std::optional<qint64> announcedLast;
-    workspace.afterSwitchesSoFar([&] { announcedLast = switches.constLast(); });
+    workspace.announcements().afterSwitchesSoFar([&] { announcedLast = switches.constLast(); });
     EXPECT_FALSE(announcedLast) << "from the event loop only";
     EXPECT_TRUE(QTest::qWaitFor([&] { return announcedLast.has_value(); }, Limit));
     EXPECT_EQ(announcedLast, first.processIdentifier());
@@ -322,7 +343,7 @@ TEST_F(LinuxWorkspaceTest, whoAsksForTheSwitchesSoFar_isAnsweredAfterThoseThatAr
 
 TEST_F(LinuxWorkspaceTest, theActiveWindowOfTheTree_isThatOfTheProgramInFront)
 {
-    AtspiActiveWindow& inTree = accessibility.activeInTree();
+    AtspiActiveWindow& inTree = reading->tree.activeWindow;
     EXPECT_FALSE(inTree.current());
     for (const QString& toolkit : {u"gtk3"_s, u"qt5"_s, u"qt6"_s}) {
         SCOPED_TRACE(toolkit.toStdString());
@@ -330,7 +351,6 @@ TEST_F(LinuxWorkspaceTest, theActiveWindowOfTheTree_isThatOfTheProgramInFront)
         ASSERT_TRUE(waitUntilFront(program));
         EXPECT_TRUE(QTest::qWaitFor(
             [&] { return inTree.current().processIdentifier == program.processIdentifier(); }, Limit));
-        EXPECT_EQ(inTree.current().window, XCB_WINDOW_NONE);
     }
 }
 
@@ -339,20 +359,67 @@ TEST_F(LinuxWorkspaceTest, aWindowThatOnlyTheTreeKnows_isInFrontAsLongAsNoOtherI
     const FixtureProgram program(u"gtk3"_s);
     ASSERT_TRUE(waitUntilFront(program));
     const QStringList titles = barTitles();
-    const FrontWindow beside{XCB_WINDOW_NONE, program.processIdentifier(),
-                             accessibility.activeInTree().current().inTree};
-    accessibility.activeWindow().setBeside(beside);
-    EXPECT_FALSE(workspace.frontIsBeside());
-    xcb_unmap_window(X11Connection::shared().get(), windowOf(program, u"Fixture"_s));
-    X11Connection::shared().sync();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !accessibility.activeWindow().current(); }, Limit))
+    const xcb_window_t window = windowOf(program, u"Fixture"_s);
+    findsNative = true;
+    native = {nativeReading->tree.activeWindow.current().reference, program.processIdentifier()};
+    ASSERT_TRUE(native);
+    FrontApplication& front = *nativeReading->front;
+    EXPECT_FALSE(front.lookAgain());
+    EXPECT_FALSE(front.current().isNative());
+    findsNative = false;
+    unmap(window);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !front.current(); }, Limit))
         << "in a session where the server knows all windows, nothing is beside it";
-    accessibility.activeWindow().setBeside(beside);
-    EXPECT_TRUE(workspace.frontIsBeside());
-    EXPECT_EQ(accessibility.activeWindow().current(), beside);
-    EXPECT_EQ(workspace.activeApplication()->processIdentifier, program.processIdentifier());
-    EXPECT_FALSE(frontWindow()) << "it has no place on the screen";
-    EXPECT_EQ(barTitles(), titles);
+    findsNative = true;
+    EXPECT_FALSE(front.current()) << "nobody tells of it";
+    EXPECT_TRUE(front.lookAgain());
+    EXPECT_TRUE(front.current().isNative());
+    EXPECT_EQ(front.current(), (FrontWindow{XCB_WINDOW_NONE, program.processIdentifier(), native.reference}));
+    AtspiAccessibility overNative(nativeReading);
+    EXPECT_EQ(LinuxWorkspace(nativeReading).activeApplication()->processIdentifier,
+              program.processIdentifier());
+    const auto read = [&](const UIElementRef& of, const QString& attribute) {
+        return overNative.copyAttributeValue(of, attribute).value_or(QVariant());
+    };
+    const auto inFront = read(overNative.createSystemWide(), u"AXFocusedApplication"_s).value<UIElementRef>();
+    EXPECT_FALSE(read(inFront, u"AXFocusedWindow"_s).isValid()) << "it has no place on the screen";
+    const auto bar = read(inFront, u"AXMenuBar"_s).value<UIElementRef>();
+    QStringList titlesOverNative;
+    for (const QVariant& entry : read(bar, AXChildrenAttribute).toList())
+        titlesOverNative.append(read(entry.value<UIElementRef>(), AXTitleAttribute).toString());
+    EXPECT_EQ(titlesOverNative, titles);
+}
+
+TEST_F(LinuxWorkspaceTest, aNativeWindow_isLookedForWhenNoOtherIsInFront_ifSomebodyWantsToHearOfIt)
+{
+    const FixtureProgram program(u"gtk3"_s);
+    ASSERT_TRUE(waitUntilFront(program));
+    const xcb_window_t window = windowOf(program, u"Fixture"_s);
+    findsNative = true;
+    native = {{":1.1", "/window", 1}, 1};
+    FrontApplication& front = *nativeReading->front;
+    QList<FrontWindow> told;
+    QObject::connect(&front, &FrontApplication::changed, &front,
+                     [&](const FrontWindow& changed) { told.append(changed); });
+    const auto changeTo = [&](const FrontWindow& next) {
+        const qsizetype before = told.size();
+        if (next.window == XCB_WINDOW_NONE)
+            unmap(window);
+        else
+            map(window);
+        return QTest::qWaitFor([&] { return told.size() > before && told.last() == next; }, Limit);
+    };
+    const FrontWindow beside{XCB_WINDOW_NONE, 1, native.reference};
+    const FrontWindow own{window, program.processIdentifier()};
+    EXPECT_TRUE(changeTo({}));
+    EXPECT_EQ(nativeQuestions, 0) << "nobody wants to hear of it yet";
+    EXPECT_TRUE(changeTo(own));
+    ASSERT_TRUE(front.watch());
+    EXPECT_TRUE(changeTo(beside));
+    EXPECT_EQ(front.current(), beside);
+    EXPECT_TRUE(changeTo(own));
+    EXPECT_EQ(front.current(), own);
+    EXPECT_EQ(nativeQuestions, 1);
 }
 
 TEST_F(LinuxWorkspaceTest, aWaylandSession_isToldOf)
@@ -560,7 +627,7 @@ TEST_F(LinuxWorkspaceTest, docksTooltipsNotificationsAndUnmanagedWindows_doNotCo
     for (const xcb_window_t other : others) {
         tellActive(other);
         QTest::qWait(300);
-        EXPECT_EQ(accessibility.activeWindow().current().window, own);
+        EXPECT_EQ(reading->front->current().window, own);
         EXPECT_EQ(barTitles().value(0), u"File"_s);
     }
     EXPECT_TRUE(switches.isEmpty());

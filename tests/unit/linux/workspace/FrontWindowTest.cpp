@@ -3,11 +3,9 @@
 #include "platform/linux/atspi/AtspiWindowMatch.h"
 #include "platform/linux/atspi/ChildrenJustTold.h"
 #include "platform/linux/atspi/KnownMenuBars.h"
-#include "platform/linux/workspace/FrontSwitches.h"
 #include "platform/linux/x11/FrontWindowFilter.h"
 #include "tests/fakes/FakeClock.h"
 
-#include <QHash>
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -18,11 +16,10 @@ using namespace std::chrono_literals;
 
 namespace {
 
-const FrontWindow Editor{10, 100};
-const FrontWindow OtherEditor{11, 100};
-const FrontWindow EditorDialog{12, 100};
-const FrontWindow Terminal{20, 200};
-const FrontWindow Nothing{};
+const X11Window Editor{10, 100};
+const X11Window OtherEditor{11, 100};
+const X11Window Terminal{20, 200};
+const X11Window Nothing{};
 
 AtspiFacts window(const char* path, const QString& name, bool active)
 {
@@ -82,51 +79,6 @@ TEST(FrontWindowFilter, aShortNone_isNoChange)
     EXPECT_EQ(filter.see(Terminal, now + 300ms), Terminal);
 }
 
-TEST(FrontSwitches, aDialogOfTheSameMenuBar_isNoSwitch)
-{
-    const MenuBarOwner editor{10, {}};
-    const MenuBarOwner other{11, {}};
-    QHash<xcb_window_t, MenuBarOwner> owners{{10, editor}, {12, editor}, {11, other}};
-    int questions = 0;
-    FrontSwitches switches(Editor, [&](const FrontWindow& front) {
-        ++questions;
-        return owners.value(front.window, MenuBarOwner{front.window, {}});
-    });
-    EXPECT_FALSE(switches.isSwitch(Editor));
-    EXPECT_EQ(questions, 0);
-    EXPECT_FALSE(switches.isSwitch(EditorDialog));
-    EXPECT_FALSE(switches.isSwitch(Editor));
-    EXPECT_TRUE(switches.isSwitch(OtherEditor));
-    EXPECT_TRUE(switches.isSwitch(EditorDialog));
-
-    owners.remove(12); // the dialog is gone by the time the next window is in front
-    EXPECT_FALSE(switches.isSwitch(Editor)) << "its owner was seen while it was there";
-}
-
-TEST(FrontSwitches, anotherProcess_isASwitchWithoutAskingAnyone)
-{
-    FrontSwitches switches(Nothing, [](const FrontWindow&) -> MenuBarOwner {
-        ADD_FAILURE() << "asked";
-        return {};
-    });
-    EXPECT_TRUE(switches.isSwitch(Editor));
-    EXPECT_TRUE(switches.isSwitch(Terminal));
-    EXPECT_TRUE(switches.isSwitch(Nothing));
-    EXPECT_FALSE(switches.isSwitch(Nothing));
-    EXPECT_TRUE(switches.isSwitch(Terminal));
-}
-
-TEST(FrontSwitches, whereItStartsFrom_isWhatTheNextChangeIsComparedWith)
-{
-    FrontSwitches switches(Editor, [](const FrontWindow& front) { return MenuBarOwner{front.window, {}}; });
-    switches.startFrom(Terminal);
-    EXPECT_FALSE(switches.isSwitch(Terminal));
-    EXPECT_TRUE(switches.isSwitch(Editor)) << "that was before";
-    EXPECT_TRUE(switches.isSwitch(OtherEditor));
-    switches.startFrom(Editor);
-    EXPECT_TRUE(switches.isSwitch(OtherEditor)) << "whose owner was seen before";
-}
-
 QString certaintyText(AtspiWindowMatch::Certainty certainty)
 {
     switch (certainty) {
@@ -178,7 +130,7 @@ TEST(KnownMenuBars, ofAndFound_keepABarInMindAsSoonAsItIsCertain)
         for (const Look& look : row.looks)
             known.found(Editor, look.bar, look.certainty, look.at);
         EXPECT_EQ(known.of(Editor), row.known) << row.what;
-        EXPECT_EQ(known.ownerOf(bar), row.known == bar ? Editor.window : xcb_window_t{XCB_WINDOW_NONE})
+        EXPECT_EQ(known.ownerOf(bar), row.known == bar ? Editor.id : xcb_window_t{XCB_WINDOW_NONE})
             << row.what;
     }
 }
@@ -189,7 +141,7 @@ TEST(KnownMenuBars, ofAnotherProcessOrWindow_isNotKnown)
     KnownMenuBars known;
     known.found(Editor, bar, AtspiWindowMatch::Certainty::Now, {});
     EXPECT_EQ(known.of(OtherEditor), BusReference());
-    EXPECT_EQ(known.of({Editor.window, Terminal.processIdentifier}), BusReference());
+    EXPECT_EQ(known.of({Editor.id, Terminal.processIdentifier}), BusReference());
     EXPECT_EQ(known.of(Editor), bar);
     known.forget(Editor);
     EXPECT_EQ(known.of(Editor), BusReference());

@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/gtk/GtkMenuBars.h"
+
+namespace tarnwick {
+
+/// The menus that GTK programs export, with everything that reads them. GUI thread only.
+struct GtkExports
+{
+    /// Both must outlive this.
+    GtkExports(X11Connection& x11, ReadingBudget& budget) : menus(bus, budget), menuBars(x11, menus) {}
+
+    SessionBus bus;
+    GtkMenuSource menus;
+    GtkMenuBars menuBars;
+};
+
+} // namespace tarnwick
