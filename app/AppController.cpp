@@ -21,12 +21,12 @@ namespace tarnwick {
 
 namespace {
 
-constexpr quint32 cmdKey = 0x100;
-constexpr quint32 shiftKey = 0x200;
-constexpr quint32 optionKey = 0x800;
-constexpr quint32 controlKey = 0x1000;
+constexpr quint32 CmdKey = 0x100;
+constexpr quint32 ShiftKey = 0x200;
+constexpr quint32 OptionKey = 0x800;
+constexpr quint32 ControlKey = 0x1000;
 
-constexpr EventHotKeyID hotKeyID{0x747A7131, 1}; // "tzq1"
+constexpr EventHotKeyID HotKeyID{0x747A7131, 1}; // "tzq1"
 
 UserDefaults& defaults()
 {
@@ -51,13 +51,13 @@ quint32 translateModifierFlags(quint32 flags)
 {
     quint32 modifiers = 0;
     if (flags & CommandKeyMask)
-        modifiers |= cmdKey;
+        modifiers |= CmdKey;
     if (flags & ShiftKeyMask)
-        modifiers |= shiftKey;
+        modifiers |= ShiftKey;
     if (flags & AlternateKeyMask)
-        modifiers |= optionKey;
+        modifiers |= OptionKey;
     if (flags & ControlKeyMask)
-        modifiers |= controlKey;
+        modifiers |= ControlKey;
     return modifiers;
 }
 
@@ -257,7 +257,7 @@ void AppController::installCarbonHotKeyHandler()
     const quint64 flags = defaults().unsignedForKey(TWTriggerModifiersKey);
     const quint64 keyCode = defaults().unsignedForKey(TWTriggerCharacterKey);
     const auto hotKey = hotKeys.registerEventHotKey(
-        static_cast<quint32>(keyCode), translateModifierFlags(static_cast<quint32>(flags)), hotKeyID, 0);
+        static_cast<quint32>(keyCode), translateModifierFlags(static_cast<quint32>(flags)), HotKeyID, 0);
     if (hotKey)
         _myHotKeyRef = hotKey;
 }

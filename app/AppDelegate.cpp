@@ -52,12 +52,12 @@ void AppDelegate::initialize()
 
 void AppDelegate::setupPreferenceDefaults()
 {
-    constexpr quint64 keyCodeOfZ = 6;
-    constexpr quint64 extraMouseButton = 25;
+    constexpr quint64 KeyCodeOfZ = 6;
+    constexpr quint64 ExtraMouseButton = 25;
     const DefaultsTable table{
         {TWEnableHotKeyKey, true},
         {TWTriggerKey, u"\u02C4Z"_s}, // not what the recorder writes for Option-Z
-        {TWTriggerCharacterKey, keyCodeOfZ},
+        {TWTriggerCharacterKey, KeyCodeOfZ},
         {TWTriggerModifiersKey, quint64(AlternateKeyMask)},
         {TWFoldAlternateKey, true},
         {TWShowKeyEquivalentsKey, false},
@@ -69,7 +69,7 @@ void AppDelegate::setupPreferenceDefaults()
         {TWTitleFontSizeSmallKey, 0},
         {TWShowApplicationMenuKey, true},
         {TWEnableMouseButtonKey, false},
-        {TWMouseButtonKey, extraMouseButton},
+        {TWMouseButtonKey, ExtraMouseButton},
     };
     UserDefaults::standardUserDefaults().registerDefaults(table);
     UserDefaultsController::sharedUserDefaultsController().setInitialValues(table);

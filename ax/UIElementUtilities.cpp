@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString nullText = u"(null)"_s;
+const QString NullText = u"(null)"_s;
 
 bool isOfType(const QVariant& value, QMetaType type)
 {
@@ -226,7 +226,7 @@ QStringList UIElementUtilities::lineageOfUIElement(const UIElementRef& element)
     for (UIElementRef ancestor = element; ancestor && !seen.contains(ancestor);
          ancestor = parentOfUIElement(ancestor).value<UIElementRef>()) {
         seen.append(ancestor);
-        lineage.prepend(descriptionOfValueBeingVerbose(ancestor, false).value_or(nullText));
+        lineage.prepend(descriptionOfValueBeingVerbose(ancestor, false).value_or(NullText));
     }
     return lineage;
 }
@@ -252,14 +252,14 @@ QString UIElementUtilities::stringDescriptionOfUIElement(const UIElementRef& ele
     for (const QString& name : attributes) {
         const QString writable = canSetAttributeOfUIElement(name, element) ? u" (W)"_s : u""_s;
         const auto value = descriptionForUIElementAttributeBeingVerbose(element, name, false);
-        description += u"   "_s + name + writable + u":  “"_s + value.value_or(nullText) + u"”\n"_s;
+        description += u"   "_s + name + writable + u":  “"_s + value.value_or(NullText) + u"”\n"_s;
     }
     const QStringList actions = actionNamesOfUIElement(element).value_or(QStringList());
     if (!actions.isEmpty())
         description += u"\nActions:\n"_s;
     for (const QString& name : actions) {
         const auto text = descriptionOfActionOfUIElement(name, element);
-        description += u"   "_s + name + u" - "_s + text.value_or(nullText) + u'\n';
+        description += u"   "_s + name + u" - "_s + text.value_or(NullText) + u'\n';
     }
     return description;
 }

@@ -24,12 +24,12 @@ bool isHexDigit(char byte)
 
 qint64 exponentOf(QByteArrayView text)
 {
-    constexpr qint64 limit = 1'000'000'000'000;
+    constexpr qint64 Limit = 1'000'000'000'000;
     const bool negative = text.startsWith('-');
     qint64 exponent = 0;
     for (const char byte : text) {
         if (isDigit(byte))
-            exponent = std::min(exponent * 10 + (byte - '0'), limit);
+            exponent = std::min(exponent * 10 + (byte - '0'), Limit);
     }
     return negative ? -exponent : exponent;
 }

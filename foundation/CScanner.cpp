@@ -71,8 +71,8 @@ qint64 CScanner::ld()
     const QByteArrayView digits = _rest.first(count);
     _rest = _rest.sliced(count);
     // One more than the largest positive number is the smallest negative one.
-    constexpr quint64 largest = std::numeric_limits<qint64>::max();
-    const quint64 limit = negative ? largest + 1 : largest;
+    constexpr quint64 Largest = std::numeric_limits<qint64>::max();
+    const quint64 limit = negative ? Largest + 1 : Largest;
     quint64 magnitude = 0;
     const auto result = std::from_chars(digits.begin(), digits.end(), magnitude);
     if (result.ec != std::errc() || magnitude > limit)

@@ -9,7 +9,7 @@ namespace tarnwick {
 
 namespace {
 
-constexpr quint64 comparedModifiers = ShiftKeyMask | ControlKeyMask | AlternateKeyMask;
+constexpr quint64 ComparedModifiers = ShiftKeyMask | ControlKeyMask | AlternateKeyMask;
 
 bool foldsInto(const MenuItem& item, const MenuItem& before)
 {
@@ -22,7 +22,7 @@ bool foldsInto(const MenuItem& item, const MenuItem& before)
 
 QList<std::shared_ptr<MenuItem>> itemsShownWithModifiers(const Menu& menu, quint64 heldModifiers)
 {
-    const quint64 held = heldModifiers & comparedModifiers;
+    const quint64 held = heldModifiers & ComparedModifiers;
     QList<std::shared_ptr<MenuItem>> shown;
     shown.reserve(menu.numberOfItems());
     const MenuItem* before = nullptr;
@@ -31,7 +31,7 @@ QList<std::shared_ptr<MenuItem>> itemsShownWithModifiers(const Menu& menu, quint
         if (!before || !foldsInto(*item, *before)) {
             shown.append(item);
             alternateShown = false;
-        } else if (!alternateShown && (item->keyEquivalentModifierMask() & comparedModifiers) == held) {
+        } else if (!alternateShown && (item->keyEquivalentModifierMask() & ComparedModifiers) == held) {
             shown.last() = item;
             alternateShown = true;
         }

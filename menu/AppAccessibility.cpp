@@ -22,17 +22,17 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString appleMenuTitle = u"Apple"_s;
-const QString auxiliaryMenuTitle = u"Tarnwick"_s;
-const QString recentSelectionsTitle = u"Recent Selections"_s;
-const QString menuRole = u"AXMenu"_s;
-const QString menuItemRole = u"AXMenuItem"_s;
-const QString textFieldRole = u"AXTextField"_s;
-constexpr QChar logoCharacter(0xF8FF);
+const QString AppleMenuTitle = u"Apple"_s;
+const QString AuxiliaryMenuTitle = u"Tarnwick"_s;
+const QString RecentSelectionsTitle = u"Recent Selections"_s;
+const QString MenuRole = u"AXMenu"_s;
+const QString MenuItemRole = u"AXMenuItem"_s;
+const QString TextFieldRole = u"AXTextField"_s;
+constexpr QChar LogoCharacter(0xF8FF);
 
 // How deep items of one menu may hold each other. No toolkit nests them at all; a broken tree must not end
 // the program.
-constexpr qsizetype deepestItem = 64;
+constexpr qsizetype DeepestItem = 64;
 
 std::optional<QString> describe(const UIElementRef& element)
 {
@@ -175,15 +175,15 @@ void AppAccessibility::updateRootMenu()
     if (!_showApplicationMenu) {
         const auto items = _menu->itemArray();
         for (const auto& item : items) {
-            if (item->title() != appleMenuTitle)
+            if (item->title() != AppleMenuTitle)
                 _menu->removeItem(item);
         }
     }
-    const auto appleItem = _menu->itemWithTitle(appleMenuTitle);
+    const auto appleItem = _menu->itemWithTitle(AppleMenuTitle);
     if (!appleItem)
         return;
     if (_showAppleMenu)
-        appleItem->setTitle(QString(logoCharacter));
+        appleItem->setTitle(QString(LogoCharacter));
     else
         _menu->removeItem(appleItem);
 }
@@ -198,7 +198,7 @@ void AppAccessibility::processAXMenuAsNSMenuWithParentMenuAndPrevDesc(
 void AppAccessibility::_addChildren(Filling& filling, const UIElementRef& element,
                                     const std::optional<QString>& previousTitle)
 {
-    if (filling.path.size() >= deepestItem || filling.path.contains(element))
+    if (filling.path.size() >= DeepestItem || filling.path.contains(element))
         return;
     const auto children = menuItemsIn(element);
     if (!children)
@@ -207,11 +207,11 @@ void AppAccessibility::_addChildren(Filling& filling, const UIElementRef& elemen
     for (const UIElementRef& child : *children) {
         const QVariantMap found = getMenuItemForElement(child);
         const QString type = found.value(u"Type"_s).toString();
-        if (type == menuItemRole) {
+        if (type == MenuItemRole) {
             const auto item = found.value(u"MenuItem"_s).value<std::shared_ptr<MenuItem>>();
             filling.menu.addItem(item);
             _addChildren(filling, child, item->title());
-        } else if (type == menuRole) {
+        } else if (type == MenuRole) {
             _attachSubmenu(filling, previousTitle);
         }
     }
@@ -237,7 +237,7 @@ void AppAccessibility::processSubAXMenuAsNSMenuWithParentMenuAndPrevDesc(
     if (!children)
         return;
     for (const UIElementRef& child : *children) {
-        if (UIElementUtilities::roleOfUIElement(child).toString() == menuRole)
+        if (UIElementUtilities::roleOfUIElement(child).toString() == MenuRole)
             processAXMenuAsNSMenuWithParentMenuAndPrevDesc(child, menu, std::nullopt);
     }
 }
@@ -245,10 +245,10 @@ void AppAccessibility::processSubAXMenuAsNSMenuWithParentMenuAndPrevDesc(
 QVariantMap AppAccessibility::getMenuItemForElement(const UIElementRef& element)
 {
     const std::optional<QString> description = describe(element);
-    if (!description || *description == menuItemRole || *description == textFieldRole)
+    if (!description || *description == MenuItemRole || *description == TextFieldRole)
         return descriptor(u"AXOther"_s);
-    if (*description == menuRole)
-        return descriptor(menuRole);
+    if (*description == MenuRole)
+        return descriptor(MenuRole);
 
     const QVariant enabled = read(u"AXEnabled"_s, element);
     const QVariant mark = read(u"AXMenuItemMarkChar"_s, element);
@@ -258,7 +258,7 @@ QVariantMap AppAccessibility::getMenuItemForElement(const UIElementRef& element)
     const QVariant glyph = read(u"AXMenuItemCmdGlyph"_s, element);
 
     if (description->isEmpty() || *description == u"-")
-        return descriptor(menuItemRole, QVariant::fromValue(MenuItem::separatorItem()));
+        return descriptor(MenuItemRole, QVariant::fromValue(MenuItem::separatorItem()));
 
     const auto item = MenuItem::create(*description);
     item->setState(mark.isValid() ? MenuItem::State::On : MenuItem::State::Off);
@@ -272,7 +272,7 @@ QVariantMap AppAccessibility::getMenuItemForElement(const UIElementRef& element)
         item->setAlternate(true);
     item->setTarget(createActionNodeWithAndMenuItem(element, item));
     item->setAction(ProxyMenuItem::clickMenuItemAction());
-    return descriptor(menuItemRole, QVariant::fromValue(item));
+    return descriptor(MenuItemRole, QVariant::fromValue(item));
 }
 
 void AppAccessibility::_setKeyEquivalent(MenuItem& item, const QVariant& character,
@@ -337,7 +337,7 @@ void AppAccessibility::menuNeedsUpdate(Menu& menu)
 void AppAccessibility::_finishRootMenu()
 {
     if (!_showAppleMenu)
-        _menu->removeItem(_menu->itemWithTitle(appleMenuTitle));
+        _menu->removeItem(_menu->itemWithTitle(AppleMenuTitle));
     appendAuxiliaryMenuTo(*_menu);
 }
 
@@ -377,7 +377,7 @@ void AppAccessibility::appendAuxiliaryMenuTo(Menu& menu)
     if (!_auxiliaryMenu)
         return;
     if (Menu* holder = _auxiliaryMenu->supermenu()) {
-        holder->removeItem(holder->itemWithTitle(auxiliaryMenuTitle));
+        holder->removeItem(holder->itemWithTitle(AuxiliaryMenuTitle));
         // The separator that was inserted with it. This takes for granted that the holder is this menu.
         menu.removeItemAtIndex(menu.numberOfItems() - 1);
     }
@@ -411,9 +411,9 @@ void AppAccessibility::updateRecentSelectionsListWithItem(const std::shared_ptr<
 
 void AppAccessibility::addRecentSelectionsMenuTo(Menu& menu)
 {
-    const auto header = MenuItem::create(recentSelectionsTitle);
+    const auto header = MenuItem::create(RecentSelectionsTitle);
     header->setAttributedTitle(
-        AttributedTitle{recentSelectionsTitle, Fonts::shared().menuFontOfSize(0), -1.0});
+        AttributedTitle{RecentSelectionsTitle, Fonts::shared().menuFontOfSize(0), -1.0});
     menu.addItem(MenuItem::separatorItem());
     menu.addItem(header);
     const std::optional<QString> application = describe(_appAXUIElementRef);

@@ -12,7 +12,7 @@ struct Row
 };
 
 // U+F700 and up are the function-key characters.
-constexpr Row rows[] = {
+constexpr Row Rows[] = {
     {11, 0x000D},  // Return
     {16, 0xF701},  // down arrow
     {23, 0x0008},  // Delete (backspace)
@@ -50,8 +50,8 @@ constexpr Row rows[] = {
 QHash<QString, QString> glyphLookUpTable()
 {
     QHash<QString, QString> table;
-    table.reserve(std::size(rows));
-    for (const Row& row : rows)
+    table.reserve(std::size(Rows));
+    for (const Row& row : Rows)
         table.insert(QString::number(row.glyph), QString(QChar(row.character)));
     return table;
 }

@@ -13,7 +13,7 @@ struct Row
 
 // The code is a set of bits: 1 Shift, 2 Option, 4 Control, 8 no Command. The gaps (5, 7, 13 to 15) and
 // Command for 8, which says no key at all, are deliberate.
-constexpr Row rows[] = {
+constexpr Row Rows[] = {
     {1, 0x120000}, // Shift, Command
     {2, 0x180000}, // Option, Command
     {3, 0x1A0000}, // Shift, Option, Command
@@ -31,8 +31,8 @@ constexpr Row rows[] = {
 QHash<QString, quint32> modifierLookUpTable()
 {
     QHash<QString, quint32> table;
-    table.reserve(std::size(rows));
-    for (const Row& row : rows)
+    table.reserve(std::size(Rows));
+    for (const Row& row : Rows)
         table.insert(QString::number(row.code), row.mask);
     return table;
 }

@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString nullText = u"(null)"_s;
+const QString NullText = u"(null)"_s;
 
 } // namespace
 
@@ -29,7 +29,7 @@ void ProxyMenuItem::clickMenuItem()
 QString ProxyMenuItem::createKeyForFennrickItem(const std::shared_ptr<MenuItem>& item) const
 {
     if (!item)
-        return nullText + _itemKey;
+        return NullText + _itemKey;
     QString path = item->title();
     if (item->hasSubmenu())
         path += u'|';
@@ -40,7 +40,7 @@ QString ProxyMenuItem::createKeyForFennrickItem(const std::shared_ptr<MenuItem>&
 
 QString ProxyMenuItem::itemKey()
 {
-    _itemKey = _appName.value_or(nullText) + u'|' + createKeyForFennrickItem(_menuItem.lock());
+    _itemKey = _appName.value_or(NullText) + u'|' + createKeyForFennrickItem(_menuItem.lock());
     return _itemKey;
 }
 

@@ -8,7 +8,7 @@ namespace tarnwick {
 
 namespace {
 
-constexpr float outlineInk = 0.6F; // of the text's colour
+constexpr float OutlineInk = 0.6F; // of the text's colour
 
 } // namespace
 
@@ -21,7 +21,7 @@ void CheckBox::paintEvent(QPaintEvent* event)
     QStyleOptionButton option;
     initStyleOption(&option);
     const QRect box = style()->subElementRect(QStyle::SE_CheckBoxIndicator, &option, this);
-    outline.setAlphaF(outlineInk);
+    outline.setAlphaF(OutlineInk);
     QPainter painter(this);
     painter.setPen(outline);
     painter.drawRect(box.adjusted(0, 0, -1, -1));

@@ -9,10 +9,10 @@ namespace {
 
 std::shared_ptr<LoginItems::Item> existingItem(LoginItems::List& list, const QUrl& applicationUrl)
 {
-    constexpr quint32 quietly = LoginItems::NoUserInteraction | LoginItems::DoNotMountVolumes;
+    constexpr quint32 Quietly = LoginItems::NoUserInteraction | LoginItems::DoNotMountVolumes;
     const auto items = list.copySnapshot();
     for (const auto& item : items) {
-        if (list.resolve(*item, quietly) == applicationUrl)
+        if (list.resolve(*item, Quietly) == applicationUrl)
             return item;
     }
     return nullptr;

@@ -13,8 +13,8 @@ namespace tarnwick {
 
 namespace {
 
-constexpr quint32 middleButton = 2;
-constexpr quint32 firstExtraButton = 8;
+constexpr quint32 MiddleButton = 2;
+constexpr quint32 FirstExtraButton = 8;
 
 class RawPress final : public TappedEvent
 {
@@ -57,7 +57,7 @@ void X11EventTaps::release(EventTapRef tap)
 
 void X11EventTaps::_buttonPressed(quint32 button)
 {
-    if (button != middleButton && button < firstExtraButton)
+    if (button != MiddleButton && button < FirstExtraButton)
         return;
     // A callback may open a menu, which runs an event loop: not from inside the filter. While one is open no
     // other opens, and told later the press could come when it has just closed.

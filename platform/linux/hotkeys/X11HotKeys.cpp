@@ -27,7 +27,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto mapChangeSettles = 20ms;
+constexpr auto MapChangeSettles = 20ms;
 
 } // namespace
 
@@ -41,7 +41,7 @@ X11HotKeys::X11HotKeys(TriggerOrder order) : _order(std::move(order)), _connecti
 
     // One change of the map is told in many events.
     _mapChangeTimer.setSingleShot(true);
-    _mapChangeTimer.setInterval(mapChangeSettles);
+    _mapChangeTimer.setInterval(MapChangeSettles);
     connect(&_mapChangeTimer, &QTimer::timeout, this, &X11HotKeys::_followKeyboardMap);
     // While a menu is open, the key's release is seen by the menu only.
     connect(&MenuTracking::shared(), &MenuTracking::ended, this, &X11HotKeys::_menuEnded);
@@ -67,7 +67,7 @@ std::optional<EventHotKeyRef> X11HotKeys::registerEventHotKey(quint32 keyCode, q
                                                               EventHotKeyID /*id*/, quint32 /*options*/)
 {
     const auto x11KeyCode = x11KeyCodeOf(keyCode);
-    if (!_connection || !x11KeyCode || *x11KeyCode > maximumX11KeyCode)
+    if (!_connection || !x11KeyCode || *x11KeyCode > MaximumX11KeyCode)
         return std::nullopt;
     const auto key = static_cast<quint8>(*x11KeyCode);
     const auto bits = _modifierMap.bitsOfEventModifiers(modifiers);
@@ -113,7 +113,7 @@ bool X11HotKeys::heldElsewhere(quint32 keyCode, quint32 modifiers) const
 {
     const auto x11KeyCode = x11KeyCodeOf(keyCode);
     const auto bits = _modifierMap.bitsOfEventModifiers(modifiers);
-    if (!_connection || !x11KeyCode || *x11KeyCode > maximumX11KeyCode || !bits)
+    if (!_connection || !x11KeyCode || *x11KeyCode > MaximumX11KeyCode || !bits)
         return false;
     const auto key = static_cast<quint8>(*x11KeyCode);
     // Giving a trial of our own combination back would take it from the hot key.

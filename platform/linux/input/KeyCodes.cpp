@@ -10,7 +10,7 @@ namespace {
 
 /// X key codes by virtual key code, sixteen to a line; 0 is none.
 // clang-format off
-constexpr std::array<quint16, 128> x11KeyCodes{
+constexpr std::array<quint16, 128> X11KeyCodes{
     38, 39, 40, 41, 43, 42, 52, 53, 54, 55, 94, 56, 24, 25, 26, 27,
     29, 28, 10, 11, 12, 13, 15, 14, 21, 18, 16, 20, 17, 19, 35, 32,
     30, 34, 31, 33, 36, 46, 44, 48, 45, 47, 51, 59, 61, 57, 58, 60,
@@ -26,17 +26,17 @@ constexpr std::array<quint16, 128> x11KeyCodes{
 
 std::optional<quint16> x11KeyCodeOf(quint32 virtualKeyCode)
 {
-    if (virtualKeyCode >= x11KeyCodes.size() || x11KeyCodes[virtualKeyCode] == 0)
+    if (virtualKeyCode >= X11KeyCodes.size() || X11KeyCodes[virtualKeyCode] == 0)
         return std::nullopt;
-    return x11KeyCodes[virtualKeyCode];
+    return X11KeyCodes[virtualKeyCode];
 }
 
 std::optional<quint16> virtualKeyCodeOf(quint32 x11KeyCode)
 {
-    const auto* const found = std::find(x11KeyCodes.cbegin(), x11KeyCodes.cend(), x11KeyCode);
-    if (x11KeyCode == 0 || found == x11KeyCodes.cend())
+    const auto* const found = std::find(X11KeyCodes.cbegin(), X11KeyCodes.cend(), x11KeyCode);
+    if (x11KeyCode == 0 || found == X11KeyCodes.cend())
         return std::nullopt;
-    return static_cast<quint16>(found - x11KeyCodes.cbegin());
+    return static_cast<quint16>(found - X11KeyCodes.cbegin());
 }
 
 } // namespace tarnwick

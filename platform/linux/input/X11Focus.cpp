@@ -12,8 +12,8 @@ namespace tarnwick {
 
 namespace {
 
-constexpr quint32 watchedEvents = XCB_EVENT_MASK_FOCUS_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-constexpr int deepestTree = 64;
+constexpr quint32 WatchedEvents = XCB_EVENT_MASK_FOCUS_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+constexpr int DeepestTree = 64;
 
 /// A window that has gone meanwhile is no error of ours.
 void setEventMask(X11Connection& connection, xcb_window_t window, quint32 mask)
@@ -64,7 +64,7 @@ bool X11OutermostQuestion::advance()
         return false;
     const auto tree = _asked->take();
     _asked.reset();
-    if (!tree || tree->parent == XCB_WINDOW_NONE || tree->parent == tree->root || ++_depth >= deepestTree)
+    if (!tree || tree->parent == XCB_WINDOW_NONE || tree->parent == tree->root || ++_depth >= DeepestTree)
         return false;
     _outermost = tree->parent;
     _asked.emplace(_connection, xcb_query_tree(_connection.get(), _outermost));
@@ -101,8 +101,8 @@ void X11FocusWatch::start(xcb_window_t window)
     if (!attributes)
         return;
     _window = window;
-    _addedMask = watchedEvents & ~attributes->your_event_mask;
-    setEventMask(_connection, window, attributes->your_event_mask | watchedEvents);
+    _addedMask = WatchedEvents & ~attributes->your_event_mask;
+    setEventMask(_connection, window, attributes->your_event_mask | WatchedEvents);
 }
 
 void X11FocusWatch::stop()

@@ -14,8 +14,8 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto chordPatience = 600ms;
-constexpr auto look = 20ms;
+constexpr auto ChordPatience = 600ms;
+constexpr auto LookInterval = 20ms;
 
 bool isPress(const xcb_key_press_event_t& event)
 {
@@ -32,7 +32,7 @@ X11HotKeyGuard& X11HotKeyGuard::shared()
 
 X11HotKeyGuard::X11HotKeyGuard()
 {
-    _letGoTimer.setInterval(look);
+    _letGoTimer.setInterval(LookInterval);
     connect(&_letGoTimer, &QTimer::timeout, this, &X11HotKeyGuard::_letGoWhenUp);
     auto& toolkit = X11Connection::shared();
     auto connection = toolkit ? connectToX11() : nullptr;
@@ -82,7 +82,7 @@ void X11HotKeyGuard::letGo(xcb_timestamp_t pressed)
 {
     if (!_sentry || !_sentry->dealtWith(pressed) || _letGoTimer.isActive())
         return;
-    _letGoDeadline.setRemainingTime(chordPatience);
+    _letGoDeadline.setRemainingTime(ChordPatience);
     _letGoTimer.start();
     _letGoWhenUp();
 }

@@ -18,9 +18,9 @@ using namespace std::chrono_literals;
 namespace {
 
 /// The pauses and readings of a switch of the front application take 3.95 s at most.
-constexpr auto guiThreadPatience = 5s;
-constexpr int attempts = 3;
-constexpr auto pauseBetweenAttempts = 5ms;
+constexpr auto GuiThreadPatience = 5s;
+constexpr int Attempts = 3;
+constexpr auto PauseBetweenAttempts = 5ms;
 
 bool notAfter(xcb_timestamp_t time, xcb_timestamp_t other)
 {
@@ -70,7 +70,7 @@ void X11HotKeySentry::holdOn(xcb_timestamp_t pressed)
 {
     const std::lock_guard lock(_mutex);
     _pressed = pressed;
-    _until = X11Thread::Time::clock::now() + guiThreadPatience;
+    _until = X11Thread::Time::clock::now() + GuiThreadPatience;
 }
 
 X11Keys X11HotKeySentry::chordKeys()
@@ -185,7 +185,7 @@ void X11HotKeySentry::_lookAtKeys(xcb_timestamp_t time)
     _pressedKey = *key;
     _down = down;
     _pressed = time;
-    _until = X11Thread::Time::clock::now() + guiThreadPatience;
+    _until = X11Thread::Time::clock::now() + GuiThreadPatience;
     _holds = true;
 }
 
@@ -200,11 +200,11 @@ std::optional<quint8> X11HotKeySentry::_hotKeyAmong(const X11Keys& down, quint16
 /// Over the hot key's own grab, which is the same client's; fails while another client has the keyboard.
 bool X11HotKeySentry::_grab()
 {
-    for (int attempt = 0; attempt < attempts; ++attempt) {
+    for (int attempt = 0; attempt < Attempts; ++attempt) {
         if (attempt > 0)
-            std::this_thread::sleep_for(pauseBetweenAttempts);
+            std::this_thread::sleep_for(PauseBetweenAttempts);
         xcb_window_t window = focusWindow(_x11);
-        if (window == XCB_WINDOW_NONE || attempt == attempts - 1)
+        if (window == XCB_WINDOW_NONE || attempt == Attempts - 1)
             window = _x11.root(); // the focus window may just be going
         _watch(window);
         if (grabKeyboard(_toolkit, window) == XCB_GRAB_STATUS_SUCCESS) {

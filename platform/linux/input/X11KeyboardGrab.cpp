@@ -15,8 +15,8 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto pauseBetweenAttempts = 5ms;
-constexpr int windowIsGone = -1;
+constexpr auto PauseBetweenAttempts = 5ms;
+constexpr int WindowIsGone = -1;
 
 /// On the focus window itself, the server tells the end of a grab as a loss of the focus and its return. KWin
 /// believes the first and not the second, and the window is not in front any more. Told from a window further
@@ -43,7 +43,7 @@ int grabKeyboard(X11Connection& connection, xcb_window_t window)
     const XcbOwned<xcb_grab_keyboard_reply_t> reply(
         xcb_grab_keyboard_reply(connection.get(), requestGrab(connection, window), &error));
     const XcbOwned<xcb_generic_error_t> ownedError(error);
-    return reply ? reply->status : windowIsGone;
+    return reply ? reply->status : WindowIsGone;
 }
 
 bool endOfGrabIsMisread(X11Connection& connection)
@@ -70,7 +70,7 @@ bool X11KeyboardGrab::take(int attempts, xcb_window_t focus)
 {
     for (int attempt = 0; attempt < attempts; ++attempt) {
         if (attempt > 0) {
-            std::this_thread::sleep_for(pauseBetweenAttempts);
+            std::this_thread::sleep_for(PauseBetweenAttempts);
             focus = focusWindow(_connection);
         }
         xcb_window_t window = focus == XCB_WINDOW_NONE ? _connection.root() : focus;

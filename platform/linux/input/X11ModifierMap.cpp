@@ -11,7 +11,7 @@ namespace tarnwick {
 
 namespace {
 
-constexpr quint16 realModifierBits = 0xFF;
+constexpr quint16 RealModifierBits = 0xFF;
 
 struct Correspondence
 {
@@ -90,7 +90,7 @@ X11ModifierMap X11ModifierMap::read(X11Connection& connection)
 QList<quint16> X11ModifierMap::lockCombinations() const
 {
     QList<quint16> combinations{0};
-    for (const quint16 lock : {capsLockBit, _numLock, _scrollLock}) {
+    for (const quint16 lock : {CapsLockBit, _numLock, _scrollLock}) {
         const QList<quint16> without = combinations;
         for (const quint16 combination : without) {
             const auto with = static_cast<quint16>(combination | lock);
@@ -103,13 +103,13 @@ QList<quint16> X11ModifierMap::lockCombinations() const
 
 quint16 X11ModifierMap::withoutLocks(quint16 state) const
 {
-    return state & realModifierBits & static_cast<quint16>(~(capsLockBit | _numLock | _scrollLock));
+    return state & RealModifierBits & static_cast<quint16>(~(CapsLockBit | _numLock | _scrollLock));
 }
 
 std::optional<quint16> X11ModifierMap::bitsOfEventModifiers(quint32 eventModifiers) const
 {
     const Correspondence correspondences[] = {
-        {0x100, _super}, {0x200, shiftBit}, {0x800, _alt}, {0x1000, controlBit}};
+        {0x100, _super}, {0x200, ShiftBit}, {0x800, _alt}, {0x1000, ControlBit}};
     quint16 bits = 0;
     for (const auto& [eventModifier, bit] : correspondences) {
         if (!(eventModifiers & eventModifier))
@@ -124,9 +124,9 @@ std::optional<quint16> X11ModifierMap::bitsOfEventModifiers(quint32 eventModifie
 quint64 X11ModifierMap::menuModifierFlags(quint16 state) const
 {
     quint64 flags = 0;
-    if (state & shiftBit)
+    if (state & ShiftBit)
         flags |= ShiftKeyMask;
-    if (state & controlBit)
+    if (state & ControlBit)
         flags |= CommandKeyMask;
     if (state & _alt)
         flags |= AlternateKeyMask;

@@ -16,9 +16,9 @@ namespace tarnwick {
 class X11ModifierMap
 {
 public:
-    static constexpr quint16 shiftBit = 1;
-    static constexpr quint16 capsLockBit = 2;
-    static constexpr quint16 controlBit = 4;
+    static constexpr quint16 ShiftBit = 1;
+    static constexpr quint16 CapsLockBit = 2;
+    static constexpr quint16 ControlBit = 4;
 
     using KeyCodesOfBits = std::array<QList<quint8>, 8>; ///< of Shift, Lock, Control, Mod1 ... Mod5
     using KeysymsOf = std::function<QList<quint32>(quint8 keyCode)>;
@@ -67,7 +67,7 @@ public:
     [[nodiscard]] bool isModifierKey(quint8 keyCode) const { return bitsOfKey(keyCode) != 0; }
     [[nodiscard]] quint16 bitsOfKey(quint8 keyCode) const;
     /// The bits of the modifiers that window managers' shortcuts are made with: Control, Alt and Super.
-    [[nodiscard]] quint16 shortcutBits() const { return controlBit | _alt | _super; }
+    [[nodiscard]] quint16 shortcutBits() const { return ControlBit | _alt | _super; }
 
     friend bool operator==(const X11ModifierMap&, const X11ModifierMap&) = default;
 

@@ -7,7 +7,7 @@ namespace tarnwick {
 
 namespace {
 
-constexpr quint16 corePointer = 2; // the virtual core pointer
+constexpr quint16 CorePointer = 2; // the virtual core pointer
 
 auto askState(X11Connection& connection, quint16 device)
 {
@@ -19,7 +19,7 @@ auto askState(X11Connection& connection, quint16 device)
 X11PointerQuestion::X11PointerQuestion(X11Connection& connection)
     : _connection(connection),
       _device(connection, xcb_input_xi_get_client_pointer(connection.get(), XCB_WINDOW_NONE)),
-      _state(connection, askState(connection, corePointer))
+      _state(connection, askState(connection, CorePointer))
 {
 }
 
@@ -27,9 +27,9 @@ X11PointerState X11PointerQuestion::answer()
 {
     const auto told = _device.take();
     X11PointerState state;
-    state.device = told && told->set ? told->deviceid : corePointer;
+    state.device = told && told->set ? told->deviceid : CorePointer;
     auto reply = _state.take();
-    if (state.device != corePointer)
+    if (state.device != CorePointer)
         reply.reset(xcb_input_xi_query_pointer_reply(_connection.get(), askState(_connection, state.device),
                                                      nullptr));
     if (!reply)
@@ -72,7 +72,7 @@ void X11PointerGrab::release()
         return;
     xcb_input_xi_ungrab_device(_connection.get(), XCB_CURRENT_TIME, _device);
     xcb_flush(_connection.get());
-    _device = noDevice;
+    _device = NoDevice;
 }
 
 } // namespace tarnwick

@@ -51,13 +51,13 @@ public:
     /// False while another client has the pointer `device`, also by a button that is held down in its window.
     [[nodiscard]] bool take(quint16 device);
     void release();
-    [[nodiscard]] bool held() const { return _device != noDevice; }
+    [[nodiscard]] bool held() const { return _device != NoDevice; }
 
 private:
-    static constexpr quint16 noDevice = 0;
+    static constexpr quint16 NoDevice = 0;
     X11Connection& _connection;
     xcb_window_t _window;
-    quint16 _device = noDevice;
+    quint16 _device = NoDevice;
 };
 
 } // namespace tarnwick

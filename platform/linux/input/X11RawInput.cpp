@@ -11,13 +11,13 @@ namespace {
 
 /// Raw events reach a client in spite of others' grabs when it has announced 2.1 or later; the toolkit
 /// announces at least this.
-constexpr quint16 announcedMajor = 2;
-constexpr quint16 announcedMinor = 2;
+constexpr quint16 AnnouncedMajor = 2;
+constexpr quint16 AnnouncedMinor = 2;
 
 bool reportsRawInput(X11Connection& connection)
 {
     const XcbOwned<xcb_input_xi_query_version_reply_t> version(xcb_input_xi_query_version_reply(
-        connection.get(), xcb_input_xi_query_version(connection.get(), announcedMajor, announcedMinor),
+        connection.get(), xcb_input_xi_query_version(connection.get(), AnnouncedMajor, AnnouncedMinor),
         nullptr));
     return version &&
            (version->major_version > 2 || (version->major_version == 2 && version->minor_version >= 1));

@@ -115,7 +115,7 @@ struct NamedColor
     QLatin1StringView key;
 };
 
-constexpr NamedColor kdeColors[] = {
+constexpr NamedColor KdeColors[] = {
     {QPalette::WindowText, "Colors:Window"_L1, "ForegroundNormal"_L1},
     {QPalette::Base, "Colors:View"_L1, "BackgroundNormal"_L1},
     {QPalette::AlternateBase, "Colors:View"_L1, "BackgroundAlternate"_L1},
@@ -136,7 +136,7 @@ std::optional<QPalette> paletteOfKde(const QHash<QString, Group>& groups)
         return std::nullopt;
     const auto button = colorOf(groups.value(u"Colors:Button"_s).value(u"BackgroundNormal"_s));
     QPalette palette(button.value_or(*window), *window);
-    for (const auto& [role, group, key] : kdeColors)
+    for (const auto& [role, group, key] : KdeColors)
         if (const auto color = colorOf(groups.value(group).value(key)))
             palette.setColor(role, *color);
     greyDisabledText(palette);
@@ -171,7 +171,7 @@ struct StyleWord
 };
 
 // A word says the weight or the style; of the other one it says the usual.
-constexpr StyleWord styleWords[] = {
+constexpr StyleWord StyleWords[] = {
     {"Thin"_L1, QFont::Thin, QFont::StyleNormal},
     {"Ultra-Light"_L1, QFont::ExtraLight, QFont::StyleNormal},
     {"Extra-Light"_L1, QFont::ExtraLight, QFont::StyleNormal},
@@ -195,10 +195,10 @@ constexpr StyleWord styleWords[] = {
 const StyleWord* styleWordOf(const QString& word)
 {
     const auto* const found =
-        std::find_if(std::begin(styleWords), std::end(styleWords), [&](const StyleWord& style) {
+        std::find_if(std::begin(StyleWords), std::end(StyleWords), [&](const StyleWord& style) {
             return word.compare(style.word, Qt::CaseInsensitive) == 0;
         });
-    return found == std::end(styleWords) ? nullptr : found;
+    return found == std::end(StyleWords) ? nullptr : found;
 }
 
 } // namespace

@@ -19,7 +19,7 @@ struct Transition
 };
 
 // clang-format off
-constexpr Transition transitions[] = {
+constexpr Transition Transitions[] = {
     {State::Ended,      Event::Began,               State::Open},
 
     {State::Open,       Event::Gave,                State::Yielded},
@@ -44,10 +44,10 @@ constexpr Transition transitions[] = {
 
 PopUpState stateAfter(PopUpState state, PopUpEvent event)
 {
-    const auto* const transition = std::ranges::find_if(transitions, [&](const Transition& candidate) {
+    const auto* const transition = std::ranges::find_if(Transitions, [&](const Transition& candidate) {
         return candidate.from == state && candidate.event == event;
     });
-    return transition == std::end(transitions) ? state : transition->to;
+    return transition == std::end(Transitions) ? state : transition->to;
 }
 
 } // namespace tarnwick

@@ -22,9 +22,9 @@ namespace tarnwick {
 
 namespace {
 
-constexpr QPoint offScreen(-10, -10);
+constexpr QPoint OffScreen(-10, -10);
 /// By then the hot key is there, which is waited for at the start.
-constexpr std::chrono::milliseconds afterTheStart(100);
+constexpr std::chrono::milliseconds AfterTheStart(100);
 
 class Tracking
 {
@@ -69,11 +69,11 @@ QMenuPresenter::QMenuPresenter()
               Qt::Tool | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint | Qt::WindowDoesNotAcceptFocus)
 {
     _keeper.setAttribute(Qt::WA_ShowWithoutActivating);
-    _keeper.setGeometry(QRect(offScreen, QSize(1, 1)));
+    _keeper.setGeometry(QRect(OffScreen, QSize(1, 1)));
     _preparation.setSingleShot(true);
     connect(&_preparation, &QTimer::timeout, this, &QMenuPresenter::_prepare);
     if (X11Connection::shared())
-        _preparation.start(afterTheStart);
+        _preparation.start(AfterTheStart);
     connect(&MenuTracking::shared(), &MenuTracking::cancelRequested, this, &QMenuPresenter::cancelTracking);
 }
 

@@ -7,21 +7,21 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto lookInterval = 20ms;
+constexpr auto LookInterval = 20ms;
 
 } // namespace
 
 X11PopUpFocus::X11PopUpFocus(X11Connection& connection) : _connection(connection), _watch(connection)
 {
     _lookAgain.setSingleShot(true);
-    _lookAgain.setInterval(lookInterval);
+    _lookAgain.setInterval(LookInterval);
     connect(&_lookAgain, &QTimer::timeout, this, &X11PopUpFocus::_look);
 }
 
 void X11PopUpFocus::start(xcb_window_t front, bool byButton)
 {
     _front = front;
-    _mayFollowPress.setRemainingTime(byButton ? followsPress : 0ms);
+    _mayFollowPress.setRemainingTime(byButton ? FollowsPress : 0ms);
 }
 
 void X11PopUpFocus::settle()

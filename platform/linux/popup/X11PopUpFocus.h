@@ -20,7 +20,7 @@ class X11PopUpFocus : public QObject
 
 public:
     /// For so long after a press the focus may follow it.
-    static constexpr std::chrono::milliseconds followsPress{500};
+    static constexpr std::chrono::milliseconds FollowsPress{500};
 
     explicit X11PopUpFocus(X11Connection& connection);
 

@@ -14,13 +14,13 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr int attemptsForKey = 6;
-constexpr int attemptsForButton = 1;
-constexpr auto lookInterval = 20ms;
-constexpr auto settlePatience = 600ms;
+constexpr int AttemptsForKey = 6;
+constexpr int AttemptsForButton = 1;
+constexpr auto LookInterval = 20ms;
+constexpr auto SettlePatience = 600ms;
 /// A window manager grabs keyboard and pointer for its shortcut a moment after the key.
-constexpr auto shortcutTakesEffect = 50ms;
-constexpr auto takeBackPatience = 600ms;
+constexpr auto ShortcutTakesEffect = 50ms;
+constexpr auto TakeBackPatience = 600ms;
 
 } // namespace
 
@@ -62,9 +62,9 @@ bool X11PopUpInput::begin()
     keys.modifierMap = modifierMapAsked.answer();
     // A quick click is over by now, and the window manager may still be about to answer it.
     const bool byButton =
-        pointer.anyButtonDown || X11RawInput::shared().pressedWithin(X11PopUpFocus::followsPress);
+        pointer.anyButtonDown || X11RawInput::shared().pressedWithin(X11PopUpFocus::FollowsPress);
     // A button trigger over an application whose own menu is open: that menu has the keyboard and keeps it.
-    if (!_keyboard.take(byButton ? attemptsForButton : attemptsForKey, frontAsked.of()))
+    if (!_keyboard.take(byButton ? AttemptsForButton : AttemptsForKey, frontAsked.of()))
         return false;
     auto ahead = X11HotKeyGuard::shared().handOver();
     frontAsked.advance();
@@ -224,11 +224,11 @@ void X11PopUpInput::_after(PopUpEvent event)
         return;
     _timer.stop();
     if (_state == PopUpState::TakingBack) {
-        _deadline.setRemainingTime(takeBackPatience);
-        _timer.start(shortcutTakesEffect);
+        _deadline.setRemainingTime(TakeBackPatience);
+        _timer.start(ShortcutTakesEffect);
     } else if (_state == PopUpState::Settling) {
-        _deadline.setRemainingTime(settlePatience);
-        _timer.start(lookInterval);
+        _deadline.setRemainingTime(SettlePatience);
+        _timer.start(LookInterval);
     }
 }
 
@@ -237,7 +237,7 @@ void X11PopUpInput::_timeout()
     if (_state == PopUpState::TakingBack) {
         _takeBack();
     } else {
-        _timer.start(lookInterval);
+        _timer.start(LookInterval);
         _settleIfUp();
     }
 }
@@ -273,7 +273,7 @@ void X11PopUpInput::_takeBack()
         _after(PopUpEvent::Took);
         _pointer.takeBack();
     } else if (inFront && !_deadline.hasExpired()) {
-        _timer.start(lookInterval);
+        _timer.start(LookInterval);
     } else {
         _after(PopUpEvent::CouldNotTake);
         Q_EMIT lost();
@@ -291,7 +291,7 @@ bool X11PopUpInput::_takeKeyboardInFront(int attempts)
 
 void X11PopUpInput::_focusMoved()
 {
-    if (!_keyboard.yielded() && !_takeKeyboardInFront(attemptsForKey))
+    if (!_keyboard.yielded() && !_takeKeyboardInFront(AttemptsForKey))
         Q_EMIT lost();
 }
 

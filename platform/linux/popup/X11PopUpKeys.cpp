@@ -13,7 +13,7 @@ namespace {
 QList<quint8> keyCodesOf(const X11Keys& keys)
 {
     QList<quint8> keyCodes;
-    for (int keyCode = 0; keyCode <= maximumX11KeyCode; ++keyCode)
+    for (int keyCode = 0; keyCode <= MaximumX11KeyCode; ++keyCode)
         if (keys.test(static_cast<std::size_t>(keyCode)))
             keyCodes.append(static_cast<quint8>(keyCode));
     return keyCodes;
@@ -26,7 +26,7 @@ void X11PopUpKeys::start(Start start)
     _modifierMap = std::move(start.modifierMap);
     _modifiersAtStart = start.modifiers;
     _typeAhead = TypeAhead(std::move(start.typedAhead));
-    const auto ofMenus = static_cast<quint16>(_modifierMap.shortcutBits() | X11ModifierMap::shiftBit);
+    const auto ofMenus = static_cast<quint16>(_modifierMap.shortcutBits() | X11ModifierMap::ShiftBit);
     _keys = PopUpKeys({[map = _modifierMap](quint8 keyCode) { return map.bitsOfKey(keyCode); }, ofMenus},
                       keyCodesOf(start.down));
 }

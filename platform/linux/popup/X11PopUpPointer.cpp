@@ -16,16 +16,16 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr int attemptsForKey = 6;
-constexpr auto pauseBetweenAttempts = 5ms;
-constexpr auto lookInterval = 20ms;
-constexpr auto patience = 1000ms;
+constexpr int AttemptsForKey = 6;
+constexpr auto PauseBetweenAttempts = 5ms;
+constexpr auto LookInterval = 20ms;
+constexpr auto Patience = 1000ms;
 
 bool takeWithin(X11PointerGrab& grab, quint16 device, int attempts)
 {
     for (int attempt = 0; attempt < attempts; ++attempt) {
         if (attempt > 0)
-            std::this_thread::sleep_for(pauseBetweenAttempts);
+            std::this_thread::sleep_for(PauseBetweenAttempts);
         if (grab.take(device))
             return true;
     }
@@ -39,7 +39,7 @@ X11PopUpPointer::X11PopUpPointer(X11Connection& connection, xcb_window_t keeper)
 {
     if (const auto* extension = xcb_get_extension_data(connection.get(), &xcb_input_id))
         _inputOpcode = extension->major_opcode;
-    _lookTimer.setInterval(lookInterval);
+    _lookTimer.setInterval(LookInterval);
     connect(&_lookTimer, &QTimer::timeout, this, &X11PopUpPointer::_look);
     auto& raw = X11RawInput::shared();
     connect(&raw, &X11RawInput::buttonPressed, this, &X11PopUpPointer::_buttonPressed);
@@ -52,7 +52,7 @@ X11PopUpPointer::X11PopUpPointer(X11Connection& connection, xcb_window_t keeper)
 bool X11PopUpPointer::take(quint16 device)
 {
     _device = device;
-    if (!takeWithin(_grab, device, attemptsForKey))
+    if (!takeWithin(_grab, device, AttemptsForKey))
         return false;
     _enter(State::Held);
     return true;
@@ -116,7 +116,7 @@ bool X11PopUpPointer::swallows(const xcb_generic_event_t& event)
 
 void X11PopUpPointer::_await()
 {
-    _deadline.setRemainingTime(patience);
+    _deadline.setRemainingTime(Patience);
     _enter(State::Awaited);
 }
 
@@ -125,7 +125,7 @@ void X11PopUpPointer::_look()
     const X11PointerState pointer = pointerState(_connection);
     _tellDrag(_drag.follow(QPoint(pointer.x, pointer.y), pointer.anyButtonDown));
     if (pointer.anyButtonDown) {
-        _deadline.setRemainingTime(patience);
+        _deadline.setRemainingTime(Patience);
     } else if (_state == State::Followed) {
         _enter(State::Others);
     } else if (_grab.take(_device)) {

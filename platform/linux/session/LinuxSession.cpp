@@ -47,7 +47,7 @@ void popUpMenu()
 
 // Qt publishes its own windows and menus to screen readers only when this is set, or when accessibility was
 // on before Qt started. It looks for it once the accessibility bus has answered, so it stays set.
-constexpr char publishAlways[] = "QT_LINUX_ACCESSIBILITY_ALWAYS_ON";
+constexpr char PublishAlways[] = "QT_LINUX_ACCESSIBILITY_ALWAYS_ON";
 
 /// The count of arguments, for a Qt that is about to start. Qt ends with a crash report where there is no
 /// display; a user deserves a sentence.
@@ -65,7 +65,7 @@ int& countForStartOfQt(QtArguments& arguments)
             std::exit(EXIT_FAILURE);
         }
     }
-    qputenv(publishAlways, "1");
+    qputenv(PublishAlways, "1");
     return arguments.argc();
 }
 

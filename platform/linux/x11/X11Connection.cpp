@@ -11,10 +11,10 @@ namespace tarnwick {
 
 namespace {
 
-constexpr std::uint32_t longestText = 64 * 1024 / 4; // in words
+constexpr std::uint32_t LongestText = 64 * 1024 / 4; // in words
 
 /// What windows are asked for time and again.
-const char* const usualAtoms[] = {
+const char* const UsualAtoms[] = {
     "_NET_SUPPORTING_WM_CHECK",
     "_NET_SUPPORTED",
     "_NET_ACTIVE_WINDOW",
@@ -70,7 +70,7 @@ X11Connection::X11Connection(xcb_connection_t* connection) : _connection(connect
 void X11Connection::_knowUsualAtoms()
 {
     QList<std::pair<QByteArray, xcb_intern_atom_cookie_t>> asked;
-    for (const char* name : usualAtoms)
+    for (const char* name : UsualAtoms)
         asked.append({name, askForAtom(_connection, name)});
     for (const auto& [name, cookie] : std::as_const(asked))
         _take(name, cookie);
@@ -99,7 +99,7 @@ std::optional<QList<std::uint32_t>> X11Connection::property32(xcb_window_t windo
 
 std::optional<QByteArray> X11Connection::propertyText(xcb_window_t window, const QByteArray& name)
 {
-    return X11Property(*this, window, name, longestText).text();
+    return X11Property(*this, window, name, LongestText).text();
 }
 
 void X11Connection::sync()

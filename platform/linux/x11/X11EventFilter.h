@@ -12,8 +12,8 @@ namespace tarnwick {
 template <typename Event>
 [[nodiscard]] std::uint8_t x11EventType(const Event& event)
 {
-    constexpr std::uint8_t sentByAProgram = 0x80;
-    return static_cast<std::uint8_t>(event.response_type & ~sentByAProgram);
+    constexpr std::uint8_t SentByAProgram = 0x80;
+    return static_cast<std::uint8_t>(event.response_type & ~SentByAProgram);
 }
 
 /// Whether the event is one of the extension with this opcode; of none when it is 0.

@@ -79,8 +79,8 @@ void X11WindowFrame::_ask(const QRect& client, std::uint16_t fields)
         event.format = 32;
         event.window = _window;
         event.type = _x11.atom("_NET_MOVERESIZE_WINDOW");
-        constexpr std::uint32_t fromPager = 2U << 12U;
-        event.data.data32[0] = XCB_GRAVITY_STATIC | std::uint32_t{fields} << 8U | fromPager;
+        constexpr std::uint32_t FromPager = 2U << 12U;
+        event.data.data32[0] = XCB_GRAVITY_STATIC | std::uint32_t{fields} << 8U | FromPager;
         event.data.data32[1] = word(client.x());
         event.data.data32[2] = word(client.y());
         event.data.data32[3] = word(client.width());

@@ -15,7 +15,7 @@ namespace tarnwick {
 namespace {
 
 constexpr double PatienceInSeconds = 0.5;
-const QString focusedApplication = QStringLiteral("AXFocusedApplication");
+const QString FocusedApplication = QStringLiteral("AXFocusedApplication");
 
 static_assert(quint32{kAXValueTypeCGPoint} == quint32(AXValueType::Point));
 static_assert(quint32{kAXValueTypeCGSize} == quint32(AXValueType::Size));
@@ -218,7 +218,7 @@ std::optional<QVariant> AXAccessibility::copyAttributeValue(const UIElementRef& 
     if (!_ask(element, [&] {
             return AXUIElementCopyAttributeValue(systemElement(element), cfString(attribute).get(), &value);
         }))
-        return isSystemWide(element) && attribute == focusedApplication ? _activeApplication() : std::nullopt;
+        return isSystemWide(element) && attribute == FocusedApplication ? _activeApplication() : std::nullopt;
     const CfOwned<CFTypeRef> owned(value);
     return value ? std::optional(variantOf(value, accessibilityValueOf)) : std::nullopt;
 }

@@ -13,9 +13,9 @@ bool fits(const QPalette& palette, const Look& look)
 {
     if (look.paletteStandsIn)
         return isDark(palette) == isDark(*look.palette);
-    constexpr QPalette::ColorRole roles[] = {QPalette::Window, QPalette::WindowText, QPalette::Base,
+    constexpr QPalette::ColorRole Roles[] = {QPalette::Window, QPalette::WindowText, QPalette::Base,
                                              QPalette::Highlight, QPalette::Button};
-    return std::all_of(std::begin(roles), std::end(roles), [&](QPalette::ColorRole role) {
+    return std::all_of(std::begin(Roles), std::end(Roles), [&](QPalette::ColorRole role) {
         return palette.color(role) == look.palette->color(role);
     });
 }

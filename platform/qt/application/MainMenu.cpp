@@ -125,7 +125,7 @@ std::shared_ptr<Menu> makeMainMenu(Application& application, quint64 modifier)
 
 bool performKeyEquivalent(Menu& menu, const Event& event)
 {
-    constexpr quint64 modifiers = ShiftKeyMask | ControlKeyMask | AlternateKeyMask | CommandKeyMask;
+    constexpr quint64 Modifiers = ShiftKeyMask | ControlKeyMask | AlternateKeyMask | CommandKeyMask;
     menu.update();
     for (const auto& item : menu.itemArray()) {
         if (item->hasSubmenu()) {
@@ -135,7 +135,7 @@ bool performKeyEquivalent(Menu& menu, const Event& event)
         }
         if (item->keyEquivalent().isEmpty() || !item->isEnabled() ||
             item->keyEquivalent().toUpper() != event.charactersIgnoringModifiers.toUpper() ||
-            item->keyEquivalentModifierMask() != (event.modifierFlags & modifiers))
+            item->keyEquivalentModifierMask() != (event.modifierFlags & Modifiers))
             continue;
         if (const auto target = item->target())
             target->perform(item->action(), item.get());

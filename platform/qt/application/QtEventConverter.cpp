@@ -66,9 +66,9 @@ quint64 modifierOfKey(int key)
 /// choose the next layout.
 bool isModifierKey(quint16 keyCode)
 {
-    constexpr quint16 rightCommand = 54;
-    constexpr quint16 rightControl = 62;
-    return keyCode >= rightCommand && keyCode <= rightControl;
+    constexpr quint16 RightCommand = 54;
+    constexpr quint16 RightControl = 62;
+    return keyCode >= RightCommand && keyCode <= RightControl;
 }
 
 bool changesFlags(int key)

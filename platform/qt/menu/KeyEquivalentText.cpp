@@ -21,7 +21,7 @@ struct NamedKey
 };
 
 /// Characters of the keys that type none, or a control character.
-constexpr NamedKey namedKeys[] = {
+constexpr NamedKey NamedKeys[] = {
     {0x0003, Qt::Key_Enter},      {0x0008, Qt::Key_Backspace}, {0x0009, Qt::Key_Tab},
     {0x000A, Qt::Key_Return},     {0x000D, Qt::Key_Return},    {0x0019, Qt::Key_Backtab},
     {0x001B, Qt::Key_Escape},     {0x0020, Qt::Key_Space},     {0x007F, Qt::Key_Backspace},
@@ -34,10 +34,10 @@ constexpr NamedKey namedKeys[] = {
     {0xF746, Qt::Key_Help},
 };
 
-constexpr char16_t firstFunctionKey = 0xF704; // F1
-constexpr char16_t lastFunctionKey = 0xF726;  // F35
-constexpr char16_t firstKeyCharacter = 0xF700;
-constexpr char16_t lastKeyCharacter = 0xF8FE;
+constexpr char16_t FirstFunctionKey = 0xF704; // F1
+constexpr char16_t LastFunctionKey = 0xF726;  // F35
+constexpr char16_t FirstKeyCharacter = 0xF700;
+constexpr char16_t LastKeyCharacter = 0xF8FE;
 
 QString nameOfKey(Qt::Key key)
 {
@@ -49,13 +49,13 @@ QString keyText(const QString& keyEquivalent)
     if (keyEquivalent.size() != 1)
         return keyEquivalent;
     const char16_t character = keyEquivalent.front().unicode();
-    const auto* const named = std::find_if(std::begin(namedKeys), std::end(namedKeys),
+    const auto* const named = std::find_if(std::begin(NamedKeys), std::end(NamedKeys),
                                            [&](const NamedKey& key) { return key.character == character; });
-    if (named != std::end(namedKeys))
+    if (named != std::end(NamedKeys))
         return nameOfKey(named->key);
-    if (character >= firstFunctionKey && character <= lastFunctionKey)
-        return nameOfKey(static_cast<Qt::Key>(Qt::Key_F1 + (character - firstFunctionKey)));
-    if (character < 0x20 || (character >= firstKeyCharacter && character <= lastKeyCharacter))
+    if (character >= FirstFunctionKey && character <= LastFunctionKey)
+        return nameOfKey(static_cast<Qt::Key>(Qt::Key_F1 + (character - FirstFunctionKey)));
+    if (character < 0x20 || (character >= FirstKeyCharacter && character <= LastKeyCharacter))
         return {};
     const QString upper = keyEquivalent.toUpper();
     return upper.size() == 1 ? upper : keyEquivalent;

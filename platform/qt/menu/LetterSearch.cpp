@@ -30,7 +30,7 @@ bool isOneLetterRepeated(const QString& typed, const QString& letter)
 
 bool LetterSearch::isUnderWay(qint64 now) const
 {
-    return !_typed.isEmpty() && now - _lastTime <= pauseMilliseconds;
+    return !_typed.isEmpty() && now - _lastTime <= PauseMilliseconds;
 }
 
 std::optional<int> LetterSearch::type(const QString& letter, qint64 now, const QStringList& titles,

@@ -15,7 +15,7 @@ class LetterSearch
 {
 public:
     /// Letters further apart than this begin anew.
-    static constexpr qint64 pauseMilliseconds = 1000;
+    static constexpr qint64 PauseMilliseconds = 1000;
 
     /// The entry to move to after `letter` was typed at `now` (milliseconds on any steady clock). Entries
     /// that can't be chosen have an empty title. `current`: the entry where the highlight is, −1 for none.

@@ -11,7 +11,7 @@ namespace tarnwick {
 
 namespace {
 
-constexpr qsizetype knownPalettes = 8;
+constexpr qsizetype KnownPalettes = 8;
 
 } // namespace
 
@@ -53,7 +53,7 @@ const QPalette& MenuStyle::_knownAs(const QPalette& palette) const
     const auto known = std::find(_palettes.cbegin(), _palettes.cend(), palette);
     if (known != _palettes.cend())
         return *known;
-    if (_palettes.size() == knownPalettes)
+    if (_palettes.size() == KnownPalettes)
         _palettes.removeFirst();
     _palettes.append(palette);
     return _palettes.constLast();

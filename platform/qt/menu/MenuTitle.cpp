@@ -23,9 +23,9 @@ QString inItsOwnDirection(const QString& text, Qt::LayoutDirection menu)
     const auto own = text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight;
     if (own == menu || text.isEmpty() || (text.front().isLetter() && text.back().isLetter()))
         return text;
-    constexpr QChar firstStrongIsolate(0x2068);
-    constexpr QChar popDirectionalIsolate(0x2069);
-    return firstStrongIsolate + text + popDirectionalIsolate;
+    constexpr QChar FirstStrongIsolate(0x2068);
+    constexpr QChar PopDirectionalIsolate(0x2069);
+    return FirstStrongIsolate + text + PopDirectionalIsolate;
 }
 
 } // namespace

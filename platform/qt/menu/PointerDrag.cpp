@@ -9,7 +9,7 @@ PointerDrag::Step PointerDrag::follow(QPoint pixel, bool down)
 {
     if (!down)
         return std::exchange(_dragging, false) ? Step::Released : Step::None;
-    _dragging = _dragging || (pixel - _start).manhattanLength() > threshold;
+    _dragging = _dragging || (pixel - _start).manhattanLength() > Threshold;
     return _dragging ? Step::Moved : Step::None;
 }
 

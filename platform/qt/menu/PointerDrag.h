@@ -10,7 +10,7 @@ namespace tarnwick {
 class PointerDrag
 {
 public:
-    static constexpr int threshold = 10; ///< device pixels, along both axes together
+    static constexpr int Threshold = 10; ///< device pixels, along both axes together
 
     enum class Step { None, Moved, Released };
 

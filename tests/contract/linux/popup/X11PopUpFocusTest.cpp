@@ -135,7 +135,7 @@ TEST_F(X11PopUpFocusTest, openedByButton_isLostWhenTheFocusNeverComes)
     start(true);
     desktop_control::focus(XCB_WINDOW_NONE);
     EXPECT_TRUE(QTest::qWaitFor([this] { return !_lost.isEmpty(); }));
-    EXPECT_GE(time.elapsed(), X11PopUpFocus::followsPress.count());
+    EXPECT_GE(time.elapsed(), X11PopUpFocus::FollowsPress.count());
 }
 
 TEST_F(X11PopUpFocusTest, settled_looksNoLongerForAFocusOnItsWay)

@@ -53,7 +53,7 @@ TEST(KeyCodes, codesOutsideTheTable_mapToNothing)
 
 TEST(KeyCodes, fn_hasACodeThatCannotBeGrabbed)
 {
-    EXPECT_GT(x11KeyCodeOf(63), maximumX11KeyCode);
+    EXPECT_GT(x11KeyCodeOf(63), MaximumX11KeyCode);
 }
 
 } // namespace

@@ -53,8 +53,8 @@ TEST(LetterSearch, lettersInQuickSuccession_areOneBeginning)
 
 TEST(LetterSearch, lettersWithAPauseBetween_areTwoBeginnings)
 {
-    EXPECT_EQ(afterTyping(u"so"_s, -1, LetterSearch::pauseMilliseconds + 1), 7);
-    EXPECT_EQ(afterTyping(u"ss"_s, -1, LetterSearch::pauseMilliseconds + 1), 4);
+    EXPECT_EQ(afterTyping(u"so"_s, -1, LetterSearch::PauseMilliseconds + 1), 7);
+    EXPECT_EQ(afterTyping(u"ss"_s, -1, LetterSearch::PauseMilliseconds + 1), 4);
 }
 
 TEST(LetterSearch, aLetterThatContinuesNothing_beginsAnew)
@@ -80,8 +80,8 @@ TEST(LetterSearch, isUnderWay_untilThePauseOrUntilForgotten)
     LetterSearch search;
     EXPECT_FALSE(search.isUnderWay(0));
     static_cast<void>(search.type(u"s"_s, 1000, titles, -1));
-    EXPECT_TRUE(search.isUnderWay(1000 + LetterSearch::pauseMilliseconds));
-    EXPECT_FALSE(search.isUnderWay(1001 + LetterSearch::pauseMilliseconds));
+    EXPECT_TRUE(search.isUnderWay(1000 + LetterSearch::PauseMilliseconds));
+    EXPECT_FALSE(search.isUnderWay(1001 + LetterSearch::PauseMilliseconds));
     search.forget();
     EXPECT_FALSE(search.isUnderWay(1000));
 }
