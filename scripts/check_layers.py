@@ -101,6 +101,8 @@ def include_problem(name, written, rooms):
     parts = header.split("/")
     if (parts[0] in OUR_FOLDERS) != bool(ours) or {"", ".", ".."} & set(parts):
         return f"a header of ours, and no other, is in quotes and has its path from the top: {header}"
+    if header.endswith(".cpp"):
+        return f"a source is compiled, not included: {header}"
     if ours:
         return own_header_problem(name, header, rooms)
     if layer_of(name) in {*CORE, "tools"} and not PORTABLE_HEADER.match(header):

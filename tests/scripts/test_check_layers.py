@@ -96,6 +96,7 @@ class CheckLayers(TreeTest):
                 self.noticed(name, f"#include {header}", f"path from the top: {header[1:-1]}")
         self.noticed("platform/qt/Look.cpp", '#include "moc_Other.cpp"', "path from the top: moc_Other.cpp")
         self.not_noticed("platform/qt/Look.cpp", '#include "moc_Look.cpp"')
+        self.noticed("platform/qt/Look.cpp", '#include "foundation/Clock.cpp"', "not included: foundation/Clock.cpp")
         for written in ("HEADER", "\\"):
             self.noticed("foundation/Clock.h", f"#  include {written}", "an include names its header")
         self.noticed("foundation/Clock.h", '/* a */ # /* b */ include "app/Desktop.h"', "may not include")
