@@ -13,8 +13,9 @@ public:
     /// Both must outlive this.
     AtspiAccess(AtspiBus& bus, AtspiApplications& applications) : _bus(bus), _applications(applications) {}
 
-    /// In this order: the bus has an address, its registry answers, applications are told to publish or can
-    /// be told. Told before the bus is up, some would never come to it. Waits five seconds at most.
+    /// Whether the bus has an address, its registry answers, and applications publish their menus, or could
+    /// be told to. That comes last: told before the bus is up, some would never come to it. Waits five
+    /// seconds at most.
     [[nodiscard]] bool open();
     /// What open() found last.
     [[nodiscard]] bool granted();

@@ -29,8 +29,8 @@ private:
     std::optional<QList<MenuRow>> _read(const BusReference& menu, MenuLevel level);
     std::optional<QList<AtspiFacts>> _childrenOf(const BusReference& menu, AtspiToolkit toolkit,
                                                  MenuLevel level, Deadline deadline);
-    /// Fills in the keys of the items of which they are remembered, asks after them where an item is another
-    /// one by now, and remembers what has been told.
+    /// Fills in the keys of the `remembered` items, asks those of them that are other items by now, and
+    /// remembers what these and the `asked` ones have told.
     void _completeKeyBindings(QList<AtspiFacts*> asked, const QList<AtspiFacts*>& remembered,
                               Deadline deadline);
     /// A child that is no menu is a part of the item itself, not its submenu.

@@ -43,7 +43,7 @@ bool anyHasArea(const QList<AtspiFacts>& items)
 struct StateRules
 {
     bool visibleTells;
-    bool areaTells; ///< not where nothing has one: such a menu has not been laid out
+    bool areaTells; ///< only where some item has one: a menu without any has not been laid out
     State enabling;
 
     StateRules(const QList<AtspiFacts>& items, AtspiToolkit toolkit, MenuLevel level)

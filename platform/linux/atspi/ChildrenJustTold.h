@@ -11,12 +11,12 @@
 
 namespace tarnwick {
 
-/// The children of a menu bar that were asked for together with something else, so that who reads the bar the
-/// next moment need not wait for them again. GUI thread only.
+/// The children of a menu bar that were asked for together with something else, so that whoever reads the bar
+/// a moment later need not wait for them again. GUI thread only.
 class ChildrenJustTold
 {
 public:
-    /// After this they are to be asked for anew.
+    /// After this they have to be asked for again.
     static constexpr std::chrono::milliseconds Moment{20};
 
     void tell(const BusReference& bar, const std::optional<QList<BusReference>>& children)
@@ -26,7 +26,7 @@ public:
         _until = Deadline::in(Moment);
     }
 
-    /// Once; nothing when those of this bar were not told just now.
+    /// Gives them once; nothing when the children of this bar were not told just now.
     [[nodiscard]] std::optional<QList<BusReference>> take(const BusReference& bar)
     {
         const bool told = _children && _bar == bar && !_until.passed();

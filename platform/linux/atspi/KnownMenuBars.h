@@ -10,12 +10,12 @@
 
 namespace tarnwick {
 
-/// Which menu bar in the accessibility tree a window has, as far as that need not be looked for again.
+/// Which menu bar in the accessibility tree a window has, for windows whose bar need not be looked for again.
 class KnownMenuBars
 {
 public:
     using Time = std::chrono::steady_clock::time_point;
-    /// After this a tree no longer shows what was before the window.
+    /// By then a tree no longer shows what was there before the window.
     static constexpr std::chrono::milliseconds Settled{500};
 
     /// Empty when it is to be looked for.

@@ -9,10 +9,10 @@
 namespace tarnwick {
 
 /// What items have told of their keys not long ago. An application of GTK 3 makes a new text for each such
-/// question and never frees it: asked on end, it would grow without bound.
+/// question and never frees it: asked again and again, it would grow without bound.
 ///
 /// An item is the same as long as its reference, its name and its role are. That it has no keys is not
-/// remembered: to ask again costs the application nothing then.
+/// remembered: to ask such an item again costs the application nothing.
 class RememberedKeyBindings
 {
 public:

@@ -36,7 +36,7 @@ ToolkitBridge::ToolkitBridge() : _connection(ConnectionName)
     connect(&_registry, &QDBusServiceWatcher::serviceRegistered, this, &ToolkitBridge::_embed);
     QCoreApplication::instance()->installEventFilter(this);
     QAccessible::installActivationObserver(this);
-    // To ask makes the toolkit ask the buses, which the start need not wait for.
+    // This question makes the toolkit ask the buses: the start need not wait for that.
     QMetaObject::invokeMethod(
         this, [this] { accessibilityActiveChanged(QAccessible::isActive()); }, Qt::QueuedConnection);
 }
@@ -76,7 +76,8 @@ void ToolkitBridge::_takeUp()
 
 void ToolkitBridge::_lost()
 {
-    // Otherwise whoever asks for a connection of this name gets the broken one, the toolkit itself, too.
+    // Otherwise whoever asks for a connection of this name, the toolkit itself among them, gets the broken
+    // one.
     QDBusConnection::disconnectFromBus(ConnectionName);
 }
 
@@ -97,7 +98,7 @@ void ToolkitBridge::_comeBack(const QString& address)
     if (_keeper)
         QMetaObject::invokeMethod(_keeper, "connectA11yBus", Q_ARG(QString, address));
     _publish();
-    // The registry may start because of this: it is not to be told twice.
+    // The registry may start because of this. It is watched only afterwards, so as not to be told twice.
     _embedThen([this] { _watch(); });
 }
 

@@ -12,7 +12,7 @@ namespace tarnwick {
 
 namespace {
 
-/// No call outlives this, should its own limit be forgotten: sd-bus would give it 25 s.
+/// The limit of a call that is sent without one of its own; sd-bus would give it 25 s.
 constexpr std::uint64_t LongestCallMicroseconds = 2'000'000;
 /// Messages taken in before the event loop goes on with other things.
 constexpr int MessagesPerTurn = 500;

@@ -37,7 +37,7 @@ FoundMenuBar MenuBars::_ofWindow(const X11Window& window, bool active)
     if (second && bars.hidesClosedMenus(window))
         return second;
     const BusReference inTree = known ? known : bars.ofWindow(window, active);
-    // Asked without a second one, too, so that it is known the next time.
+    // This is asked even where there is no second one, so that it is known the next time.
     const bool hidden = inTree && bars.hidesClosedMenus(inTree);
     if (!inTree || (second && hidden))
         return second;

@@ -17,8 +17,8 @@ struct FoundMenuBar
     explicit operator bool() const { return source != nullptr; }
 };
 
-/// What tells one menu bar from another: the window that has it, else the bar itself. Not the bar first:
-/// which of two windows of the same title has it, is known a moment after the switch only.
+/// What tells one menu bar from another: the window that has it, else the bar itself. The window goes first,
+/// since which of two windows with the same title has a bar is known only a moment after the switch.
 struct MenuBarOwner
 {
     xcb_window_t window = XCB_WINDOW_NONE;

@@ -53,7 +53,7 @@ QString characterOf(xkb_keysym_t key)
     return QString::fromUcs4(&code, 1);
 }
 
-/// Code 8 alone would be shown as Command, and the others not listed would lose their modifiers.
+/// Not 8, which would be shown as Command, nor the others here, which would lose their modifiers.
 bool canBeShown(int modifiers)
 {
     switch (modifiers) {

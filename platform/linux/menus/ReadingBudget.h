@@ -12,9 +12,9 @@ namespace tarnwick {
 
 /// How long one reading from other applications may wait: half a second for all that belongs to it. A reading
 /// begins where somebody says so, as each update of the mirror does, and otherwise with each event: its
-/// handler has one. Time between the reads does not count. When a menu is open, whose keyboard and pointer
-/// are ours, and the half second was not enough, the keys that have been pressed meanwhile come first: they
-/// find nothing left, and wait for nobody. GUI thread only.
+/// handler has one. Time between the reads does not count. A menu of ours has keyboard and pointer while it
+/// is open: when the half second was not enough then, the keys that were pressed meanwhile are handled first,
+/// with no time left for any reading. GUI thread only.
 class ReadingBudget : public QObject
 {
     Q_OBJECT

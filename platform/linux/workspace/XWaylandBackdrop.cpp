@@ -19,7 +19,7 @@ constexpr auto Patience = 200ms;
 
 } // namespace
 
-// Compositors give no focus to a tool, nor to what says that it accepts none.
+// Compositors give no focus to a tool, nor to a window that says it accepts none.
 XWaylandBackdrop::XWaylandBackdrop()
     : QWidget(nullptr,
               Qt::Tool | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint | Qt::WindowDoesNotAcceptFocus)

@@ -5,9 +5,9 @@
 
 namespace tarnwick {
 
-/// An invisible window below our menu, over everything else, while a window that the X server does not know
-/// is in front: through it XWayland learns where the pointer is, and that the user clicks beside the menu. It
-/// never takes the keyboard focus. Lives as long as the menu is open.
+/// An invisible window below our menu, over everything else, while a native window is in front: through it
+/// XWayland learns where the pointer is, and that the user clicks beside the menu. It never takes the
+/// keyboard focus. Lives as long as the menu is open.
 class XWaylandBackdrop final : public QWidget
 {
     Q_OBJECT

@@ -25,7 +25,8 @@ std::optional<qint64> processOf(std::uint32_t told)
 
 } // namespace
 
-// Those that follow ask at their making, and wait only when they are to answer.
+// The constructors of the following classes send their questions; only answer() and window() wait for a
+// reply.
 
 /// Whether a window manager keeps the root's properties.
 class X11Windows::Managing
