@@ -3,6 +3,7 @@
 
 #include "platform/linux/atspi/AtspiConstants.h"
 #include "tests/fakes/FakeClock.h"
+#include "tests/fakes/SharedPorts.h"
 
 #include <gtest/gtest.h>
 
@@ -28,10 +29,8 @@ AtspiFacts itemNamed(const QString& name, const Told& keyBinding = u";;<Primary>
 class RememberedKeyBindingsTest : public ::testing::Test
 {
 protected:
-    RememberedKeyBindingsTest() { Clock::setShared(&clock); }
-    ~RememberedKeyBindingsTest() override { Clock::setShared(nullptr); }
-
     FakeClock clock;
+    SharedPorts sharedPorts{clock};
     RememberedKeyBindings bindings;
 };
 

@@ -3,6 +3,7 @@
 
 #include "menu/Menu.h"
 #include "tests/fakes/FakeApplication.h"
+#include "tests/fakes/SharedPorts.h"
 
 #include <gtest/gtest.h>
 
@@ -22,9 +23,6 @@ public:
 class OwnMenuSourceTest : public ::testing::Test
 {
 protected:
-    OwnMenuSourceTest() { Application::setShared(&application); }
-    ~OwnMenuSourceTest() override { Application::setShared(nullptr); }
-
     std::shared_ptr<MenuItem> add(Menu& menu, const QString& title, const QString& key = {}, quint64 mask = 0)
     {
         auto item = MenuItem::create(title, u"go"_s, key);
@@ -46,6 +44,7 @@ protected:
     }
 
     FakeApplication application;
+    SharedPorts sharedPorts{application};
     std::shared_ptr<CountingTarget> target = std::make_shared<CountingTarget>();
     OwnMenuSource source;
 };

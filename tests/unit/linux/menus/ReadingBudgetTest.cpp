@@ -3,6 +3,7 @@
 
 #include "platform/qt/menu/MenuTracking.h"
 #include "tests/fakes/FakeClock.h"
+#include "tests/fakes/SharedPorts.h"
 
 #include <QCoreApplication>
 #include <gtest/gtest.h>
@@ -18,9 +19,6 @@ namespace {
 class ReadingBudgetTest : public ::testing::Test
 {
 protected:
-    ReadingBudgetTest() { Clock::setShared(&clock); }
-    ~ReadingBudgetTest() override { Clock::setShared(nullptr); }
-
     std::chrono::milliseconds left()
     {
         const ReadingBudget::Reading reading(budget);
@@ -34,6 +32,7 @@ protected:
     }
 
     FakeClock clock;
+    SharedPorts sharedPorts{clock};
     ReadingBudget budget;
 };
 
@@ -49,17 +48,18 @@ protected:
 
 TEST(Deadline, passed_goesByTheProgramsClock)
 {
-    FakeClock clock;
-    Clock::setShared(&clock);
-    const Deadline deadline = Deadline::in(500ms);
-    clock.advance(0.25);
-    EXPECT_FALSE(deadline.passed());
-    EXPECT_EQ(deadline.remaining(), 250ms);
-    EXPECT_EQ(deadline.atMostIn(100ms).remaining(), 100ms);
-    clock.advance(0.25);
-    EXPECT_TRUE(deadline.passed());
-    EXPECT_EQ(deadline.remainingMilliseconds(), 0);
-    Clock::setShared(nullptr);
+    {
+        FakeClock clock;
+        const SharedPorts withClock(clock);
+        const Deadline deadline = Deadline::in(500ms);
+        clock.advance(0.25);
+        EXPECT_FALSE(deadline.passed());
+        EXPECT_EQ(deadline.remaining(), 250ms);
+        EXPECT_EQ(deadline.atMostIn(100ms).remaining(), 100ms);
+        clock.advance(0.25);
+        EXPECT_TRUE(deadline.passed());
+        EXPECT_EQ(deadline.remainingMilliseconds(), 0);
+    }
     EXPECT_EQ(Clock::sharedOrNull(), nullptr);
     EXPECT_FALSE(Deadline::in(1min).passed()) << "the system's clock";
 }

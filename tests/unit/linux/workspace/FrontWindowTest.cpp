@@ -5,6 +5,7 @@
 #include "platform/linux/atspi/KnownMenuBars.h"
 #include "platform/linux/x11/FrontWindowFilter.h"
 #include "tests/fakes/FakeClock.h"
+#include "tests/fakes/SharedPorts.h"
 
 #include <gtest/gtest.h>
 
@@ -152,7 +153,7 @@ TEST(ChildrenJustTold, take_givesThemOnceAndOnlyOfThisBar)
     const BusReference bar{":1.5", "/bar", 1};
     const QList<BusReference> children{{":1.5", "/child", 1}};
     FakeClock clock;
-    Clock::setShared(&clock);
+    const SharedPorts sharedPorts(clock);
     ChildrenJustTold told;
     EXPECT_EQ(told.take(bar), std::nullopt);
     told.tell(bar, children);
@@ -164,7 +165,6 @@ TEST(ChildrenJustTold, take_givesThemOnceAndOnlyOfThisBar)
     told.tell(bar, children);
     clock.advance(std::chrono::duration<double>(ChildrenJustTold::Moment).count());
     EXPECT_EQ(told.take(bar), std::nullopt) << "that was some time ago";
-    Clock::setShared(nullptr);
 }
 
 TEST(AtspiWindowMatch, among_findsTheWindowByWhatIsTold)

@@ -3,6 +3,7 @@
 
 #include "foundation/UserDefaults.h"
 #include "tests/FairTimer.h"
+#include "tests/fakes/SharedPorts.h"
 
 #include <QDir>
 #include <QFile>
@@ -112,9 +113,8 @@ TEST_F(QtDefaultsStoreTest, textThatIsJson_staysAText)
 TEST_F(QtDefaultsStoreTest, dictionaryOfTheSettings_isJsonText)
 {
     QtDefaultsStore store(path());
-    DefaultsStore::setShared(&store);
+    const SharedPorts sharedPorts(store);
     UserDefaults().setObjectForKey(QVariantMap{{u"keyCode"_s, 6}}, u"ShortcutRecorder trigger"_s);
-    DefaultsStore::setShared(nullptr);
     store.synchronize();
     EXPECT_TRUE(contents().contains(R"("{\"keyCode\":6}")")) << contents().toStdString();
 }

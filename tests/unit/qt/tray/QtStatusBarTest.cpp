@@ -6,6 +6,7 @@
 #include "platform/qt/tray/QtStatusItem.h"
 #include "tests/fakes/FakeMenuPresenter.h"
 #include "tests/fakes/FakeScreens.h"
+#include "tests/fakes/SharedPorts.h"
 
 #include <QApplication>
 #include <QSystemTrayIcon>
@@ -67,17 +68,6 @@ QImage image(Qt::GlobalColor color)
 class QtStatusBarTest : public ::testing::Test
 {
 protected:
-    QtStatusBarTest()
-    {
-        MenuPresenter::setShared(&presenter);
-        Screens::setShared(&screens);
-    }
-    ~QtStatusBarTest() override
-    {
-        MenuPresenter::setShared(nullptr);
-        Screens::setShared(nullptr);
-    }
-
     [[nodiscard]] std::shared_ptr<StatusItem> makeItem()
     {
         auto item = bar->statusItemWithLength(StatusBar::VariableStatusItemLength);
@@ -102,6 +92,7 @@ protected:
 
     FakeMenuPresenter presenter;
     FakeScreens screens;
+    SharedPorts sharedPorts{presenter, screens};
     /// The toolkit tells of it in a running program only.
     static void showDesktop(bool isDark)
     {
