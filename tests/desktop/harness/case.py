@@ -22,11 +22,12 @@ class DesktopTest(unittest.TestCase):
 
     session_class = Session
     session_options = {}
+    usual_tools = _TOOLS
     tools = ()
 
     @classmethod
     def setUpClass(cls):
-        require(*_TOOLS, *cls.tools)
+        require(*cls.usual_tools, *cls.tools)
         cls.session = cls.session_class(**cls.session_options)
         cls.addClassCleanup(cls.session.stop)
         cls.session.start()

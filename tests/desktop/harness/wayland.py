@@ -4,21 +4,16 @@ import json
 import os
 import pathlib
 import pwd
-import socket
-import struct
 import subprocess
 import tempfile
-import time
 
 from .processes import Program, adopt_orphans
 from .screen import Screen
 from .session import Session
 from .waiting import wait_for
+from .wayland_input import SIZE, VirtualInput
 
 TOOLS = ("sway", "swaymsg", "Xwayland", "xhost", "grim", "setpriv", "dbus-daemon")
-SIZE = 1280, 800
-LEFT_BUTTON = 0x110
-_X_KEY_OFFSET = 8  # between the codes of the X server and those of the kernel
 
 _CONFIGURATION = """
 output * resolution {size} position 0 0
@@ -26,13 +21,6 @@ xwayland force
 default_border none
 for_window [title=".*"] floating enable
 exec xhost +local:
-"""
-_KEYMAP = """xkb_keymap {
-  xkb_keycodes { include "evdev+aliases(qwerty)" };
-  xkb_types { include "complete" };
-  xkb_compat { include "complete" };
-  xkb_symbols { include "pc+us+inet(evdev)" };
-};
 """
 
 
@@ -50,7 +38,7 @@ class WaylandSession(Session):
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = self._start_bus()
         self._start_compositor()
         self.screen = Screen(self.environment["DISPLAY"])
-        self.input = WaylandInput(self.environment["WAYLAND_DISPLAY"])
+        self.input = VirtualInput(self.environment["WAYLAND_DISPLAY"])
         return self
 
     def stop(self):
@@ -110,118 +98,3 @@ def _nodes(node):
     yield node
     for child in node.get("nodes", []) + node.get("floating_nodes", []):
         yield from _nodes(child)
-
-
-class WaylandInput:
-    """Keys and a pointer, plugged into the compositor."""
-
-    _DISPLAY, _REGISTRY = 1, 2
-
-    def __init__(self, path):
-        self._socket = socket.socket(socket.AF_UNIX)
-        self._socket.connect(path)
-        self._last_id = self._REGISTRY
-        self._buffer = b""
-        self._globals = {}
-        self._send(self._DISPLAY, 1, struct.pack("=I", self._REGISTRY))
-        self._round_trip()
-        seat = self._bind("wl_seat", 1)
-        pointers = self._bind("zwlr_virtual_pointer_manager_v1", 1)
-        self._pointer = self._made_by(pointers, seat)
-        keyboards = self._bind("zwp_virtual_keyboard_manager_v1", 1)
-        self._keyboard = self._made_by(keyboards, seat)
-        self._give_keymap()
-        self._round_trip()
-
-    def close(self):
-        self._socket.close()
-
-    def move(self, x, y):
-        self._send(self._pointer, 1, struct.pack("=IIIII", _now(), x, y, *SIZE))
-        self._send(self._pointer, 4)
-        self._round_trip()
-
-    def click(self, at=None):
-        if at:
-            self.move(*at)
-        for state in (1, 0):
-            self._send(self._pointer, 2, struct.pack("=III", _now(), LEFT_BUTTON, state))
-            self._send(self._pointer, 4)
-            self._round_trip()
-
-    def press(self, code):
-        """Presses a key by its code of the X server."""
-        self._key(code, 1)
-
-    def release(self, code):
-        self._key(code, 0)
-
-    def tap(self, code, *held):
-        for modifier in held:
-            self.press(modifier)
-        self.press(code)
-        time.sleep(0.02)  # nobody is quicker
-        self.release(code)
-        for modifier in reversed(held):
-            self.release(modifier)
-
-    def _key(self, code, state):
-        self._send(self._keyboard, 1, struct.pack("=III", _now(), code - _X_KEY_OFFSET, state))
-        self._round_trip()
-
-    def _give_keymap(self):
-        keymap = _KEYMAP.encode() + b"\0"
-        with tempfile.TemporaryFile() as file:
-            file.write(keymap)
-            file.flush()
-            message = _message(self._keyboard, 0, struct.pack("=II", 1, len(keymap)))
-            socket.send_fds(self._socket, [message], [file.fileno()])
-
-    def _made_by(self, manager, seat):
-        made = self._new_id()
-        self._send(manager, 0, struct.pack("=II", seat, made))
-        return made
-
-    def _bind(self, interface, version):
-        name = self._globals[interface]
-        bound = self._new_id()
-        text = interface.encode() + b"\0"
-        padded = text + b"\0" * (-len(text) % 4)
-        self._send(self._REGISTRY, 0,
-                   struct.pack("=II", name, len(text)) + padded + struct.pack("=II", version, bound))
-        return bound
-
-    def _new_id(self):
-        self._last_id += 1
-        return self._last_id
-
-    def _send(self, target, opcode, arguments=b""):
-        self._socket.sendall(_message(target, opcode, arguments))
-
-    def _round_trip(self):
-        """Waits until the compositor has dealt with all that was sent."""
-        callback = self._new_id()
-        self._send(self._DISPLAY, 0, struct.pack("=I", callback))
-        while True:
-            while len(self._buffer) < 8 or len(self._buffer) < struct.unpack_from("=IHH", self._buffer)[2]:
-                received = self._socket.recv(65536)
-                if not received:
-                    raise RuntimeError("the compositor has hung up")
-                self._buffer += received
-            target, opcode, size = struct.unpack_from("=IHH", self._buffer)
-            arguments, self._buffer = self._buffer[8:size], self._buffer[size:]
-            if target == callback:
-                return
-            if (target, opcode) == (self._DISPLAY, 0):
-                raise RuntimeError(f"the compositor refuses: {arguments!r}")
-            if (target, opcode) == (self._REGISTRY, 0):
-                name, length = struct.unpack_from("=II", arguments)
-                self._globals[arguments[8:8 + length - 1].decode()] = name
-
-
-def _message(target, opcode, arguments):
-    return struct.pack("=IHH", target, opcode, 8 + len(arguments)) + arguments
-
-
-def _now():
-    return int(time.monotonic() * 1000) & 0xffffffff

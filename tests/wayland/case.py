@@ -1,0 +1,62 @@
+# SPDX-License-Identifier: MIT
+"""What all tests in a Wayland compositor begin with."""
+import os
+import pathlib
+import sys
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "desktop"))
+
+from compositors import KWin, Labwc, Sway
+from harness.applications import DATA, fixture_program
+from harness.case import DesktopTest, main
+from harness.waiting import wait_for
+
+COMPOSITORS = {"sway": Sway, "labwc": Labwc, "kwin": KWin}
+
+
+class WaylandTest(DesktopTest):
+    """A test in a session of the compositor that TARNWICK_COMPOSITOR names, sway without it."""
+
+    session_class = COMPOSITORS[os.environ.get("TARNWICK_COMPOSITOR", "sway")]
+    usual_tools = session_class.tools
+
+    def setUp(self):
+        self.input = self.session.input
+
+
+class NativeFixture:
+    """A fixture program that runs on Wayland itself; made when its text field has the keyboard."""
+
+    def __init__(self, session, kit, *options):
+        self._session = session
+        session.put_pointer_away()
+        self._empty = session.picture()
+        self._log = session.directory / "out" / f"{kit}.log"
+        self.program = session.run(fixture_program(kit), DATA / "editor.menu", "--log", self._log, *options)
+        wait_for(lambda: self.lines("focus")[-1:] == ["in"], f"the focus in {kit}; it wrote {self.program.output!r}")
+        self.frame()  # GTK 4 has the focus before its window is there
+
+    @property
+    def pid(self):
+        return self.program.pid
+
+    def lines(self, kind):
+        """The rest of the lines that begin with `kind`, oldest first."""
+        content = self._log.read_text(encoding="utf-8") if self._log.exists() else ""
+        return [line[len(kind) + 1:] for line in content.splitlines() if line.split(" ")[0] == kind]
+
+    def frame(self):
+        """(left, top, right, bottom) of its window in the picture of the screen, once that is at rest; with its shadow."""
+        seen = []
+
+        def rests():
+            seen.append(self._session.picture())
+            return len(seen) > 2 and seen[-1] == seen[-2] == seen[-3] and seen[-1].changed_from(self._empty)
+        return wait_for(rests, "its window in the picture", step=0.05)
+
+    def end(self):
+        """Ends it, and waits until the screen is as it was before."""
+        self._session.put_pointer_away()
+        self.program.stop()
+        wait_for(lambda: self._session.picture() == self._empty, "the screen without its window", step=0.05)
+        self._log.unlink(missing_ok=True)

@@ -1,0 +1,138 @@
+# SPDX-License-Identifier: MIT
+"""Private sessions of Wayland compositors without a screen, with a session bus, a home, and a person's hands and eyes in
+each. No X server is in them: what is started runs on Wayland itself."""
+import pathlib
+import subprocess
+import tempfile
+
+from harness.processes import adopt_orphans
+from harness.session import Session
+from harness.waiting import wait_for
+from harness.wayland_input import SIZE, FakeInput, VirtualInput, WaylandClient
+from picture import Picture
+
+_SIZE = "x".join(map(str, SIZE))
+_HEADLESS = {"WLR_BACKENDS": "headless", "WLR_LIBINPUT_NO_DEVICES": "1", "WLR_RENDERER": "pixman"}
+
+
+class CompositorSession(Session):
+    """What the sessions have in common: each class tells how its compositor is started and driven."""
+
+    tools = ("setpriv", "dbus-daemon", "grim")
+    input_class = VirtualInput
+    ground = (0, 0, 0)  # the colour of the screen where there is no window
+    _seen = None  # the compositor that has the screen, where it is another one
+
+    def start(self):
+        adopt_orphans()
+        self.directory = pathlib.Path(tempfile.mkdtemp(prefix="tw"))
+        for part in ("run", "home", "out"):
+            (self.directory / part).mkdir(mode=0o700)
+        self.environment = self._own_environment()
+        self.environment.pop("DISPLAY", None)
+        self.environment.update(XDG_SESSION_TYPE="wayland", GDK_BACKEND="wayland", QT_QPA_PLATFORM="wayland")
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = self._start_bus()
+        self.environment["WAYLAND_DISPLAY"] = self._start_compositor()
+        self.input = self.input_class(self.environment["WAYLAND_DISPLAY"])
+        wait_for(self._is_drawn, "the screen as large as it is to be, and drawn", step=0.02)
+        return self
+
+    def stop(self):
+        if getattr(self, "input", None):
+            self.input.close()
+        super().stop()
+
+    def picture(self):
+        """What is on the screen now; the pointer is part of it."""
+        environment = {**self.environment, "WAYLAND_DISPLAY": self._seen or self.environment["WAYLAND_DISPLAY"]}
+        result = subprocess.run(["grim", "-t", "ppm", "-"], env=environment, timeout=60, check=True,
+                                stdout=subprocess.PIPE)
+        return Picture.from_ppm(result.stdout)
+
+    def put_pointer_away(self):
+        """Where no window is, and where it can hardly be seen."""
+        self.input.move(SIZE[0] - 1, SIZE[1] - 1)
+
+    def _is_drawn(self):
+        picture = self.picture()
+        return (picture.width, picture.height, picture.at(0, 0)) == (*SIZE, self.ground)
+
+    def screenshot(self, path):
+        path.write_bytes(self.picture().png())
+
+    def _start_compositor(self):
+        """Starts it and returns the path of its socket."""
+        raise NotImplementedError
+
+    def _socket_of(self, program, pattern="wayland-*"):
+        """The socket that a compositor has made; waits until it has a screen, and fails when it has ended."""
+        def find():
+            if not program.running():
+                raise RuntimeError(f"{program.name} has ended: {program.output}")
+            sockets = [path for path in (self.directory / "run").glob(pattern) if path.suffix != ".lock"]
+            return next((str(path) for path in sockets if "wl_output" in _offered(path)), None)
+        return wait_for(find, f"{program.name} with a screen", step=0.02)
+
+    def _write(self, name, text):
+        path = self.directory / name
+        path.parent.mkdir()
+        path.write_text(text, encoding="utf-8")
+        return path
+
+
+class Sway(CompositorSession):
+    tools = (*CompositorSession.tools, "sway")
+    ground = (0x20, 0x30, 0x40)
+    _CONFIGURATION = (f"output * resolution {_SIZE} position 0 0 background #203040 solid_color\nxwayland disable\n"
+                      'default_border none\nfor_window [title=".*"] floating enable\n')
+
+    def _start_compositor(self):
+        configuration = self._write("sway/config", self._CONFIGURATION)
+        return self._socket_of(self.run("sway", "--config", configuration, **_HEADLESS))
+
+
+class Labwc(CompositorSession):
+    """A click on its screen opens no menu."""
+
+    tools = (*CompositorSession.tools, "labwc", "wlr-randr")
+    _CONFIGURATION = """<labwc_config><mouse><context name="Client"><mousebind button="Left" action="Press">
+<action name="Focus"/><action name="Raise"/></mousebind></context></mouse></labwc_config>
+"""
+
+    def _start_compositor(self):
+        configuration = self._write("labwc/rc.xml", self._CONFIGURATION)
+        socket = self._socket_of(self.run("labwc", "-C", configuration.parent, **_HEADLESS))
+        subprocess.run(["wlr-randr", "--output", "HEADLESS-1", "--custom-mode", _SIZE], timeout=60, check=True,
+                       env={**self.environment, "WAYLAND_DISPLAY": socket})
+        return socket
+
+
+class KWin(Sway):
+    """KWin takes pictures with OpenGL only. So its screen is a window, which covers that of another compositor.
+
+    It asks nobody who may press keys, and draws the pointer itself: the other one would tell it never that it was drawn.
+    """
+
+    tools = (*Sway.tools, "kwin_wayland")
+    input_class = FakeInput
+    ground = (0, 0, 0)
+    _ENVIRONMENT = {"KWIN_COMPOSE": "Q", "KWIN_FORCE_SW_CURSOR": "1", "KWIN_WAYLAND_NO_PERMISSION_CHECKS": "1"}
+
+    def _start_compositor(self):
+        self._seen = super()._start_compositor()
+        width, height = SIZE
+        kwin = self.run("kwin_wayland", "--wayland-display", self._seen, "--socket", "kwin", "--no-lockscreen",
+                        "--width", width, "--height", height, **self._ENVIRONMENT)
+        return self._socket_of(kwin, "kwin")
+
+
+def _offered(path):
+    """The interfaces of the compositor at a path; none while nobody answers there."""
+    try:
+        client = WaylandClient(str(path))
+    except OSError:
+        return set()
+    try:
+        return client.names
+    finally:
+        client.close()
