@@ -1,71 +1,60 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/atspi/AtspiKeyBinding.h"
 
-#include <QKeySequence>
+#include "platform/linux/input/PortableShortcut.h"
 
-#include <array>
-#include <utility>
+#include <xkbcommon/xkbcommon-keysyms.h>
+
+#include <algorithm>
+#include <iterator>
 
 namespace tarnwick {
 
 namespace {
 
-/// The keys with names of their own that a menu can show.
-constexpr std::array<std::pair<int, xkb_keysym_t>, 12> NamedKeys{{
-    {Qt::Key_Return, XKB_KEY_Return},
-    {Qt::Key_Backspace, XKB_KEY_BackSpace},
-    {Qt::Key_Escape, XKB_KEY_Escape},
-    {Qt::Key_PageUp, XKB_KEY_Page_Up},
-    {Qt::Key_PageDown, XKB_KEY_Page_Down},
-    {Qt::Key_Home, XKB_KEY_Home},
-    {Qt::Key_End, XKB_KEY_End},
-    {Qt::Key_Left, XKB_KEY_Left},
-    {Qt::Key_Right, XKB_KEY_Right},
-    {Qt::Key_Up, XKB_KEY_Up},
-    {Qt::Key_Down, XKB_KEY_Down},
-    {Qt::Key_Eject, XKB_KEY_XF86Eject},
-}};
+/// The keys that type no character and that a menu can show, besides those with numbers.
+constexpr xkb_keysym_t ShownKeys[] = {
+    XKB_KEY_Return, XKB_KEY_BackSpace, XKB_KEY_Escape, XKB_KEY_Page_Up, XKB_KEY_Page_Down, XKB_KEY_Home,
+    XKB_KEY_End,    XKB_KEY_Left,      XKB_KEY_Right,  XKB_KEY_Up,      XKB_KEY_Down,      XKB_KEY_XF86Eject,
+};
 
-xkb_keysym_t keysymOf(int key)
+char32_t characterOf(xkb_keysym_t key)
 {
-    if (key < Qt::Key_Escape)
-        return xkb_utf32_to_keysym(static_cast<std::uint32_t>(key));
-    if (key >= Qt::Key_F1 && key <= Qt::Key_F35)
-        return XKB_KEY_F1 + static_cast<xkb_keysym_t>(key - Qt::Key_F1);
-    for (const auto& [named, keysym] : NamedKeys)
-        if (named == key)
-            return keysym;
-    return XKB_KEY_NoSymbol;
+    return xkb_keysym_to_utf32(key);
 }
 
-bool isLetterOf(int key, const QString& name)
+bool canBeShown(xkb_keysym_t key)
 {
-    const auto code = static_cast<char32_t>(key);
-    return key < Qt::Key_Escape && name.contains(QString::fromUcs4(&code, 1), Qt::CaseInsensitive);
+    return (key >= XKB_KEY_F1 && key <= XKB_KEY_F35) || QChar::isPrint(characterOf(key)) ||
+           std::ranges::find(ShownKeys, key) != std::end(ShownKeys);
+}
+
+bool isLetterOf(xkb_keysym_t key, const QString& name)
+{
+    const char32_t character = characterOf(key);
+    return character != 0 && name.contains(QString::fromUcs4(&character, 1), Qt::CaseInsensitive);
 }
 
 std::optional<KeyBinding> parsePortableText(const QString& text, const QString& name)
 {
-    const QKeySequence sequence = QKeySequence::fromString(text, QKeySequence::PortableText);
-    if (sequence.count() != 1)
+    const auto read = PortableShortcut::parse(text);
+    if (!read || !canBeShown(read->keysym))
         return std::nullopt;
-    const QKeyCombination combination = sequence[0];
-    const Qt::KeyboardModifiers modifiers = combination.keyboardModifiers();
-    const int key = combination.key();
-    if (modifiers == Qt::AltModifier && isLetterOf(key, name)) // what Qt gives for a mnemonic
+    const bool onlyAlt = read->alt && !read->control && !read->shift && !read->super;
+    if (onlyAlt && isLetterOf(read->keysym, name)) // what Qt gives for a mnemonic
         return std::nullopt;
-    const KeyBinding binding{modifiers.testFlag(Qt::ControlModifier), modifiers.testFlag(Qt::AltModifier),
-                             modifiers.testFlag(Qt::ShiftModifier), modifiers.testFlag(Qt::MetaModifier),
-                             keysymOf(key)};
-    return binding.key == XKB_KEY_NoSymbol ? std::nullopt : std::optional(binding);
+    return KeyBinding{read->control, read->alt, read->shift, read->super, read->keysym};
 }
 
 } // namespace
 
 std::optional<KeyBinding> keyBindingOf(const QString& text, const QString& name, AtspiToolkit toolkit)
 {
-    if (toolkit != AtspiToolkit::Qt && text.contains(u';')) // mnemonic; path from the menu bar; accelerator
-        return KeyBinding::parseAccelerator(text.section(u';', 2, 2).trimmed());
+    if (toolkit != AtspiToolkit::Qt && text.contains(u';')) { // mnemonic; path from the menu bar; accelerator
+        const bool ofGtk = toolkit == AtspiToolkit::Gtk || toolkit == AtspiToolkit::Gtk4;
+        return KeyBinding::parseAccelerator(text.section(u';', 2, 2).trimmed(),
+                                            ofGtk ? KeyBinding::Meta::IsAlt : KeyBinding::Meta::IsSuper);
+    }
     if (toolkit == AtspiToolkit::Gtk || toolkit == AtspiToolkit::Bridge || text.startsWith(u'<'))
         return std::nullopt;
     return parsePortableText(text, name);

@@ -1,37 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/menus/KeyBinding.h"
 
+#include "platform/linux/input/Accelerator.h"
 #include "platform/linux/input/KeysymNames.h"
 
 #include <QList>
 
-#include <array>
-#include <utility>
-
-using namespace Qt::StringLiterals;
-
 namespace tarnwick {
 
 namespace {
-
-/// The flag of `binding` that a word in angle brackets names; null for modifiers that no menu can show.
-bool* modifierNamed(const QString& word, KeyBinding& binding)
-{
-    static const std::array<std::pair<QString, bool KeyBinding::*>, 8> names{{
-        {u"primary"_s, &KeyBinding::control},
-        {u"control"_s, &KeyBinding::control},
-        {u"ctrl"_s, &KeyBinding::control},
-        {u"shift"_s, &KeyBinding::shift},
-        {u"alt"_s, &KeyBinding::alt},
-        {u"mod1"_s, &KeyBinding::alt},
-        {u"super"_s, &KeyBinding::super},
-        {u"meta"_s, &KeyBinding::super},
-    }};
-    for (const auto& [known, flag] : names)
-        if (word.compare(known, Qt::CaseInsensitive) == 0)
-            return &(binding.*flag);
-    return nullptr;
-}
 
 /// A keysym's name, or a character itself.
 xkb_keysym_t keysymWritten(const QString& text)
@@ -42,20 +19,15 @@ xkb_keysym_t keysymWritten(const QString& text)
 
 } // namespace
 
-std::optional<KeyBinding> KeyBinding::parseAccelerator(const QString& text)
+std::optional<KeyBinding> KeyBinding::parseAccelerator(const QString& text, Meta meta)
 {
-    KeyBinding binding;
-    qsizetype position = 0;
-    while (position < text.size() && text[position] == u'<') {
-        const qsizetype end = text.indexOf(u'>', position);
-        bool* modifier =
-            end < 0 ? nullptr : modifierNamed(text.mid(position + 1, end - position - 1), binding);
-        if (!modifier)
-            return std::nullopt;
-        *modifier = true;
-        position = end + 1;
-    }
-    binding.key = keysymWritten(text.mid(position));
+    const auto accelerator = Accelerator::parse(text);
+    if (!accelerator)
+        return std::nullopt;
+    const KeyBinding binding{
+        accelerator->control, accelerator->alt || (accelerator->meta && meta == Meta::IsAlt),
+        accelerator->shift, accelerator->super || (accelerator->meta && meta == Meta::IsSuper),
+        keysymWritten(accelerator->key)};
     return binding.key == XKB_KEY_NoSymbol ? std::nullopt : std::optional(binding);
 }
 

@@ -3,9 +3,10 @@
 
 #include "foundation/Application.h"
 #include "menu/Menu.h"
+#include "platform/linux/input/PortableShortcut.h"
+#include "platform/qt/menu/KeyCharacters.h"
 
-#include <array>
-#include <utility>
+#include <QKeySequence>
 
 using namespace Qt::StringLiterals;
 
@@ -17,28 +18,13 @@ namespace {
 const QString ReservedTitle = u"Tarnwick"_s;
 const QString ReplacementTitle = u"Application"_s;
 
-constexpr std::array<std::pair<char16_t, xkb_keysym_t>, 11> Keys{{
-    {0x0008, XKB_KEY_BackSpace},
-    {0x000D, XKB_KEY_Return},
-    {0x001B, XKB_KEY_Escape},
-    {0xF700, XKB_KEY_Up},
-    {0xF701, XKB_KEY_Down},
-    {0xF702, XKB_KEY_Left},
-    {0xF703, XKB_KEY_Right},
-    {0xF729, XKB_KEY_Home},
-    {0xF72B, XKB_KEY_End},
-    {0xF72C, XKB_KEY_Page_Up},
-    {0xF72D, XKB_KEY_Page_Down},
-}};
-
 xkb_keysym_t keysymOf(char16_t character)
 {
-    if (character >= 0xF704 && character <= 0xF710)
-        return XKB_KEY_F1 + (character - 0xF704U);
-    for (const auto& [known, key] : Keys)
-        if (known == character)
-            return key;
-    return xkb_utf32_to_keysym(character);
+    const auto key = keyOfCharacter(character);
+    if (!key)
+        return xkb_utf32_to_keysym(character);
+    const auto named = PortableShortcut::parse(QKeySequence(*key).toString(QKeySequence::PortableText));
+    return named ? named->keysym : XKB_KEY_NoSymbol;
 }
 
 std::optional<MenuShortcut> shortcutOf(const MenuItem& item)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/application/QtEventConverter.h"
 
+#include "platform/qt/menu/KeyCharacters.h"
+
 #include <QEnterEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -11,37 +13,12 @@ namespace tarnwick {
 
 namespace {
 
-/// Keys whose character is not what the layout types.
-struct SpecialKey
+/// Whether events of the key have the function-key bit.
+bool isFunctionKey(int key)
 {
-    int key;
-    char16_t character;
-    bool function; ///< sets the function-key bit
-};
-
-constexpr SpecialKey SpecialKeys[] = {
-    {Qt::Key_Up, 0xF700, true},       {Qt::Key_Down, 0xF701, true},       {Qt::Key_Left, 0xF702, true},
-    {Qt::Key_Right, 0xF703, true},    {Qt::Key_Insert, 0xF727, false},    {Qt::Key_Delete, 0xF728, false},
-    {Qt::Key_Home, 0xF729, true},     {Qt::Key_End, 0xF72B, true},        {Qt::Key_PageUp, 0xF72C, true},
-    {Qt::Key_PageDown, 0xF72D, true}, {Qt::Key_Print, 0xF72E, false},     {Qt::Key_ScrollLock, 0xF72F, false},
-    {Qt::Key_Pause, 0xF730, false},   {Qt::Key_SysReq, 0xF731, false},    {Qt::Key_Menu, 0xF735, false},
-    {Qt::Key_Help, 0xF746, false},    {Qt::Key_Backspace, 0x007F, false}, {Qt::Key_Tab, 0x0009, false},
-    {Qt::Key_Backtab, 0x0019, false}, {Qt::Key_Return, 0x000D, false},    {Qt::Key_Enter, 0x0003, false},
-    {Qt::Key_Escape, 0x001B, false},
-};
-
-constexpr char16_t F1Character = 0xF704;
-
-std::optional<SpecialKey> specialKey(const QKeyEvent& key)
-{
-    if (key.key() >= Qt::Key_F1 && key.key() <= Qt::Key_F35)
-        return SpecialKey{key.key(), char16_t(F1Character + (key.key() - Qt::Key_F1)), true};
-    for (const SpecialKey& special : SpecialKeys) {
-        if (special.key == key.key())
-            return special;
-    }
-    return std::nullopt;
+    return (key >= Qt::Key_F1 && key <= Qt::Key_F35) || (key >= Qt::Key_Home && key <= Qt::Key_PageDown);
 }
+static_assert(Qt::Key_Home < Qt::Key_Up && Qt::Key_PageDown == Qt::Key_Home + 7, "arrows are in between");
 
 /// The modifier that the key itself is; 0 for any other key.
 quint64 modifierOfKey(int key)
@@ -225,10 +202,10 @@ void QtEventConverter::_changeFlags(const QKeyEvent& key, Event& event)
 void QtEventConverter::_addCharacters(const QKeyEvent& key, Event& event) const
 {
     // A keypad key that types its digit is no arrow: Qt then names the digit as the key.
-    if (const auto special = specialKey(key)) {
-        event.characters = QString(QChar(special->character));
+    if (const auto character = characterOfKey(key.key())) {
+        event.characters = QString(QChar(*character));
         event.charactersIgnoringModifiers = event.characters;
-        if (special->function)
+        if (isFunctionKey(key.key()))
             event.modifierFlags |= FunctionKeyMask;
         return;
     }
