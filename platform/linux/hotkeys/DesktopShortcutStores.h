@@ -19,7 +19,7 @@ public:
     [[nodiscard]] static DesktopShortcutStores ofSession();
 
     /// The shortcuts of the first desktop in `currentDesktops` (as in XDG_CURRENT_DESKTOP) that is known,
-    /// read afresh: empty when none is, nothing when the store is there but cannot be read. Takes 1.5 s at
+    /// read afresh: empty when none is, nothing when the store is there but cannot be read. Takes 0.5 s at
     /// most.
     [[nodiscard]] std::optional<QList<DesktopShortcut>> read(const QStringList& currentDesktops) const;
 

@@ -23,8 +23,8 @@ class X11KeyGrab;
 
 /// Hot keys as passive grabs of physical keys on Qt's own X connection, so that the pop-up can take the
 /// keyboard over while the hot key is still down. Without an X server nothing can be registered. A press
-/// while a menu is open is dropped, and so are the repeats of a key that is held down, be it since before it
-/// was registered.
+/// while a menu is open is dropped, and so are the repeats of a key that is held down, even if it was before
+/// it was registered.
 class X11HotKeys final : public QObject, public X11EventFilter, public HotKeys
 {
     Q_OBJECT

@@ -10,7 +10,7 @@ namespace tarnwick {
 /// Whether the toolkit of this program has made the window.
 [[nodiscard]] bool isToolkitWindow(xcb_window_t window);
 
-/// Which window has the input focus, asked at its making.
+/// Which window has the input focus. The constructor sends the question.
 class X11FocusQuestion
 {
 public:
@@ -26,16 +26,16 @@ private:
 /// The window that has the input focus now: one round trip.
 [[nodiscard]] xcb_window_t focusWindow(X11Connection& connection);
 
-/// Which ancestor of a window is right below the root, the window manager's frame included: asked step by
-/// step, the first at its making.
+/// Which ancestor of a window is right below the root, the window manager's frame included. It takes a
+/// question for each ancestor; the constructor sends the first.
 class X11OutermostQuestion
 {
 public:
     X11OutermostQuestion(X11Connection& connection, xcb_window_t window);
 
     [[nodiscard]] xcb_window_t of() const { return _of; }
-    /// Takes the parent in and asks for the next one; false at the end. To be called where what was asked is
-    /// answered by now, as after waiting for a later answer, so that answer() waits less.
+    /// Takes the answer in and sends the next question; false at the end. To be called when the answer is
+    /// there, because a later one has been waited for, so that answer() waits less.
     bool advance();
     /// The window itself when it is gone.
     [[nodiscard]] xcb_window_t answer();

@@ -10,7 +10,7 @@ namespace tarnwick {
 /// One bit a key code: the keys that are down.
 using X11Keys = std::bitset<256>;
 
-/// What is down on the keyboard, asked at its making.
+/// What is down on the keyboard. The constructor sends the question.
 class X11KeysQuestion
 {
 public:

@@ -17,7 +17,7 @@ class X11Connection;
 /// this connection: three round trips.
 [[nodiscard]] bool endOfGrabIsMisread(X11Connection& connection);
 
-/// Ends the connection's keyboard grab, be it `byWayOfTheRoot`, where nobody misreads that. Any thread.
+/// Ends the connection's keyboard grab. `byWayOfTheRoot`, nobody misreads that. Any thread.
 void letKeyboardGo(X11Connection& connection, bool byWayOfTheRoot);
 
 /// The keyboard, taken in a way that the application with the focus doesn't notice: grabbed on its own focus

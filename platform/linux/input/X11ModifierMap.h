@@ -26,7 +26,7 @@ public:
     X11ModifierMap() = default;
     X11ModifierMap(KeyCodesOfBits keyCodesOfBits, const KeysymsOf& keysymsOf);
 
-    /// What the server's map is, asked at its making.
+    /// What the server's map is. The constructor sends the question.
     class Question
     {
     public:

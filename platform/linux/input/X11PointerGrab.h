@@ -17,7 +17,7 @@ struct X11PointerState
     quint16 modifiers = 0; ///< core modifier state
 };
 
-/// What the pointer is doing, asked at its making.
+/// What the pointer is doing. The constructor sends the question.
 class X11PointerQuestion
 {
 public:

@@ -37,7 +37,7 @@ public:
         KeyWatch& operator=(const KeyWatch&) = delete;
     };
 
-    /// Whether a button was pressed at most so long ago, be it up again or not.
+    /// Whether a button was pressed at most so long ago; it may be up again.
     [[nodiscard]] bool pressedWithin(std::chrono::milliseconds time) const
     {
         return _sincePress.isValid() && !_sincePress.hasExpired(time.count());

@@ -10,7 +10,8 @@
 
 namespace tarnwick {
 
-/// A property of a window, asked for at its making; one of the two below takes it in, once.
+/// A property of a window. The constructor sends the question; one of the functions below takes the answer
+/// in, once.
 class X11Property
 {
 public:
