@@ -87,7 +87,7 @@ private:
 
     std::shared_ptr<Menu> _menuOf(const QString& name, const QStringList& titles)
     {
-        const auto menu = Menu::create(name);
+        auto menu = Menu::create(name);
         menu->setDelegate(&_delegate);
         for (const QString& title : titles) {
             const bool denied = title == QStringLiteral("Denied");
@@ -101,8 +101,8 @@ private:
 
     std::shared_ptr<Menu> _menu()
     {
-        const auto menu = _menuOf(QStringLiteral("bar"), {QStringLiteral("Open"), QStringLiteral("Denied"),
-                                                          QStringLiteral("Recent")});
+        auto menu = _menuOf(QStringLiteral("bar"),
+                            {QStringLiteral("Open"), QStringLiteral("Denied"), QStringLiteral("Recent")});
         menu->itemWithTitle(QStringLiteral("Recent"))
             ->setSubmenu(
                 _menuOf(QStringLiteral("recent"), {QStringLiteral("Alpha"), QStringLiteral("Beta")}));
