@@ -361,8 +361,13 @@ TEST_F(LinuxWorkspaceTest, aWindowThatOnlyTheTreeKnows_isInFrontAsLongAsNoOtherI
     const QStringList titles = barTitles();
     const xcb_window_t window = windowOf(program, u"Fixture"_s);
     findsNative = true;
-    native = {nativeReading->tree.activeWindow.current().reference, program.processIdentifier()};
-    ASSERT_TRUE(native);
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] {
+            native = {nativeReading->tree.activeWindow.current().reference, program.processIdentifier()};
+            return bool(native);
+        },
+        Limit))
+        << "the tree tells of it a moment after the server";
     FrontApplication& front = *nativeReading->front;
     EXPECT_FALSE(front.lookAgain());
     EXPECT_FALSE(front.current().isNative());
