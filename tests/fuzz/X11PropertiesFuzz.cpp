@@ -109,7 +109,7 @@ void checkFront(X11Windows& windows)
     if (!front || !*front)
         return;
     const auto& table = WindowTable::shared().windows;
-    const auto found = table.constFind(front->window);
+    const auto found = table.constFind(front->id);
     require(found != table.cend() && found->mapped && !found->overrideRedirect,
             "the front window is there to be seen");
     checkProcess(front->processIdentifier);
