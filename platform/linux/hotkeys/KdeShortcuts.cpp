@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/hotkeys/KdeShortcuts.h"
 
+#include "platform/qt/settings/KeyFile.h"
+
 #include <QStringList>
 
 using namespace Qt::StringLiterals;
@@ -50,23 +52,16 @@ QString firstItem(const QString& list)
 QList<DesktopShortcut> parseKdeShortcuts(const QByteArray& contents)
 {
     QList<DesktopShortcut> shortcuts;
-    bool services = false;
-    bool component = false;
-    const auto lines = QString::fromUtf8(contents).split(u'\n');
-    for (const QString& line : lines) {
-        if (line.startsWith(u'[')) {
-            services = line.startsWith(u"[services]"_s);
-            component = !line.startsWith(u"[$"_s); // the file's own book-keeping is in groups named so
-            continue;
-        }
-        const qsizetype equals = line.indexOf(u'=');
-        if (!component || equals <= 0 || line.startsWith(u'#') || line.startsWith(u"_k_friendly_name"_s))
+    for (const auto& [group, key, written] : key_file::entriesOf(contents)) {
+        // The file's own book-keeping is in groups named so.
+        if (group.isEmpty() || group.startsWith('$') || key.startsWith("_k_friendly_name"))
             continue;
         // A service's keys stand alone; those of other components come with their default and a name.
-        const QString value = unescaped(line.mid(equals + 1));
-        const auto keys = (services ? value : firstItem(value)).split(u'\t', Qt::SkipEmptyParts);
-        for (const QString& key : keys) {
-            if (const auto shortcut = key == u"none" ? std::nullopt : DesktopShortcut::ofPortableText(key))
+        const bool ofService = group == "services" || group.startsWith("services]");
+        const QString value = unescaped(key_file::textOf(written));
+        const auto texts = (ofService ? value : firstItem(value)).split(u'\t', Qt::SkipEmptyParts);
+        for (const QString& text : texts) {
+            if (const auto shortcut = text == u"none" ? std::nullopt : DesktopShortcut::ofPortableText(text))
                 shortcuts.append(*shortcut);
         }
     }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/look/LookSources.h"
 
+#include "platform/qt/settings/KeyFile.h"
+
 #include <QStringList>
 
 #include <algorithm>
@@ -78,15 +80,11 @@ QHash<QString, Group> groupsOf(const QList<QByteArray>& layers)
 {
     QHash<QString, Group> groups;
     for (const QByteArray& layer : layers) {
-        QString group;
-        const auto lines = QString::fromUtf8(layer).split(u'\n');
-        for (const QString& whole : lines) {
-            const QString line = whole.trimmed();
-            const auto equals = line.indexOf(u'=');
-            if (line.startsWith(u'[') && line.endsWith(u']'))
-                group = line.mid(1, line.size() - 2);
-            else if (equals > 0 && !groups[group].contains(line.left(equals)))
-                groups[group].insert(line.left(equals), line.mid(equals + 1));
+        for (const auto& [group, key, value] : key_file::entriesOf(layer)) {
+            Group& entries = groups[key_file::textOf(group)];
+            const QString name = key_file::textOf(key);
+            if (!entries.contains(name))
+                entries.insert(name, key_file::textOf(value));
         }
     }
     return groups;

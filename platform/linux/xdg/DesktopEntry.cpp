@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/xdg/DesktopEntry.h"
 
+#include "platform/qt/settings/KeyFile.h"
 #include "platform/qt/settings/WholeFile.h"
 
 #include <algorithm>
-#include <iterator>
 
 using namespace Qt::StringLiterals;
 
@@ -13,15 +13,6 @@ namespace tarnwick {
 namespace {
 
 constexpr qint64 LargestFile = 1024LL * 1024;
-
-/// Without the blanks that may stand around a key or a value; others belong to it.
-QString withoutBlanksAround(const QString& text)
-{
-    const auto isBlank = [](QChar c) { return c == u' ' || c == u'\t' || c == u'\r'; };
-    const auto* const begin = std::find_if_not(text.cbegin(), text.cend(), isBlank);
-    const auto end = std::find_if_not(text.crbegin(), std::make_reverse_iterator(begin), isBlank).base();
-    return QString(begin, end - begin);
-}
 
 QString unescaped(const QString& value, QChar listSeparator = {})
 {
@@ -130,21 +121,13 @@ std::optional<DesktopEntry> DesktopEntry::parse(const QByteArray& contents)
 {
     DesktopEntry entry;
     bool found = false;
-    bool inside = false;
-    const auto lines = QString::fromUtf8(contents).split(u'\n');
-    for (const QString& raw : lines) {
-        const QString line = withoutBlanksAround(raw);
-        if (line.startsWith(u'[')) {
-            inside = line == u"[Desktop Entry]";
-            found = found || inside;
+    for (const auto& [group, writtenKey, value] : key_file::entriesOf(contents)) {
+        if (group != "Desktop Entry")
             continue;
-        }
-        const auto equals = line.indexOf(u'=');
-        if (!inside || line.startsWith(u'#') || equals <= 0)
-            continue;
-        const QString key = withoutBlanksAround(line.left(equals));
+        found = true;
+        const QString key = key_file::textOf(writtenKey);
         if (!entry._values.contains(key))
-            entry._values.insert(key, withoutBlanksAround(line.mid(equals + 1)));
+            entry._values.insert(key, key_file::textOf(value));
     }
     if (!found)
         return std::nullopt;

@@ -15,7 +15,7 @@ namespace tarnwick {
 class DesktopEntry
 {
 public:
-    /// Nothing when there is no main group.
+    /// Nothing when there is no main group, or nothing in it.
     [[nodiscard]] static std::optional<DesktopEntry> parse(const QByteArray& contents);
     /// Nothing when `path` cannot be read; files of more than 1 MiB are no desktop entries.
     [[nodiscard]] static std::optional<DesktopEntry> read(const QString& path);

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/qt/settings/SettingsText.h"
 
-#include <QStringDecoder>
+#include "platform/qt/settings/KeyFile.h"
+
 #include <QUrl>
 
 #include <algorithm>
@@ -14,17 +15,9 @@ namespace {
 
 const QString GeneralGroup = u"General"_s;
 
-/// As written: what looks like a byte-order mark is a character like others.
-QString decoded(const QByteArray& bytes)
-{
-    QStringDecoder decoder(QStringDecoder::Utf8,
-                           QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
-    return decoder(bytes);
-}
-
 QString decodedName(const QByteArray& escaped)
 {
-    return decoded(QByteArray::fromPercentEncoding(escaped));
+    return key_file::textOf(QByteArray::fromPercentEncoding(escaped));
 }
 
 bool isHexadecimal(QChar c)
@@ -66,7 +59,7 @@ QString unescaped(const QString& raw)
         else
             value += raw.at(i);
     }
-    return value.isValidUtf16() ? value : decoded(value.toUtf8());
+    return value.isValidUtf16() ? value : key_file::textOf(value.toUtf8());
 }
 
 QString escaped(const QString& value)
@@ -102,6 +95,12 @@ bool isGeneral(const QString& group)
     return group.compare(GeneralGroup, Qt::CaseInsensitive) == 0;
 }
 
+/// Of the keys in the group.
+QString prefixOf(const QString& group)
+{
+    return group.isEmpty() || isGeneral(group) ? QString() : group + u'/';
+}
+
 /// Where the group that `key` is written in ends: -1 for a key that is known by itself alone.
 qsizetype groupEnd(const QString& key)
 {
@@ -115,20 +114,9 @@ qsizetype groupEnd(const QString& key)
 QSettings::SettingsMap parse(const QByteArray& contents)
 {
     QSettings::SettingsMap settings;
-    QString group;
-    for (const QByteArray& bytes : contents.split('\n')) {
-        const QByteArray line = bytes.trimmed();
-        if (line.startsWith('[') && line.endsWith(']')) {
-            const QString name = decodedName(line.mid(1, line.size() - 2));
-            group = isGeneral(name) ? QString() : name + u'/';
-            continue;
-        }
-        const qsizetype equals = line.indexOf('=');
-        if (equals <= 0 || line.startsWith(';') || line.startsWith('#'))
-            continue;
-        const QString key = decodedName(line.left(equals).trimmed());
-        settings.insert(group + key, unescaped(decoded(line.mid(equals + 1).trimmed())));
-    }
+    for (const key_file::Entry& entry : key_file::entriesOf(contents))
+        settings.insert(prefixOf(decodedName(entry.group)) + decodedName(entry.key),
+                        unescaped(key_file::textOf(entry.value)));
     return settings;
 }
 

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+#include "platform/qt/settings/KeyFile.h"
+
+#include <QStringDecoder>
+
+namespace tarnwick::key_file {
+
+namespace {
+
+constexpr char ByteOrderMark[] = "\xEF\xBB\xBF";
+
+bool isBlank(char c)
+{
+    return c == ' ' || c == '\t' || c == '\r';
+}
+
+/// Others than these belong to what they stand beside.
+QByteArray withoutBlanksAround(const QByteArray& bytes)
+{
+    qsizetype begin = 0;
+    qsizetype end = bytes.size();
+    while (begin < end && isBlank(bytes.at(begin)))
+        ++begin;
+    while (end > begin && isBlank(bytes.at(end - 1)))
+        --end;
+    return bytes.mid(begin, end - begin);
+}
+
+/// A bracket that does not close begins a group, too, but none that anybody knows.
+QByteArray groupOf(const QByteArray& line)
+{
+    return line.endsWith(']') ? line.mid(1, line.size() - 2) : line;
+}
+
+} // namespace
+
+QList<Entry> entriesOf(const QByteArray& contents)
+{
+    QList<Entry> entries;
+    QByteArray group;
+    const bool marked = contents.startsWith(ByteOrderMark);
+    const auto lines = contents.mid(marked ? sizeof ByteOrderMark - 1 : 0).split('\n');
+    for (const QByteArray& whole : lines) {
+        const QByteArray line = withoutBlanksAround(whole);
+        if (line.startsWith('#') || line.startsWith(';'))
+            continue;
+        if (line.startsWith('[')) {
+            group = groupOf(line);
+            continue;
+        }
+        const qsizetype equals = line.indexOf('=');
+        if (equals > 0)
+            entries.append(
+                {group, withoutBlanksAround(line.left(equals)), withoutBlanksAround(line.mid(equals + 1))});
+    }
+    return entries;
+}
+
+QString textOf(const QByteArray& bytes)
+{
+    QStringDecoder decoder(QStringDecoder::Utf8,
+                           QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
+    return decoder(bytes);
+}
+
+} // namespace tarnwick::key_file

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+
+namespace tarnwick {
+
+/// Files of groups in brackets and lines of "key=value", as desktops, their programs and Qt write them. They
+/// differ in how names and values are written down, which is the caller's to read. Whatever a file holds,
+/// reading it never fails.
+namespace key_file {
+
+struct Entry
+{
+    QByteArray group; ///< what is between the outer brackets; empty before the first group
+    QByteArray key;   ///< never empty
+    QByteArray value;
+};
+
+/// The entries in the order of the file, the blanks around their parts left out. Lines that begin with "#" or
+/// ";" are comments; what is neither that nor a group nor an entry is left out.
+[[nodiscard]] QList<Entry> entriesOf(const QByteArray& contents);
+
+/// UTF-8 as it is written: what looks like a byte-order mark is a character like others.
+[[nodiscard]] QString textOf(const QByteArray& bytes);
+
+} // namespace key_file
+
+} // namespace tarnwick
