@@ -32,9 +32,9 @@ FUZZ_PACKAGES=(clang libclang-rt-dev llvm)
 # the desktops and toolkits of that time that they are about.
 ROOT_SUITES=(trixie)
 TRIXIE_PACKAGES=(
-    "${BUILD_PACKAGES[@]}" "${RUN_PACKAGES[@]}" ccache
+    "${BUILD_PACKAGES[@]}" "${RUN_PACKAGES[@]}" "${PACKAGE_PACKAGES[@]}" ccache
     libgtest-dev libgmock-dev libbenchmark-dev libgtk-3-dev libgtk-4-dev qtbase5-dev libxcb-damage0-dev libxcb-xtest0-dev
-    xvfb openbox x11-utils x11-xkb-utils x11-xserver-utils xclip python3 python3-gi python3-xlib libglib2.0-bin valgrind
+    xvfb openbox x11-utils x11-xkb-utils x11-xserver-utils xclip python3 python3-gi python3-xlib libglib2.0-bin valgrind locales
     liblayershellqtinterface-dev libwayland-dev wayland-protocols qt6-wayland
     sway labwc wlr-randr kwin-wayland grim fcitx5
 )
