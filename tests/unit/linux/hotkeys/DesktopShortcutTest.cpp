@@ -78,6 +78,7 @@ TEST(DesktopShortcut, portableText_isNamesJoinedWithPlus)
         {u"Meta+PgUp"_s, keysym(XKB_KEY_Page_Up, Command)},
         {u"Alt+Space"_s, keysym(XKB_KEY_space, Option)},
         {u"Alt+Shift+Backtab"_s, keysym(XKB_KEY_Tab, Option | Shift)},
+        {u"Alt+Backtab"_s, keysym(XKB_KEY_Tab, Option | Shift)},
         {u"Volume Up"_s, keysym(XKB_KEY_XF86AudioRaiseVolume)},
         {u"Meta+Ж"_s, keysym(XKB_KEY_Cyrillic_zhe, Command)},
         {u"ctrl+del"_s, keysym(XKB_KEY_Delete, Control)},
