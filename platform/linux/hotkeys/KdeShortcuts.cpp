@@ -54,10 +54,10 @@ QList<DesktopShortcut> parseKdeShortcuts(const QByteArray& contents)
     QList<DesktopShortcut> shortcuts;
     for (const auto& [group, key, written] : key_file::entriesOf(contents)) {
         // The file's own book-keeping is in groups named so.
-        if (group.isEmpty() || group.startsWith('$') || key.startsWith("_k_friendly_name"))
+        if (!group || group->isEmpty() || group->startsWith('$') || key.startsWith("_k_friendly_name"))
             continue;
         // A service's keys stand alone; those of other components come with their default and a name.
-        const bool ofService = group == "services" || group.startsWith("services]");
+        const bool ofService = group == "services" || group->startsWith("services]");
         const QString value = unescaped(key_file::textOf(written));
         const auto texts = (ofService ? value : firstItem(value)).split(u'\t', Qt::SkipEmptyParts);
         for (const QString& text : texts) {

@@ -81,7 +81,7 @@ QHash<QString, Group> groupsOf(const QList<QByteArray>& layers)
     QHash<QString, Group> groups;
     for (const QByteArray& layer : layers) {
         for (const auto& [group, key, value] : key_file::entriesOf(layer)) {
-            Group& entries = groups[key_file::textOf(group)];
+            Group& entries = groups[key_file::textOf(group.value_or(QByteArray()))];
             const QString name = key_file::textOf(key);
             if (!entries.contains(name))
                 entries.insert(name, key_file::textOf(value));

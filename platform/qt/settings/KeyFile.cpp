@@ -37,7 +37,7 @@ QByteArray groupOf(const QByteArray& line)
 QList<Entry> entriesOf(const QByteArray& contents)
 {
     QList<Entry> entries;
-    QByteArray group;
+    std::optional<QByteArray> group;
     const bool marked = contents.startsWith(ByteOrderMark);
     const auto lines = contents.mid(marked ? sizeof ByteOrderMark - 1 : 0).split('\n');
     for (const QByteArray& whole : lines) {

@@ -5,6 +5,8 @@
 #include <QList>
 #include <QString>
 
+#include <optional>
+
 namespace tarnwick {
 
 /// Files of groups in brackets and lines of "key=value", as desktops, their programs and Qt write them. They
@@ -14,8 +16,8 @@ namespace key_file {
 
 struct Entry
 {
-    QByteArray group; ///< what is between the outer brackets; empty before the first group
-    QByteArray key;   ///< never empty
+    std::optional<QByteArray> group; ///< what is between the outer brackets; none before the first group
+    QByteArray key;                  ///< never empty
     QByteArray value;
 };
 

@@ -96,9 +96,10 @@ bool isGeneral(const QString& group)
 }
 
 /// Of the keys in the group.
-QString prefixOf(const QString& group)
+QString prefixOf(const std::optional<QByteArray>& group)
 {
-    return group.isEmpty() || isGeneral(group) ? QString() : group + u'/';
+    const QString name = group ? decodedName(*group) : GeneralGroup;
+    return isGeneral(name) ? QString() : name + u'/';
 }
 
 /// Where the group that `key` is written in ends: -1 for a key that is known by itself alone.
@@ -115,7 +116,7 @@ QSettings::SettingsMap parse(const QByteArray& contents)
 {
     QSettings::SettingsMap settings;
     for (const key_file::Entry& entry : key_file::entriesOf(contents))
-        settings.insert(prefixOf(decodedName(entry.group)) + decodedName(entry.key),
+        settings.insert(prefixOf(entry.group) + decodedName(entry.key),
                         unescaped(key_file::textOf(entry.value)));
     return settings;
 }
