@@ -6,6 +6,7 @@
 #include "platform/linux/input/X11HotKeyGuard.h"
 #include "platform/linux/input/X11KeyGrab.h"
 #include "platform/linux/input/X11Keyboard.h"
+#include "platform/linux/input/X11KeyboardMap.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/qt/menu/MenuTracking.h"
 
@@ -15,11 +16,6 @@
 #include <algorithm>
 #include <chrono>
 #include <utility>
-
-// The header names one of its fields with a word of C++.
-#define explicit explicit_
-#include <xcb/xkb.h>
-#undef explicit
 
 namespace tarnwick {
 
@@ -35,13 +31,13 @@ X11HotKeys::X11HotKeys(TriggerOrder order) : _order(std::move(order)), _connecti
 {
     if (!_connection)
         return;
-    _modifierMap = X11ModifierMap::read(_connection);
-    if (const auto* xkb = xcb_get_extension_data(_connection.get(), &xcb_xkb_id); xkb && xkb->present)
-        _xkbFirstEvent = xkb->first_event;
+    _modifierMap = X11KeyboardMap::shared().modifiers();
 
     // One change of the map is told in many events.
     _mapChangeTimer.setSingleShot(true);
     _mapChangeTimer.setInterval(MapChangeSettles);
+    connect(&X11KeyboardMap::shared(), &X11KeyboardMap::changed, &_mapChangeTimer,
+            qOverload<>(&QTimer::start));
     connect(&_mapChangeTimer, &QTimer::timeout, this, &X11HotKeys::_followKeyboardMap);
     // While a menu is open, the key's release is seen by the menu only.
     connect(&MenuTracking::shared(), &MenuTracking::ended, this, &X11HotKeys::_menuEnded);
@@ -126,8 +122,6 @@ bool X11HotKeys::heldElsewhere(quint32 keyCode, quint32 modifiers) const
 
 bool X11HotKeys::filter(std::uint8_t type, xcb_generic_event_t& event)
 {
-    if (_isKeyboardMapChange(type, event))
-        _mapChangeTimer.start();
     if (type != XCB_KEY_PRESS && type != XCB_KEY_RELEASE)
         return false;
     const auto& key = x11EventAs<xcb_key_press_event_t>(event);
@@ -152,16 +146,6 @@ bool X11HotKeys::_isRegistered(quint8 keyCode, quint16 state) const
     return std::any_of(_grabs.cbegin(), _grabs.cend(), [&](const auto& entry) {
         return entry.second->matches(keyCode, state, _modifierMap);
     });
-}
-
-bool X11HotKeys::_isKeyboardMapChange(quint8 type, const xcb_generic_event_t& event) const
-{
-    if (type == XCB_MAPPING_NOTIFY)
-        return true;
-    if (_xkbFirstEvent == 0 || type != _xkbFirstEvent)
-        return false;
-    const quint8 xkbType = x11EventAs<xcb_xkb_map_notify_event_t>(event).xkbType;
-    return xkbType == XCB_XKB_MAP_NOTIFY || xkbType == XCB_XKB_NEW_KEYBOARD_NOTIFY;
 }
 
 void X11HotKeys::_keyPressed(const xcb_key_press_event_t& event)
@@ -236,7 +220,7 @@ void X11HotKeys::_callHandlers() const
 
 void X11HotKeys::_followKeyboardMap()
 {
-    _modifierMap = X11ModifierMap::read(_connection);
+    _modifierMap = X11KeyboardMap::shared().modifiers();
     for (const auto& [ref, grab] : _grabs)
         grab->follow(_modifierMap);
     _watchOver();

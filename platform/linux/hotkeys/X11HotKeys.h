@@ -49,7 +49,6 @@ protected:
 
 private:
     [[nodiscard]] bool _isRegistered(quint8 keyCode, quint16 state) const;
-    [[nodiscard]] bool _isKeyboardMapChange(quint8 type, const xcb_generic_event_t& event) const;
     void _watchOver();
     void _keyPressed(const xcb_key_press_event_t& event);
     void _ignoreUntilUp(quint8 keyCode);
@@ -66,7 +65,6 @@ private:
     std::map<EventHotKeyRef, std::unique_ptr<X11KeyGrab>> _grabs;
     EventHotKeyRef _lastRef = 0;
     std::vector<std::function<qint32()>> _handlers;
-    quint8 _xkbFirstEvent = 0;
     HeldKeys _heldKeys; ///< the one that fired last, until it is up
     std::optional<quint8> _firedKey;
     quint32 _firedAt = 0;         ///< in the server's time

@@ -2,12 +2,7 @@
 #include "platform/linux/hotkeys/XkbKeyboardLayout.h"
 
 #include "platform/linux/input/KeyCodes.h"
-#include "platform/linux/x11/X11Connection.h"
-
-// The C header has a member named as a C++ keyword.
-#define explicit explicit_
-#include <xcb/xkb.h>
-#undef explicit
+#include "platform/linux/input/X11KeyboardMap.h"
 
 #include <utility>
 
@@ -41,25 +36,12 @@ private:
     std::shared_ptr<const XkbKeymap> _keymap;
 };
 
-/// What all events of the keyboard extension begin with.
-struct XkbEvent
-{
-    std::uint8_t responseType;
-    std::uint8_t xkbType;
-};
-
 } // namespace
 
 XkbKeyboardLayout::XkbKeyboardLayout()
 {
-    auto& x11 = X11Connection::shared();
-    if (!x11)
-        return;
-    const auto* extension = xcb_get_extension_data(x11.get(), &xcb_xkb_id);
-    if (!extension || !extension->present)
-        return;
-    _firstEvent = extension->first_event;
-    install();
+    connect(&X11KeyboardMap::shared(), &X11KeyboardMap::changed, this, &XkbKeyboardLayout::_notifyLater);
+    connect(&X11KeyboardMap::shared(), &X11KeyboardMap::groupChanged, this, &XkbKeyboardLayout::_notifyLater);
 }
 
 XkbKeyboardLayout::~XkbKeyboardLayout() = default;
@@ -84,35 +66,7 @@ void XkbKeyboardLayout::addSelectedKeyboardInputSourceChangedObserver(std::funct
 
 std::shared_ptr<const XkbKeymap> XkbKeyboardLayout::keymap() const
 {
-    if (!_keymap)
-        _keymap = XkbKeymap::ofServer(X11Connection::shared().get());
-    return _keymap;
-}
-
-bool XkbKeyboardLayout::filter(std::uint8_t type, xcb_generic_event_t& event)
-{
-    if (type != _firstEvent)
-        return false;
-    const auto xkbType = x11EventAs<XkbEvent>(event).xkbType;
-    if (xkbType == XCB_XKB_STATE_NOTIFY)
-        _groupChanged(x11EventAs<xcb_xkb_state_notify_event_t>(event).group);
-    else if (xkbType == XCB_XKB_MAP_NOTIFY || xkbType == XCB_XKB_NEW_KEYBOARD_NOTIFY)
-        _mapChanged();
-    return false;
-}
-
-void XkbKeyboardLayout::_mapChanged()
-{
-    _keymap.reset(); // read afresh when it is asked for: changes come in bursts
-    _notifyLater();
-}
-
-void XkbKeyboardLayout::_groupChanged(quint8 group)
-{
-    if (!_keymap || _keymap->group() == group)
-        return;
-    // A look-up that is going on keeps the map that it began with.
-    _mapChanged();
+    return X11KeyboardMap::shared().keymap();
 }
 
 void XkbKeyboardLayout::_notifyLater()

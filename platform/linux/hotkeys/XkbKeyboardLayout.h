@@ -2,7 +2,6 @@
 #pragma once
 
 #include "platform/linux/input/XkbKeymap.h"
-#include "platform/linux/x11/X11EventFilter.h"
 #include "shortcut/KeyboardLayout.h"
 
 #include <QList>
@@ -12,9 +11,8 @@
 
 namespace tarnwick {
 
-/// The layout of the X server, followed by the keyboard events that Qt has asked for. Reads the map when it
-/// is first asked for and after a change.
-class XkbKeyboardLayout final : public QObject, public X11EventFilter, public KeyboardLayout
+/// The layout of the X server.
+class XkbKeyboardLayout final : public QObject, public KeyboardLayout
 {
     Q_OBJECT
 
@@ -29,17 +27,10 @@ public:
     /// The map that types now; null without an X server.
     [[nodiscard]] std::shared_ptr<const XkbKeymap> keymap() const;
 
-protected:
-    [[nodiscard]] bool filter(std::uint8_t type, xcb_generic_event_t& event) override;
-
 private:
-    void _mapChanged();
-    void _groupChanged(quint8 group);
     void _notifyLater();
     void _notify();
 
-    quint8 _firstEvent = 0;
-    mutable std::shared_ptr<XkbKeymap> _keymap;
     bool _notifying = false;
     QList<std::function<void()>> _observers;
 };

@@ -2,6 +2,7 @@
 #include "platform/linux/input/X11ModifierMap.h"
 
 #include "foundation/Event.h"
+#include "platform/linux/input/XkbKeymap.h"
 
 #include <xkbcommon/xkbcommon-keysyms.h>
 
@@ -42,33 +43,10 @@ X11ModifierMap::X11ModifierMap(KeyCodesOfBits keyCodesOfBits, const KeysymsOf& k
     }
 }
 
-X11ModifierMap::Question::Question(X11Connection& connection)
-    : _firstKey(xcb_get_setup(connection.get())->min_keycode),
-      _keyCount(static_cast<quint8>(xcb_get_setup(connection.get())->max_keycode - _firstKey + 1)),
-      _modifiers(connection, xcb_get_modifier_mapping(connection.get())),
-      _symbols(connection, xcb_get_keyboard_mapping(connection.get(), _firstKey, _keyCount))
+X11ModifierMap X11ModifierMap::read(X11Connection& connection, const XkbKeymap& keymap)
 {
-}
-
-/// The symbols of every key, one row of equal length a key, as the core protocol has them.
-X11ModifierMap::KeysymsOf X11ModifierMap::Question::_keysyms()
-{
-    const auto reply = _symbols.take();
-    if (!reply)
-        return [](quint8) { return QList<quint32>(); };
-    const auto* symbols = xcb_get_keyboard_mapping_keysyms(reply.get());
-    const QList<quint32> all(symbols, symbols + xcb_get_keyboard_mapping_keysyms_length(reply.get()));
-    return [all, row = qsizetype{reply->keysyms_per_keycode}, first = _firstKey,
-            count = _keyCount](quint8 keyCode) {
-        return keyCode < first || keyCode - first >= count ? QList<quint32>()
-                                                           : all.mid((keyCode - first) * row, row);
-    };
-}
-
-X11ModifierMap X11ModifierMap::Question::answer()
-{
-    const auto modifiers = _modifiers.take();
-    const KeysymsOf keysymsOf = _keysyms();
+    XcbAnswer<&xcb_get_modifier_mapping_reply> asked(connection, xcb_get_modifier_mapping(connection.get()));
+    const auto modifiers = asked.take();
     if (!modifiers)
         return {};
 
@@ -79,12 +57,8 @@ X11ModifierMap X11ModifierMap::Question::answer()
                      [](quint8 keyCode) { return keyCode != 0; });
         keyCodes += modifiers->keycodes_per_modifier;
     }
-    return X11ModifierMap(std::move(keyCodesOfBits), keysymsOf);
-}
-
-X11ModifierMap X11ModifierMap::read(X11Connection& connection)
-{
-    return Question(connection).answer();
+    return X11ModifierMap(std::move(keyCodesOfBits),
+                          [&keymap](quint8 keyCode) { return keymap.keysymsOf(keyCode); });
 }
 
 QList<quint16> X11ModifierMap::lockCombinations() const

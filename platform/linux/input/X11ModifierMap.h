@@ -11,6 +11,8 @@
 
 namespace tarnwick {
 
+class XkbKeymap;
+
 /// Which bits of the core modifier state belong to which keys, as the server's modifier map has it now. A
 /// bit of 0 means that no key has that modifier. Plain data.
 class X11ModifierMap
@@ -26,26 +28,9 @@ public:
     X11ModifierMap() = default;
     X11ModifierMap(KeyCodesOfBits keyCodesOfBits, const KeysymsOf& keysymsOf);
 
-    /// What the server's map is. The constructor sends the question.
-    class Question
-    {
-    public:
-        explicit Question(X11Connection& connection);
-
-        /// A map without any key when the server refuses. To be called once.
-        [[nodiscard]] X11ModifierMap answer();
-
-    private:
-        [[nodiscard]] KeysymsOf _keysyms();
-
-        quint8 _firstKey;
-        quint8 _keyCount;
-        XcbAnswer<&xcb_get_modifier_mapping_reply> _modifiers;
-        XcbAnswer<&xcb_get_keyboard_mapping_reply> _symbols;
-    };
-
-    /// One round trip.
-    [[nodiscard]] static X11ModifierMap read(X11Connection& connection);
+    /// The server's, whose keys give what `keymap` says; without any key when the server refuses. One round
+    /// trip.
+    [[nodiscard]] static X11ModifierMap read(X11Connection& connection, const XkbKeymap& keymap);
 
     [[nodiscard]] quint16 altBit() const { return _alt; }
     [[nodiscard]] quint16 superBit() const { return _super; }

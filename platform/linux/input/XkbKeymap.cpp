@@ -93,6 +93,22 @@ std::unique_ptr<XkbKeymap> XkbKeymap::ofNames(const QByteArray& layouts, const Q
     return std::unique_ptr<XkbKeymap>(new XkbKeymap(std::move(context), std::move(keymap), 0));
 }
 
+QList<quint32> XkbKeymap::keysymsOf(quint16 keyCode) const
+{
+    QList<quint32> all;
+    const auto groups = xkb_keymap_num_layouts_for_key(_keymap.get(), keyCode);
+    for (xkb_layout_index_t group = 0; group < groups; ++group) {
+        const auto levels = xkb_keymap_num_levels_for_key(_keymap.get(), keyCode, group);
+        for (xkb_level_index_t level = 0; level < levels; ++level) {
+            const xkb_keysym_t* keysyms = nullptr;
+            const int count =
+                xkb_keymap_key_get_syms_by_level(_keymap.get(), keyCode, group, level, &keysyms);
+            all.append(QList<quint32>(keysyms, keysyms + count));
+        }
+    }
+    return all;
+}
+
 QString XkbKeymap::text(quint16 keyCode, bool shift, bool alt) const
 {
     QList<const char*> held;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QList>
 #include <QString>
 #include <xcb/xcb.h>
 #include <xkbcommon/xkbcommon.h>
@@ -33,6 +34,9 @@ public:
     /// The modifier flag of Shift, Control, Alt or Super, whichever the key is when it is pressed alone; 0
     /// for every other key.
     [[nodiscard]] quint64 modifier(quint16 keyCode) const;
+
+    /// All that the key can give, in every group and with every modifier.
+    [[nodiscard]] QList<quint32> keysymsOf(quint16 keyCode) const;
 
     struct Key
     {

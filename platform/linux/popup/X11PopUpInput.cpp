@@ -4,6 +4,7 @@
 #include "platform/linux/input/X11Focus.h"
 #include "platform/linux/input/X11HotKeyGuard.h"
 #include "platform/linux/input/X11Keyboard.h"
+#include "platform/linux/input/X11KeyboardMap.h"
 #include "platform/linux/x11/X11Connection.h"
 
 #include <utility>
@@ -55,11 +56,10 @@ bool X11PopUpInput::begin()
     // What does not need another answer is asked together: somebody waits for the menu.
     X11PointerQuestion pointerAsked(_connection);
     X11FocusQuestion focusAsked(_connection);
-    X11ModifierMap::Question modifierMapAsked(_connection);
     const X11PointerState pointer = pointerAsked.answer();
     X11OutermostQuestion frontAsked(_connection, focusAsked.answer());
     X11PopUpKeys::Start keys;
-    keys.modifierMap = modifierMapAsked.answer();
+    keys.modifierMap = X11KeyboardMap::shared().modifiers();
     // A quick click is over by now, and the window manager may still be about to answer it.
     const bool byButton =
         pointer.anyButtonDown || X11RawInput::shared().pressedWithin(X11PopUpFocus::FollowsPress);

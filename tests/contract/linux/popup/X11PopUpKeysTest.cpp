@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/popup/X11PopUpKeys.h"
 
+#include "platform/linux/input/X11KeyboardMap.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11EventFilter.h"
 
@@ -55,7 +56,7 @@ protected:
 
     void start(const QList<quint8>& down, quint16 modifiers = 0)
     {
-        X11PopUpKeys::Start start{X11ModifierMap::read(X11Connection::shared()), {}, modifiers, {}};
+        X11PopUpKeys::Start start{X11KeyboardMap::shared().modifiers(), {}, modifiers, {}};
         for (const quint8 keyCode : down)
             start.down.set(keyCode);
         _keys.start(std::move(start));

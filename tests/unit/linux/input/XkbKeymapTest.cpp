@@ -39,6 +39,17 @@ struct TextRow
     QString text;
 };
 
+TEST(XkbKeymap, keysymsOfAKey_areThoseOfAllItsGroupsAndLevels)
+{
+    const auto keymap = XkbKeymap::ofNames("us,ru");
+    ASSERT_TRUE(keymap);
+    const QList<quint32> ofA = keymap->keysymsOf(KeyA);
+    for (const xkb_keysym_t keysym : {XKB_KEY_a, XKB_KEY_A, XKB_KEY_Cyrillic_ef, XKB_KEY_Cyrillic_EF})
+        EXPECT_TRUE(ofA.contains(keysym)) << keysym;
+    EXPECT_TRUE(keymap->keysymsOf(AltLeft).contains(XKB_KEY_Alt_L));
+    EXPECT_TRUE(keymap->keysymsOf(60'000).isEmpty()) << "there is no such key";
+}
+
 TEST(XkbKeymap, text_isWhatTheKeyTypesOnTheLayout)
 {
     const TextRow rows[] = {
