@@ -2,6 +2,7 @@
 #include "platform/linux/hotkeys/X11EventTaps.h"
 
 #include "platform/linux/input/X11RawInput.h"
+#include "platform/qt/application/VisibleWindows.h"
 #include "platform/qt/menu/MenuTracking.h"
 
 #include <QPointer>
@@ -65,12 +66,14 @@ void X11EventTaps::_buttonPressed(quint32 button)
     std::vector<EventTapRef> refs; // the newest tap stands at the head
     for (auto tap = _taps.crbegin(); tap != _taps.crend(); ++tap)
         refs.push_back(tap->first);
+    // A window of ours may learn a button from the press, and looks for it when it has the release.
+    const TriggerOrder& order = anyWindowVisible() ? fromEventLoop : _order;
     // One call each: a callback that opens a menu keeps nobody waiting.
     for (const EventTapRef ref : refs)
         if (menuIsOpen)
             _deliver(ref);
         else
-            _order([self = QPointer(this), ref] {
+            order([self = QPointer(this), ref] {
                 if (self)
                     self->_deliver(ref);
             });

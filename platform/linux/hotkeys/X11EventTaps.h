@@ -18,7 +18,8 @@ class X11EventTaps final : public QObject, public EventTaps
     Q_OBJECT
 
 public:
-    /// `order` is asked at each press, and hands it on, but for those while a menu is open.
+    /// `order` is asked at each press, and hands it on, but for those while a menu is open or a window of
+    /// ours is shown.
     explicit X11EventTaps(TriggerOrder order = fromEventLoop);
 
     EventTapRef create(Location location, Placement placement, Options options, quint64 eventsOfInterest,

@@ -11,6 +11,7 @@
 #include <QApplication>
 #include <QProcess>
 #include <QTest>
+#include <QWidget>
 #include <gtest/gtest.h>
 
 using namespace tarnwick;
@@ -241,6 +242,30 @@ TEST(X11EventTaps, aPressComesWhenItsTurnHasCome)
     }
     later.run();
     EXPECT_EQ(presses, 1) << "nobody is left to hear of it";
+}
+
+TEST(X11EventTaps, aPressIsToldBeforeItsRelease_whereAWindowOfOursMayLearnFromIt)
+{
+    Later later;
+    X11EventTaps taps(later.order());
+    int presses = 0;
+    const EventTapRef tap =
+        taps.create(EventTaps::AnnotatedSessionEventTap, EventTaps::HeadInsertEventTap,
+                    EventTaps::EventTapOptionDefault, 0x2000000, [&](quint32, const TappedEvent* event) {
+                        ++presses;
+                        return event;
+                    });
+    taps.addSourceToMainRunLoop(tap);
+    taps.enable(tap, true);
+    QWidget window;
+    window.show();
+    user({u"click"_s, u"8"_s});
+    EXPECT_EQ(presses, 1);
+    window.hide();
+    user({u"click"_s, u"8"_s});
+    EXPECT_EQ(presses, 1);
+    later.run();
+    EXPECT_EQ(presses, 2);
 }
 
 TEST(X11EventTaps, keepsThePromisesOfEventTaps)
