@@ -78,9 +78,11 @@ void SwitchAnnouncements::_deliver()
     if (_undelivered > 0)
         QMetaObject::invokeMethod(this, &SwitchAnnouncements::_deliver, Qt::QueuedConnection);
     _switched();
-    if (_undelivered == 0)
-        for (const auto& then : std::exchange(_whenDelivered, {}))
-            then();
+    if (_undelivered > 0)
+        return;
+    // Each from the event loop: the menu that one opens must not keep the next until it has closed.
+    for (const auto& then : std::exchange(_whenDelivered, {}))
+        QMetaObject::invokeMethod(this, then, Qt::QueuedConnection);
 }
 
 } // namespace tarnwick

@@ -188,6 +188,22 @@ TEST_F(SwitchAnnouncementsTest, severalWhoAsk_areAnsweredAfterAllSwitches)
     EXPECT_EQ(announcedThen, (QList<int>{2, 2}));
 }
 
+TEST_F(SwitchAnnouncementsTest, whoAsksNext_isAnsweredWhileTheMenuOfTheFirstIsOpen)
+{
+    ASSERT_TRUE(start());
+    bool menuIsOpen = false;
+    bool answeredMeanwhile = false;
+    front.bring(Terminal);
+    announcements.announceFrontThen([&] {
+        menuIsOpen = true;
+        QCoreApplication::sendPostedEvents(); // as the menu does until it closes
+        menuIsOpen = false;
+    });
+    announcements.announceFrontThen([&] { answeredMeanwhile = menuIsOpen; });
+    letEventsPass();
+    EXPECT_TRUE(answeredMeanwhile);
+}
+
 TEST_F(SwitchAnnouncementsTest, aSwitchWhileAMenuIsOpen_closesIt_andIsAnnouncedWhenItHasEnded)
 {
     ASSERT_TRUE(start());
