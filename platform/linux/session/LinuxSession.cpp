@@ -106,8 +106,8 @@ void handleMessage(QtMsgType type, const QMessageLogContext& context, const QStr
 
 } // namespace
 
-LinuxSession::LinuxSession(int argc, char** argv, Part part)
-    : _arguments(argc, argv), _application(countForStartOfQt(_arguments), _arguments.argv()),
+LinuxSession::LinuxSession(int argc, char** argv, Part part, const QByteArray& platform)
+    : _arguments(argc, argv, platform), _application(countForStartOfQt(_arguments), _arguments.argv()),
       _windowIcon(desktop_names::BusName)
 {
     QCoreApplication::setOrganizationName(desktop_names::OrganizationName);

@@ -25,7 +25,7 @@ public:
     enum class Part { Tarnwick, Visitor };
 
     /// Ends the process with a message where there is no display.
-    LinuxSession(int argc, char** argv, Part part);
+    LinuxSession(int argc, char** argv, Part part, const QByteArray& platform = "xcb");
     ~LinuxSession() override;
 
     [[nodiscard]] bool handedOverToRunningInstance() override;

@@ -14,14 +14,14 @@ bool withoutDisplay(const QByteArray& platform)
 
 } // namespace
 
-QtArguments::QtArguments(int argc, char** argv)
+QtArguments::QtArguments(int argc, char** argv, const QByteArray& platform)
 {
     for (int i = 0; i < argc; ++i)
         _texts.append(QByteArray(argv[i]));
     const bool asked = _texts.contains("-platform") || _texts.contains("--platform");
     const qsizetype behindName = qMin<qsizetype>(1, _texts.size());
     if (!asked && !withoutDisplay(qgetenv("QT_QPA_PLATFORM"))) {
-        _texts.insert(behindName, "xcb");
+        _texts.insert(behindName, platform);
         _texts.insert(behindName, "-platform");
     }
     _texts.insert(behindName, "-nograb");

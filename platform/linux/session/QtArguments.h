@@ -12,7 +12,8 @@ namespace tarnwick {
 class QtArguments
 {
 public:
-    QtArguments(int argc, char** argv);
+    /// `platform`: the one for Qt where the user asks for none.
+    QtArguments(int argc, char** argv, const QByteArray& platform = "xcb");
     QtArguments(const QtArguments&) = delete;
     QtArguments& operator=(const QtArguments&) = delete;
 

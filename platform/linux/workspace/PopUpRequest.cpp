@@ -3,7 +3,6 @@
 
 #include "platform/linux/front/FrontApplication.h"
 #include "platform/linux/workspace/SwitchAnnouncements.h"
-#include "platform/linux/workspace/XWaylandBackdrop.h"
 #include "platform/qt/menu/MenuTracking.h"
 
 #include <QScopedValueRollback>
@@ -22,13 +21,12 @@ void PopUpRequest::carryOut(const std::function<void()>& popUp)
 
 void PopUpRequest::_popUp(const std::function<void()>& popUp)
 {
-    if (!_front.current().isNative() || MenuTracking::shared().active()) {
+    if (!_backdrop || !_front.current().isNative() || MenuTracking::shared().active()) {
         popUp();
         return;
     }
     const QScopedValueRollback busy(_busy, true);
-    XWaylandBackdrop backdrop;
-    backdrop.waitForPointer();
+    const auto backdrop = _backdrop();
     popUp();
 }
 

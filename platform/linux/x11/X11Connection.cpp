@@ -44,6 +44,12 @@ xcb_intern_atom_cookie_t askForAtom(xcb_connection_t* connection, const QByteArr
     return xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.constData());
 }
 
+/// One to no display: all that is asked on it has no answer.
+xcb_connection_t* noConnection()
+{
+    return xcb_connect("no display", nullptr);
+}
+
 xcb_connection_t* connectionOfQt()
 {
     auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
@@ -58,9 +64,10 @@ X11Connection& X11Connection::shared()
     return connection;
 }
 
-X11Connection::X11Connection(xcb_connection_t* connection) : _connection(connection)
+X11Connection::X11Connection(xcb_connection_t* connection)
+    : _connection(connection ? connection : noConnection()), _there(connection != nullptr)
 {
-    if (!_connection)
+    if (!_there)
         return;
     _root = xcb_setup_roots_iterator(xcb_get_setup(_connection)).data->root;
     _knowUsualAtoms();

@@ -33,9 +33,9 @@ public:
     /// For another connection, which stays the caller's; to be used from one thread only.
     explicit X11Connection(xcb_connection_t* connection);
 
-    /// Null when Qt does not run on X11.
+    /// Where Qt does not run on X11, one that has failed: nothing that is asked on it has an answer.
     [[nodiscard]] xcb_connection_t* get() const { return _connection; }
-    explicit operator bool() const { return _connection != nullptr; }
+    explicit operator bool() const { return _there; }
     [[nodiscard]] xcb_window_t root() const { return _root; }
 
     /// The atom of this name, made when there is none; looked up once.
@@ -55,7 +55,8 @@ private:
     void _knowUsualAtoms();
     xcb_atom_t _take(const QByteArray& name, xcb_intern_atom_cookie_t cookie);
 
-    xcb_connection_t* _connection = nullptr;
+    xcb_connection_t* _connection;
+    bool _there;
     xcb_window_t _root = XCB_WINDOW_NONE;
     QHash<QByteArray, xcb_atom_t> _atoms;
 };

@@ -71,6 +71,11 @@ void QMenuView::makeWindow()
     create();
 }
 
+void QMenuView::setWindowPreparation(std::function<void(QWidget&)> prepare)
+{
+    _prepareWindow = std::move(prepare);
+}
+
 void QMenuView::openAt(QPoint corner)
 {
     _fill();
@@ -108,6 +113,8 @@ void QMenuView::_fill()
 {
     if (std::exchange(_filled, true))
         return;
+    if (_prepareWindow)
+        _prepareWindow(*this);
     MenuDelegate* delegate = _menu->delegate();
     if (delegate)
         delegate->menuNeedsUpdate(*_menu);
@@ -147,6 +154,7 @@ void QMenuView::_addEntry(const std::shared_ptr<MenuItem>& item)
     if (item->hasSubmenu()) {
         submenu = new QMenuView(item->submenu(), this);
         submenu->_heldModifiers = _heldModifiers;
+        submenu->_prepareWindow = _prepareWindow;
         connect(submenu, &QMenuView::itemChosen, this, &QMenuView::itemChosen);
         action->setMenu(submenu);
     }

@@ -6,6 +6,7 @@
 #include <QList>
 #include <QMenu>
 
+#include <functional>
 #include <memory>
 
 namespace tarnwick {
@@ -30,6 +31,9 @@ public:
     void setMenu(std::shared_ptr<Menu> menu);
     /// Makes the window, unseen, so that openAt() need not.
     void makeWindow();
+
+    /// Done with the window of this menu, and of each submenu, before it is shown.
+    void setWindowPreparation(std::function<void(QWidget&)> prepare);
 
     /// Shows it with its top left corner at `corner` (toolkit coordinates), or flipped where it would not fit
     /// on the screen of that point. Returns at once.
@@ -78,6 +82,7 @@ private:
     const QAction* _highlighted = nullptr;
     quint64 _heldModifiers = 0;
     LetterSearch _letterSearch;
+    std::function<void(QWidget&)> _prepareWindow;
 };
 
 } // namespace tarnwick

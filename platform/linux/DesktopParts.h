@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "app/Desktop.h"
+#include "platform/qt/application/QtEventConverter.h"
+
+#include <QString>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace tarnwick {
+
+class XkbKeymap;
+
+/// Composes the desktop of an X server.
+[[nodiscard]] Desktop openX11Desktop(int& argc, char** argv);
+/// Composes that of a Wayland compositor; nothing where there is none, or none on which a menu can be shown,
+/// and in a program that was built without.
+[[nodiscard]] std::optional<Desktop> openWaylandDesktop(int& argc, char** argv);
+
+/// Converts the toolkit's events by the map that types now.
+[[nodiscard]] QtEventConverter makeEventConverter(std::function<std::shared_ptr<const XkbKeymap>()> keymap);
+
+/// Of the icon that the desktop's host of status items draws in the colours of its panel. Nothing where it
+/// would draw it as it is, which may be dark on dark, or does not find it and leaves its place empty.
+[[nodiscard]] QString symbolicIconName();
+
+} // namespace tarnwick

@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+#include "app/HotKeys.h"
+#include "mouse/EventTaps.h"
+#include "platform/linux/DesktopParts.h"
+#include "platform/linux/elements/AtspiAccessibility.h"
+#include "platform/linux/hotkeys/LinuxSymbolicHotKeys.h"
+#include "platform/linux/input/XkbKeymap.h"
+#include "platform/linux/look/LinuxLook.h"
+#include "platform/linux/session/LinuxSession.h"
+#include "platform/linux/tray/LinuxTrayHost.h"
+#include "platform/linux/wayland/WaylandFrontApplication.h"
+#include "platform/linux/wayland/WaylandKeyboardLayout.h"
+#include "platform/linux/wayland/WaylandMenuPresenter.h"
+#include "platform/linux/workspace/LinuxWorkspace.h"
+#include "platform/linux/workspace/PopUpRequest.h"
+#include "platform/linux/x11/LinuxScreens.h"
+#include "platform/linux/xdg/XdgLoginItems.h"
+#include "platform/linux/xdg/XdgSession.h"
+#include "platform/qt/application/QtAlerts.h"
+#include "platform/qt/application/QtApplication.h"
+#include "platform/qt/application/QtClock.h"
+#include "platform/qt/application/QtEventSource.h"
+#include "platform/qt/application/QtFonts.h"
+#include "platform/qt/settings/QtDefaultsStore.h"
+#include "platform/qt/tray/QtStatusBar.h"
+
+#include <QDBusConnection>
+
+namespace tarnwick {
+
+namespace {
+
+class NoHotKeys final : public HotKeys
+{
+public:
+    void installEventHandler(std::function<qint32()> /*handler*/) override {}
+    std::optional<EventHotKeyRef> registerEventHotKey(quint32, quint32, EventHotKeyID, quint32) override
+    {
+        return std::nullopt;
+    }
+    bool unregisterEventHotKey(EventHotKeyRef /*hotKey*/) override { return false; }
+};
+
+class NoEventTaps final : public EventTaps
+{
+public:
+    EventTapRef create(Location, Placement, Options, quint64, EventTapCallback) override { return 1; }
+    void addSourceToMainRunLoop(EventTapRef) override {}
+    void enable(EventTapRef, bool) override {}
+    void release(EventTapRef) override {}
+};
+
+} // namespace
+
+std::optional<Desktop> openWaylandDesktop(int& argc, char** argv)
+{
+    static auto connection = CompositorConnection::open();
+    if (!connection || !WaylandMenuPresenter::canShowOn(*connection))
+        return std::nullopt;
+    std::optional<Desktop> opened{Desktop()};
+    Desktop& desktop = *opened;
+    auto session = std::make_unique<LinuxSession>(argc, argv, LinuxSession::Part::Tarnwick, "wayland");
+    connection->follow();
+    const auto keymap = [map = std::shared_ptr<const XkbKeymap>(XkbKeymap::ofNames("us"))] { return map; };
+    const QtEventConverter converter = makeEventConverter(keymap);
+    desktop.application = std::make_unique<QtApplication>(converter);
+    desktop.clock = std::make_unique<QtClock>();
+    desktop.defaultsStore = std::make_unique<QtDefaultsStore>(QtDefaultsStore::standardPath());
+    desktop.fonts = std::make_unique<QtFonts>();
+    desktop.screens = std::make_unique<LinuxScreens>();
+    desktop.alerts = std::make_unique<QtAlerts>();
+    desktop.eventSource = std::make_unique<QtEventSource>(converter);
+    const auto reading = std::make_shared<LinuxReading>(&WaylandFrontApplication::make);
+    auto workspace = std::make_unique<LinuxWorkspace>(
+        reading, std::make_unique<LinuxLook>(xdg_session::currentDesktops(), QDBusConnection::sessionBus()));
+    session->setPopUpRequest(std::make_unique<PopUpRequest>(workspace->announcements(), *reading->front));
+    auto trayHost = std::make_unique<LinuxTrayHost>(session->bus().connection());
+    QObject::connect(&session->bus(), &SessionBusWatch::changed, trayHost.get(),
+                     [host = trayHost.get(), &bus = session->bus()] { host->setBus(bus.connection()); });
+    desktop.session = std::move(session);
+    desktop.workspace = std::move(workspace);
+    desktop.accessibility = std::make_unique<AtspiAccessibility>(reading);
+    desktop.loginItems = XdgLoginItems::ofSession();
+    desktop.eventTaps = std::make_unique<NoEventTaps>();
+    desktop.hotKeys = std::make_unique<NoHotKeys>();
+    desktop.symbolicHotKeys = std::make_unique<LinuxSymbolicHotKeys>(
+        LinuxSymbolicHotKeys::Desktop{DesktopShortcutStores::ofSession(), xdg_session::currentDesktops(),
+                                      keymap, [](quint32, quint32) { return false; }});
+    desktop.keyboardLayout = std::make_unique<WaylandKeyboardLayout>();
+    desktop.menuPresenter = std::make_unique<WaylandMenuPresenter>(*connection);
+    desktop.statusBar = std::make_unique<QtStatusBar>(std::move(trayHost), symbolicIconName());
+    return opened;
+}
+
+} // namespace tarnwick

@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/wayland/CompositorConnection.h"
+
+#include <algorithm>
+#include <wayland-client.h>
+
+namespace tarnwick {
+
+CompositorConnection::CompositorConnection(wl_display* display)
+    : _display(display), _registry(wl_display_get_registry(display))
+{
+    static constexpr wl_registry_listener listener{
+        [](void* self, wl_registry* /*registry*/, quint32 name, const char* interface, quint32 version) {
+            auto& globals = static_cast<CompositorConnection*>(self)->_globals;
+            if (!globals.contains(interface))
+                globals.insert(interface, {name, version});
+        },
+        [](void* self, wl_registry* /*registry*/, quint32 name) {
+            static_cast<CompositorConnection*>(self)->_globals.removeIf(
+                [name](auto global) { return global.value().name == name; });
+        }};
+    wl_registry_add_listener(_registry, &listener, this);
+    wl_display_roundtrip(_display);
+    _seat = bind<wl_seat>(wl_seat_interface, 1);
+    flush();
+}
+
+void CompositorConnection::follow()
+{
+    _readable = std::make_unique<QSocketNotifier>(wl_display_get_fd(_display), QSocketNotifier::Read);
+    connect(_readable.get(), &QSocketNotifier::activated, this, &CompositorConnection::_read);
+}
+
+std::unique_ptr<CompositorConnection> CompositorConnection::open()
+{
+    wl_display* display = wl_display_connect(nullptr);
+    return std::unique_ptr<CompositorConnection>(display ? new CompositorConnection(display) : nullptr);
+}
+
+CompositorConnection::~CompositorConnection()
+{
+    if (_seat)
+        wl_seat_destroy(_seat);
+    wl_registry_destroy(_registry);
+    wl_display_disconnect(_display);
+}
+
+bool CompositorConnection::offers(const char* interface) const
+{
+    return _globals.contains(interface);
+}
+
+void* CompositorConnection::_bind(const wl_interface& interface, quint32 version)
+{
+    const auto global = _globals.constFind(interface.name);
+    if (global == _globals.cend())
+        return nullptr;
+    return wl_registry_bind(_registry, global->name, &interface, std::min(version, global->version));
+}
+
+void CompositorConnection::flush()
+{
+    if (wl_display_flush(_display) < 0 && errno != EAGAIN)
+        _end();
+}
+
+void CompositorConnection::_read()
+{
+    // There is something to read, and nobody else reads here: it does not wait.
+    if (wl_display_dispatch(_display) < 0)
+        _end();
+    else
+        flush(); // what the events have led to
+}
+
+void CompositorConnection::_end()
+{
+    if (!_readable || !_readable->isEnabled())
+        return;
+    _readable->setEnabled(false);
+    Q_EMIT ended();
+}
+
+} // namespace tarnwick
+
+#include "moc_CompositorConnection.cpp"

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QHash>
+#include <QObject>
+#include <QSocketNotifier>
+
+#include <memory>
+
+struct wl_display;
+struct wl_interface;
+struct wl_registry;
+struct wl_seat;
+
+namespace tarnwick {
+
+/// A connection to the compositor beside the toolkit's, for protocols that the toolkit does not speak. Events
+/// come from the event loop. GUI thread only.
+class CompositorConnection final : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// To the compositor of the environment, whose answer is waited for; null when there is none.
+    [[nodiscard]] static std::unique_ptr<CompositorConnection> open();
+    ~CompositorConnection() override;
+
+    [[nodiscard]] bool offers(const char* interface) const;
+    /// Of the version named, or the compositor's when that is older. Null where it offers none. The caller
+    /// destroys it, before this goes.
+    template <typename Proxy>
+    [[nodiscard]] Proxy* bind(const wl_interface& interface, quint32 version)
+    {
+        return static_cast<Proxy*>(_bind(interface, version));
+    }
+    /// The first one; null where there is none.
+    [[nodiscard]] wl_seat* seat() const { return _seat; }
+
+    /// From now on events come from the event loop: the application object is there.
+    void follow();
+
+    /// Sends what has been asked.
+    void flush();
+
+Q_SIGNALS:
+    /// The compositor has gone. Nothing can be asked any more.
+    void ended();
+
+private:
+    struct Global
+    {
+        quint32 name;
+        quint32 version;
+    };
+
+    explicit CompositorConnection(wl_display* display);
+    [[nodiscard]] void* _bind(const wl_interface& interface, quint32 version);
+    void _read();
+    void _end();
+
+    wl_display* _display;
+    wl_registry* _registry;
+    wl_seat* _seat = nullptr;
+    QHash<QByteArray, Global> _globals; ///< by interface, the first of each
+    std::unique_ptr<QSocketNotifier> _readable;
+};
+
+} // namespace tarnwick

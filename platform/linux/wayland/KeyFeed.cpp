@@ -1,0 +1,184 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/wayland/KeyFeed.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QWidget>
+#include <xkbcommon/xkbcommon-keysyms.h>
+
+#include <array>
+#include <sys/mman.h>
+#include <unistd.h>
+
+namespace tarnwick {
+
+namespace {
+
+constexpr xkb_keycode_t kernelToXkb = 8;
+
+struct NamedKey
+{
+    xkb_keysym_t keysym;
+    Qt::Key key;
+};
+/// Those that no character stands for and that a menu or a text field knows.
+constexpr std::array namedKeys{NamedKey{XKB_KEY_Escape, Qt::Key_Escape},
+                               NamedKey{XKB_KEY_Tab, Qt::Key_Tab},
+                               NamedKey{XKB_KEY_ISO_Left_Tab, Qt::Key_Backtab},
+                               NamedKey{XKB_KEY_BackSpace, Qt::Key_Backspace},
+                               NamedKey{XKB_KEY_Return, Qt::Key_Return},
+                               NamedKey{XKB_KEY_KP_Enter, Qt::Key_Enter},
+                               NamedKey{XKB_KEY_Insert, Qt::Key_Insert},
+                               NamedKey{XKB_KEY_Delete, Qt::Key_Delete},
+                               NamedKey{XKB_KEY_Home, Qt::Key_Home},
+                               NamedKey{XKB_KEY_End, Qt::Key_End},
+                               NamedKey{XKB_KEY_Left, Qt::Key_Left},
+                               NamedKey{XKB_KEY_Up, Qt::Key_Up},
+                               NamedKey{XKB_KEY_Right, Qt::Key_Right},
+                               NamedKey{XKB_KEY_Down, Qt::Key_Down},
+                               NamedKey{XKB_KEY_Page_Up, Qt::Key_PageUp},
+                               NamedKey{XKB_KEY_Page_Down, Qt::Key_PageDown},
+                               NamedKey{XKB_KEY_KP_Home, Qt::Key_Home},
+                               NamedKey{XKB_KEY_KP_End, Qt::Key_End},
+                               NamedKey{XKB_KEY_KP_Left, Qt::Key_Left},
+                               NamedKey{XKB_KEY_KP_Up, Qt::Key_Up},
+                               NamedKey{XKB_KEY_KP_Right, Qt::Key_Right},
+                               NamedKey{XKB_KEY_KP_Down, Qt::Key_Down},
+                               NamedKey{XKB_KEY_KP_Page_Up, Qt::Key_PageUp},
+                               NamedKey{XKB_KEY_KP_Page_Down, Qt::Key_PageDown},
+                               NamedKey{XKB_KEY_Menu, Qt::Key_Menu},
+                               NamedKey{XKB_KEY_F10, Qt::Key_F10}};
+
+int toolkitKey(xkb_keysym_t keysym)
+{
+    for (const NamedKey& named : namedKeys)
+        if (named.keysym == keysym)
+            return named.key;
+    const char32_t character = xkb_keysym_to_utf32(xkb_keysym_to_upper(keysym));
+    return character == 0 ? Qt::Key_unknown : static_cast<int>(character);
+}
+
+QString textOf(xkb_state* state, xkb_keycode_t code)
+{
+    std::array<char, 32> text{};
+    const int length = xkb_state_key_get_utf8(state, code, text.data(), text.size());
+    return QString::fromUtf8(text.data(), qBound(0, length, int(text.size()) - 1));
+}
+
+} // namespace
+
+KeyFeed::KeyFeed() : _context(xkb_context_new(XKB_CONTEXT_NO_FLAGS))
+{
+    connect(&_timer, &QTimer::timeout, this, &KeyFeed::_repeat);
+}
+
+KeyFeed::~KeyFeed() = default;
+
+void KeyFeed::setKeymap(int file, std::size_t size)
+{
+    void* const text = mmap(nullptr, size, PROT_READ, MAP_PRIVATE, file, 0);
+    close(file);
+    if (text == MAP_FAILED)
+        return;
+    // Its end is part of the text.
+    _keymap.reset(xkb_keymap_new_from_buffer(_context.get(), static_cast<const char*>(text),
+                                             strnlen(static_cast<const char*>(text), size),
+                                             XKB_KEYMAP_FORMAT_TEXT_V1, XKB_KEYMAP_COMPILE_NO_FLAGS));
+    munmap(text, size);
+    _state.reset(_keymap ? xkb_state_new(_keymap.get()) : nullptr);
+    _updateState();
+}
+
+void KeyFeed::setLocked(quint32 modifiers, quint32 layout)
+{
+    _locked = modifiers;
+    _layout = layout;
+    _updateState();
+}
+
+void KeyFeed::setRepeat(int perSecond, std::chrono::milliseconds delay)
+{
+    _delay = delay;
+    _interval = std::chrono::milliseconds(perSecond > 0 ? 1000 / perSecond : 0);
+}
+
+void KeyFeed::reset()
+{
+    _down.clear();
+    _timer.stop();
+    _updateState();
+}
+
+void KeyFeed::_updateState()
+{
+    if (!_state)
+        return;
+    xkb_mod_mask_t held = 0;
+    for (const xkb_mod_mask_t modifiers : std::as_const(_down))
+        held |= modifiers;
+    xkb_state_update_mask(_state.get(), held, 0, _locked, 0, 0, _layout);
+}
+
+xkb_mod_mask_t KeyFeed::_modifiersOf(xkb_keycode_t code) const
+{
+    const Owned<xkb_state> scratch(xkb_state_new(_keymap.get()));
+    xkb_state_update_key(scratch.get(), code, XKB_KEY_DOWN);
+    return xkb_state_serialize_mods(scratch.get(), XKB_STATE_MODS_DEPRESSED);
+}
+
+Qt::KeyboardModifiers KeyFeed::modifiers() const
+{
+    Qt::KeyboardModifiers modifiers;
+    if (!_state)
+        return modifiers;
+    const auto held = [this](const char* name) {
+        return xkb_state_mod_name_is_active(_state.get(), name, XKB_STATE_MODS_DEPRESSED) > 0;
+    };
+    modifiers.setFlag(Qt::ShiftModifier, held(XKB_MOD_NAME_SHIFT));
+    modifiers.setFlag(Qt::ControlModifier, held(XKB_MOD_NAME_CTRL));
+    modifiers.setFlag(Qt::AltModifier, held(XKB_MOD_NAME_ALT));
+    modifiers.setFlag(Qt::MetaModifier, held(XKB_MOD_NAME_LOGO));
+    return modifiers;
+}
+
+void KeyFeed::key(quint32 code, bool pressed, quint32 /*time*/)
+{
+    const xkb_keycode_t key = code + kernelToXkb;
+    if (!_state || (!pressed && !_down.contains(key)))
+        return;
+    if (_repeating == key || pressed)
+        _timer.stop();
+    if (pressed)
+        _down.insert(key, _modifiersOf(key));
+    const bool modifies = pressed ? _down.value(key) != 0 : _down.take(key) != 0;
+    _updateState();
+    if (modifies) {
+        Q_EMIT modifiersChanged();
+        return;
+    }
+    if (pressed && _interval.count() > 0 && xkb_keymap_key_repeats(_keymap.get(), key)) {
+        _repeating = key;
+        _timer.start(_delay);
+    }
+    _send(pressed ? QEvent::KeyPress : QEvent::KeyRelease, key, false);
+}
+
+void KeyFeed::_repeat()
+{
+    _timer.setInterval(_interval);
+    _send(QEvent::KeyPress, _repeating, true);
+}
+
+void KeyFeed::_send(QEvent::Type type, xkb_keycode_t code, bool repeats)
+{
+    QWidget* popUp = QApplication::activePopupWidget();
+    if (!popUp)
+        return;
+    const int key = toolkitKey(xkb_state_key_get_one_sym(_state.get(), code));
+    QKeyEvent event(type, key, modifiers(), code, 0, 0, textOf(_state.get(), code), repeats);
+    QCoreApplication::sendEvent(popUp, &event);
+}
+
+} // namespace tarnwick
+
+#include "moc_KeyFeed.cpp"

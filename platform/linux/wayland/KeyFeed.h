@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QEvent>
+#include <QHash>
+#include <QObject>
+#include <QTimer>
+#include <xkbcommon/xkbcommon.h>
+
+#include <chrono>
+#include <memory>
+
+class QKeyEvent;
+
+namespace tarnwick {
+
+/// Keys as the compositor tells them, made the toolkit's key events for the open pop-up, repeats included.
+/// Keys that were down before the start are unknown here: their releases do nothing, and their modifiers do
+/// not count. Key codes are those of the kernel. GUI thread only.
+class KeyFeed final : public QObject
+{
+    Q_OBJECT
+
+public:
+    KeyFeed();
+    ~KeyFeed() override;
+
+    /// A text of `size` bytes in that file, which is closed. Until there is one no key does anything.
+    void setKeymap(int file, std::size_t size);
+    /// What is locked or chosen for good; what is held down is known from the keys.
+    void setLocked(quint32 modifiers, quint32 layout);
+    /// Nothing repeats at a rate of 0.
+    void setRepeat(int perSecond, std::chrono::milliseconds delay);
+    void key(quint32 code, bool pressed, quint32 time);
+    /// Forgets what is down; nothing repeats any more.
+    void reset();
+
+    [[nodiscard]] Qt::KeyboardModifiers modifiers() const;
+
+Q_SIGNALS:
+    void modifiersChanged();
+
+private:
+    struct Free
+    {
+        void operator()(xkb_context* context) const { xkb_context_unref(context); }
+        void operator()(xkb_keymap* keymap) const { xkb_keymap_unref(keymap); }
+        void operator()(xkb_state* state) const { xkb_state_unref(state); }
+    };
+    template <typename T>
+    using Owned = std::unique_ptr<T, Free>;
+
+    /// The modifiers that the key sets while it is down.
+    [[nodiscard]] xkb_mod_mask_t _modifiersOf(xkb_keycode_t code) const;
+    void _updateState();
+    void _send(QEvent::Type type, xkb_keycode_t code, bool repeats);
+    void _repeat();
+
+    Owned<xkb_context> _context;
+    Owned<xkb_keymap> _keymap;
+    Owned<xkb_state> _state;
+    QHash<xkb_keycode_t, xkb_mod_mask_t> _down; ///< with the modifiers that each sets
+    xkb_mod_mask_t _locked = 0;
+    xkb_layout_index_t _layout = 0;
+    xkb_keycode_t _repeating = 0;
+    std::chrono::milliseconds _delay{600};
+    std::chrono::milliseconds _interval{40};
+    QTimer _timer;
+};
+
+} // namespace tarnwick

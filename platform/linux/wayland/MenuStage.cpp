@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/wayland/MenuStage.h"
+
+#include "platform/linux/wayland/PointerNudge.h"
+
+#include <QEnterEvent>
+#include <QGuiApplication>
+#include <QMouseEvent>
+#include <QScreen>
+#include <QWidget>
+#include <QWindow>
+
+#include <LayerShellQt/Window>
+#include <algorithm>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick {
+
+class MenuStage::Ground final : public QWidget
+{
+public:
+    Ground(MenuStage& stage, QScreen& screen) : QWidget(nullptr, Qt::FramelessWindowHint), _stage(stage)
+    {
+        using Layer = LayerShellQt::Window;
+        setAttribute(Qt::WA_TranslucentBackground);
+        setAttribute(Qt::WA_ShowWithoutActivating);
+        setScreen(&screen);
+        setGeometry(screen.geometry());
+        winId();
+        windowHandle()->setScreen(&screen);
+        _layer = Layer::get(windowHandle());
+        _layer->setLayer(Layer::LayerOverlay);
+        _layer->setAnchors(
+            Layer::Anchors(Layer::AnchorTop | Layer::AnchorBottom | Layer::AnchorLeft | Layer::AnchorRight));
+        _layer->setExclusiveZone(-1); // over panels, too
+        _layer->setScope(u"menu"_s);
+        _layer->setCloseOnDismissed(true);
+        _layer->setScreenConfiguration(Layer::ScreenFromQWindow);
+    }
+
+    void showWith(Keyboard keyboard)
+    {
+        using Layer = LayerShellQt::Window;
+        _layer->setKeyboardInteractivity(keyboard == Keyboard::Taken ? Layer::KeyboardInteractivityExclusive
+                                                                     : Layer::KeyboardInteractivityNone);
+        show();
+    }
+
+protected:
+    void enterEvent(QEnterEvent* event) override
+    {
+        if (_stage._pointer)
+            return;
+        _stage._pointer = mapToGlobal(event->position().toPoint());
+        _stage._nudge.stop();
+        Q_EMIT _stage.entered();
+    }
+    void mousePressEvent(QMouseEvent* /*event*/) override { Q_EMIT _stage.pressed(); }
+    void closeEvent(QCloseEvent* event) override
+    {
+        QWidget::closeEvent(event);
+        if (_stage._shown)
+            Q_EMIT _stage.lost();
+    }
+
+private:
+    MenuStage& _stage;
+    LayerShellQt::Window* _layer = nullptr;
+};
+
+MenuStage::MenuStage(PointerNudge& nudge) : _nudge(nudge)
+{
+    connect(qGuiApp, &QGuiApplication::screenAdded, this, &MenuStage::_screensChanged);
+    connect(qGuiApp, &QGuiApplication::screenRemoved, this, &MenuStage::_screensChanged);
+}
+
+MenuStage::~MenuStage()
+{
+    hide();
+}
+
+void MenuStage::show(Keyboard keyboard)
+{
+    _pointer.reset();
+    if (std::exchange(_stale, false))
+        _grounds.clear();
+    if (_grounds.empty())
+        for (QScreen* screen : QGuiApplication::screens())
+            _grounds.push_back(std::make_unique<Ground>(*this, *screen));
+    _shown = true;
+    // One surface takes the keyboard for all of them.
+    for (const auto& ground : _grounds)
+        ground->showWith(ground == _grounds.front() ? keyboard : Keyboard::Left);
+    _nudge.start();
+}
+
+void MenuStage::hide()
+{
+    _shown = false;
+    _nudge.stop();
+    for (const auto& ground : _grounds)
+        ground->hide();
+}
+
+QWidget* MenuStage::groundAt(QPoint place) const
+{
+    const auto found = std::find_if(_grounds.cbegin(), _grounds.cend(),
+                                    [&](const auto& ground) { return ground->geometry().contains(place); });
+    if (found != _grounds.cend())
+        return found->get();
+    return _grounds.empty() ? nullptr : _grounds.front().get();
+}
+
+void MenuStage::_screensChanged()
+{
+    // A menu may stand on it.
+    _stale = true;
+    if (std::exchange(_shown, false))
+        Q_EMIT lost();
+}
+
+} // namespace tarnwick
+
+#include "moc_MenuStage.cpp"

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+#include <QPoint>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+class QScreen;
+class QWidget;
+
+namespace tarnwick {
+
+class PointerNudge;
+
+/// The ground that a menu stands on: on each screen a surface over everything that shows nothing, through
+/// which the place of the pointer is known and a click beside the menu is noticed, which reaches nobody else.
+/// Needs the protocol for layers. Places are the toolkit's. GUI thread only.
+class MenuStage final : public QObject
+{
+    Q_OBJECT
+
+public:
+    enum class Keyboard {
+        Left,  ///< with the window that has it
+        Taken, ///< from it, for as long as the stage is there
+    };
+
+    /// `nudge` must outlive this.
+    explicit MenuStage(PointerNudge& nudge);
+    ~MenuStage() override;
+
+    /// On all screens that there are. `entered` follows where the pointer is on one of them.
+    void show(Keyboard keyboard);
+    void hide();
+
+    /// Where the pointer came in since show().
+    [[nodiscard]] std::optional<QPoint> pointer() const { return _pointer; }
+    /// The surface on the screen of that place, or on the first one. Null while nothing is shown.
+    [[nodiscard]] QWidget* groundAt(QPoint place) const;
+
+Q_SIGNALS:
+    void entered();
+    void pressed();
+    /// The compositor has taken a surface away, or a screen has gone.
+    void lost();
+
+private:
+    class Ground;
+
+    void _screensChanged();
+
+    PointerNudge& _nudge;
+    std::vector<std::unique_ptr<Ground>> _grounds;
+    std::optional<QPoint> _pointer;
+    bool _shown = false;
+    bool _stale = false; ///< the screens are others by now
+};
+
+} // namespace tarnwick

@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/DesktopParts.h"
+
+namespace tarnwick {
+
+std::optional<Desktop> openWaylandDesktop(int& /*argc*/, char** /*argv*/)
+{
+    return std::nullopt;
+}
+
+} // namespace tarnwick
