@@ -1,13 +1,30 @@
-# tarnwick_add_library(<name> SOURCES ... [LINK ...])
+# tarnwick_add_library(<name> SOURCES ... [MOC headers...] [LINK ...])
 #   One static library a folder, named tarnwick_<name>: that of the folder, for a room of platform/ with its system before it.
+#   MOC: the headers with Q_OBJECT; X.cpp has #include "moc_X.cpp" at its end. (Named here, they need no search through all
+#   sources of each library at each build.)
 function(tarnwick_add_library name)
-    cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+    cmake_parse_arguments(ARG "" "" "SOURCES;MOC;LINK" ${ARGN})
     add_library(tarnwick_${name} STATIC ${ARG_SOURCES})
+    tarnwick_moc(tarnwick_${name} ${ARG_MOC})
     if(NOT APPLE) # where the frameworks are simulated, Objective-C++ is not compiled
         list(FILTER ARG_SOURCES INCLUDE REGEX "\\.mm$")
         set_source_files_properties(${ARG_SOURCES} PROPERTIES HEADER_FILE_ONLY ON)
     endif()
     target_link_libraries(tarnwick_${name} PUBLIC tarnwick_options ${ARG_LINK})
+endfunction()
+
+# tarnwick_moc(<target> headers...)
+function(tarnwick_moc target)
+    foreach(header ${ARGN})
+        cmake_path(GET header STEM class)
+        set(made "${CMAKE_CURRENT_BINARY_DIR}/moc_${class}.cpp")
+        qt_generate_moc("${header}" "${made}" TARGET ${target})
+        set_source_files_properties("${made}" PROPERTIES HEADER_FILE_ONLY ON)
+        target_sources(${target} PRIVATE "${header}" "${made}")
+    endforeach()
+    if(ARGN)
+        target_include_directories(${target} SYSTEM PRIVATE "${CMAKE_CURRENT_BINARY_DIR}")
+    endif()
 endfunction()
 
 # tarnwick_add_test(<name> LABEL unit|contract|desktop|macos SOURCES ... [LINK ...] [TIMEOUT seconds])
