@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/DesktopParts.h"
 
-#include "platform/linux/input/KeyCodes.h"
-#include "platform/linux/input/XkbKeymap.h"
+#include "platform/linux/keys/KeyCodes.h"
+#include "platform/linux/keys/XkbKeymap.h"
 #include "platform/linux/xdg/DesktopNames.h"
 #include "platform/linux/xdg/XdgSession.h"
 

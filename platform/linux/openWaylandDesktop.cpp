@@ -4,7 +4,7 @@
 #include "platform/linux/DesktopParts.h"
 #include "platform/linux/elements/AtspiAccessibility.h"
 #include "platform/linux/hotkeys/LinuxSymbolicHotKeys.h"
-#include "platform/linux/input/XkbKeymap.h"
+#include "platform/linux/keys/XkbKeymap.h"
 #include "platform/linux/look/LinuxLook.h"
 #include "platform/linux/session/LinuxSession.h"
 #include "platform/linux/tray/LinuxTrayHost.h"

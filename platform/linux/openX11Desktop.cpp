@@ -6,7 +6,7 @@
 #include "platform/linux/hotkeys/X11EventTaps.h"
 #include "platform/linux/hotkeys/X11HotKeys.h"
 #include "platform/linux/hotkeys/XkbKeyboardLayout.h"
-#include "platform/linux/input/KeyCodes.h"
+#include "platform/linux/keys/KeyCodes.h"
 #include "platform/linux/look/LinuxLook.h"
 #include "platform/linux/popup/QMenuPresenter.h"
 #include "platform/linux/session/LinuxSession.h"

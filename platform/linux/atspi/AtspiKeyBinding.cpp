@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/atspi/AtspiKeyBinding.h"
 
-#include "platform/linux/input/PortableShortcut.h"
+#include "platform/linux/keys/PortableShortcut.h"
 
 #include <xkbcommon/xkbcommon-keysyms.h>
 

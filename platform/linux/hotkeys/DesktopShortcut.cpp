@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/hotkeys/DesktopShortcut.h"
 
-#include "platform/linux/input/Accelerator.h"
-#include "platform/linux/input/KeysymNames.h"
-#include "platform/linux/input/PortableShortcut.h"
+#include "platform/linux/keys/Accelerator.h"
+#include "platform/linux/keys/KeysymNames.h"
+#include "platform/linux/keys/PortableShortcut.h"
 
 #include <xkbcommon/xkbcommon.h>
 

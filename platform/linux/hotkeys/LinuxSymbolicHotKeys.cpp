@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/hotkeys/LinuxSymbolicHotKeys.h"
 
-#include "platform/linux/input/KeyCodes.h"
 #include "platform/linux/input/X11Focus.h"
-#include "platform/linux/input/XkbKeymap.h"
+#include "platform/linux/keys/KeyCodes.h"
+#include "platform/linux/keys/XkbKeymap.h"
 #include "platform/linux/x11/X11Connection.h"
 
 #include <QFocusEvent>

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/hotkeys/X11HotKeys.h"
 
-#include "platform/linux/input/KeyCodes.h"
 #include "platform/linux/input/X11Focus.h"
 #include "platform/linux/input/X11HotKeyGuard.h"
 #include "platform/linux/input/X11KeyGrab.h"
 #include "platform/linux/input/X11Keyboard.h"
 #include "platform/linux/input/X11KeyboardMap.h"
+#include "platform/linux/keys/KeyCodes.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/qt/menu/MenuTracking.h"
 

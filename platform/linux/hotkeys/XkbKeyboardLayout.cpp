@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/hotkeys/XkbKeyboardLayout.h"
 
-#include "platform/linux/input/KeyCodes.h"
 #include "platform/linux/input/X11KeyboardMap.h"
+#include "platform/linux/keys/KeyCodes.h"
 
 #include <utility>
 

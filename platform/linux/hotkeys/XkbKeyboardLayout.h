@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/input/XkbKeymap.h"
+#include "platform/linux/keys/XkbKeymap.h"
 #include "shortcut/KeyboardLayout.h"
 
 #include <QList>

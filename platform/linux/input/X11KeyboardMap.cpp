@@ -5,6 +5,7 @@
 #define explicit explicit_
 #include <xcb/xkb.h>
 #undef explicit
+#include <xkbcommon/xkbcommon-x11.h>
 
 namespace tarnwick {
 
@@ -16,6 +17,36 @@ struct XkbEvent
     std::uint8_t responseType;
     std::uint8_t xkbType;
 };
+
+template <auto Unref>
+struct Free
+{
+    template <typename T>
+    void operator()(T* object) const noexcept
+    {
+        Unref(object);
+    }
+};
+
+/// With the group that types now; null when there is none to be had. A few round trips.
+std::unique_ptr<XkbKeymap> keymapOfServer(xcb_connection_t* connection)
+{
+    if (!connection)
+        return nullptr;
+    const std::int32_t device = xkb_x11_get_core_keyboard_device_id(connection);
+    const std::unique_ptr<xkb_context, Free<&xkb_context_unref>> context(
+        xkb_context_new(XKB_CONTEXT_NO_FLAGS));
+    if (device < 0 || !context)
+        return nullptr;
+    std::unique_ptr<xkb_keymap, Free<&xkb_keymap_unref>> keymap(
+        xkb_x11_keymap_new_from_device(context.get(), connection, device, XKB_KEYMAP_COMPILE_NO_FLAGS));
+    if (!keymap)
+        return nullptr;
+    const std::unique_ptr<xkb_state, Free<&xkb_state_unref>> state(
+        xkb_x11_state_new_from_device(keymap.get(), connection, device));
+    const auto group = state ? xkb_state_serialize_layout(state.get(), XKB_STATE_LAYOUT_EFFECTIVE) : 0;
+    return XkbKeymap::adopt(keymap.release(), group);
+}
 
 } // namespace
 
@@ -40,7 +71,7 @@ X11KeyboardMap::~X11KeyboardMap() = default;
 std::shared_ptr<const XkbKeymap> X11KeyboardMap::keymap()
 {
     if (!_keymap)
-        _keymap = XkbKeymap::ofServer(X11Connection::shared().get());
+        _keymap = keymapOfServer(X11Connection::shared().get());
     return _keymap;
 }
 

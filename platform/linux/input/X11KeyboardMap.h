@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/linux/input/X11ModifierMap.h"
-#include "platform/linux/input/XkbKeymap.h"
+#include "platform/linux/keys/XkbKeymap.h"
 #include "platform/linux/x11/X11EventFilter.h"
 
 #include <QObject>

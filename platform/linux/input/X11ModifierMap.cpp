@@ -2,7 +2,7 @@
 #include "platform/linux/input/X11ModifierMap.h"
 
 #include "foundation/Event.h"
-#include "platform/linux/input/XkbKeymap.h"
+#include "platform/linux/keys/XkbKeymap.h"
 
 #include <xkbcommon/xkbcommon-keysyms.h>
 

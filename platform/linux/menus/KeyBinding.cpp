@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/menus/KeyBinding.h"
 
-#include "platform/linux/input/Accelerator.h"
-#include "platform/linux/input/KeysymNames.h"
+#include "platform/linux/keys/Accelerator.h"
+#include "platform/linux/keys/KeysymNames.h"
 
 #include <QList>
 

@@ -3,7 +3,7 @@
 
 #include "foundation/Application.h"
 #include "menu/Menu.h"
-#include "platform/linux/input/PortableShortcut.h"
+#include "platform/linux/keys/PortableShortcut.h"
 #include "platform/qt/menu/KeyCharacters.h"
 
 #include <QKeySequence>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/popup/X11PopUpKeys.h"
 
-#include "platform/linux/input/KeyCodes.h"
 #include "platform/linux/input/X11PointerGrab.h"
+#include "platform/linux/keys/KeyCodes.h"
 
 #include <utility>
 

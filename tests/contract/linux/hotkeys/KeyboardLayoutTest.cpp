@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The fake keyboard types what the layouts of its names type on this system.
-#include "platform/linux/input/KeyCodes.h"
-#include "platform/linux/input/XkbKeymap.h"
+#include "platform/linux/keys/KeyCodes.h"
+#include "platform/linux/keys/XkbKeymap.h"
 #include "tests/fakes/FakeKeyboardLayout.h"
 
 #include <gtest/gtest.h>

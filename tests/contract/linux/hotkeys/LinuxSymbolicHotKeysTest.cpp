@@ -3,7 +3,7 @@
 
 #include "platform/linux/hotkeys/X11HotKeys.h"
 #include "platform/linux/input/X11Focus.h"
-#include "platform/linux/input/XkbKeymap.h"
+#include "platform/linux/keys/XkbKeymap.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "tests/contract/session/OtherClient.h"
 #include "tests/contract/shortcut/SymbolicHotKeysContract.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // What other programs see of a hot key's grabs, and what it makes of a key that is held down.
 #include "platform/linux/hotkeys/X11HotKeys.h"
-#include "platform/linux/input/KeyCodes.h"
 #include "platform/linux/input/X11RawInput.h"
+#include "platform/linux/keys/KeyCodes.h"
 #include "tests/contract/session/OtherClient.h"
 
 #include <QAbstractNativeEventFilter>

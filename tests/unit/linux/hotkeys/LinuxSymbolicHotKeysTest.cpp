@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/hotkeys/LinuxSymbolicHotKeys.h"
 
-#include "platform/linux/input/XkbKeymap.h"
+#include "platform/linux/keys/XkbKeymap.h"
 
 #include <QDir>
 #include <QFile>

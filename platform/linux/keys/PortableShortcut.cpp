@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/input/PortableShortcut.h"
+#include "platform/linux/keys/PortableShortcut.h"
 
 #include <xkbcommon/xkbcommon-keysyms.h>
 

@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/input/XkbKeymap.h"
+#include "platform/linux/keys/XkbKeymap.h"
 
 #include "foundation/Event.h"
 
 #include <QList>
 #include <xkbcommon/xkbcommon-keysyms.h>
-#include <xkbcommon/xkbcommon-x11.h>
 
 #include <algorithm>
-#include <utility>
 
 namespace tarnwick {
 
@@ -51,33 +49,17 @@ QString typed(xkb_state* state, xkb_keycode_t keyCode)
 
 } // namespace
 
-XkbKeymap::XkbKeymap(Context context, Keymap keymap, xkb_layout_index_t group)
-    : _context(std::move(context)), _keymap(std::move(keymap)), _group(group)
-{
-}
+XkbKeymap::XkbKeymap(xkb_keymap* keymap, xkb_layout_index_t group) : _keymap(keymap), _group(group) {}
 
-std::unique_ptr<XkbKeymap> XkbKeymap::ofServer(xcb_connection_t* connection)
+std::unique_ptr<XkbKeymap> XkbKeymap::adopt(xkb_keymap* keymap, xkb_layout_index_t group)
 {
-    if (!connection)
-        return nullptr;
-    const std::int32_t device = xkb_x11_get_core_keyboard_device_id(connection);
-    Context context(xkb_context_new(XKB_CONTEXT_NO_FLAGS));
-    if (device < 0 || !context)
-        return nullptr;
-    Keymap keymap(
-        xkb_x11_keymap_new_from_device(context.get(), connection, device, XKB_KEYMAP_COMPILE_NO_FLAGS));
-    if (!keymap)
-        return nullptr;
-    const State state(xkb_x11_state_new_from_device(keymap.get(), connection, device));
-    const auto group =
-        state ? xkb_state_serialize_layout(state.get(), XKB_STATE_LAYOUT_EFFECTIVE) : xkb_layout_index_t(0);
-    return std::unique_ptr<XkbKeymap>(new XkbKeymap(std::move(context), std::move(keymap), group));
+    return std::unique_ptr<XkbKeymap>(keymap ? new XkbKeymap(keymap, group) : nullptr);
 }
 
 std::unique_ptr<XkbKeymap> XkbKeymap::ofNames(const QByteArray& layouts, const QByteArray& variants,
                                               const QByteArray& options)
 {
-    Context context(xkb_context_new(XKB_CONTEXT_NO_ENVIRONMENT_NAMES));
+    const std::unique_ptr<xkb_context, Free> context(xkb_context_new(XKB_CONTEXT_NO_ENVIRONMENT_NAMES));
     if (!context)
         return nullptr;
     xkb_context_set_log_level(context.get(), XKB_LOG_LEVEL_CRITICAL);
@@ -87,10 +69,7 @@ std::unique_ptr<XkbKeymap> XkbKeymap::ofNames(const QByteArray& layouts, const Q
     names.layout = layouts.constData();
     names.variant = variants.constData();
     names.options = options.constData();
-    Keymap keymap(xkb_keymap_new_from_names(context.get(), &names, XKB_KEYMAP_COMPILE_NO_FLAGS));
-    if (!keymap)
-        return nullptr;
-    return std::unique_ptr<XkbKeymap>(new XkbKeymap(std::move(context), std::move(keymap), 0));
+    return adopt(xkb_keymap_new_from_names(context.get(), &names, XKB_KEYMAP_COMPILE_NO_FLAGS), 0);
 }
 
 QList<quint32> XkbKeymap::keysymsOf(quint16 keyCode) const

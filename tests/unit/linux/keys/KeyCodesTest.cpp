@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/input/KeyCodes.h"
+#include "platform/linux/keys/KeyCodes.h"
 
 #include <QFile>
 #include <QStringList>

@@ -4,7 +4,6 @@
 #include <QByteArray>
 #include <QList>
 #include <QString>
-#include <xcb/xcb.h>
 #include <xkbcommon/xkbcommon.h>
 
 #include <memory>
@@ -17,8 +16,8 @@ namespace tarnwick {
 class XkbKeymap
 {
 public:
-    /// The server's map and current group; null when there is none to be had. A few round trips.
-    [[nodiscard]] static std::unique_ptr<XkbKeymap> ofServer(xcb_connection_t* connection);
+    /// Takes a map that the library has made, and the group that types; null for none.
+    [[nodiscard]] static std::unique_ptr<XkbKeymap> adopt(xkb_keymap* keymap, xkb_layout_index_t group);
     /// The map of the named layouts ("us,de"), their variants and options, the first one current; null when
     /// there is no such layout.
     [[nodiscard]] static std::unique_ptr<XkbKeymap>
@@ -53,17 +52,14 @@ private:
         void operator()(xkb_keymap* keymap) const noexcept { xkb_keymap_unref(keymap); }
         void operator()(xkb_state* state) const noexcept { xkb_state_unref(state); }
     };
-    using Context = std::unique_ptr<xkb_context, Free>;
-    using Keymap = std::unique_ptr<xkb_keymap, Free>;
     using State = std::unique_ptr<xkb_state, Free>;
 
-    XkbKeymap(Context context, Keymap keymap, xkb_layout_index_t group);
+    XkbKeymap(xkb_keymap* keymap, xkb_layout_index_t group);
     [[nodiscard]] State _state(const QList<const char*>& modifiers) const;
     [[nodiscard]] std::optional<Key> _keyInGroup(xkb_keysym_t keysym, xkb_layout_index_t group,
                                                  xkb_level_index_t level) const;
 
-    Context _context;
-    Keymap _keymap;
+    std::unique_ptr<xkb_keymap, Free> _keymap;
     xkb_layout_index_t _group;
 };
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/input/KeysymNames.h"
+#include "platform/linux/keys/KeysymNames.h"
 
 namespace tarnwick {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/input/Accelerator.h"
+#include "platform/linux/keys/Accelerator.h"
 
 #include "platform/linux/hotkeys/DesktopShortcut.h"
 #include "platform/linux/menus/KeyBinding.h"
