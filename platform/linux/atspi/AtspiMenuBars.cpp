@@ -79,6 +79,17 @@ std::optional<AtspiWindowMatch> AtspiMenuBars::_match(const X11Window& window, b
     return windows.isEmpty() ? std::nullopt : std::optional(AtspiWindowMatch{windows.first().reference});
 }
 
+QList<BusReference> AtspiMenuBars::windowsOf(qint64 processIdentifier)
+{
+    const ReadingBudget::Reading reading(_budget);
+    const Deadline deadline = reading.deadline();
+    QList<BusReference> windows;
+    for (const AtspiFacts& window :
+         _applications.windowsOf(_applications.rootsOf(processIdentifier, deadline), deadline))
+        windows.append(window.reference);
+    return windows;
+}
+
 BusReference AtspiMenuBars::below(const BusReference& window)
 {
     const ReadingBudget::Reading reading(_budget);

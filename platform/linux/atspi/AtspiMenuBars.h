@@ -26,6 +26,8 @@ public:
     /// front.
     [[nodiscard]] BusReference ofWindow(const X11Window& window, bool active);
 
+    /// The application's windows, in its own order.
+    [[nodiscard]] QList<BusReference> windowsOf(qint64 processIdentifier);
     /// Of a window that is known by its place in the tree; empty when there is none.
     [[nodiscard]] BusReference below(const BusReference& window);
 

@@ -14,15 +14,34 @@ FoundMenuBar MenuBars::of(const FrontWindow& front)
                                        : FoundMenuBar{};
     if (!front)
         return {};
-    AccessibleTree& tree = _sources.tree;
-    if (const BusReference bar = front.isNative() ? tree.menuBars.below(front.accessible) : BusReference())
-        return {&tree.menus, bar, XCB_WINDOW_NONE};
+    if (front.isNative())
+        return _ofNative(front);
     if (FoundMenuBar found = _ofWindow({front.window, front.processIdentifier}, true))
         return found;
     for (const xcb_window_t owner : _windows.withOwners(front.window).mid(1))
         if (FoundMenuBar found = _ofWindow({owner, _windows.processIdentifier(owner)}, false))
             return found;
     return front.processIdentifier ? _ofAnyWindow(*front.processIdentifier) : FoundMenuBar();
+}
+
+FoundMenuBar MenuBars::_ofNative(const FrontWindow& front)
+{
+    auto& [tree, exports, own] = _sources;
+    const BusReference inTree = tree.menuBars.below(front.accessible);
+    if (inTree && !tree.menuBars.hidesClosedMenus(inTree))
+        return {&tree.menus, inTree, XCB_WINDOW_NONE};
+    if (!front.processIdentifier)
+        return {inTree ? &tree.menus : nullptr, inTree, XCB_WINDOW_NONE};
+    if (const BusReference exported = exports.menuBars.ofProcess(*front.processIdentifier, _position(front)))
+        return {&exports.menus, exported, XCB_WINDOW_NONE};
+    return inTree ? FoundMenuBar{&tree.menus, inTree, XCB_WINDOW_NONE}
+                  : _ofAnyWindow(*front.processIdentifier);
+}
+
+WindowPosition MenuBars::_position(const FrontWindow& front)
+{
+    const QList<BusReference> windows = _sources.tree.menuBars.windowsOf(*front.processIdentifier);
+    return {windows.indexOf(front.accessible), windows.size()};
 }
 
 FoundMenuBar MenuBars::_ofWindow(const X11Window& window, bool active)

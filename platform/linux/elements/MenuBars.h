@@ -48,6 +48,8 @@ public:
     [[nodiscard]] MenuBarOwner ownerOf(const FrontWindow& front);
 
 private:
+    [[nodiscard]] FoundMenuBar _ofNative(const FrontWindow& front);
+    [[nodiscard]] WindowPosition _position(const FrontWindow& front);
     [[nodiscard]] FoundMenuBar _ofWindow(const X11Window& window, bool active);
     [[nodiscard]] FoundMenuBar _ofAnyWindow(qint64 processIdentifier);
 

@@ -9,9 +9,13 @@ namespace tarnwick {
 struct GtkExports
 {
     /// Both must outlive this.
-    GtkExports(X11Connection& x11, ReadingBudget& budget) : menus(bus, budget), menuBars(x11, menus) {}
+    GtkExports(X11Connection& x11, ReadingBudget& budget)
+        : applications(bus, budget), menus(bus, budget), menuBars(x11, applications, menus)
+    {
+    }
 
     SessionBus bus;
+    GtkApplications applications;
     GtkMenuSource menus;
     GtkMenuBars menuBars;
 };

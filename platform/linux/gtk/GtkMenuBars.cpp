@@ -19,6 +19,14 @@ QByteArray pathOf(X11Property& property)
     return sd_bus_object_path_is_valid(name.constData()) > 0 ? name : QByteArray();
 }
 
+/// Windows of other kinds are counted as well, and have no number.
+std::optional<quint32> windowAt(const WindowPosition& position, const QList<quint32>& numbers)
+{
+    if (numbers.size() == position.count && position.index >= 0 && position.index < position.count)
+        return numbers[position.index];
+    return numbers.size() == 1 ? std::optional(numbers.first()) : std::nullopt;
+}
+
 } // namespace
 
 BusReference GtkMenuBars::ofWindow(xcb_window_t window)
@@ -36,6 +44,19 @@ BusReference GtkMenuBars::ofWindow(xcb_window_t window)
         sd_bus_service_name_is_valid(service.constData()) <= 0)
         return {};
     return _source.reference(service, place);
+}
+
+BusReference GtkMenuBars::ofProcess(qint64 processIdentifier, const WindowPosition& position)
+{
+    const auto application = _applications.of(processIdentifier);
+    if (!application || !application->exportsMenuBar)
+        return {};
+    GtkMenuPlace place;
+    place.menus = application->menuBarPath();
+    place.applicationActions = application->path;
+    if (const auto window = windowAt(position, application->windows))
+        place.windowActions = application->windowPath(*window);
+    return _source.reference(application->service, place);
 }
 
 } // namespace tarnwick

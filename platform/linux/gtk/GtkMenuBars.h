@@ -1,23 +1,38 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/gtk/GtkApplications.h"
 #include "platform/linux/gtk/GtkMenuSource.h"
 #include "platform/linux/x11/X11Connection.h"
 
 namespace tarnwick {
 
-/// Finds the menu bar that a window says it exports. GUI thread only.
+/// Where a window is among those of its program, in the order in which they were made.
+struct WindowPosition
+{
+    qsizetype index = 0;
+    qsizetype count = 1;
+};
+
+/// Finds the menu bar that is exported for a window. GUI thread only.
 class GtkMenuBars
 {
 public:
-    /// Both must outlive this.
-    GtkMenuBars(X11Connection& x11, GtkMenuSource& source) : _x11(x11), _source(source) {}
+    /// All must outlive this.
+    GtkMenuBars(X11Connection& x11, GtkApplications& applications, GtkMenuSource& source)
+        : _x11(x11), _applications(applications), _source(source)
+    {
+    }
 
     /// Empty when the window exports none. Whether it can be read is not tried.
     [[nodiscard]] BusReference ofWindow(xcb_window_t window);
+    /// The same of a window that no X server knows. Where its program has other windows than those that are
+    /// counted, it is not known which one it is, and what its entries do to a window can't be done.
+    [[nodiscard]] BusReference ofProcess(qint64 processIdentifier, const WindowPosition& position);
 
 private:
     X11Connection& _x11;
+    GtkApplications& _applications;
     GtkMenuSource& _source;
 };
 

@@ -148,6 +148,50 @@ TEST_F(ExportedBarsTest, aDialog_hasTheBarThatItsWindowExports)
     EXPECT_TRUE(waitForTitles(Editor));
 }
 
+TEST_F(ExportedBarsTest, ofAWindowThatNoXServerKnows_theExportsAreFoundByItsProcess)
+{
+    const FixtureProgram program(u"gtk4"_s, {u"--windows"_s, u"2"_s});
+    const auto native = [&] {
+        const AtspiWindow active = reading->tree.activeWindow.current();
+        return FrontWindow{XCB_WINDOW_NONE, active.processIdentifier, active.reference};
+    };
+    // The one that opens last takes the focus.
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] {
+            const FrontWindow front = reading->front->current();
+            return windows.title(front.window).value_or(QString()).endsWith(u" 2"_s);
+        },
+        Limit));
+    const auto isInFront = [&](bool second) {
+        const QList<xcb_window_t> all = windows.windowsOf(program.processIdentifier());
+        const auto titled = std::find_if(all.cbegin(), all.cend(), [&](xcb_window_t window) {
+            return windows.title(window).value_or(QString()).endsWith(u" 2"_s) == second;
+        });
+        if (titled == all.cend())
+            return false;
+        activate(*titled);
+        return QTest::qWaitFor([&] { return reading->front->current().window == *titled; }, 500);
+    };
+    for (const auto& [second, path] : {std::pair{false, "/org/tarnwick/MenuFixture/window/1"},
+                                       std::pair{true, "/org/tarnwick/MenuFixture/window/2"}}) {
+        ASSERT_TRUE(QTest::qWaitFor([&, second = second] { return isInFront(second); }, Limit));
+        const auto placeIs = [&](const QByteArray& windowActions) {
+            const FoundMenuBar found = reading->menuBars.of(native());
+            const auto place = GtkMenuPlace::fromPath(found.bar.path);
+            return found.source == &reading->exports.menus && place &&
+                   place->windowActions == windowActions &&
+                   place->menus == "/org/tarnwick/MenuFixture/menus/menubar" &&
+                   place->applicationActions == "/org/tarnwick/MenuFixture";
+        };
+        EXPECT_TRUE(QTest::qWaitFor([&, path = path] { return placeIs(path); }, Limit)) << path;
+        QStringList titles;
+        const FoundMenuBar found = reading->menuBars.of(native());
+        for (const MenuRow& row : found.source->readBar(found.bar).value_or(QList<MenuRow>()))
+            titles.append(row.title);
+        EXPECT_EQ(titles, Editor);
+    }
+}
+
 TEST_F(ExportedBarsTest, propertiesThatMakeNoSense_areNoBar)
 {
     const std::tuple<const char*, QByteArray, QByteArray> rows[] = {
