@@ -6,6 +6,7 @@
 #include "platform/linux/hotkeys/X11EventTaps.h"
 #include "platform/linux/hotkeys/X11HotKeys.h"
 #include "platform/linux/hotkeys/XkbKeyboardLayout.h"
+#include "platform/linux/input/X11KeyboardGrab.h"
 #include "platform/linux/keys/KeyCodes.h"
 #include "platform/linux/look/LinuxLook.h"
 #include "platform/linux/popup/QMenuPresenter.h"
@@ -51,10 +52,18 @@ LinuxSymbolicHotKeys::Desktop symbolicHotKeysDesktop(const XkbKeyboardLayout& la
     };
 }
 
-std::shared_ptr<void> makeBackdrop()
+/// Behind a menu over a native window: what the pointer is seen by, and what the keys come to.
+struct Backdrop
 {
-    auto backdrop = std::make_shared<XWaylandBackdrop>();
-    backdrop->waitForPointer();
+    XWaylandBackdrop window;
+    X11KeyboardStandIn keyboard{static_cast<xcb_window_t>(window.winId())};
+};
+
+std::shared_ptr<void> makeBackdrop(bool pointerIsTold)
+{
+    auto backdrop = std::make_shared<Backdrop>();
+    if (!pointerIsTold)
+        backdrop->window.waitForPointer();
     return backdrop;
 }
 
@@ -71,14 +80,19 @@ Desktop openX11Desktop(int& argc, char** argv)
     desktop.clock = std::make_unique<QtClock>();
     desktop.defaultsStore = std::make_unique<QtDefaultsStore>(QtDefaultsStore::standardPath());
     desktop.fonts = std::make_unique<QtFonts>();
-    desktop.screens = std::make_unique<LinuxScreens>();
+    auto screens = std::make_unique<LinuxScreens>();
+    const auto setPointer = [screens = screens.get()](std::optional<QPoint> pixel) {
+        screens->setPointer(pixel);
+    };
+    desktop.screens = std::move(screens);
     desktop.alerts = std::make_unique<QtAlerts>();
     desktop.eventSource = std::make_unique<QtEventSource>(converter);
     const auto reading = std::make_shared<LinuxReading>(&X11FrontApplication::make);
     auto workspace = std::make_unique<LinuxWorkspace>(
         reading, std::make_unique<LinuxLook>(xdg_session::currentDesktops(), QDBusConnection::sessionBus()));
     SwitchAnnouncements& announcements = workspace->announcements();
-    session->setPopUpRequest(std::make_unique<PopUpRequest>(announcements, *reading->front, &makeBackdrop));
+    session->setPopUpRequest(std::make_unique<PopUpRequest>(
+        announcements, *reading->front, PopUpRequest::Surroundings{&makeBackdrop, setPointer}));
     auto trayHost = std::make_unique<LinuxTrayHost>(session->bus().connection());
     QObject::connect(&session->bus(), &SessionBusWatch::changed, trayHost.get(),
                      [host = trayHost.get(), &bus = session->bus()] { host->setBus(bus.connection()); });

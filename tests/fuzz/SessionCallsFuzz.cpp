@@ -7,6 +7,7 @@
 #include "tests/fuzz/PeerBus.h"
 #include "tests/fuzz/Wire.h"
 
+#include <climits>
 #include <cstring>
 
 using namespace tarnwick;
@@ -25,9 +26,15 @@ constexpr PeerBus::Call calls[] = {
     {Path, nullptr, "_request"},
 };
 
-QList<SessionInstance::Request>& requests()
+struct Made
 {
-    static QList<SessionInstance::Request> seen;
+    SessionInstance::Request request;
+    FrontHint hint;
+};
+
+QList<Made>& requests()
+{
+    static QList<Made> seen;
     return seen;
 }
 
@@ -36,7 +43,9 @@ void publish()
     static auto* const instance = [] {
         auto& bus = PeerBus::shared();
         auto* made = new SessionInstance(QDBusConnection(QString())); // nobody to share a name with
-        made->setRequested([](SessionInstance::Request request) { requests().append(request); });
+        made->setRequested([](SessionInstance::Request request, const FrontHint& hint) {
+            requests().append({request, hint});
+        });
         require(desktop_names::ObjectPath == QLatin1StringView(Path), "the path is the one that is called");
         require(
             bus.connection().registerObject(desktop_names::ObjectPath, made, QDBusConnection::ExportAllSlots),
@@ -54,14 +63,37 @@ QByteArray firstText(sd_bus_message* message)
     return sd_bus_message_read_basic(message, 's', &text) > 0 ? QByteArray(text) : QByteArray();
 }
 
-void checkRequest(SessionInstance::Request request, const PeerBus::Call& call, sd_bus_message* arguments)
+/// Whether there is a variant of this signature in the message's second argument, a list of them.
+bool hasOneMap(sd_bus_message* message)
 {
-    if (request == SessionInstance::Request::Show) {
+    if (sd_bus_message_rewind(message, 1) < 0 || sd_bus_message_skip(message, "s") < 0 ||
+        sd_bus_message_enter_container(message, 'a', "v") <= 0)
+        return false;
+    const char* first = nullptr;
+    char type = 0;
+    const bool isMap = sd_bus_message_peek_type(message, &type, &first) > 0 && type == 'v' && first &&
+                       std::strcmp(first, "a{sv}") == 0;
+    return isMap && sd_bus_message_skip(message, "v") > 0 && sd_bus_message_at_end(message, 0) > 0;
+}
+
+void checkHint(const FrontHint& hint, sd_bus_message* arguments)
+{
+    require(hint == FrontHint() || hasOneMap(arguments), "only one map tells anything");
+    require(!hint.processIdentifier || (*hint.processIdentifier > 0 && *hint.processIdentifier <= INT_MAX),
+            "a process has a positive number");
+    require(!hint.title || !hint.title->isEmpty(), "a title is not empty");
+}
+
+void checkRequest(const Made& made, const PeerBus::Call& call, sd_bus_message* arguments)
+{
+    if (made.request == SessionInstance::Request::Show) {
         require(std::strcmp(call.member, "Activate") == 0, "only an activation shows the preferences");
+        require(made.hint == FrontHint(), "which tells nothing of the front");
         return;
     }
     require(std::strcmp(call.member, "ActivateAction") == 0, "only an action opens the menu");
     require(firstText(arguments) == "pop-up", "and only the one of that name");
+    checkHint(made.hint, arguments);
 }
 
 } // namespace
@@ -81,7 +113,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (!PeerBus::shared().call(call, arguments.get()))
         return 0;
     require(requests().size() <= 1, "one call makes one request");
-    for (const auto request : std::as_const(requests()))
-        checkRequest(request, call, arguments.get());
+    for (const Made& made : std::as_const(requests()))
+        checkRequest(made, call, arguments.get());
     return 0;
 }

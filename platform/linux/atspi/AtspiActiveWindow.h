@@ -27,10 +27,16 @@ public:
     }
 
     /// None when no other process says that it has the active window. Programs that do not answer in time are
-    /// not waited for.
-    [[nodiscard]] AtspiWindow current();
+    /// not waited for. Where the process is known, only a window of that one will do, or the active one that
+    /// has this title: behind the bus of a sandbox processes have other numbers.
+    [[nodiscard]] AtspiWindow current(std::optional<qint64> processIdentifier = {},
+                                      const std::optional<QString>& title = {});
 
 private:
+    [[nodiscard]] AtspiWindow _windowOf(qint64 processIdentifier, const std::optional<QString>& title,
+                                        const QList<AtspiFacts>& windows) const;
+    [[nodiscard]] AtspiWindow _foundAs(const BusReference& window) const;
+
     AtspiApplications& _applications;
     ReadingBudget& _budget;
 };

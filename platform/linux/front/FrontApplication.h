@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/front/FrontHint.h"
 #include "platform/linux/front/FrontWindow.h"
 
 #include <QObject>
@@ -26,6 +27,12 @@ public:
     /// Looks for a change that nobody has told of, and gives what is in front then. Nothing where every
     /// change is told.
     [[nodiscard]] virtual std::optional<FrontWindow> lookAgain() = 0;
+
+    /// The same with the word of one who sees more; it counts only where the display server says nothing.
+    [[nodiscard]] virtual std::optional<FrontWindow> lookAgainFor(const FrontHint& /*hint*/)
+    {
+        return lookAgain();
+    }
 
     /// Runs `then` from the event loop, after changed() for all that the display server knows of by now. Not
     /// at all when this goes before.

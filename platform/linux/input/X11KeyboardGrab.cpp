@@ -35,7 +35,19 @@ xcb_grab_keyboard_cookie_t requestGrab(X11Connection& connection, xcb_window_t w
 /// The server knows one keyboard grab for the whole connection: the last one that was taken.
 X11KeyboardGrab* lastTaken = nullptr;
 
+xcb_window_t standIn = XCB_WINDOW_NONE;
+
 } // namespace
+
+X11KeyboardStandIn::X11KeyboardStandIn(xcb_window_t window)
+{
+    standIn = window;
+}
+
+X11KeyboardStandIn::~X11KeyboardStandIn()
+{
+    standIn = XCB_WINDOW_NONE;
+}
 
 int grabKeyboard(X11Connection& connection, xcb_window_t window)
 {
@@ -74,6 +86,8 @@ bool X11KeyboardGrab::take(int attempts, xcb_window_t focus)
             focus = focusWindow(_connection);
         }
         xcb_window_t window = focus == XCB_WINDOW_NONE ? _connection.root() : focus;
+        if (standIn != XCB_WINDOW_NONE)
+            window = standIn;
         int status = grabKeyboard(_connection, window);
         if (status == XCB_GRAB_STATUS_NOT_VIEWABLE) {
             window = _connection.root();
@@ -93,7 +107,7 @@ bool X11KeyboardGrab::take(int attempts, xcb_window_t focus)
 
 void X11KeyboardGrab::yield()
 {
-    if (_mode != Mode::Taken || _window == _connection.root())
+    if (_mode != Mode::Taken || _window == _connection.root() || _window == standIn)
         return;
     // A key may be up again before anybody hears of it: the server begins and ends its grab by itself.
     const xcb_window_t window =

@@ -20,6 +20,18 @@ class X11Connection;
 /// Ends the connection's keyboard grab. `byWayOfTheRoot`, nobody misreads that. Any thread.
 void letKeyboardGo(X11Connection& connection, bool byWayOfTheRoot);
 
+/// While it lives, keyboards are taken on this window and on no other, and are not yielded: for a window of
+/// Wayland in front, to which no key comes on the X server. XWayland asks its compositor for the keys on
+/// behalf of such a window of ours, and gets them where the user allows that. One at a time; GUI thread only.
+class X11KeyboardStandIn
+{
+public:
+    explicit X11KeyboardStandIn(xcb_window_t window);
+    ~X11KeyboardStandIn();
+    X11KeyboardStandIn(const X11KeyboardStandIn&) = delete;
+    X11KeyboardStandIn& operator=(const X11KeyboardStandIn&) = delete;
+};
+
 /// The keyboard, taken in a way that the application with the focus doesn't notice: grabbed on its own focus
 /// window, since the server tells a grab as a move of the focus to the grab's window. Taking the keyboard
 /// with another object takes it from this one, whose release then does nothing. Released when destroyed. GUI

@@ -137,11 +137,11 @@ void LinuxSession::_followRequests()
 {
     if (!_instance)
         return;
-    _instance->setRequested([this](SessionInstance::Request request) {
+    _instance->setRequested([this](SessionInstance::Request request, const FrontHint& hint) {
         if (request == SessionInstance::Request::Show)
             reopen();
         else if (_popUpRequest)
-            _popUpRequest->carryOut(&popUpMenu);
+            _popUpRequest->carryOut(hint, &popUpMenu);
     });
 }
 

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/session/SessionInstance.h"
 
+#include "platform/linux/session/PopUpParameter.h"
 #include "platform/linux/xdg/DesktopNames.h"
 
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 
+#include <algorithm>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -48,7 +50,7 @@ void SessionInstance::setBus(const QDBusConnection& bus)
                                       QDBusConnectionInterface::DontAllowReplacement);
 }
 
-void SessionInstance::setRequested(std::function<void(Request)> requested)
+void SessionInstance::setRequested(Requested requested)
 {
     _requested = std::move(requested);
     _deliver();
@@ -61,17 +63,20 @@ void SessionInstance::Activate(const QVariantMap& /*platformData*/)
 
 void SessionInstance::Open(const QStringList& /*uris*/, const QVariantMap& /*platformData*/) {}
 
-void SessionInstance::ActivateAction(const QString& action, const QVariantList& /*parameter*/,
+void SessionInstance::ActivateAction(const QString& action, const QVariantList& parameter,
                                      const QVariantMap& /*platformData*/)
 {
     if (action == desktop_names::PopUpAction)
-        _request(Request::PopUp);
+        _request(Request::PopUp, popUpParameter(parameter));
 }
 
-void SessionInstance::_request(Request request)
+void SessionInstance::_request(Request request, const FrontHint& hint)
 {
-    if (!_waiting.contains(request))
-        _waiting.append(request);
+    const auto known = std::ranges::find(_waiting, request, &std::pair<Request, FrontHint>::first);
+    if (known == _waiting.end())
+        _waiting.append({request, hint});
+    else
+        known->second = hint;
     _deliver();
 }
 
@@ -111,9 +116,10 @@ void SessionInstance::_deliver()
     if (!_requested)
         return;
     const auto waiting = std::exchange(_waiting, {});
-    for (const Request request : waiting)
+    for (const auto& [request, hint] : waiting)
         QMetaObject::invokeMethod(
-            this, [requested = _requested, request] { requested(request); }, Qt::QueuedConnection);
+            this, [requested = _requested, request = request, hint = hint] { requested(request, hint); },
+            Qt::QueuedConnection);
 }
 
 } // namespace tarnwick

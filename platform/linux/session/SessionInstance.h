@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/front/FrontHint.h"
+
 #include <QDBusConnection>
 #include <QList>
 #include <QObject>
 #include <QVariantMap>
 
 #include <functional>
+#include <utility>
 
 namespace tarnwick {
 
@@ -33,28 +36,31 @@ public:
         PopUp, ///< the action "pop-up"
     };
 
+    /// `hint` has come with the action "pop-up".
+    using Requested = std::function<void(Request request, const FrontHint& hint)>;
     /// From now on `requested` runs for every request, later, from the event loop; once for all of a kind
-    /// that came before.
-    void setRequested(std::function<void(Request)> requested);
+    /// that came before, with the last one's hint.
+    void setRequested(Requested requested);
 
 public Q_SLOTS:
     void Activate(const QVariantMap& platformData);
     /// There are no documents: does nothing.
     void Open(const QStringList& uris, const QVariantMap& platformData);
-    /// "pop-up" has the menu opened at the pointer. Others do nothing, and so do parameters.
+    /// "pop-up" has the menu opened at the pointer; its parameter may tell where that is, and over which
+    /// window (PopUpParameter.h). Others do nothing.
     void ActivateAction(const QString& action, const QVariantList& parameter,
                         const QVariantMap& platformData);
 
 private:
     void _claim();
     [[nodiscard]] bool _activateOther();
-    void _request(Request request);
+    void _request(Request request, const FrontHint& hint = {});
     void _deliver();
 
     QDBusConnection _bus;
     bool _anotherIsRunning = false;
-    QList<Request> _waiting;
-    std::function<void(Request)> _requested;
+    QList<std::pair<Request, FrontHint>> _waiting;
+    Requested _requested;
 };
 
 } // namespace tarnwick

@@ -5,28 +5,41 @@
 #include "platform/linux/workspace/SwitchAnnouncements.h"
 #include "platform/qt/menu/MenuTracking.h"
 
+#include <QScopeGuard>
 #include <QScopedValueRollback>
 
 namespace tarnwick {
 
-void PopUpRequest::carryOut(const std::function<void()>& popUp)
+void PopUpRequest::carryOut(const FrontHint& hint, const std::function<void()>& popUp)
 {
     if (_busy) {
         MenuTracking::shared().cancel();
         return;
     }
-    _announcements.afterSwitchesSoFar(
-        [this, popUp] { _announcements.announceFrontThen([this, popUp] { _popUp(popUp); }); });
+    _announcements.afterSwitchesSoFar([this, hint, popUp] {
+        _announcements.announceFrontThen([this, hint, popUp] { _popUp(hint.pointer, popUp); }, hint);
+    });
 }
 
-void PopUpRequest::_popUp(const std::function<void()>& popUp)
+void PopUpRequest::_popUp(std::optional<QPoint> pointer, const std::function<void()>& popUp)
 {
-    if (!_backdrop || !_front.current().isNative() || MenuTracking::shared().active()) {
+    const bool isTold = pointer && _surroundings.setPointer;
+    if (isTold)
+        _surroundings.setPointer(pointer);
+    const auto forget = qScopeGuard([&] {
+        if (isTold)
+            _surroundings.setPointer({});
+    });
+    if (!_surroundings.backdrop || !_front.current().isNative() || MenuTracking::shared().active())
         popUp();
-        return;
-    }
+    else
+        _popUpOverNative(isTold, popUp);
+}
+
+void PopUpRequest::_popUpOverNative(bool pointerIsTold, const std::function<void()>& popUp)
+{
     const QScopedValueRollback busy(_busy, true);
-    const auto backdrop = _backdrop();
+    const auto backdrop = _surroundings.backdrop(pointerIsTold);
     popUp();
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/front/FrontHint.h"
+
 #include <functional>
 #include <memory>
 #include <utility>
@@ -14,26 +16,35 @@ class SwitchAnnouncements;
 class PopUpRequest
 {
 public:
-    /// Makes what a menu over a native window needs beside it, for as long as the menu is open.
-    using Backdrop = std::function<std::shared_ptr<void>()>;
+    /// What one way of showing the menu needs beside it; each may be missing.
+    struct Surroundings
+    {
+        /// Makes what a menu over a native window needs, for as long as the menu is open. Without it a native
+        /// window is like any other. `pointerIsTold`: its place need not be found out.
+        std::function<std::shared_ptr<void>(bool pointerIsTold)> backdrop;
+        /// From now on the pointer is at this place, or again where it is found to be.
+        std::function<void(std::optional<QPoint>)> setPointer;
+    };
 
-    /// Both must outlive this. Without `backdrop` a native window is like any other.
-    PopUpRequest(SwitchAnnouncements& announcements, const FrontApplication& front, Backdrop backdrop = {})
-        : _announcements(announcements), _front(front), _backdrop(std::move(backdrop))
+    /// Both must outlive this.
+    PopUpRequest(SwitchAnnouncements& announcements, const FrontApplication& front,
+                 Surroundings surroundings = {})
+        : _announcements(announcements), _front(front), _surroundings(std::move(surroundings))
     {
     }
 
-    /// Has the front application announced first, when it is another one, then calls `popUp`, which returns
-    /// when the menu has closed. While a menu is open the request is dropped; beside a backdrop, where no key
-    /// reaches the menu, it closes the menu instead.
-    void carryOut(const std::function<void()>& popUp);
+    /// Has the front application announced first, when it is another one by the hint or without, then calls
+    /// `popUp`, which returns when the menu has closed. While a menu is open the request is dropped; beside a
+    /// backdrop, where no key reaches the menu, it closes the menu instead.
+    void carryOut(const FrontHint& hint, const std::function<void()>& popUp);
 
 private:
-    void _popUp(const std::function<void()>& popUp);
+    void _popUp(std::optional<QPoint> pointer, const std::function<void()>& popUp);
+    void _popUpOverNative(bool pointerIsTold, const std::function<void()>& popUp);
 
     SwitchAnnouncements& _announcements;
     const FrontApplication& _front;
-    Backdrop _backdrop;
+    Surroundings _surroundings;
     bool _busy = false;
 };
 

@@ -36,9 +36,9 @@ void SwitchAnnouncements::afterSwitchesSoFar(std::function<void()> then)
     });
 }
 
-void SwitchAnnouncements::announceFrontThen(std::function<void()> then)
+void SwitchAnnouncements::announceFrontThen(std::function<void()> then, const FrontHint& hint)
 {
-    if (const auto front = _front.lookAgain())
+    if (const auto front = _front.lookAgainFor(hint))
         _announce(*front);
     _whenNothingIsUndelivered(std::move(then));
 }

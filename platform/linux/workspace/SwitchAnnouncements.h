@@ -28,9 +28,9 @@ public:
     /// Runs `then` from the event loop, once every switch that has happened by now has been announced.
     void afterSwitchesSoFar(std::function<void()> then);
 
-    /// Looks for a switch that nobody has told of, too. Runs `then` once every switch so far has been
-    /// announced: at once when there is none to announce.
-    void announceFrontThen(std::function<void()> then);
+    /// Looks for a switch that nobody has told of, too, by the hint where there is one. Runs `then` once
+    /// every switch so far has been announced: at once when there is none to announce.
+    void announceFrontThen(std::function<void()> then, const FrontHint& hint = {});
 
 private:
     void _frontChanged(const FrontWindow& front);

@@ -16,8 +16,9 @@ X11FrontApplication::X11FrontApplication(FindNative findNative) : _findNative(st
 
 std::unique_ptr<FrontApplication> X11FrontApplication::make(AtspiActiveWindow& inTree)
 {
-    return std::make_unique<X11FrontApplication>(
-        [&inTree] { return xdg_session::isWayland() ? inTree.current() : AtspiWindow(); });
+    return std::make_unique<X11FrontApplication>([&inTree](const FrontHint& hint) {
+        return xdg_session::isWayland() ? inTree.current(hint.processIdentifier, hint.title) : AtspiWindow();
+    });
 }
 
 bool X11FrontApplication::watch()
@@ -37,9 +38,14 @@ FrontWindow X11FrontApplication::current() const
 
 std::optional<FrontWindow> X11FrontApplication::lookAgain()
 {
+    return lookAgainFor({});
+}
+
+std::optional<FrontWindow> X11FrontApplication::lookAgainFor(const FrontHint& hint)
+{
     if (_x11.current())
         return std::nullopt;
-    _native = _nativeInFront();
+    _native = _nativeInFront(hint);
     return _native;
 }
 
@@ -50,13 +56,13 @@ void X11FrontApplication::afterChangesSoFar(std::function<void()> then)
 
 void X11FrontApplication::_x11Changed(const X11Window& window)
 {
-    _native = !window && _watched ? _nativeInFront() : FrontWindow();
+    _native = !window && _watched ? _nativeInFront({}) : FrontWindow();
     Q_EMIT changed(window ? FrontWindow{window.id, window.processIdentifier} : _native);
 }
 
-FrontWindow X11FrontApplication::_nativeInFront() const
+FrontWindow X11FrontApplication::_nativeInFront(const FrontHint& hint) const
 {
-    const AtspiWindow found = _findNative();
+    const AtspiWindow found = _findNative(hint);
     return {XCB_WINDOW_NONE, found.processIdentifier, found.reference};
 }
 

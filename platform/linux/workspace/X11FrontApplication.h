@@ -16,8 +16,9 @@ class X11FrontApplication final : public FrontApplication
     Q_OBJECT
 
 public:
-    /// Looks for the native window in front; none where there cannot be one.
-    using FindNative = std::function<AtspiWindow()>;
+    /// Looks for the native window in front, for the one of the hint where that tells; none where there
+    /// cannot be one.
+    using FindNative = std::function<AtspiWindow(const FrontHint& hint)>;
 
     explicit X11FrontApplication(FindNative findNative);
     /// Finds native windows in the accessibility tree, in a Wayland session. `inTree` must outlive it.
@@ -26,11 +27,12 @@ public:
     [[nodiscard]] bool watch() override;
     [[nodiscard]] FrontWindow current() const override;
     [[nodiscard]] std::optional<FrontWindow> lookAgain() override;
+    [[nodiscard]] std::optional<FrontWindow> lookAgainFor(const FrontHint& hint) override;
     void afterChangesSoFar(std::function<void()> then) override;
 
 private:
     void _x11Changed(const X11Window& window);
-    [[nodiscard]] FrontWindow _nativeInFront() const;
+    [[nodiscard]] FrontWindow _nativeInFront(const FrontHint& hint) const;
 
     X11ActiveWindow _x11;
     FindNative _findNative;

@@ -4,7 +4,19 @@
 #include "platform/linux/x11/ScreenSpaces.h"
 #include "platform/linux/x11/X11Connection.h"
 
+#include <algorithm>
+
 namespace tarnwick {
+
+namespace {
+
+bool isOnAny(const QList<Monitor>& monitors, QPoint pixel)
+{
+    return std::ranges::any_of(monitors,
+                               [pixel](const Monitor& monitor) { return monitor.pixels.contains(pixel); });
+}
+
+} // namespace
 
 QList<QRectF> LinuxScreens::frames() const
 {
@@ -23,6 +35,9 @@ QRectF LinuxScreens::mainDisplayBounds() const
 
 QPointF LinuxScreens::mouseLocation() const
 {
+    if (_pointer)
+        if (const QList<Monitor> monitors = currentMonitors(); isOnAny(monitors, *_pointer))
+            return windowSystemPoint(*_pointer, monitors);
     auto& connection = X11Connection::shared();
     if (!connection)
         return {};

@@ -3,6 +3,10 @@
 
 #include "foundation/Screens.h"
 
+#include <QPoint>
+
+#include <optional>
+
 namespace tarnwick {
 
 /// Monitors and pointer in X root pixels.
@@ -13,6 +17,13 @@ public:
     [[nodiscard]] QRectF mainDisplayBounds() const override;
     /// Asks the server, since the toolkit knows of the pointer over its own windows only; (0, 0) without one.
     [[nodiscard]] QPointF mouseLocation() const override;
+
+    /// Where the pointer is by the word of one who sees it everywhere, in pixels; a place that is on no
+    /// monitor is none. With nothing, the server is asked again.
+    void setPointer(std::optional<QPoint> pixel) { _pointer = pixel; }
+
+private:
+    std::optional<QPoint> _pointer;
 };
 
 } // namespace tarnwick

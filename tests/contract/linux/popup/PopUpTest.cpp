@@ -4,6 +4,7 @@
 #include "menu/MenuDelegate.h"
 #include "menu/MenuItem.h"
 #include "platform/linux/input/X11Focus.h"
+#include "platform/linux/input/X11KeyboardGrab.h"
 #include "platform/linux/popup/QMenuPresenter.h"
 #include "platform/linux/workspace/XWaylandBackdrop.h"
 #include "tests/contract/menu/MenuPresenterContract.h"
@@ -290,6 +291,26 @@ QList<quint32> numbersOf(const QWidget& widget, const QByteArray& property)
         return {};
     const auto* numbers = static_cast<const quint32*>(xcb_get_property_value(reply.get()));
     return {numbers, numbers + reply->value_len};
+}
+
+TEST_F(PopUp, keyboardIsTakenOnTheStandIn_asLongAsThereIsOne_andNotYielded)
+{
+    XWaylandBackdrop backdrop;
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&backdrop));
+    const auto window = static_cast<xcb_window_t>(backdrop.winId());
+    X11KeyboardGrab keyboard(X11Connection::shared());
+    {
+        const X11KeyboardStandIn standIn(window);
+        ASSERT_TRUE(keyboard.take(6));
+        EXPECT_EQ(keyboard.window(), window);
+        EXPECT_TRUE(keyboard.hasBeenOn(window));
+        keyboard.yield();
+        EXPECT_FALSE(keyboard.yielded());
+        ASSERT_TRUE(keyboard.take(6, _front));
+        EXPECT_EQ(keyboard.window(), window);
+    }
+    ASSERT_TRUE(keyboard.take(6));
+    EXPECT_EQ(keyboard.window(), _front);
 }
 
 TEST_F(PopUp, backdrop_isNothingToFocus)

@@ -54,7 +54,7 @@ TEST_F(SessionInstanceTest, second_findsTheFirst_evenOneThatDoesNotAnswer)
 {
     SessionInstance first(bus);
     int activations = 0;
-    first.setRequested([&](SessionInstance::Request) { ++activations; });
+    first.setRequested([&](SessionInstance::Request, const FrontHint&) { ++activations; });
     QElapsedTimer since;
     since.start();
     // The first can't answer while this thread waits.
@@ -71,7 +71,7 @@ TEST_F(SessionInstanceTest, requestsBeforeStartUpIsDone_areAnsweredOnceAfterIt)
     request(u"Activate"_s, {QVariantMap()});
     request(u"Activate"_s, {QVariantMap{{u"desktop-startup-id"_s, u"x"_s}}});
     int activations = 0;
-    first.setRequested([&](SessionInstance::Request) { ++activations; });
+    first.setRequested([&](SessionInstance::Request, const FrontHint&) { ++activations; });
     EXPECT_EQ(activations, 0) << "from the event loop, not at once";
     EXPECT_TRUE(QTest::qWaitFor([&] { return activations > 0; }));
     QTest::qWait(20);
@@ -103,7 +103,7 @@ TEST_F(SessionInstanceTest, request_isPassedOn_orMeansNothing)
     };
     SessionInstance first(bus);
     std::vector<Request> requests;
-    first.setRequested([&](Request made) { requests.push_back(made); });
+    first.setRequested([&](Request made, const FrontHint&) { requests.push_back(made); });
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         requests.clear();
@@ -122,10 +122,57 @@ TEST_F(SessionInstanceTest, requestsOfSeveralKinds_beforeStartUpIsDone_comeInOrd
         request(u"Activate"_s, {QVariantMap()});
     }
     QList<Request> requests;
-    first.setRequested([&](Request made) { requests.append(made); });
+    first.setRequested([&](Request made, const FrontHint&) { requests.append(made); });
     EXPECT_TRUE(QTest::qWaitFor([&] { return requests.size() >= 2; }));
     QTest::qWait(20);
     EXPECT_EQ(requests, (QList<Request>{Request::PopUp, Request::Show}));
+}
+
+TEST_F(SessionInstanceTest, theParameterOfTheAction_isPassedOn_theLastOneOfThoseBeforeStartUpIsDone)
+{
+    using Request = SessionInstance::Request;
+    struct Row
+    {
+        const char* name;
+        QVariantList parameter;
+        FrontHint hint;
+    };
+    const QVariantMap all{{u"x"_s, 10}, {u"y"_s, 20}, {u"pid"_s, 300}, {u"title"_s, u"Notes"_s}};
+    const FrontHint hintOfAll{QPoint(10, 20), 300, u"Notes"_s};
+    const Row rows[] = {
+        {"a map", {all}, hintOfAll},
+        {"a map with values that are not simple",
+         {QVariantMap{{u"pid"_s, QVariantMap{{u"pid"_s, 1}}}, {u"title"_s, u"Notes"_s}}},
+         {{}, {}, u"Notes"_s}},
+        {"a number", {1}, {}},
+        {"a list of texts", {QStringList{u"pid"_s}}, {}},
+        {"a list of values", {QVariantList{all}}, {}},
+        {"a value in a value", {QVariant::fromValue(QDBusVariant(QVariant::fromValue(QDBusVariant(1))))}, {}},
+        {"two maps", {all, all}, {}},
+    };
+    SessionInstance first(bus);
+    const auto ask = [this](const QVariantList& parameter) {
+        request(u"ActivateAction"_s, {u"pop-up"_s, parameter, QVariantMap()});
+    };
+    std::vector<FrontHint> hints;
+    const auto listen = [&] {
+        first.setRequested([&](Request, const FrontHint& hint) { hints.push_back(hint); });
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        hints.clear();
+        first.setRequested({});
+        ask({QVariantMap{{u"pid"_s, 7}}});
+        ask(row.parameter);
+        listen();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !hints.empty(); }));
+        EXPECT_EQ(hints, std::vector<FrontHint>{row.hint});
+    }
+    ask({all});
+    ask({});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return hints.size() >= 3; }));
+    EXPECT_EQ(hints.at(1), hintOfAll);
+    EXPECT_EQ(hints.at(2), FrontHint()) << "the bare action tells nothing";
 }
 
 TEST_F(SessionInstanceTest, withoutABus_thereIsNoOther)

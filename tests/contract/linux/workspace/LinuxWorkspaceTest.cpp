@@ -151,9 +151,11 @@ protected:
     bool findsNative = false;
     AtspiWindow native;
     int nativeQuestions = 0;
+    FrontHint lastHint;
     std::shared_ptr<LinuxReading> nativeReading = std::make_shared<LinuxReading>([this](AtspiActiveWindow&) {
-        return std::make_unique<X11FrontApplication>([this] {
+        return std::make_unique<X11FrontApplication>([this](const FrontHint& hint) {
             ++nativeQuestions;
+            lastHint = hint;
             return findsNative ? native : AtspiWindow();
         });
     });
@@ -354,6 +356,47 @@ TEST_F(LinuxWorkspaceTest, theActiveWindowOfTheTree_isThatOfTheProgramInFront)
     }
 }
 
+TEST_F(LinuxWorkspaceTest, theWindowOfTheTreeThatIsTold_isThatProcesss_orNone)
+{
+    const FixtureProgram notes(u"gtk3"_s, {u"--title"_s, u"Notes"_s});
+    ASSERT_TRUE(waitUntilFront(notes));
+    const FixtureProgram active(u"qt6"_s, {u"--title"_s, u"Letters"_s});
+    ASSERT_TRUE(waitUntilFront(active));
+    AtspiActiveWindow& inTree = reading->tree.activeWindow;
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return inTree.current().processIdentifier == active.processIdentifier(); }, Limit));
+
+    struct Row
+    {
+        const char* name;
+        std::optional<qint64> processIdentifier;
+        std::optional<QString> title;
+        std::optional<qint64> found;
+    };
+    const qint64 ofNobody = getpid();
+    const Row rows[] = {
+        {"a process that says it has no active window",
+         notes.processIdentifier(),
+         {},
+         notes.processIdentifier()},
+        {"with a title that is not its window's", notes.processIdentifier(), u"Letters"_s,
+         notes.processIdentifier()},
+        {"the active one", active.processIdentifier(), u"Letters"_s, active.processIdentifier()},
+        {"a process without windows, and the active title", ofNobody, u"Letters"_s,
+         active.processIdentifier()},
+        {"a process without windows, and another title", ofNobody, u"Notes"_s, {}},
+        {"a process without windows", ofNobody, {}, {}},
+        {"the active title", {}, u"Letters"_s, active.processIdentifier()},
+        {"another title: the active one is in front", {}, u"Notes"_s, active.processIdentifier()},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const AtspiWindow window = inTree.current(row.processIdentifier, row.title);
+        EXPECT_EQ(window.processIdentifier, row.found);
+        EXPECT_EQ(bool(window), row.found.has_value());
+    }
+}
+
 TEST_F(LinuxWorkspaceTest, aWindowThatOnlyTheTreeKnows_isInFrontAsLongAsNoOtherIs)
 {
     const FixtureProgram program(u"gtk3"_s);
@@ -370,6 +413,7 @@ TEST_F(LinuxWorkspaceTest, aWindowThatOnlyTheTreeKnows_isInFrontAsLongAsNoOtherI
         << "the tree tells of it a moment after the server";
     FrontApplication& front = *nativeReading->front;
     EXPECT_FALSE(front.lookAgain());
+    EXPECT_FALSE(front.lookAgainFor({{}, 1, {}})) << "the server's own word goes before";
     EXPECT_FALSE(front.current().isNative());
     findsNative = false;
     unmap(window);
@@ -377,7 +421,11 @@ TEST_F(LinuxWorkspaceTest, aWindowThatOnlyTheTreeKnows_isInFrontAsLongAsNoOtherI
         << "in a session where the server knows all windows, nothing is beside it";
     findsNative = true;
     EXPECT_FALSE(front.current()) << "nobody tells of it";
+    const FrontHint hint{QPoint(1, 2), program.processIdentifier(), u"Fixture"_s};
+    EXPECT_TRUE(front.lookAgainFor(hint));
+    EXPECT_EQ(lastHint, hint);
     EXPECT_TRUE(front.lookAgain());
+    EXPECT_EQ(lastHint, FrontHint()) << "it is good for one look";
     EXPECT_TRUE(front.current().isNative());
     EXPECT_EQ(front.current(), (FrontWindow{XCB_WINDOW_NONE, program.processIdentifier(), native.reference}));
     AtspiAccessibility overNative(nativeReading);

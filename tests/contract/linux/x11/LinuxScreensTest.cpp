@@ -32,4 +32,26 @@ TEST(LinuxScreens, onTwoMonitors_theFirstBeingNeitherLeftmostNorHighest_keepTheC
     keepsTheContract({TwoMonitors::First, TwoMonitors::Left});
 }
 
+TEST(LinuxScreens, aPointerThatIsTold_goesBeforeTheServersWord_ifItIsOnAMonitor)
+{
+    const TwoMonitors monitors;
+    ASSERT_EQ(monitors.complaint(), QString());
+    const QPoint told = TwoMonitors::First.center() + QPoint(7, -9);
+    const auto locationAt = [](QPoint pixel) {
+        desktop_control::movePointer(pixel);
+        return LinuxScreens().mouseLocation();
+    };
+    const QPointF locationTold = locationAt(told);
+    const QPointF locationSeen = locationAt(TwoMonitors::Left.center());
+    ASSERT_NE(locationSeen, locationTold);
+    LinuxScreens screens;
+    screens.setPointer(told);
+    EXPECT_EQ(screens.mouseLocation(), locationTold);
+    screens.setPointer(QPoint(100'000, 5));
+    EXPECT_EQ(screens.mouseLocation(), locationSeen) << "nobody can be there";
+    screens.setPointer(told);
+    screens.setPointer({});
+    EXPECT_EQ(screens.mouseLocation(), locationSeen);
+}
+
 } // namespace
