@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-# Sourced by scripts/test: one command that only computes, in the background, in moments that nothing else wants.
+# Sourced by scripts/test: one command at a time that only computes, in the background, in moments that nothing else wants.
 
 # begin_meanwhile COMMAND...: what it prints is kept for finish_meanwhile. It ends, and leaves nothing behind, when this shell
 # does.
@@ -21,6 +21,7 @@ finish_meanwhile() {
     wait "$background" || status=$?
     background=
     cat "$meanwhile/output"
+    rm -rf "$meanwhile"
     return "$status"
 }
 

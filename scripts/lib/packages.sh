@@ -34,9 +34,9 @@ ROOT_SUITES=(trixie)
 TRIXIE_PACKAGES=(
     "${BUILD_PACKAGES[@]}" "${RUN_PACKAGES[@]}" "${PACKAGE_PACKAGES[@]}" ccache
     libgtest-dev libgmock-dev libbenchmark-dev libgtk-3-dev libgtk-4-dev qtbase5-dev libxcb-damage0-dev libxcb-xtest0-dev
-    xvfb openbox x11-utils x11-xkb-utils x11-xserver-utils xclip python3 python3-gi python3-xlib libglib2.0-bin valgrind locales
+    xvfb openbox xdotool x11-utils x11-xkb-utils x11-xserver-utils xclip python3 python3-gi python3-xlib libglib2.0-bin valgrind locales
     liblayershellqtinterface-dev libwayland-dev wayland-protocols qt6-wayland
-    sway labwc wlr-randr kwin-wayland grim fcitx5
+    sway labwc wlr-randr kwin-wayland grim fcitx5 libreoffice-writer libreoffice-gtk3
 )
 # root_packages SUITE: what a system of that suite has, one a line
 root_packages() {

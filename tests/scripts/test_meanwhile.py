@@ -39,6 +39,11 @@ class Meanwhile(TreeTest):
         text = 'work() { false; echo unheard; }\nbegin_meanwhile work\nfinish_meanwhile || echo "status $?"'
         self.assertEqual(self.assert_passes(self.script(text)), "status 1\n")
 
+    def test_one_after_the_other_is_heard_and_leaves_nothing_behind(self):
+        text = "begin_meanwhile echo one\nfinish_meanwhile\nbegin_meanwhile echo two\nfinish_meanwhile"
+        self.assertEqual(self.assert_passes(self.script(text)), "one\ntwo\n")
+        self.assertEqual(os.listdir(self.folder), [])
+
     def test_a_command_that_ended_before_anybody_asked_does_no_harm(self):
         self.assert_passes(self.script('begin_meanwhile true\nwhile kill -0 "$background" 2>/dev/null; do sleep 0.01; done'))
 

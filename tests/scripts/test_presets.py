@@ -12,6 +12,13 @@ from tree import ROOT, TreeTest, require
 PRESETS = json.loads((ROOT / "CMakePresets.json").read_text(encoding="utf-8"))
 
 
+def variables_of(name):
+    """What a preset sets, with what it inherits."""
+    row = next(row for row in PRESETS["configurePresets"] if row["name"] == name)
+    inherited = variables_of(row["inherits"]) if "inherits" in row else {}
+    return {**inherited, **row.get("cacheVariables", {})}
+
+
 class Presets(TreeTest):
     copied = ("CMakePresets.json",)
 
@@ -40,10 +47,16 @@ class Presets(TreeTest):
     def test_of_ci_require_the_tools(self):
         script = (ROOT / "scripts/test").read_text(encoding="utf-8")
         used = {"ci"} | set(re.findall(r"^\s*attempt .* run_tests (\w+)$", script, re.M))
-        self.assertEqual(used, {"ci", "asan", "fuzz"})
-        rows = {row["name"]: row["cacheVariables"] for row in PRESETS["configurePresets"] if "cacheVariables" in row}
+        self.assertEqual(used, {"ci", "asan", "fuzz", "trixie"})
         for preset in used - {"fuzz"}:  # which has no test that could do without
-            self.assertEqual(rows[preset].get("TARNWICK_REQUIRE_TOOLS"), "ON", preset)
+            variables = variables_of(preset)
+            self.assertEqual(variables.get("TARNWICK_REQUIRE_TOOLS"), "ON", preset)
+            self.assertEqual(variables.get("TARNWICK_WERROR"), "ON", preset)
+
+    def test_of_the_debian_13_run_what_is_about_it(self):
+        row = next(row for row in PRESETS["testPresets"] if row["name"] == "trixie")
+        self.assertEqual(set(row["filter"]["include"]["label"].split("|")), {"unit", "contract", "wayland"})
+        self.assertEqual(variables_of("trixie").get("TARNWICK_WAYLAND_TESTS"), "ON")
 
 
 if __name__ == "__main__":

@@ -119,7 +119,7 @@ QByteArray PrivateSession::_startAndRead(const QString& program, const QStringLi
 
 QString PrivateSession::start()
 {
-    for (const QString& tool : {u"Xvfb"_s, u"openbox"_s, u"dbus-daemon"_s})
+    for (const QString& tool : {u"Xvfb"_s, u"openbox"_s, u"dbus-daemon"_s, u"xdotool"_s})
         if (QStandardPaths::findExecutable(tool).isEmpty())
             return tool;
     _makeDirectories();

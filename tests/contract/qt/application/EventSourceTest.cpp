@@ -49,7 +49,8 @@ TEST(EventSource, toolkits_keepsTheContract)
     }));
     auto window = std::make_unique<QWidget>();
     window->show();
-    QApplication::setActiveWindow(window.get());
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
     EventSourceContract contract(
         {.source = source,
          .come =

@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QLineEdit>
+#include <QTest>
 #include <QTranslator>
 #include <gtest/gtest.h>
 
@@ -52,6 +53,12 @@ protected:
         event.charactersIgnoringModifiers = characters;
         event.modifierFlags = modifiers;
         return performKeyEquivalent(*bar, event);
+    }
+
+    static void activate(QWidget& window)
+    {
+        window.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     }
 
     FakeApplication application;
@@ -110,9 +117,8 @@ TEST_F(MainMenuTest, editing_actsOnTheWidgetWithTheFocus)
     EXPECT_FALSE(item(1, u"Copy"_s)->isEnabled()) << "without a text there is nothing to copy";
     QLineEdit edit(u"some text"_s);
     edit.show();
-    edit.activateWindow();
     edit.setFocus();
-    QApplication::setActiveWindow(&edit);
+    activate(edit);
     ASSERT_EQ(QApplication::focusWidget(), &edit);
     ASSERT_TRUE(item(1, u"Select All"_s)->isEnabled());
     const auto all = item(1, u"Select All"_s);
@@ -128,7 +134,7 @@ TEST_F(MainMenuTest, window_isClosedByItsKeyEquivalent)
 {
     QWidget window;
     window.show();
-    QApplication::setActiveWindow(&window);
+    activate(window);
     EXPECT_TRUE(press(u"W"_s, ControlKeyMask)) << "Caps Lock does not matter";
     EXPECT_FALSE(window.isVisible());
 }

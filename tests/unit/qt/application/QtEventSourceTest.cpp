@@ -31,7 +31,8 @@ protected:
     QtEventSourceTest()
     {
         window->show();
-        QApplication::setActiveWindow(window.get());
+        window->activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
     }
 
     void later(std::function<void()> call) const { QTimer::singleShot(0, qApp, std::move(call)); }
