@@ -8,6 +8,7 @@
 #include "platform/linux/look/LinuxLook.h"
 #include "platform/linux/session/LinuxSession.h"
 #include "platform/linux/tray/LinuxTrayHost.h"
+#include "platform/linux/wayland/FrontMenuTarget.h"
 #include "platform/linux/wayland/WaylandFrontApplication.h"
 #include "platform/linux/wayland/WaylandKeyboardLayout.h"
 #include "platform/linux/wayland/WaylandMenuPresenter.h"
@@ -87,7 +88,8 @@ std::optional<Desktop> openWaylandDesktop(int& argc, char** argv)
         LinuxSymbolicHotKeys::Desktop{DesktopShortcutStores::ofSession(), xdg_session::currentDesktops(),
                                       keymap, [](quint32, quint32) { return false; }});
     desktop.keyboardLayout = std::make_unique<WaylandKeyboardLayout>();
-    desktop.menuPresenter = std::make_unique<WaylandMenuPresenter>(*connection);
+    desktop.menuPresenter = std::make_unique<WaylandMenuPresenter>(
+        *connection, std::make_unique<FrontMenuTarget>(*reading->front, reading->tree));
     desktop.statusBar = std::make_unique<QtStatusBar>(std::move(trayHost), symbolicIconName());
     return opened;
 }

@@ -32,6 +32,9 @@ public:
     [[nodiscard]] AtspiWindow current(std::optional<qint64> processIdentifier = {},
                                       const std::optional<QString>& title = {});
 
+    /// Whether that window says by the deadline that it is.
+    [[nodiscard]] bool isActive(const BusReference& window, Deadline deadline);
+
 private:
     [[nodiscard]] AtspiWindow _windowOf(qint64 processIdentifier, const std::optional<QString>& title,
                                         const QList<AtspiFacts>& windows) const;

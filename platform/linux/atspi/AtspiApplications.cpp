@@ -70,6 +70,11 @@ QList<AtspiFacts> AtspiApplications::windowsOf(const QList<BusReference>& roots,
     return windows;
 }
 
+std::optional<quint64> AtspiApplications::statesOf(const BusReference& object, Deadline deadline)
+{
+    return _bus.facts(object, {AtspiQuestion::States}, deadline).states;
+}
+
 std::optional<qint64> AtspiApplications::processOf(const BusReference& object) const
 {
     for (auto known = _processes.cbegin(); known != _processes.cend(); ++known)

@@ -20,6 +20,8 @@ public:
 
     /// The windows of these applications with their names and states, in order.
     [[nodiscard]] QList<AtspiFacts> windowsOf(const QList<BusReference>& roots, Deadline deadline);
+    /// What one object says of itself now; nothing when it does not by the deadline.
+    [[nodiscard]] std::optional<quint64> statesOf(const BusReference& object, Deadline deadline);
     /// The process of an object of an application whose root has been seen.
     [[nodiscard]] std::optional<qint64> processOf(const BusReference& object) const;
 

@@ -4,6 +4,7 @@
 #include "platform/linux/atspi/AtspiConstants.h"
 #include "platform/linux/atspi/AtspiDecode.h"
 #include "platform/linux/menus/MenuPress.h"
+#include "platform/qt/menu/MenuTracking.h"
 
 #include <algorithm>
 #include <utility>
@@ -26,22 +27,61 @@ bool losesKeyBindings(AtspiToolkit toolkit)
     return toolkit == AtspiToolkit::Gtk;
 }
 
+bool isWhole(const QList<AtspiFacts>& items)
+{
+    return std::ranges::all_of(items, [](const AtspiFacts& item) { return item.states.has_value(); });
+}
+
+QList<BusReference> menusIn(const QList<MenuRow>& rows)
+{
+    QList<BusReference> menus;
+    for (const MenuRow& row : rows)
+        if (row.kind == MenuRow::Kind::Holder)
+            menus.append(row.contents);
+    return menus;
+}
+
 } // namespace
 
 AtspiMenuSource::AtspiMenuSource(AtspiBus& bus, ReadingBudget& budget, AtspiToolkits& toolkits,
                                  ChildrenJustTold& childrenJustTold)
     : _bus(bus), _budget(budget), _toolkits(toolkits), _childrenJustTold(childrenJustTold)
 {
+    QObject::connect(&MenuTracking::shared(), &MenuTracking::ended, &_presses, [this] { _ahead.clear(); });
 }
 
 std::optional<QList<MenuRow>> AtspiMenuSource::readBar(const BusReference& bar)
 {
-    return _read(bar, MenuLevel::Bar);
+    auto rows = _read(bar, MenuLevel::Bar);
+    _service = bar.service;
+    _menusOfBar = menusIn(rows.value_or(QList<MenuRow>()));
+    return rows;
 }
 
 std::optional<QList<MenuRow>> AtspiMenuSource::readMenu(const BusReference& contents)
 {
-    return _read(contents, MenuLevel::Menu);
+    const auto ahead = _ahead.constFind(contents);
+    return ahead == _ahead.cend() ? _read(contents, MenuLevel::Menu) : *ahead;
+}
+
+void AtspiMenuSource::readAhead(const QByteArray& service, std::chrono::milliseconds most)
+{
+    _ahead.clear();
+    if (service != _service)
+        return;
+    const ReadingBudget::Reading reading(_budget);
+    const Deadline deadline = reading.deadline().atMostIn(most);
+    for (QList<BusReference> level = _menusOfBar; !level.isEmpty() && !deadline.passed();) {
+        const QList<Answer> answers = _readAll(level, MenuLevel::Menu, deadline);
+        QList<BusReference> below;
+        for (qsizetype i = 0; i < level.size(); ++i) {
+            if (!answers[i].whole || _ahead.contains(level[i]))
+                continue;
+            _ahead.insert(level[i], *answers[i].rows);
+            below += menusIn(*answers[i].rows);
+        }
+        level = below;
+    }
 }
 
 bool AtspiMenuSource::press(const MenuRow& row)
@@ -58,53 +98,89 @@ bool AtspiMenuSource::press(const MenuRow& row)
 std::optional<QList<MenuRow>> AtspiMenuSource::_read(const BusReference& menu, MenuLevel level)
 {
     const ReadingBudget::Reading reading(_budget);
-    const BusReference root = _bus.root(menu.service);
-    AtspiToolkit toolkit = _toolkits.of(root, reading.deadline()).value_or(AtspiToolkit::Unknown);
-    if (toolkit == AtspiToolkit::Gtk4)
-        return QList<MenuRow>();
-    auto items = _childrenOf(menu, toolkit, level, reading.deadline());
-    if (!items)
-        return std::nullopt;
-    if (const auto inner = level == MenuLevel::Menu ? menuInBetween(*items) : std::nullopt)
-        items = _childrenOf(*inner, toolkit, level, reading.deadline()).value_or(QList<AtspiFacts>());
-    if (toolkit == AtspiToolkit::Unknown)
-        _dropOtherChildren(*items, reading.deadline());
-    const auto isMenu = [](const AtspiFacts& facts) { return facts.role == RoleMenu; };
-    if (toolkit == AtspiToolkit::Unknown && std::any_of(items->cbegin(), items->cend(), isMenu)) {
-        toolkit = AtspiToolkit::Bridge;
-        _toolkits.shown(root, toolkit);
-    }
-    return normalForm(*items, toolkit, level);
+    return _readAll({menu}, level, reading.deadline()).first().rows;
 }
 
-std::optional<QList<AtspiFacts>> AtspiMenuSource::_childrenOf(const BusReference& menu, AtspiToolkit toolkit,
-                                                              MenuLevel level, Deadline deadline)
+QList<AtspiMenuSource::Answer> AtspiMenuSource::_readAll(const QList<BusReference>& menus, MenuLevel level,
+                                                         Deadline deadline)
 {
-    auto children = _childrenJustTold.take(menu);
-    if (!children)
-        children = _bus.facts(menu, {AtspiQuestion::Children}, deadline).children;
-    if (!children)
-        return std::nullopt;
-    QList<AtspiFacts> items(children->size());
+    const BusReference root = _bus.root(menus.first().service);
+    AtspiToolkit toolkit = _toolkits.of(root, deadline).value_or(AtspiToolkit::Unknown);
+    if (toolkit == AtspiToolkit::Gtk4)
+        return QList<Answer>(menus.size(), {QList<MenuRow>(), true});
+    auto itemsOfMenus = _itemsOf(menus, toolkit, level, deadline);
+    QList<Answer> answers;
+    for (auto& items : itemsOfMenus) {
+        if (!items) {
+            answers.append(Answer());
+            continue;
+        }
+        if (const auto inner = level == MenuLevel::Menu ? menuInBetween(*items) : std::nullopt)
+            items = _itemsOf({*inner}, toolkit, level, deadline).first().value_or(QList<AtspiFacts>());
+        if (toolkit == AtspiToolkit::Unknown)
+            _dropOtherChildren(*items, deadline);
+        const auto isMenu = [](const AtspiFacts& facts) { return facts.role == RoleMenu; };
+        if (toolkit == AtspiToolkit::Unknown && std::any_of(items->cbegin(), items->cend(), isMenu)) {
+            toolkit = AtspiToolkit::Bridge;
+            _toolkits.shown(root, toolkit);
+        }
+        answers.append({normalForm(*items, toolkit, level), isWhole(*items)});
+    }
+    return answers;
+}
+
+QList<std::optional<QList<AtspiFacts>>> AtspiMenuSource::_itemsOf(const QList<BusReference>& menus,
+                                                                  AtspiToolkit toolkit, MenuLevel level,
+                                                                  Deadline deadline)
+{
+    QList<std::optional<QList<AtspiFacts>>> itemsOfMenus;
+    for (const auto& children : _childrenOf(menus, deadline)) {
+        itemsOfMenus.append(std::nullopt);
+        if (!children)
+            continue;
+        auto& items = itemsOfMenus.last().emplace(children->size());
+        for (qsizetype i = 0; i < items.size(); ++i)
+            items[i].reference = children->at(i);
+    }
     QList<AtspiInquiry> inquiries;
     QList<AtspiFacts*> asked;
     QList<AtspiFacts*> remembered;
     const bool remembers = level == MenuLevel::Menu && losesKeyBindings(toolkit);
     const QList<AtspiQuestion> questions = itemQuestions(toolkit, level);
-    inquiries.reserve(items.size() * questions.size());
-    for (qsizetype i = 0; i < items.size(); ++i) {
-        AtspiFacts& item = items[i];
-        item.reference = children->at(i);
-        const bool known = remembers && _keyBindings.knows(item.reference);
-        (known ? remembered : asked).append(&item);
-        for (const AtspiQuestion question : questions)
-            if (question != AtspiQuestion::KeyBinding || !known)
-                inquiries.append({&item, question});
+    for (auto& items : itemsOfMenus) {
+        if (!items)
+            continue;
+        for (AtspiFacts& item : *items) {
+            const bool known = remembers && _keyBindings.knows(item.reference);
+            (known ? remembered : asked).append(&item);
+            for (const AtspiQuestion question : questions)
+                if (question != AtspiQuestion::KeyBinding || !known)
+                    inquiries.append({&item, question});
+        }
     }
     _bus.ask(inquiries, deadline);
     if (remembers)
         _completeKeyBindings(std::move(asked), remembered, deadline);
-    return items;
+    return itemsOfMenus;
+}
+
+QList<std::optional<QList<BusReference>>> AtspiMenuSource::_childrenOf(const QList<BusReference>& menus,
+                                                                       Deadline deadline)
+{
+    QList<AtspiFacts> facts(menus.size());
+    QList<AtspiInquiry> inquiries;
+    for (qsizetype i = 0; i < menus.size(); ++i) {
+        AtspiFacts& menu = facts[i];
+        menu.reference = menus[i];
+        menu.children = _childrenJustTold.take(menu.reference);
+        if (!menu.children)
+            inquiries.append({&menu, AtspiQuestion::Children});
+    }
+    _bus.ask(inquiries, deadline);
+    QList<std::optional<QList<BusReference>>> children;
+    for (const AtspiFacts& menu : facts)
+        children.append(menu.children);
+    return children;
 }
 
 void AtspiMenuSource::_completeKeyBindings(QList<AtspiFacts*> asked, const QList<AtspiFacts*>& remembered,

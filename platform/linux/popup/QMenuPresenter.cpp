@@ -6,8 +6,8 @@
 #include "platform/linux/popup/X11PopUpInput.h"
 #include "platform/linux/x11/ScreenSpaces.h"
 #include "platform/linux/x11/X11Connection.h"
-#include "platform/qt/menu/MenuChoice.h"
 #include "platform/qt/menu/MenuTracking.h"
+#include "platform/qt/menu/OpenPopUps.h"
 #include "platform/qt/menu/QMenuView.h"
 
 #include <QApplication>
@@ -25,15 +25,6 @@ namespace {
 constexpr QPoint OffScreen(-10, -10);
 /// By then the hot key is there, which is waited for at the start.
 constexpr std::chrono::milliseconds AfterTheStart(100);
-
-class Tracking
-{
-public:
-    Tracking() { MenuTracking::shared().begin(); }
-    ~Tracking() { MenuTracking::shared().end(); }
-    Tracking(const Tracking&) = delete;
-    Tracking& operator=(const Tracking&) = delete;
-};
 
 /// Hands the pointer on to the open pop-ups as motion with a button down, or as that button's release.
 void feedDrag(QEvent::Type type)
@@ -53,13 +44,6 @@ void acceptInput(xcb_window_t window)
 {
     xcb_xfixes_set_window_shape_region(X11Connection::shared().get(), window, XCB_SHAPE_SK_INPUT, 0, 0,
                                        XCB_XFIXES_REGION_NONE);
-}
-
-void closeAllPopUps()
-{
-    while (QWidget* popUp = QApplication::activePopupWidget())
-        if (!popUp->close())
-            popUp->hide();
 }
 
 } // namespace
@@ -86,7 +70,7 @@ bool QMenuPresenter::popUpMenuPositioningItem(const std::shared_ptr<Menu>& menu,
     // A menu of a window of ours that is open counts, too.
     if (!menu || !connection || MenuTracking::shared().active() || QApplication::activePopupWidget())
         return false;
-    const Tracking tracking;
+    const MenuTracking::Span tracking;
     _showKeeper();
     X11PopUpInput input(connection, static_cast<xcb_window_t>(_keeper.winId()));
     if (!input.begin())
@@ -107,17 +91,17 @@ void QMenuPresenter::cancelTracking()
         closeAllPopUps();
 }
 
-std::optional<QMenuPresenter::Choice> QMenuPresenter::_track(const std::shared_ptr<Menu>& menu,
-                                                             QPointF location, X11PopUpInput& input)
+std::optional<MenuChoice> QMenuPresenter::_track(const std::shared_ptr<Menu>& menu, QPointF location,
+                                                 X11PopUpInput& input)
 {
-    std::optional<Choice> choice;
+    std::optional<MenuChoice> choice;
     const auto owned = _viewOf(menu, input);
     QMenuView& view = *owned;
     QEventLoop loop;
     connect(&view, &QMenuView::itemChosen, &loop,
             [&choice](const std::shared_ptr<Menu>& chosenMenu, const std::shared_ptr<MenuItem>& chosenItem) {
                 if (!choice)
-                    choice = Choice{chosenMenu, chosenItem};
+                    choice = MenuChoice{chosenMenu, chosenItem};
             });
     connect(&view, &QMenu::aboutToHide, &loop, &QEventLoop::quit);
     _connectInput(input, view);

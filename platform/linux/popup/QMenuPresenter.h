@@ -2,6 +2,7 @@
 #pragma once
 
 #include "menu/MenuPresenter.h"
+#include "platform/qt/menu/MenuChoice.h"
 
 #include <QObject>
 #include <QPointer>
@@ -30,14 +31,8 @@ public:
     void cancelTracking() override;
 
 private:
-    struct Choice
-    {
-        std::shared_ptr<Menu> menu;
-        std::shared_ptr<MenuItem> item;
-    };
-
-    [[nodiscard]] std::optional<Choice> _track(const std::shared_ptr<Menu>& menu, QPointF location,
-                                               X11PopUpInput& input);
+    [[nodiscard]] std::optional<MenuChoice> _track(const std::shared_ptr<Menu>& menu, QPointF location,
+                                                   X11PopUpInput& input);
     [[nodiscard]] std::unique_ptr<QMenuView> _viewOf(const std::shared_ptr<Menu>& menu,
                                                      const X11PopUpInput& input);
     void _showKeeper();

@@ -9,6 +9,7 @@
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/xdg/DesktopNames.h"
 #include "platform/qt/application/VisibleWindows.h"
+#include "platform/qt/menu/PopUpTrigger.h"
 
 #include <QSessionManager>
 #include <QThread>
@@ -43,6 +44,12 @@ void popUpMenu()
     const QString action = u"popUpMenuAtMouseLocation"_s;
     if (delegate && delegate->respondsTo(action))
         delegate->perform(action, nullptr);
+}
+
+void popUpMenuByPointer()
+{
+    const PopUpTrigger::Scope byPointer(PopUpTrigger::Kind::Pointer);
+    popUpMenu();
 }
 
 // Qt publishes its own windows and menus to screen readers only when this is set, or when accessibility was
@@ -141,7 +148,8 @@ void LinuxSession::_followRequests()
         if (request == SessionInstance::Request::Show)
             reopen();
         else if (_popUpRequest)
-            _popUpRequest->carryOut(hint, &popUpMenu);
+            _popUpRequest->carryOut(hint, request == SessionInstance::Request::PopUp ? &popUpMenu
+                                                                                     : &popUpMenuByPointer);
     });
 }
 

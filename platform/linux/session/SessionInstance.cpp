@@ -68,6 +68,8 @@ void SessionInstance::ActivateAction(const QString& action, const QVariantList& 
 {
     if (action == desktop_names::PopUpAction)
         _request(Request::PopUp, popUpParameter(parameter));
+    else if (action == desktop_names::PopUpByPointerAction)
+        _request(Request::PopUpByPointer, popUpParameter(parameter));
 }
 
 void SessionInstance::_request(Request request, const FrontHint& hint)

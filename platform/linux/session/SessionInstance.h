@@ -32,11 +32,12 @@ public:
     [[nodiscard]] bool anotherIsRunning() const { return _anotherIsRunning; }
 
     enum class Request {
-        Show,  ///< the user started the program again
-        PopUp, ///< the action "pop-up"
+        Show,           ///< the user started the program again
+        PopUp,          ///< the action "pop-up"
+        PopUpByPointer, ///< the action "pop-up-by-pointer"
     };
 
-    /// `hint` has come with the action "pop-up".
+    /// `hint` has come with the action.
     using Requested = std::function<void(Request request, const FrontHint& hint)>;
     /// From now on `requested` runs for every request, later, from the event loop; once for all of a kind
     /// that came before, with the last one's hint.
@@ -47,7 +48,8 @@ public Q_SLOTS:
     /// There are no documents: does nothing.
     void Open(const QStringList& uris, const QVariantMap& platformData);
     /// "pop-up" has the menu opened at the pointer; its parameter may tell where that is, and over which
-    /// window (PopUpParameter.h). Others do nothing.
+    /// window (PopUpParameter.h). So has "pop-up-by-pointer", for a person who has no hand at the keyboard.
+    /// Others do nothing.
     void ActivateAction(const QString& action, const QVariantList& parameter,
                         const QVariantMap& platformData);
 

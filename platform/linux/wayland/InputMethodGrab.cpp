@@ -80,6 +80,8 @@ void InputMethodGrab::_decide(bool granted)
 {
     if (std::exchange(_undecided, false))
         Q_EMIT decided(granted);
+    else if (!granted)
+        Q_EMIT lost();
 }
 
 } // namespace tarnwick

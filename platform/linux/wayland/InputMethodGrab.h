@@ -33,6 +33,8 @@ public:
 
 Q_SIGNALS:
     void decided(bool granted);
+    /// Another input method has the keyboard from now on.
+    void lost();
 
 private:
     void _decide(bool granted);

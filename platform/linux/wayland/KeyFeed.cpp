@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/wayland/KeyFeed.h"
 
-#include <QApplication>
-#include <QKeyEvent>
-#include <QWidget>
 #include <xkbcommon/xkbcommon-keysyms.h>
 
 #include <array>
+#include <cstring>
 #include <sys/mman.h>
 #include <unistd.h>
+#include <utility>
 
 namespace tarnwick {
 
@@ -67,7 +66,7 @@ QString textOf(xkb_state* state, xkb_keycode_t code)
 
 } // namespace
 
-KeyFeed::KeyFeed() : _context(xkb_context_new(XKB_CONTEXT_NO_FLAGS))
+KeyFeed::KeyFeed(MenuKeys& keys) : _keys(keys), _context(xkb_context_new(XKB_CONTEXT_NO_FLAGS))
 {
     connect(&_timer, &QTimer::timeout, this, &KeyFeed::_repeat);
 }
@@ -122,61 +121,66 @@ void KeyFeed::_updateState()
 xkb_mod_mask_t KeyFeed::_modifiersOf(xkb_keycode_t code) const
 {
     const Owned<xkb_state> scratch(xkb_state_new(_keymap.get()));
+    xkb_state_update_mask(scratch.get(), 0, 0, 0, 0, 0, _layout);
     xkb_state_update_key(scratch.get(), code, XKB_KEY_DOWN);
     return xkb_state_serialize_mods(scratch.get(), XKB_STATE_MODS_DEPRESSED);
 }
 
-Qt::KeyboardModifiers KeyFeed::modifiers() const
+Qt::KeyboardModifiers KeyFeed::_named(xkb_mod_mask_t modifiers) const
 {
-    Qt::KeyboardModifiers modifiers;
-    if (!_state)
-        return modifiers;
-    const auto held = [this](const char* name) {
-        return xkb_state_mod_name_is_active(_state.get(), name, XKB_STATE_MODS_DEPRESSED) > 0;
+    Qt::KeyboardModifiers named;
+    const auto among = [&](const char* name) {
+        const xkb_mod_index_t index = xkb_keymap_mod_get_index(_keymap.get(), name);
+        return index != XKB_MOD_INVALID && (modifiers & (1U << index)) != 0;
     };
-    modifiers.setFlag(Qt::ShiftModifier, held(XKB_MOD_NAME_SHIFT));
-    modifiers.setFlag(Qt::ControlModifier, held(XKB_MOD_NAME_CTRL));
-    modifiers.setFlag(Qt::AltModifier, held(XKB_MOD_NAME_ALT));
-    modifiers.setFlag(Qt::MetaModifier, held(XKB_MOD_NAME_LOGO));
-    return modifiers;
+    named.setFlag(Qt::ShiftModifier, among(XKB_MOD_NAME_SHIFT));
+    named.setFlag(Qt::ControlModifier, among(XKB_MOD_NAME_CTRL));
+    named.setFlag(Qt::AltModifier, among(XKB_MOD_NAME_ALT));
+    named.setFlag(Qt::MetaModifier, among(XKB_MOD_NAME_LOGO));
+    return named;
 }
 
-void KeyFeed::key(quint32 code, bool pressed, quint32 /*time*/)
+void KeyFeed::key(quint32 code, bool pressed, quint32 time)
 {
     const xkb_keycode_t key = code + kernelToXkb;
     if (!_state || (!pressed && !_down.contains(key)))
         return;
     if (_repeating == key || pressed)
         _timer.stop();
-    if (pressed)
-        _down.insert(key, _modifiersOf(key));
-    const bool modifies = pressed ? _down.value(key) != 0 : _down.take(key) != 0;
-    _updateState();
-    if (modifies) {
-        Q_EMIT modifiersChanged();
+    if (!pressed) {
+        _down.remove(key);
+        _updateState();
+        _keys.release(key, time);
         return;
     }
-    if (pressed && _interval.count() > 0 && xkb_keymap_key_repeats(_keymap.get(), key)) {
+    const xkb_mod_mask_t modifiers = _modifiersOf(key);
+    _down.insert(key, modifiers);
+    _updateState();
+    if (modifiers == 0 && _interval.count() > 0 && xkb_keymap_key_repeats(_keymap.get(), key)) {
         _repeating = key;
+        _repeatTime = time + static_cast<quint64>(_delay.count());
         _timer.start(_delay);
     }
-    _send(pressed ? QEvent::KeyPress : QEvent::KeyRelease, key, false);
+    _press(key, modifiers, time, false);
 }
 
 void KeyFeed::_repeat()
 {
     _timer.setInterval(_interval);
-    _send(QEvent::KeyPress, _repeating, true);
+    _press(_repeating, 0, std::exchange(_repeatTime, _repeatTime + static_cast<quint64>(_interval.count())),
+           true);
 }
 
-void KeyFeed::_send(QEvent::Type type, xkb_keycode_t code, bool repeats)
+void KeyFeed::_press(xkb_keycode_t code, xkb_mod_mask_t modifiers, quint64 time, bool repeats)
 {
-    QWidget* popUp = QApplication::activePopupWidget();
-    if (!popUp)
-        return;
-    const int key = toolkitKey(xkb_state_key_get_one_sym(_state.get(), code));
-    QKeyEvent event(type, key, modifiers(), code, 0, 0, textOf(_state.get(), code), repeats);
-    QCoreApplication::sendEvent(popUp, &event);
+    const xkb_keysym_t keysym = xkb_state_key_get_one_sym(_state.get(), code);
+    _keys.press({.code = code,
+                 .time = time,
+                 .key = toolkitKey(keysym),
+                 .text = textOf(_state.get(), code),
+                 .repeats = repeats,
+                 .isModifier = modifiers != 0,
+                 .modifier = _named(modifiers)});
 }
 
 } // namespace tarnwick

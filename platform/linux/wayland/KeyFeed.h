@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QEvent>
+#include "platform/qt/menu/MenuKeys.h"
+
 #include <QHash>
 #include <QObject>
 #include <QTimer>
@@ -10,19 +11,19 @@
 #include <chrono>
 #include <memory>
 
-class QKeyEvent;
-
 namespace tarnwick {
 
-/// Keys as the compositor tells them, made the toolkit's key events for the open pop-up, repeats included.
-/// Keys that were down before the start are unknown here: their releases do nothing, and their modifiers do
-/// not count. Key codes are those of the kernel. GUI thread only.
+/// Keys as the compositor tells them, made keys for the menu, repeats included. Keys that were down before
+/// the start are unknown here: their releases do nothing, and their modifiers do not count, since not every
+/// compositor tells when they go up. Key codes are those of the kernel, times are in milliseconds. GUI thread
+/// only.
 class KeyFeed final : public QObject
 {
     Q_OBJECT
 
 public:
-    KeyFeed();
+    /// `keys` must outlive this.
+    explicit KeyFeed(MenuKeys& keys);
     ~KeyFeed() override;
 
     /// A text of `size` bytes in that file, which is closed. Until there is one no key does anything.
@@ -34,11 +35,6 @@ public:
     void key(quint32 code, bool pressed, quint32 time);
     /// Forgets what is down; nothing repeats any more.
     void reset();
-
-    [[nodiscard]] Qt::KeyboardModifiers modifiers() const;
-
-Q_SIGNALS:
-    void modifiersChanged();
 
 private:
     struct Free
@@ -53,9 +49,11 @@ private:
     /// The modifiers that the key sets while it is down.
     [[nodiscard]] xkb_mod_mask_t _modifiersOf(xkb_keycode_t code) const;
     void _updateState();
-    void _send(QEvent::Type type, xkb_keycode_t code, bool repeats);
+    [[nodiscard]] Qt::KeyboardModifiers _named(xkb_mod_mask_t modifiers) const;
+    void _press(xkb_keycode_t code, xkb_mod_mask_t modifiers, quint64 time, bool repeats);
     void _repeat();
 
+    MenuKeys& _keys;
     Owned<xkb_context> _context;
     Owned<xkb_keymap> _keymap;
     Owned<xkb_state> _state;
@@ -63,6 +61,7 @@ private:
     xkb_mod_mask_t _locked = 0;
     xkb_layout_index_t _layout = 0;
     xkb_keycode_t _repeating = 0;
+    quint64 _repeatTime = 0;
     std::chrono::milliseconds _delay{600};
     std::chrono::milliseconds _interval{40};
     QTimer _timer;

@@ -3,17 +3,20 @@
 
 #include "menu/Menu.h"
 #include "menu/MenuItem.h"
-#include "platform/qt/menu/MenuChoice.h"
 #include "platform/qt/menu/MenuTracking.h"
+#include "platform/qt/menu/OpenPopUps.h"
+#include "platform/qt/menu/PopUpTrigger.h"
 #include "platform/qt/menu/QMenuView.h"
 
 #include <QApplication>
+#include <QDeadlineTimer>
 #include <QEventLoop>
 #include <QScreen>
 #include <QTimer>
 #include <QWindow>
 
 #include <chrono>
+#include <utility>
 
 using namespace std::chrono_literals;
 
@@ -23,24 +26,11 @@ namespace {
 
 /// The place comes after 3 to 10 ms, the keyboard after 3 to 6 ms.
 constexpr auto pointerPatience = 100ms;
-constexpr auto keyboardPatience = 50ms;
+constexpr auto keyboardPatience = 250ms;
+/// Applications have the keyboard again, and know it, after 3 to 11 ms.
+constexpr auto targetPatience = 150ms;
+constexpr auto targetStep = 3ms;
 constexpr char layerShell[] = "zwlr_layer_shell_v1";
-
-class Tracking
-{
-public:
-    Tracking() { MenuTracking::shared().begin(); }
-    ~Tracking() { MenuTracking::shared().end(); }
-    Tracking(const Tracking&) = delete;
-    Tracking& operator=(const Tracking&) = delete;
-};
-
-void closeAllPopUps()
-{
-    while (QWidget* popUp = QApplication::activePopupWidget())
-        if (!popUp->close())
-            popUp->hide();
-}
 
 /// Of a window that is a pop-up for the compositor, but takes no grab there: the toolkit takes one, and the
 /// keyboard with it, for what it takes for a pop-up itself. The flags of the widget stay as they are.
@@ -50,16 +40,6 @@ void makeGrabless(QWidget& popUp)
     popUp.windowHandle()->setFlag(Qt::ToolTip, true);
 }
 
-quint64 menuModifierFlagsOf(Qt::KeyboardModifiers modifiers)
-{
-    quint64 flags = 0;
-    flags |= modifiers.testFlag(Qt::ShiftModifier) ? 1U << 17 : 0;
-    flags |= modifiers.testFlag(Qt::ControlModifier) ? 1U << 18 : 0;
-    flags |= modifiers.testFlag(Qt::AltModifier) ? 1U << 19 : 0;
-    flags |= modifiers.testFlag(Qt::MetaModifier) ? 1U << 20 : 0;
-    return flags;
-}
-
 } // namespace
 
 bool WaylandMenuPresenter::canShowOn(const CompositorConnection& connection)
@@ -67,13 +47,17 @@ bool WaylandMenuPresenter::canShowOn(const CompositorConnection& connection)
     return connection.offers(layerShell);
 }
 
-WaylandMenuPresenter::WaylandMenuPresenter(CompositorConnection& connection)
-    : _grab(connection, _feed), _nudge(connection), _stage(_nudge)
+WaylandMenuPresenter::WaylandMenuPresenter(CompositorConnection& connection,
+                                           std::unique_ptr<MenuTarget> target)
+    : _target(std::move(target)), _feed(_keys), _grab(connection, _feed), _focusFeed(_keys),
+      _nudge(connection), _stage(_nudge)
 {
     connect(&MenuTracking::shared(), &MenuTracking::cancelRequested, this,
             &WaylandMenuPresenter::cancelTracking);
     connect(&_stage, &MenuStage::pressed, this, &WaylandMenuPresenter::cancelTracking);
     connect(&_stage, &MenuStage::lost, this, &WaylandMenuPresenter::cancelTracking);
+    connect(&_grab, &InputMethodGrab::lost, this, &WaylandMenuPresenter::cancelTracking);
+    connect(&connection, &CompositorConnection::ended, this, &WaylandMenuPresenter::cancelTracking);
 }
 
 WaylandMenuPresenter::~WaylandMenuPresenter() = default;
@@ -82,14 +66,18 @@ bool WaylandMenuPresenter::popUpMenuPositioningItem(const std::shared_ptr<Menu>&
                                                     const std::shared_ptr<MenuItem>& /*item*/,
                                                     QPointF /*location*/)
 {
+    // A menu of a window of ours that is open counts, too.
     if (!menu || MenuTracking::shared().active() || QApplication::activePopupWidget())
         return false;
-    const Tracking tracking;
-    _stage.show(_takeKeyboard());
-    const auto choice = _track(menu);
-    _grab.end();
-    _stage.hide();
-    if (!choice)
+    const MenuTracking::Span tracking;
+    _cancelled = false;
+    _target->fix();
+    _takeKeyboard();
+    const auto choice = _show(menu);
+    const bool wasTaken = hasKeyboard();
+    _giveBack();
+    // What was chosen was meant for the application that was in front.
+    if (!choice || !_waitForTarget(wasTaken))
         return false;
     performMenuChoice(choice->menu, choice->item);
     return true;
@@ -97,14 +85,28 @@ bool WaylandMenuPresenter::popUpMenuPositioningItem(const std::shared_ptr<Menu>&
 
 void WaylandMenuPresenter::cancelTracking()
 {
-    if (MenuTracking::shared().active())
-        closeAllPopUps();
+    if (!MenuTracking::shared().active())
+        return;
+    _cancelled = true;
+    closeAllPopUps();
+    Q_EMIT cancelled();
 }
 
-MenuStage::Keyboard WaylandMenuPresenter::_takeKeyboard()
+void WaylandMenuPresenter::_takeKeyboard()
+{
+    _keys.begin();
+    _keyboard = MenuStage::Keyboard::Left;
+    if (PopUpTrigger::current() == PopUpTrigger::Kind::Pointer || _grabKeyboard())
+        return;
+    _target->readAhead();
+    _focusFeed.begin();
+    _keyboard = MenuStage::Keyboard::Taken;
+}
+
+bool WaylandMenuPresenter::_grabKeyboard()
 {
     if (!_grab.offered())
-        return MenuStage::Keyboard::Taken;
+        return false;
     QEventLoop loop;
     bool granted = false;
     connect(&_grab, &InputMethodGrab::decided, &loop, [&](bool decision) {
@@ -116,42 +118,82 @@ MenuStage::Keyboard WaylandMenuPresenter::_takeKeyboard()
     loop.exec(QEventLoop::ExcludeUserInputEvents);
     if (!granted)
         _grab.end();
-    return granted ? MenuStage::Keyboard::Left : MenuStage::Keyboard::Taken;
+    return granted;
 }
 
-QPoint WaylandMenuPresenter::_waitForPointer()
+void WaylandMenuPresenter::_giveBack()
 {
-    if (!_stage.pointer()) {
+    _keys.end();
+    _grab.end();
+    _focusFeed.end();
+    _stage.hide();
+    _keyboard = MenuStage::Keyboard::Left;
+}
+
+std::optional<QPoint> WaylandMenuPresenter::_waitForPointer()
+{
+    if (!_stage.pointer() && !_cancelled) {
         QEventLoop loop;
         connect(&_stage, &MenuStage::entered, &loop, &QEventLoop::quit);
-        connect(&_stage, &MenuStage::lost, &loop, &QEventLoop::quit);
+        connect(this, &WaylandMenuPresenter::cancelled, &loop, &QEventLoop::quit);
         QTimer::singleShot(pointerPatience, &loop, &QEventLoop::quit);
         loop.exec();
     }
     const QScreen* screen = QGuiApplication::primaryScreen();
-    return _stage.pointer().value_or(screen ? screen->geometry().center() : QPoint());
+    if (_cancelled || !screen)
+        return std::nullopt;
+    return _stage.pointer().value_or(screen->geometry().center());
 }
 
-std::optional<WaylandMenuPresenter::Choice> WaylandMenuPresenter::_track(const std::shared_ptr<Menu>& menu)
+std::optional<MenuChoice> WaylandMenuPresenter::_show(const std::shared_ptr<Menu>& menu)
 {
-    std::optional<Choice> choice;
-    const QPoint place = _waitForPointer();
-    QMenuView view(menu, _stage.groundAt(place));
+    if (_cancelled)
+        return std::nullopt;
+    _stage.show(_keyboard);
+    const auto place = _waitForPointer();
+    QWidget* ground = place ? _stage.groundAt(*place) : nullptr;
+    if (!ground)
+        return std::nullopt;
+    QMenuView view(menu, ground);
+    return _track(view, *place);
+}
+
+std::optional<MenuChoice> WaylandMenuPresenter::_track(QMenuView& view, QPoint place)
+{
+    std::optional<MenuChoice> choice;
     view.setWindowPreparation(&makeGrabless);
     QEventLoop loop;
     connect(&view, &QMenuView::itemChosen, &loop,
             [&choice](const std::shared_ptr<Menu>& chosenMenu, const std::shared_ptr<MenuItem>& chosenItem) {
                 if (!choice)
-                    choice = Choice{chosenMenu, chosenItem};
+                    choice = MenuChoice{chosenMenu, chosenItem};
             });
     connect(&view, &QMenu::aboutToHide, &loop, &QEventLoop::quit);
-    connect(&_feed, &KeyFeed::modifiersChanged, &view,
-            [&] { view.setHeldModifiers(menuModifierFlagsOf(_feed.modifiers())); });
+    connect(&_keys, &MenuKeys::menuModifierFlagsChanged, &view,
+            [&] { view.setHeldModifiers(_keys.menuModifierFlags()); });
+    view.setHeldModifiers(_keys.menuModifierFlags());
     view.openAt(place);
+    _keys.open();
     if (view.isVisible())
         loop.exec();
     closeAllPopUps();
     return choice;
+}
+
+bool WaylandMenuPresenter::_waitForTarget(bool keyboardWasTaken)
+{
+    const QDeadlineTimer patience(targetPatience);
+    // What was taken is given back once the event loop has nothing else to do.
+    for (bool wait = keyboardWasTaken; !patience.hasExpired(); wait = true) {
+        if (wait) {
+            QEventLoop loop;
+            QTimer::singleShot(targetStep, Qt::PreciseTimer, &loop, &QEventLoop::quit);
+            loop.exec();
+        }
+        if (_target->isActive(static_cast<int>(patience.remainingTime())))
+            return true;
+    }
+    return false;
 }
 
 } // namespace tarnwick

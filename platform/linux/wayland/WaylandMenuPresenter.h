@@ -3,12 +3,19 @@
 
 #include "menu/MenuPresenter.h"
 #include "platform/linux/wayland/CompositorConnection.h"
+#include "platform/linux/wayland/FocusKeyFeed.h"
 #include "platform/linux/wayland/InputMethodGrab.h"
 #include "platform/linux/wayland/KeyFeed.h"
 #include "platform/linux/wayland/MenuStage.h"
+#include "platform/linux/wayland/MenuTarget.h"
 #include "platform/linux/wayland/PointerNudge.h"
+#include "platform/qt/menu/MenuChoice.h"
+#include "platform/qt/menu/MenuKeys.h"
 
 #include <QObject>
+
+#include <memory>
+#include <optional>
 
 namespace tarnwick {
 
@@ -16,7 +23,8 @@ class QMenuView;
 
 /// Shows menus as toolkit menus on a stage over everything, at the pointer: only then is its place known, so
 /// that the one that is asked for is not looked at. Keys come to the menu while the application in front
-/// keeps its focus, where the compositor lets us have them so; else the stage takes the keyboard.
+/// keeps its focus, where the compositor lets us have them so; else the stage takes the keyboard, after all
+/// that the menus show has been read. A menu that is opened with the pointer leaves the keyboard where it is.
 class WaylandMenuPresenter final : public QObject, public MenuPresenter
 {
     Q_OBJECT
@@ -25,29 +33,41 @@ public:
     /// Whether the compositor lets programs put surfaces over all others.
     [[nodiscard]] static bool canShowOn(const CompositorConnection& connection);
 
-    /// `connection` must outlive this.
-    explicit WaylandMenuPresenter(CompositorConnection& connection);
+    /// `connection` must outlive this, and what `target` uses, too.
+    WaylandMenuPresenter(CompositorConnection& connection, std::unique_ptr<MenuTarget> target);
     ~WaylandMenuPresenter() override;
 
     bool popUpMenuPositioningItem(const std::shared_ptr<Menu>& menu, const std::shared_ptr<MenuItem>& item,
                                   QPointF location) override;
     void cancelTracking() override;
 
+    /// Whether no other window has the keyboard now because of a menu of ours.
+    [[nodiscard]] bool hasKeyboard() const { return _keyboard == MenuStage::Keyboard::Taken; }
+
+Q_SIGNALS:
+    /// Whoever shows something of a menu is to end that.
+    void cancelled();
+
 private:
-    struct Choice
-    {
-        std::shared_ptr<Menu> menu;
-        std::shared_ptr<MenuItem> item;
-    };
+    [[nodiscard]] std::optional<MenuChoice> _show(const std::shared_ptr<Menu>& menu);
+    [[nodiscard]] std::optional<MenuChoice> _track(QMenuView& view, QPoint place);
+    [[nodiscard]] bool _grabKeyboard();
+    void _takeKeyboard();
+    void _giveBack();
+    /// Nothing when the menu is not to open any more.
+    [[nodiscard]] std::optional<QPoint> _waitForPointer();
+    /// Whether the application that the menu was for is in front again, or still.
+    [[nodiscard]] bool _waitForTarget(bool keyboardWasTaken);
 
-    [[nodiscard]] std::optional<Choice> _track(const std::shared_ptr<Menu>& menu);
-    [[nodiscard]] MenuStage::Keyboard _takeKeyboard();
-    [[nodiscard]] QPoint _waitForPointer();
-
+    std::unique_ptr<MenuTarget> _target;
+    MenuKeys _keys;
     KeyFeed _feed;
     InputMethodGrab _grab;
+    FocusKeyFeed _focusFeed;
     PointerNudge _nudge;
     MenuStage _stage;
+    MenuStage::Keyboard _keyboard = MenuStage::Keyboard::Left;
+    bool _cancelled = false;
 };
 
 } // namespace tarnwick

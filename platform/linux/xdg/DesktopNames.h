@@ -11,6 +11,8 @@ inline const QString BusName = QStringLiteral("example.quorlane.Tarnwick");
 inline const QString ObjectPath = QStringLiteral("/example/quorlane/Tarnwick");
 /// What other programs can ask of it by that name; its desktop entry offers it, too.
 inline const QString PopUpAction = QStringLiteral("pop-up");
+/// The same of a mouse button that somebody else has seen.
+inline const QString PopUpByPointerAction = QStringLiteral("pop-up-by-pointer");
 
 inline const QString ApplicationName = QStringLiteral("Tarnwick");
 inline const QString OrganizationName = QStringLiteral("Quorlane");

@@ -20,6 +20,16 @@ public:
     void begin();
     void end();
 
+    /// The same for as long as it is there.
+    class Span
+    {
+    public:
+        Span() { shared().begin(); }
+        ~Span() { shared().end(); }
+        Span(const Span&) = delete;
+        Span& operator=(const Span&) = delete;
+    };
+
     /// Asks the presenter to close the menu without choosing; does nothing while none is open.
     void cancel();
 

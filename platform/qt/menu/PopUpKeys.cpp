@@ -15,16 +15,25 @@ PopUpKeys::Way PopUpKeys::press(quint8 keyCode, quint32 time)
 {
     if (!_held.pressedAnew(keyCode, time))
         return Way::Nowhere;
-    return _modifiers.bitsOfKey(keyCode) != 0 ? Way::ToAlternates : Way::ToMenu;
+    if (_modifiers.bitsOfKey(keyCode) == 0)
+        return Way::ToMenu;
+    _modifiersDown.insert(keyCode);
+    return Way::ToAlternates;
 }
 
 void PopUpKeys::release(quint8 keyCode, quint32 time)
 {
     // Modifiers do not repeat.
     if (_modifiers.bitsOfKey(keyCode) != 0)
-        _held.up(keyCode);
+        up(keyCode);
     else
         _held.released(keyCode, time);
+}
+
+void PopUpKeys::up(quint8 keyCode)
+{
+    _held.up(keyCode);
+    _modifiersDown.remove(keyCode);
 }
 
 quint16 PopUpKeys::pressedSinceStart(quint16 state) const
@@ -32,6 +41,14 @@ quint16 PopUpKeys::pressedSinceStart(quint16 state) const
     const auto held = _held.keys();
     for (const quint8 keyCode : held)
         state &= static_cast<quint16>(~(_modifiers.bitsOfKey(keyCode) & _modifiers.ofMenus));
+    return state;
+}
+
+quint16 PopUpKeys::modifiersDown() const
+{
+    quint16 state = 0;
+    for (const quint8 keyCode : _modifiersDown)
+        state |= static_cast<quint16>(_modifiers.bitsOfKey(keyCode) & _modifiers.ofMenus);
     return state;
 }
 

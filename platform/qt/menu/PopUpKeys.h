@@ -3,6 +3,8 @@
 
 #include "platform/qt/menu/HeldKeys.h"
 
+#include <QSet>
+
 #include <functional>
 
 namespace tarnwick {
@@ -35,14 +37,18 @@ public:
     /// A release was reported, perhaps that of a repeat.
     void release(quint8 keyCode, quint32 time);
     /// The key is up for certain.
-    void up(quint8 keyCode) { _held.up(keyCode); }
+    void up(quint8 keyCode);
 
     /// A modifier state without what the keys mean that are down since the start.
     [[nodiscard]] quint16 pressedSinceStart(quint16 state) const;
+    /// What the modifier keys mean that were pressed since the start and are down: for whoever has no other
+    /// modifier state.
+    [[nodiscard]] quint16 modifiersDown() const;
 
 private:
     Modifiers _modifiers;
     HeldKeys _held;
+    QSet<quint8> _modifiersDown;
 };
 
 } // namespace tarnwick

@@ -80,11 +80,11 @@ class WaylandClient:
 class Input(WaylandClient):
     """A keyboard and a pointer. Keys have the codes of the X server, places count from the corner of the output."""
 
-    def click(self, at=None):
+    def click(self, at=None, button=LEFT_BUTTON):
         if at:
             self.move(*at)
         for state in (1, 0):
-            self._button(LEFT_BUTTON, state)
+            self._button(button, state)
             self._round_trip()
 
     def move(self, x, y):

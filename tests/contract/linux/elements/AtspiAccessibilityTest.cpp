@@ -2,6 +2,7 @@
 #include "platform/linux/elements/AtspiAccessibility.h"
 
 #include "platform/linux/workspace/X11FrontApplication.h"
+#include "platform/qt/menu/MenuTracking.h"
 #include "tests/FairTimer.h"
 #include "tests/contract/ax/AccessibilityContract.h"
 #include "tests/contract/session/FixtureProgram.h"
@@ -12,6 +13,7 @@
 
 using namespace tarnwick;
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -222,6 +224,48 @@ TEST_P(OnTree, ofTwoBarsInOneWindow_theFirstCounts)
     const FixtureProgram program(toolkit(), {u"--two-bars"_s});
     ASSERT_TRUE(waitUntilFront(program));
     EXPECT_EQ(titles(menuBar()), (QStringList{u"File"_s, u"Edit"_s, u"View"_s, u"Help"_s}));
+}
+
+TEST_P(OnTree, whatIsReadAhead_isShownAsItWas_untilTheMenuHasClosed)
+{
+    const FixtureProgram program(toolkit());
+    ASSERT_TRUE(waitUntilFront(program));
+    const auto roots = reading->tree.applications.rootsOf(program.processIdentifier(), Deadline::in(5s));
+    ASSERT_FALSE(roots.isEmpty());
+    const UIElementRef file = menu(0);
+    {
+        const MenuTracking::Span tracking;
+        reading->tree.menus.readAhead(roots.first().service, 10s);
+        kill(static_cast<pid_t>(program.processIdentifier()), SIGSTOP);
+        EXPECT_EQ(children(file).size(), 8);
+        const auto recent = children(file).value(2).value<UIElementRef>();
+        EXPECT_EQ(titles(children(recent).value(0).value<UIElementRef>()),
+                  (QStringList{u"notes.txt"_s, u"todo.txt"_s, u"Older"_s}));
+    }
+    QTest::qWait(1);
+    EXPECT_TRUE(children(file).isEmpty()) << "the next one shows what there is then";
+    kill(static_cast<pid_t>(program.processIdentifier()), SIGCONT);
+}
+
+TEST_P(OnTree, whatIsNotReadAheadInTime_orIsAnothers_isReadWhenItIsOpened)
+{
+    const FixtureProgram program(toolkit());
+    ASSERT_TRUE(waitUntilFront(program));
+    const auto roots = reading->tree.applications.rootsOf(program.processIdentifier(), Deadline::in(5s));
+    ASSERT_FALSE(roots.isEmpty());
+    const UIElementRef file = menu(0);
+    QTest::qWait(1);
+    const MenuTracking::Span tracking;
+    kill(static_cast<pid_t>(program.processIdentifier()), SIGSTOP);
+    FairTimer time;
+    time.start();
+    reading->tree.menus.readAhead(":1.999999", 10s);
+    EXPECT_LE(time.fairElapsed(), 50) << "the bar that was read last is none of that program";
+    reading->tree.menus.readAhead(roots.first().service, 100ms);
+    EXPECT_LE(time.fairElapsed(), 250);
+    kill(static_cast<pid_t>(program.processIdentifier()), SIGCONT);
+    QTest::qWait(1);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return children(file).size() == 8; }, 10'000));
 }
 
 INSTANTIATE_TEST_SUITE_P(Fixture, OnTree, ::testing::Values("gtk3", "qt5", "qt6"),

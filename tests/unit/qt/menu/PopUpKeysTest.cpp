@@ -72,5 +72,19 @@ TEST(PopUpKeys, modifiersThatAreDownSinceTheStart_doNotCountUntilTheyAreUp)
     EXPECT_EQ(keys.pressedSinceStart(AltBit | ShiftBit), AltBit | ShiftBit);
 }
 
+TEST(PopUpKeys, modifiersThatWerePressedSinceTheStart_areDownUntilTheyAreUp)
+{
+    auto keys = keysWith({Alt});
+    keys.release(Alt, 600);
+    EXPECT_EQ(keys.modifiersDown(), 0);
+    EXPECT_EQ(keys.press(Alt, 700), Way::ToAlternates);
+    EXPECT_EQ(keys.press(Shift, 710), Way::ToAlternates);
+    EXPECT_EQ(keys.press(CapsLock, 720), Way::ToAlternates);
+    EXPECT_EQ(keys.modifiersDown(), AltBit | ShiftBit) << "menus do not go by locks";
+    keys.release(Alt, 800);
+    keys.up(Shift);
+    EXPECT_EQ(keys.modifiersDown(), 0);
+}
+
 } // namespace
 } // namespace tarnwick

@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/wayland/ForeignToplevels.h"
+
+#include "platform/linux/wayland/CompositorConnection.h"
+
+#include <algorithm>
+#include <span>
+#include <utility>
+#include <wlr-foreign-toplevel-management-unstable-v1-client.h>
+
+namespace tarnwick {
+
+ForeignToplevels::ForeignToplevels(CompositorConnection& connection) : _connection(connection)
+{
+    _tell.setSingleShot(true);
+    _tell.setInterval(0);
+    connect(&_tell, &QTimer::timeout, this, [this] {
+        if (std::exchange(_told, active()) != _told)
+            Q_EMIT activeChanged();
+    });
+    _manager =
+        connection.bind<zwlr_foreign_toplevel_manager_v1>(zwlr_foreign_toplevel_manager_v1_interface, 1);
+    if (!_manager)
+        return;
+    static constexpr zwlr_foreign_toplevel_manager_v1_listener listener{
+        [](void* self, zwlr_foreign_toplevel_manager_v1*, Handle* handle) {
+            static_cast<ForeignToplevels*>(self)->_add(handle);
+        },
+        [](void*, zwlr_foreign_toplevel_manager_v1*) {}};
+    zwlr_foreign_toplevel_manager_v1_add_listener(_manager, &listener, this);
+    _told = activeNow();
+}
+
+ForeignToplevels::~ForeignToplevels()
+{
+    for (const auto& [handle, known] : _windows)
+        zwlr_foreign_toplevel_handle_v1_destroy(handle);
+    if (_manager)
+        zwlr_foreign_toplevel_manager_v1_destroy(_manager);
+}
+
+ForeignToplevels::Window ForeignToplevels::active() const
+{
+    const auto found = std::ranges::find_if(_windows, [](const auto& entry) { return entry.second.active; });
+    return found == _windows.cend() ? 0 : found->second.window;
+}
+
+ForeignToplevels::Window ForeignToplevels::activeNow()
+{
+    if (_manager)
+        _connection.roundTrip();
+    return active();
+}
+
+void ForeignToplevels::activate(Window window)
+{
+    for (const auto& [handle, known] : _windows)
+        if (known.window == window)
+            zwlr_foreign_toplevel_handle_v1_activate(handle, _connection.seat());
+    _connection.flush();
+}
+
+void ForeignToplevels::_add(Handle* handle)
+{
+    static constexpr auto of = [](void* self) { return static_cast<ForeignToplevels*>(self); };
+    static constexpr zwlr_foreign_toplevel_handle_v1_listener listener{
+        [](void*, Handle*, const char*) {},
+        [](void*, Handle*, const char*) {},
+        [](void*, Handle*, wl_output*) {},
+        [](void*, Handle*, wl_output*) {},
+        [](void* self, Handle* handle, wl_array* states) { of(self)->_setState(handle, *states); },
+        [](void* self, Handle* handle) { of(self)->_finish(handle); },
+        [](void* self, Handle* handle) { of(self)->_remove(handle); },
+        [](void*, Handle*, Handle*) {}};
+    _windows.emplace(handle, Known{++_last});
+    zwlr_foreign_toplevel_handle_v1_add_listener(handle, &listener, this);
+}
+
+void ForeignToplevels::_setState(Handle* handle, const wl_array& states)
+{
+    const std::span words(static_cast<const quint32*>(states.data), states.size / sizeof(quint32));
+    _windows.at(handle).willBeActive =
+        std::ranges::find(words, ZWLR_FOREIGN_TOPLEVEL_HANDLE_V1_STATE_ACTIVATED) != words.end();
+}
+
+void ForeignToplevels::_finish(Handle* handle)
+{
+    Known& known = _windows.at(handle);
+    if (std::exchange(known.active, known.willBeActive) != known.active)
+        _tell.start();
+}
+
+void ForeignToplevels::_remove(Handle* handle)
+{
+    if (_windows.at(handle).active)
+        _tell.start();
+    _windows.erase(handle);
+    zwlr_foreign_toplevel_handle_v1_destroy(handle);
+}
+
+} // namespace tarnwick
+
+#include "moc_ForeignToplevels.cpp"
