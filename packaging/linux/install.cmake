@@ -17,6 +17,13 @@ endif()
 install(TARGETS tarnwick tarnwick-inspect RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
 install(DIRECTORY "${TARNWICK_LINUX_PACKAGING}/icons/hicolor" DESTINATION "${CMAKE_INSTALL_DATADIR}/icons")
 
+# For all users of the system; who wants it switches it on. Its schema is where GSettings looks for those of the system.
+set(gnome_extension "${PROJECT_SOURCE_DIR}/packaging/gnome-extension")
+install(FILES "${gnome_extension}/metadata.json" "${gnome_extension}/extension.js"
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/gnome-shell/extensions/tarnwick@quorlane.example")
+install(FILES "${gnome_extension}/schemas/org.gnome.shell.extensions.tarnwick.gschema.xml"
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/glib-2.0/schemas")
+
 set(generated "${PROJECT_BINARY_DIR}/packaging")
 configure_file("${TARNWICK_LINUX_PACKAGING}/example.quorlane.Tarnwick.metainfo.xml.in"
     "${generated}/example.quorlane.Tarnwick.metainfo.xml" @ONLY)

@@ -19,7 +19,7 @@ PACKAGE_PACKAGES=(appstream desktop-file-utils dpkg-dev file gzip lintian mandoc
 # What the tests need besides: fixtures of every toolkit, applications, checkers.
 TEST_PACKAGES=(
     libgtest-dev libgmock-dev libbenchmark-dev libgtk-3-dev libgtk-4-dev qtbase5-dev libxcb-damage0-dev libxcb-xtest0-dev
-    featherpad gucharmap tint2 xfwm4 icewm xclip locales libglib2.0-bin valgrind
+    featherpad gucharmap tint2 xfwm4 icewm xclip locales libglib2.0-bin gjs valgrind
     sway xwayland grim qt6-wayland
     clang-format clang-tidy ccache
     clang gnustep-make libgnustep-gui-dev libobjc-12-dev

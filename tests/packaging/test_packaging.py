@@ -28,6 +28,9 @@ INSTALLED = {
     "share/man/man1/tarnwick.1.gz",
     "share/man/man1/tarnwick-inspect.1.gz",
     "share/doc/tarnwick/copyright",
+    "share/gnome-shell/extensions/tarnwick@quorlane.example/extension.js",
+    "share/gnome-shell/extensions/tarnwick@quorlane.example/metadata.json",
+    "share/glib-2.0/schemas/org.gnome.shell.extensions.tarnwick.gschema.xml",
 }
 
 
