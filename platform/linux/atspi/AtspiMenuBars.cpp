@@ -96,10 +96,15 @@ BusReference AtspiMenuBars::below(const BusReference& window)
     return findMenuBar(_bus, window, reading.deadline());
 }
 
-bool AtspiMenuBars::hidesClosedMenus(const BusReference& bar)
+std::optional<AtspiToolkit> AtspiMenuBars::toolkitOf(const BusReference& object)
 {
     const ReadingBudget::Reading reading(_budget);
-    return hidesMenus(_toolkits.of(_bus.root(bar.service), reading.deadline()));
+    return _toolkits.of(_bus.root(object.service), reading.deadline());
+}
+
+bool AtspiMenuBars::hidesClosedMenus(const BusReference& bar)
+{
+    return hidesMenus(toolkitOf(bar));
 }
 
 bool AtspiMenuBars::hidesClosedMenus(const X11Window& window)

@@ -39,6 +39,8 @@ public:
     /// Whether the window's application shows only open menus in its tree, so that a bar in it tells too
     /// little. False when the application is not to be found by its process.
     [[nodiscard]] bool hidesClosedMenus(const X11Window& window);
+    /// What the application of an object in the tree is made with; nothing while that is not known.
+    [[nodiscard]] std::optional<AtspiToolkit> toolkitOf(const BusReference& object);
     /// The same of the application of a bar.
     [[nodiscard]] bool hidesClosedMenus(const BusReference& bar);
 

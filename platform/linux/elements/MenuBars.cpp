@@ -27,15 +27,17 @@ FoundMenuBar MenuBars::of(const FrontWindow& front)
 FoundMenuBar MenuBars::_ofNative(const FrontWindow& front)
 {
     auto& [tree, exports, own] = _sources;
-    const BusReference inTree = tree.menuBars.below(front.accessible);
-    if (inTree && !tree.menuBars.hidesClosedMenus(inTree))
-        return {&tree.menus, inTree, XCB_WINDOW_NONE};
-    if (!front.processIdentifier)
-        return {inTree ? &tree.menus : nullptr, inTree, XCB_WINDOW_NONE};
-    if (const BusReference exported = exports.menuBars.ofProcess(*front.processIdentifier, _position(front)))
-        return {&exports.menus, exported, XCB_WINDOW_NONE};
-    return inTree ? FoundMenuBar{&tree.menus, inTree, XCB_WINDOW_NONE}
-                  : _ofAnyWindow(*front.processIdentifier);
+    const FoundMenuBar inTree{&tree.menus, tree.menuBars.below(front.accessible), XCB_WINDOW_NONE};
+    const auto toolkit = tree.menuBars.toolkitOf(front.accessible);
+    if (inTree.bar && toolkit != AtspiToolkit::Gtk4)
+        return inTree;
+    const auto process = front.processIdentifier;
+    if (process && (toolkit == AtspiToolkit::Gtk || toolkit == AtspiToolkit::Gtk4))
+        if (const BusReference exported = exports.menuBars.ofProcess(*process, _position(front)))
+            return {&exports.menus, exported, XCB_WINDOW_NONE};
+    if (inTree.bar)
+        return inTree;
+    return process ? _ofAnyWindow(*process) : FoundMenuBar();
 }
 
 WindowPosition MenuBars::_position(const FrontWindow& front)
