@@ -1,17 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "app/HotKeys.h"
-#include "mouse/EventTaps.h"
 #include "platform/linux/DesktopParts.h"
 #include "platform/linux/elements/AtspiAccessibility.h"
 #include "platform/linux/hotkeys/LinuxSymbolicHotKeys.h"
-#include "platform/linux/keys/XkbKeymap.h"
 #include "platform/linux/look/LinuxLook.h"
 #include "platform/linux/session/LinuxSession.h"
+#include "platform/linux/taps/OwnWindowTaps.h"
 #include "platform/linux/tray/LinuxTrayHost.h"
 #include "platform/linux/wayland/FrontMenuTarget.h"
 #include "platform/linux/wayland/WaylandFrontApplication.h"
+#include "platform/linux/wayland/WaylandKeyboard.h"
 #include "platform/linux/wayland/WaylandKeyboardLayout.h"
 #include "platform/linux/wayland/WaylandMenuPresenter.h"
+#include "platform/linux/wayland/WaylandShortcutsInhibitor.h"
 #include "platform/linux/workspace/LinuxWorkspace.h"
 #include "platform/linux/workspace/PopUpRequest.h"
 #include "platform/linux/x11/LinuxScreens.h"
@@ -42,15 +43,6 @@ public:
     bool unregisterEventHotKey(EventHotKeyRef /*hotKey*/) override { return false; }
 };
 
-class NoEventTaps final : public EventTaps
-{
-public:
-    EventTapRef create(Location, Placement, Options, quint64, EventTapCallback) override { return 1; }
-    void addSourceToMainRunLoop(EventTapRef) override {}
-    void enable(EventTapRef, bool) override {}
-    void release(EventTapRef) override {}
-};
-
 } // namespace
 
 std::optional<Desktop> openWaylandDesktop(int& argc, char** argv)
@@ -62,7 +54,10 @@ std::optional<Desktop> openWaylandDesktop(int& argc, char** argv)
     Desktop& desktop = *opened;
     auto session = std::make_unique<LinuxSession>(argc, argv, LinuxSession::Part::Tarnwick, "wayland");
     connection->follow();
-    const auto keymap = [map = std::shared_ptr<const XkbKeymap>(XkbKeymap::ofNames("us"))] { return map; };
+    const std::shared_ptr<CompositorConnection> toolkits = CompositorConnection::ofToolkit();
+    const auto keyboard = std::make_shared<WaylandKeyboard>(toolkits);
+    const auto inhibitor = std::make_shared<WaylandShortcutsInhibitor>(toolkits, keyboard);
+    const auto keymap = [keyboard] { return keyboard->keymap(); };
     const QtEventConverter converter = makeEventConverter(keymap);
     desktop.application = std::make_unique<QtApplication>(converter);
     desktop.clock = std::make_unique<QtClock>();
@@ -82,12 +77,13 @@ std::optional<Desktop> openWaylandDesktop(int& argc, char** argv)
     desktop.workspace = std::move(workspace);
     desktop.accessibility = std::make_unique<AtspiAccessibility>(reading);
     desktop.loginItems = XdgLoginItems::ofSession();
-    desktop.eventTaps = std::make_unique<NoEventTaps>();
+    desktop.eventTaps = std::make_unique<OwnWindowTaps>();
     desktop.hotKeys = std::make_unique<NoHotKeys>();
-    desktop.symbolicHotKeys = std::make_unique<LinuxSymbolicHotKeys>(
-        LinuxSymbolicHotKeys::Desktop{DesktopShortcutStores::ofSession(), xdg_session::currentDesktops(),
-                                      keymap, [](quint32, quint32) { return false; }});
-    desktop.keyboardLayout = std::make_unique<WaylandKeyboardLayout>();
+    desktop.symbolicHotKeys = std::make_unique<LinuxSymbolicHotKeys>(LinuxSymbolicHotKeys::Desktop{
+        DesktopShortcutStores::ofSession(), xdg_session::currentDesktops(), keymap,
+        [](quint32, quint32) { return false; }, [inhibitor] { return inhibitor->take(); },
+        [inhibitor] { inhibitor->release(); }});
+    desktop.keyboardLayout = std::make_unique<WaylandKeyboardLayout>(keyboard);
     desktop.menuPresenter = std::make_unique<WaylandMenuPresenter>(
         *connection, std::make_unique<FrontMenuTarget>(*reading->front, reading->tree));
     desktop.statusBar = std::make_unique<QtStatusBar>(std::move(trayHost), symbolicIconName());

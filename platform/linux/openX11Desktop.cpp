@@ -5,7 +5,8 @@
 #include "platform/linux/hotkeys/LinuxSymbolicHotKeys.h"
 #include "platform/linux/hotkeys/X11EventTaps.h"
 #include "platform/linux/hotkeys/X11HotKeys.h"
-#include "platform/linux/hotkeys/XkbKeyboardLayout.h"
+#include "platform/linux/hotkeys/X11KeyboardLayout.h"
+#include "platform/linux/hotkeys/X11ShortcutsInhibitor.h"
 #include "platform/linux/input/X11KeyboardGrab.h"
 #include "platform/linux/keys/KeyCodes.h"
 #include "platform/linux/look/LinuxLook.h"
@@ -41,14 +42,17 @@ namespace tarnwick {
 
 namespace {
 
-LinuxSymbolicHotKeys::Desktop symbolicHotKeysDesktop(const XkbKeyboardLayout& layout,
+LinuxSymbolicHotKeys::Desktop symbolicHotKeysDesktop(const X11KeyboardLayout& layout,
                                                      const X11HotKeys& hotKeys)
 {
+    const auto inhibitor = std::make_shared<X11ShortcutsInhibitor>();
     return {
         DesktopShortcutStores::ofSession(),
         xdg_session::currentDesktops(),
         [&layout] { return layout.keymap(); },
         [&hotKeys](quint32 keyCode, quint32 modifiers) { return hotKeys.heldElsewhere(keyCode, modifiers); },
+        [inhibitor] { return inhibitor->take(); },
+        [inhibitor] { inhibitor->release(); },
     };
 }
 
@@ -73,7 +77,7 @@ Desktop openX11Desktop(int& argc, char** argv)
 {
     Desktop desktop;
     auto session = std::make_unique<LinuxSession>(argc, argv, LinuxSession::Part::Tarnwick);
-    auto layout = std::make_unique<XkbKeyboardLayout>();
+    auto layout = std::make_unique<X11KeyboardLayout>();
     const QtEventConverter converter =
         makeEventConverter([layout = layout.get()] { return layout->keymap(); });
     desktop.application = std::make_unique<QtApplication>(converter);

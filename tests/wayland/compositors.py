@@ -53,6 +53,14 @@ class CompositorSession(Session):
         """Where no window is, and where it can hardly be seen."""
         self.input.move(SIZE[0] - 1, SIZE[1] - 1)
 
+    def set_layouts(self, layouts):
+        """The keyboard has these from now on ("us,ru"), and types on the first one."""
+        self.input.set_layouts(layouts)
+
+    def choose_layout(self, number):
+        """The keyboard types on this one of its layouts."""
+        self.input.choose_layout(number)
+
     def _is_drawn(self):
         picture = self.picture()
         return (picture.width, picture.height, picture.at(0, 0)) == (*SIZE, self.ground)
@@ -84,7 +92,8 @@ class Sway(CompositorSession):
     tools = (*CompositorSession.tools, "sway")
     ground = (0x20, 0x30, 0x40)
     _CONFIGURATION = (f"output * resolution {_SIZE} position 0 0 background #203040 solid_color\nxwayland disable\n"
-                      'default_border none\nfor_window [title=".*"] floating enable\n')
+                      'default_border none\nfor_window [title=".*"] floating enable\n'
+                      "bindsym Mod1+F4 kill\n")  # as in the other ones
 
     def _start_compositor(self):
         configuration = self._write("sway/config", self._CONFIGURATION)
@@ -117,6 +126,17 @@ class KWin(Sway):
     input_class = FakeInput
     ground = (0, 0, 0)
     _ENVIRONMENT = {"KWIN_COMPOSE": "Q", "KWIN_FORCE_SW_CURSOR": "1", "KWIN_WAYLAND_NO_PERMISSION_CHECKS": "1"}
+
+    def set_layouts(self, layouts):
+        folder = self.directory / "home" / ".config"
+        folder.mkdir(exist_ok=True)
+        (folder / "kxkbrc").write_text(f"[Layout]\nUse=true\nLayoutList={layouts}\n", encoding="utf-8")
+        self.call("gdbus", "emit", "--session", "--object-path", "/Layouts", "--signal", "org.kde.keyboard.reloadConfig")
+        self.choose_layout(0)
+
+    def choose_layout(self, number):
+        self.call("gdbus", "call", "--session", "--dest", "org.kde.keyboard", "--object-path", "/Layouts",
+                  "--method", "org.kde.KeyboardLayouts.setLayout", number)
 
     def _start_compositor(self):
         self._seen = super()._start_compositor()

@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/hotkeys/LinuxSymbolicHotKeys.h"
 
-#include "platform/linux/input/X11Focus.h"
 #include "platform/linux/keys/KeyCodes.h"
 #include "platform/linux/keys/XkbKeymap.h"
-#include "platform/linux/x11/X11Connection.h"
 
 #include <QFocusEvent>
 #include <QGuiApplication>
@@ -41,17 +39,19 @@ std::optional<SymbolicHotKey> hotKeyOf(const DesktopShortcut& shortcut, const Xk
 
 } // namespace
 
-LinuxSymbolicHotKeys::LinuxSymbolicHotKeys(Desktop desktop)
-    : _desktop(std::move(desktop)), _keyboard(X11Connection::shared())
+LinuxSymbolicHotKeys::LinuxSymbolicHotKeys(Desktop desktop) : _desktop(std::move(desktop))
 {
     // Without the focus there is nothing to record, and the keyboard belongs to others.
     connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, [this](const QWindow* window) {
         if (!window)
-            _keyboard.release();
+            _desktop.releaseKeyboard();
     });
 }
 
-LinuxSymbolicHotKeys::~LinuxSymbolicHotKeys() = default;
+LinuxSymbolicHotKeys::~LinuxSymbolicHotKeys()
+{
+    _desktop.releaseKeyboard();
+}
 
 std::optional<QList<SymbolicHotKey>> LinuxSymbolicHotKeys::copySymbolicHotKeys(qint64 candidateKeyCode,
                                                                                quint32 candidateModifiers)
@@ -73,9 +73,7 @@ std::optional<QList<SymbolicHotKey>> LinuxSymbolicHotKeys::copySymbolicHotKeys(q
 
 SymbolicHotKeys::ModeToken LinuxSymbolicHotKeys::pushSymbolicHotKeyMode(quint32 options)
 {
-    X11Connection& x11 = X11Connection::shared();
-    // The focus may have gone before recording begins: the field shows a transition first.
-    if (!(options & AllHotKeysDisabled) || !x11 || !isToolkitWindow(focusWindow(x11)) || !_keyboard.take(1))
+    if (!(options & AllHotKeysDisabled) || !_desktop.takeKeyboard())
         return 0;
     _modes.insert(++_lastToken);
     return _lastToken;
@@ -84,14 +82,14 @@ SymbolicHotKeys::ModeToken LinuxSymbolicHotKeys::pushSymbolicHotKeyMode(quint32 
 void LinuxSymbolicHotKeys::popSymbolicHotKeyMode(ModeToken token)
 {
     if (_modes.remove(token) && _modes.isEmpty())
-        _keyboard.release();
+        _desktop.releaseKeyboard();
 }
 
 void LinuxSymbolicHotKeys::frontChanged(std::optional<qint64> processIdentifier)
 {
     if (_modes.isEmpty() || processIdentifier == QCoreApplication::applicationPid())
         return;
-    _keyboard.release();
+    _desktop.releaseKeyboard();
     QFocusEvent lost(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
     if (QObject* recording = QGuiApplication::focusObject())
         QCoreApplication::sendEvent(recording, &lost);

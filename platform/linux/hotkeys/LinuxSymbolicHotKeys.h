@@ -2,7 +2,6 @@
 #pragma once
 
 #include "platform/linux/hotkeys/DesktopShortcutStores.h"
-#include "platform/linux/input/X11KeyboardGrab.h"
 #include "shortcut/SymbolicHotKeys.h"
 
 #include <QObject>
@@ -15,8 +14,8 @@ namespace tarnwick {
 
 class XkbKeymap;
 
-/// The shortcuts that the desktop has written down, and whatever else the X server says is held. They are
-/// switched off by holding the whole keyboard, while one of our windows has the focus.
+/// The shortcuts that the desktop has written down, and whatever else is held. They can be switched off while
+/// one of our windows has the focus.
 class LinuxSymbolicHotKeys final : public QObject, public SymbolicHotKeys
 {
     Q_OBJECT
@@ -31,6 +30,10 @@ public:
         std::function<std::shared_ptr<const XkbKeymap>()> keymap;
         /// Whether somebody but this process holds the combination.
         std::function<bool(quint32 keyCode, quint32 modifiers)> heldElsewhere;
+        /// Has all keys come to our window with the focus; false where they cannot, or none has it.
+        std::function<bool()> takeKeyboard = [] { return false; };
+        /// Undoes it; does nothing when there is nothing to undo.
+        std::function<void()> releaseKeyboard = [] {};
     };
 
     explicit LinuxSymbolicHotKeys(Desktop desktop);
@@ -52,7 +55,6 @@ private:
     Desktop _desktop;
     ModeToken _lastToken = 0;
     QSet<ModeToken> _modes;
-    X11KeyboardGrab _keyboard;
 };
 
 } // namespace tarnwick

@@ -72,6 +72,11 @@ std::unique_ptr<XkbKeymap> XkbKeymap::ofNames(const QByteArray& layouts, const Q
     return adopt(xkb_keymap_new_from_names(context.get(), &names, XKB_KEYMAP_COMPILE_NO_FLAGS), 0);
 }
 
+std::unique_ptr<XkbKeymap> XkbKeymap::withGroup(xkb_layout_index_t group) const
+{
+    return adopt(xkb_keymap_ref(_keymap.get()), group);
+}
+
 QList<quint32> XkbKeymap::keysymsOf(quint16 keyCode) const
 {
     QList<quint32> all;

@@ -24,6 +24,8 @@ public:
     ofNames(const QByteArray& layouts, const QByteArray& variants = {}, const QByteArray& options = {});
 
     void setGroup(xkb_layout_index_t group) { _group = group; }
+    /// The same map, of which that group types.
+    [[nodiscard]] std::unique_ptr<XkbKeymap> withGroup(xkb_layout_index_t group) const;
     [[nodiscard]] xkb_layout_index_t group() const { return _group; }
 
     /// What the key types, keypad keys as with Num Lock on and a dead key its accent by itself; empty when it

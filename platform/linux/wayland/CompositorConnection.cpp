@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/wayland/CompositorConnection.h"
 
+#include <QGuiApplication>
+
 #include <algorithm>
 #include <wayland-client.h>
 
 namespace tarnwick {
 
-CompositorConnection::CompositorConnection(wl_display* display)
-    : _display(display), _registry(wl_display_get_registry(display))
+CompositorConnection::CompositorConnection(wl_display* display, Owner owner)
+    : _display(display), _owner(owner), _registry(wl_display_get_registry(display))
 {
     static constexpr wl_registry_listener listener{
         [](void* self, wl_registry* /*registry*/, quint32 name, const char* interface, quint32 version) {
@@ -34,7 +36,15 @@ void CompositorConnection::follow()
 std::unique_ptr<CompositorConnection> CompositorConnection::open()
 {
     wl_display* display = wl_display_connect(nullptr);
-    return std::unique_ptr<CompositorConnection>(display ? new CompositorConnection(display) : nullptr);
+    return std::unique_ptr<CompositorConnection>(display ? new CompositorConnection(display, Owner::Self)
+                                                         : nullptr);
+}
+
+std::unique_ptr<CompositorConnection> CompositorConnection::ofToolkit()
+{
+    const auto* const wayland = qGuiApp->nativeInterface<QNativeInterface::QWaylandApplication>();
+    return std::unique_ptr<CompositorConnection>(
+        wayland ? new CompositorConnection(wayland->display(), Owner::Toolkit) : nullptr);
 }
 
 CompositorConnection::~CompositorConnection()
@@ -42,7 +52,8 @@ CompositorConnection::~CompositorConnection()
     if (_seat)
         wl_seat_destroy(_seat);
     wl_registry_destroy(_registry);
-    wl_display_disconnect(_display);
+    if (_owner == Owner::Self)
+        wl_display_disconnect(_display);
 }
 
 bool CompositorConnection::offers(const char* interface) const

@@ -14,8 +14,8 @@ struct wl_seat;
 
 namespace tarnwick {
 
-/// A connection to the compositor beside the toolkit's, for protocols that the toolkit does not speak. Events
-/// come from the event loop. GUI thread only.
+/// A connection to the compositor, for protocols that the toolkit does not speak: one beside the toolkit's,
+/// or that itself for what is about its windows. Events come from the event loop. GUI thread only.
 class CompositorConnection final : public QObject
 {
     Q_OBJECT
@@ -23,6 +23,9 @@ class CompositorConnection final : public QObject
 public:
     /// To the compositor of the environment, whose answer is waited for; null when there is none.
     [[nodiscard]] static std::unique_ptr<CompositorConnection> open();
+    /// The toolkit's, which it reads and closes itself; null when it runs elsewhere. Has to go before the
+    /// application object.
+    [[nodiscard]] static std::unique_ptr<CompositorConnection> ofToolkit();
     ~CompositorConnection() override;
 
     [[nodiscard]] bool offers(const char* interface) const;
@@ -53,12 +56,15 @@ private:
         quint32 version;
     };
 
-    explicit CompositorConnection(wl_display* display);
+    enum class Owner { Self, Toolkit };
+
+    CompositorConnection(wl_display* display, Owner owner);
     [[nodiscard]] void* _bind(const wl_interface& interface, quint32 version);
     void _read();
     void _end();
 
     wl_display* _display;
+    Owner _owner;
     wl_registry* _registry;
     wl_seat* _seat = nullptr;
     QHash<QByteArray, Global> _globals; ///< by interface, the first of each

@@ -1,20 +1,25 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "shortcut/KeyboardLayout.h"
+#include "platform/linux/keys/XkbKeyboardLayout.h"
 
 namespace tarnwick {
 
-/// prototype
-class WaylandKeyboardLayout final : public KeyboardLayout
+class WaylandKeyboard;
+
+/// The layout that the compositor tells. Which of several is in use it tells while a window of ours has the
+/// keyboard; else it is the one in use then.
+class WaylandKeyboardLayout final : public XkbKeyboardLayout
 {
+    Q_OBJECT
+
 public:
-    [[nodiscard]] std::unique_ptr<UnicodeKeyLayout> copyCurrentKeyboardInputSource() const override
-    {
-        return nullptr;
-    }
-    [[nodiscard]] quint8 keyboardType() const override { return 0; }
-    void addSelectedKeyboardInputSourceChangedObserver(std::function<void()> /*changed*/) override {}
+    explicit WaylandKeyboardLayout(std::shared_ptr<const WaylandKeyboard> keyboard);
+
+    [[nodiscard]] std::shared_ptr<const XkbKeymap> keymap() const override;
+
+private:
+    std::shared_ptr<const WaylandKeyboard> _keyboard;
 };
 
 } // namespace tarnwick

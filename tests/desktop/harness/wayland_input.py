@@ -6,14 +6,14 @@ import tempfile
 import time
 
 SIZE = 1280, 800  # of the output that the pointer moves on
-LEFT_BUTTON = 0x110
+LEFT_BUTTON, MIDDLE_BUTTON = 0x110, 0x112
 _X_KEY_OFFSET = 8  # between the codes of the X server and those of the kernel
 _MODIFIERS = {50: 1, 62: 1, 37: 4, 105: 4, 64: 8, 133: 64, 134: 64}  # the bits of Shift, Control, Option and Command
 _KEYMAP = """xkb_keymap {
   xkb_keycodes { include "evdev+aliases(qwerty)" };
   xkb_types { include "complete" };
   xkb_compat { include "complete" };
-  xkb_symbols { include "pc+us+inet(evdev)" };
+  xkb_symbols { include "pc+%s+inet(evdev)" };
 };
 """
 
@@ -127,8 +127,8 @@ class VirtualInput(Input):
         self._pointer = self._made_by(self._bind("zwlr_virtual_pointer_manager_v1", 1), seat)
         self._keyboard = self._made_by(self._bind("zwp_virtual_keyboard_manager_v1", 1), seat)
         self._held = []
-        self._give_keymap()
-        self._round_trip()
+        self._layout = 0
+        self.set_layouts("us")
 
     def _move(self, x, y):
         self._send(self._pointer, 1, struct.pack("=IIIII", _now(), x, y, *SIZE))
@@ -142,17 +142,28 @@ class VirtualInput(Input):
         self._send(self._keyboard, 1, struct.pack("=III", _now(), code, state))
         if bit := _MODIFIERS.get(code + _X_KEY_OFFSET):  # the compositor does not look at the keys for them
             self._held.append(bit) if state else self._held.remove(bit)
-            held = 0
-            for each in self._held:
-                held |= each
-            self._send(self._keyboard, 2, struct.pack("=IIII", held, 0, 0, 0))
+            self._tell_modifiers()
 
-    def _give_keymap(self):
-        keymap = _KEYMAP.encode() + b"\0"
+    def _tell_modifiers(self):
+        held = 0
+        for each in self._held:
+            held |= each
+        self._send(self._keyboard, 2, struct.pack("=IIII", held, 0, 0, self._layout))
+
+    def set_layouts(self, layouts):
+        """The keyboard has these from now on ("us,ru"), and types on the first one."""
+        first, *others = layouts.split(",")
+        keymap = (_KEYMAP % "+".join([first, *(f"{name}:{group}" for group, name in enumerate(others, 2))])).encode() + b"\0"
         with tempfile.TemporaryFile() as file:
             file.write(keymap)
             file.flush()
             self._send(self._keyboard, 0, struct.pack("=II", 1, len(keymap)), [file.fileno()])
+        self.choose_layout(0)
+
+    def choose_layout(self, number):
+        self._layout = number
+        self._tell_modifiers()
+        self._round_trip()
 
     def _made_by(self, manager, seat):
         made = self._new_id()

@@ -2,6 +2,7 @@
 #include "platform/linux/hotkeys/LinuxSymbolicHotKeys.h"
 
 #include "platform/linux/hotkeys/X11HotKeys.h"
+#include "platform/linux/hotkeys/X11ShortcutsInhibitor.h"
 #include "platform/linux/input/X11Focus.h"
 #include "platform/linux/keys/XkbKeymap.h"
 #include "platform/linux/x11/X11Connection.h"
@@ -96,10 +97,13 @@ TEST(SymbolicHotKeys, ofADesktop_keepTheContract)
         return window.isActiveWindow();
     }));
     const WrittenShortcuts written;
+    X11ShortcutsInhibitor inhibitor;
     LinuxSymbolicHotKeys hotKeys({written.stores(),
                                   {u"KDE"_s},
                                   [] { return XkbKeymap::ofNames("us"); },
-                                  [](quint32, quint32) { return false; }});
+                                  [](quint32, quint32) { return false; },
+                                  [&] { return inhibitor.take(); },
+                                  [&] { inhibitor.release(); }});
     OtherClient other;
     SymbolicHotKeysContract contract(
         {.hotKeys = hotKeys,
@@ -125,11 +129,14 @@ protected:
     static void press() { EXPECT_EQ(QProcess::execute(u"xdotool"_s, {u"key"_s, u"alt+F5"_s}), 0); }
 
     X11HotKeys hotKeys;
+    X11ShortcutsInhibitor inhibitor;
     LinuxSymbolicHotKeys symbolic = LinuxSymbolicHotKeys(
         {DesktopShortcutStores({}, {}),
          {},
          [] { return nullptr; },
-         [this](quint32 keyCode, quint32 modifiers) { return hotKeys.heldElsewhere(keyCode, modifiers); }});
+         [this](quint32 keyCode, quint32 modifiers) { return hotKeys.heldElsewhere(keyCode, modifiers); },
+         [this] { return inhibitor.take(); },
+         [this] { inhibitor.release(); }});
     OtherClient other;
 };
 

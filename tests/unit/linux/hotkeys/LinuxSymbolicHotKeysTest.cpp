@@ -80,6 +80,28 @@ TEST_F(LinuxSymbolicHotKeysTest, storeThatCannotBeRead_givesNothing)
     EXPECT_FALSE(read());
 }
 
+TEST_F(LinuxSymbolicHotKeysTest, keyboard_isTakenForAllPushes_andReleasedAfterTheLastPop)
+{
+    int taken = 0;
+    int released = 0;
+    LinuxSymbolicHotKeys hotKeys({DesktopShortcutStores({}, {}),
+                                  {},
+                                  [] { return nullptr; },
+                                  [](quint32, quint32) { return false; },
+                                  [&] { return ++taken > 0; },
+                                  [&] { ++released; }});
+    EXPECT_EQ(hotKeys.pushSymbolicHotKeyMode(0), 0U);
+    EXPECT_EQ(taken, 0) << "that option asks for nothing";
+    const auto first = hotKeys.pushSymbolicHotKeyMode(SymbolicHotKeys::AllHotKeysDisabled);
+    const auto second = hotKeys.pushSymbolicHotKeyMode(SymbolicHotKeys::AllHotKeysDisabled);
+    EXPECT_EQ(taken, 2);
+    hotKeys.popSymbolicHotKeyMode(first);
+    hotKeys.popSymbolicHotKeyMode(first);
+    EXPECT_EQ(released, 0);
+    hotKeys.popSymbolicHotKeyMode(second);
+    EXPECT_EQ(released, 1);
+}
+
 TEST_F(LinuxSymbolicHotKeysTest, withoutADisplay_nothingCanBeSwitchedOff)
 {
     LinuxSymbolicHotKeys hotKeys({DesktopShortcutStores({}, {}), {}, [] { return nullptr; }, {}});

@@ -50,6 +50,15 @@ TEST(XkbKeymap, keysymsOfAKey_areThoseOfAllItsGroupsAndLevels)
     EXPECT_TRUE(keymap->keysymsOf(60'000).isEmpty()) << "there is no such key";
 }
 
+TEST(XkbKeymap, mapWithAnotherGroup_typesWithThat_andTheFirstOneAsBefore)
+{
+    const auto us = XkbKeymap::ofNames("us,ru");
+    ASSERT_TRUE(us);
+    const auto ru = us->withGroup(1);
+    EXPECT_EQ(ru->text(KeyA, false, false), u"ф"_s);
+    EXPECT_EQ(us->text(KeyA, false, false), u"a"_s);
+}
+
 TEST(XkbKeymap, text_isWhatTheKeyTypesOnTheLayout)
 {
     const TextRow rows[] = {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What keys type on the layouts of the X server.
-#include "platform/linux/hotkeys/XkbKeyboardLayout.h"
+#include "platform/linux/hotkeys/X11KeyboardLayout.h"
 
 #include "tests/contract/session/OtherClient.h"
 
@@ -35,7 +35,7 @@ void lockGroup(quint8 group)
     other.x11().sync();
 }
 
-QString typed(const XkbKeyboardLayout& layout, quint16 keyCode, quint32 state = 0)
+QString typed(const X11KeyboardLayout& layout, quint16 keyCode, quint32 state = 0)
 {
     quint32 deadKeys = 0;
     const auto source = layout.copyCurrentKeyboardInputSource();
@@ -53,7 +53,7 @@ protected:
 
 TEST_F(KeyboardLayoutOnX11, keys_typeWhatTheServersMapSays)
 {
-    const XkbKeyboardLayout layout;
+    const X11KeyboardLayout layout;
     EXPECT_TRUE(QTest::qWaitFor([&] { return typed(layout, KeyZ) == u"z"_s; }));
     EXPECT_EQ(typed(layout, KeyZ, 0x200), u"Z"_s);
     EXPECT_EQ(typed(layout, KeyZ, 0x800), u"z"_s) << "Alt does not change the letter";
@@ -64,7 +64,7 @@ TEST_F(KeyboardLayoutOnX11, keys_typeWhatTheServersMapSays)
 
 TEST_F(KeyboardLayoutOnX11, newMap_isTold_andTypes)
 {
-    XkbKeyboardLayout layout;
+    X11KeyboardLayout layout;
     EXPECT_TRUE(QTest::qWaitFor([&] { return typed(layout, KeyZ) == u"z"_s; }));
     int changes = 0;
     layout.addSelectedKeyboardInputSourceChangedObserver([&] { ++changes; });
@@ -76,7 +76,7 @@ TEST_F(KeyboardLayoutOnX11, newMap_isTold_andTypes)
 TEST_F(KeyboardLayoutOnX11, newGroup_isTold_andTypes)
 {
     setLayouts(u"us,ru"_s);
-    XkbKeyboardLayout layout;
+    X11KeyboardLayout layout;
     EXPECT_TRUE(QTest::qWaitFor([&] { return typed(layout, 0) == u"a"_s; }));
     int changes = 0;
     layout.addSelectedKeyboardInputSourceChangedObserver([&] { ++changes; });

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "platform/linux/hotkeys/XkbKeyboardLayout.h"
+#include "platform/linux/keys/XkbKeyboardLayout.h"
 
-#include "platform/linux/input/X11KeyboardMap.h"
 #include "platform/linux/keys/KeyCodes.h"
 
 #include <utility>
@@ -38,11 +37,7 @@ private:
 
 } // namespace
 
-XkbKeyboardLayout::XkbKeyboardLayout()
-{
-    connect(&X11KeyboardMap::shared(), &X11KeyboardMap::changed, this, &XkbKeyboardLayout::_notifyLater);
-    connect(&X11KeyboardMap::shared(), &X11KeyboardMap::groupChanged, this, &XkbKeyboardLayout::_notifyLater);
-}
+XkbKeyboardLayout::XkbKeyboardLayout() = default;
 
 XkbKeyboardLayout::~XkbKeyboardLayout() = default;
 
@@ -64,12 +59,7 @@ void XkbKeyboardLayout::addSelectedKeyboardInputSourceChangedObserver(std::funct
     _observers.append(std::move(changed));
 }
 
-std::shared_ptr<const XkbKeymap> XkbKeyboardLayout::keymap() const
-{
-    return X11KeyboardMap::shared().keymap();
-}
-
-void XkbKeyboardLayout::_notifyLater()
+void XkbKeyboardLayout::notifyLater()
 {
     if (std::exchange(_notifying, true))
         return;

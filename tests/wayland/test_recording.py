@@ -1,0 +1,83 @@
+# SPDX-License-Identifier: MIT
+"""The preferences on Wayland itself: another hot key is recorded, though the compositor has the keys for itself else, and the
+mouse button is learnt."""
+import os
+
+from case import WaylandTest, main, wait_for
+from harness.accessible import SHOWING
+from harness.preferences import BUTTON, LABEL
+from harness.tarnwick import settings_text
+from harness.wayland_input import MIDDLE_BUTTON
+
+ALT, F4, X, CONTROL = 64, 70, 53, 37
+
+
+
+class Recording(WaylandTest):
+    """Each test has a Tarnwick whose preferences are open: they open at a first start."""
+
+    @classmethod
+    def prepare(cls):
+        cls.connect_accessibility().switch_on()
+
+    def setUp(self):
+        super().setUp()
+        self.session.put_pointer_away()
+        self.empty = self.session.picture()
+        settings = self.session.directory / "home/.config/Quorlane/Tarnwick.conf"
+        settings.parent.mkdir(parents=True, exist_ok=True)
+        settings.write_text(settings_text({"FirstRun": False}))
+        self.program = self.session.run(os.environ["TARNWICK_BINARY"], QT_QPA_PLATFORM="")
+        self.addCleanup(self.program.stop)
+        self.application = self.bus.application(self.program.pid)
+        self.recorder = self.control("Shortcut, ", BUTTON)
+        self.wait_until_at_rest()
+
+    def control(self, name, role):
+        def find():
+            return next((node for node in self.application.descendants()
+                         if node.name.startswith(name) and node.role == role and SHOWING in node.states), None)
+        return wait_for(find, f"the control {name!r}; the program wrote {self.program.output!r}", step=0.05)
+
+    def wait_until_at_rest(self):
+        """Waits for the window in the picture, and gives its frame: (left, top, right, bottom)."""
+        seen = []
+
+        def rests():
+            seen.append(self.session.picture())
+            return len(seen) > 2 and seen[-1] == seen[-2] == seen[-3] and seen[-1].changed_from(self.empty)
+        return wait_for(rests, "the window in the picture", step=0.05)
+
+    def start_recording(self):
+        self.recorder.press()
+        wait_for(lambda: self.recorder.name.startswith("Shortcut, recording"), "recording", step=0.02)
+
+    def wait_until_shown(self, combination):
+        wait_for(lambda: self.recorder.name.split(", ")[1] == combination, f"{combination!r} in {self.recorder.name!r}",
+                 step=0.02)
+
+    def test_a_key_of_the_compositor_is_recorded_and_is_the_compositors_again_afterwards(self):
+        self.start_recording()
+        self.input.tap(F4, ALT)
+        self.wait_until_shown("Option F4")
+        self.input.tap(F4, ALT)  # closes the window
+        wait_for(lambda: SHOWING not in self.recorder.states, "no window", step=0.05)
+
+    def test_any_key_is_recorded(self):
+        self.start_recording()
+        self.input.tap(X, CONTROL, ALT)
+        self.wait_until_shown("Control Option X")
+
+    def test_the_mouse_button_is_learnt_from_a_click_on_its_control(self):
+        control = self.control("Mouse button, ", LABEL)
+        self.assertNotIn("25", control.name)
+        left, _, right, bottom = self.wait_until_at_rest()
+        window = next(node for node in self.application.children if node.frame[2])
+        x, y = control.center
+        window_left, window_top, width, height = window.frame
+        self.input.click(((left + right - width) // 2 + x - window_left, bottom - height + y - window_top), MIDDLE_BUTTON)
+        wait_for(lambda: "25" in control.name, f"the button in {control.name!r}", step=0.02)
+
+
+if __name__ == "__main__":
+    main()
