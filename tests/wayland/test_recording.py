@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
 """The preferences on Wayland itself: another hot key is recorded, though the compositor has the keys for itself else, and the
-mouse button is learnt."""
+mouse button is learnt. Nothing is said to be missing: no alert is before the window."""
 import os
 
 from case import WaylandTest, main, wait_for
@@ -10,6 +10,7 @@ from harness.tarnwick import settings_text
 from harness.wayland_input import MIDDLE_BUTTON
 
 ALT, F4, X, CONTROL = 64, 70, 53, 37
+INHIBITS = "zwp_keyboard_shortcuts_inhibit_manager_v1"
 
 
 
@@ -26,7 +27,7 @@ class Recording(WaylandTest):
         self.empty = self.session.picture()
         settings = self.session.directory / "home/.config/Quorlane/Tarnwick.conf"
         settings.parent.mkdir(parents=True, exist_ok=True)
-        settings.write_text(settings_text({"FirstRun": False}))
+        settings.write_text(settings_text({"FirstRun": False, "MouseButton": 0}))
         self.program = self.session.run(os.environ["TARNWICK_BINARY"], QT_QPA_PLATFORM="")
         self.addCleanup(self.program.stop)
         self.application = self.bus.application(self.program.pid)
@@ -58,15 +59,16 @@ class Recording(WaylandTest):
 
     def test_a_key_of_the_compositor_is_recorded_and_is_the_compositors_again_afterwards(self):
         self.start_recording()
-        self.input.tap(F4, ALT)
-        self.wait_until_shown("Option F4")
+        if INHIBITS in self.input.names:
+            self.input.tap(F4, ALT)
+            self.wait_until_shown("Option F4")
         self.input.tap(F4, ALT)  # closes the window
         wait_for(lambda: SHOWING not in self.recorder.states, "no window", step=0.05)
 
     def test_any_key_is_recorded(self):
         self.start_recording()
         self.input.tap(X, CONTROL, ALT)
-        self.wait_until_shown("Control Option X")
+        self.wait_until_shown("Option Control X")
 
     def test_the_mouse_button_is_learnt_from_a_click_on_its_control(self):
         control = self.control("Mouse button, ", LABEL)

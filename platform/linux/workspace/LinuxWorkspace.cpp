@@ -3,6 +3,7 @@
 
 #include "platform/linux/look/LinuxLook.h"
 #include "platform/linux/x11/X11AllWorkspaces.h"
+#include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/xdg/DesktopNames.h"
 #include "platform/linux/xdg/UrlOpener.h"
 #include "platform/linux/xdg/XdgSession.h"
@@ -68,7 +69,8 @@ void LinuxWorkspace::setCollectionBehavior(QWidget& window, CollectionBehavior b
 
 QString LinuxWorkspace::commandThatPopsUp() const
 {
-    if (!xdg_session::isWayland())
+    // Run on Wayland itself nothing is missing.
+    if (!xdg_session::isWayland() || !X11Connection::shared())
         return {};
     return u"gapplication action %1 %2"_s.arg(desktop_names::BusName, desktop_names::PopUpAction);
 }
