@@ -29,8 +29,9 @@ class NativeFixture:
 
     def __init__(self, session, kit, *options):
         self._session = session
+        self.kit = kit
         session.put_pointer_away()
-        self._empty = session.picture()
+        self._empty = session.picture_at_rest()
         self._log = session.directory / "out" / f"{kit}.log"
         self.program = session.run(fixture_program(kit), DATA / "editor.menu", "--log", self._log, *options)
         wait_for(lambda: self.lines("focus")[-1:] == ["in"], f"the focus in {kit}; it wrote {self.program.output!r}")
@@ -47,12 +48,8 @@ class NativeFixture:
 
     def frame(self):
         """(left, top, right, bottom) of its window in the picture of the screen, once that is at rest; with its shadow."""
-        seen = []
-
-        def rests():
-            seen.append(self._session.picture())
-            return len(seen) > 2 and seen[-1] == seen[-2] == seen[-3] and seen[-1].changed_from(self._empty)
-        return wait_for(rests, "its window in the picture", step=0.05)
+        return wait_for(lambda: self._session.picture_at_rest().changed_from(self._empty), "its window in the picture",
+                        step=0.05)
 
     def end(self):
         """Ends it, and waits until the screen is as it was before."""

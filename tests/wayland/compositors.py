@@ -42,12 +42,27 @@ class CompositorSession(Session):
             self.input.close()
         super().stop()
 
+    def end_compositor(self):
+        """The compositor goes, and with it whoever does not live without it."""
+        self.input.close()
+        self.input = None
+        self._compositor.kill()
+
     def picture(self):
         """What is on the screen now; the pointer is part of it."""
         environment = {**self.environment, "WAYLAND_DISPLAY": self._seen or self.environment["WAYLAND_DISPLAY"]}
         result = subprocess.run(["grim", "-t", "ppm", "-"], env=environment, timeout=60, check=True,
                                 stdout=subprocess.PIPE)
         return Picture.from_ppm(result.stdout)
+
+    def picture_at_rest(self):
+        """What is on the screen once that does not change any more."""
+        seen = []
+
+        def rests():
+            seen.append(self.picture())
+            return len(seen) > 2 and seen[-1] == seen[-2] == seen[-3] and seen[-1]
+        return wait_for(rests, "a picture that stays", step=0.05)
 
     def put_pointer_away(self):
         """Where no window is, and where it can hardly be seen."""
@@ -97,7 +112,8 @@ class Sway(CompositorSession):
 
     def _start_compositor(self):
         configuration = self._write("sway/config", self._CONFIGURATION)
-        return self._socket_of(self.run("sway", "--config", configuration, **_HEADLESS))
+        self._compositor = self.run("sway", "--config", configuration, **_HEADLESS)
+        return self._socket_of(self._compositor)
 
 
 class Labwc(CompositorSession):
@@ -110,7 +126,8 @@ class Labwc(CompositorSession):
 
     def _start_compositor(self):
         configuration = self._write("labwc/rc.xml", self._CONFIGURATION)
-        socket = self._socket_of(self.run("labwc", "-C", configuration.parent, **_HEADLESS))
+        self._compositor = self.run("labwc", "-C", configuration.parent, **_HEADLESS)
+        socket = self._socket_of(self._compositor)
         subprocess.run(["wlr-randr", "--output", "HEADLESS-1", "--custom-mode", _SIZE], timeout=60, check=True,
                        env={**self.environment, "WAYLAND_DISPLAY": socket})
         return socket
@@ -141,9 +158,9 @@ class KWin(Sway):
     def _start_compositor(self):
         self._seen = super()._start_compositor()
         width, height = SIZE
-        kwin = self.run("kwin_wayland", "--wayland-display", self._seen, "--socket", "kwin", "--no-lockscreen",
-                        "--width", width, "--height", height, **self._ENVIRONMENT)
-        return self._socket_of(kwin, "kwin")
+        self._compositor = self.run("kwin_wayland", "--wayland-display", self._seen, "--socket", "kwin",
+                                    "--no-lockscreen", "--width", width, "--height", height, **self._ENVIRONMENT)
+        return self._socket_of(self._compositor, "kwin")
 
 
 def _offered(path):
