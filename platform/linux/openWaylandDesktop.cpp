@@ -27,6 +27,7 @@
 #include "platform/qt/tray/QtStatusBar.h"
 
 #include <QDBusConnection>
+#include <QPointer>
 
 namespace tarnwick {
 
@@ -66,7 +67,9 @@ std::optional<Desktop> openWaylandDesktop(int& argc, char** argv)
     desktop.screens = std::make_unique<LinuxScreens>();
     desktop.alerts = std::make_unique<QtAlerts>();
     desktop.eventSource = std::make_unique<QtEventSource>(converter);
-    const auto reading = std::make_shared<LinuxReading>(&WaylandFrontApplication::make);
+    static ForeignToplevels toplevels(*connection);
+    const auto reading = std::make_shared<LinuxReading>(
+        [](AtspiActiveWindow& inTree) { return WaylandFrontApplication::make(inTree, toplevels); });
     auto workspace = std::make_unique<LinuxWorkspace>(
         reading, std::make_unique<LinuxLook>(xdg_session::currentDesktops(), QDBusConnection::sessionBus()));
     session->setPopUpRequest(std::make_unique<PopUpRequest>(workspace->announcements(), *reading->front));
@@ -84,8 +87,12 @@ std::optional<Desktop> openWaylandDesktop(int& argc, char** argv)
         [](quint32, quint32) { return false; }, [inhibitor] { return inhibitor->take(); },
         [inhibitor] { inhibitor->release(); }});
     desktop.keyboardLayout = std::make_unique<WaylandKeyboardLayout>(keyboard);
-    desktop.menuPresenter = std::make_unique<WaylandMenuPresenter>(
-        *connection, std::make_unique<FrontMenuTarget>(*reading->front, reading->tree));
+    auto presenter = std::make_unique<WaylandMenuPresenter>(
+        *connection, std::make_unique<FrontMenuTarget>(*reading->front, reading->tree, toplevels));
+    static_cast<WaylandFrontApplication&>(*reading->front).setExcuse([presenter = QPointer(presenter.get())] {
+        return presenter && presenter->hasKeyboard();
+    });
+    desktop.menuPresenter = std::move(presenter);
     desktop.statusBar = std::make_unique<QtStatusBar>(std::move(trayHost), symbolicIconName());
     return opened;
 }

@@ -75,6 +75,12 @@ void CompositorConnection::flush()
         _end();
 }
 
+void CompositorConnection::roundTrip()
+{
+    if (wl_display_roundtrip(_display) < 0)
+        _end();
+}
+
 void CompositorConnection::_read()
 {
     // There is something to read, and nobody else reads here: it does not wait.

@@ -44,6 +44,8 @@ public:
 
     /// Sends what has been asked.
     void flush();
+    /// Takes in all that the compositor has to tell by now. Not from inside an event of this connection.
+    void roundTrip();
 
 Q_SIGNALS:
     /// The compositor has gone. Nothing can be asked any more.

@@ -62,15 +62,15 @@ void ForeignToplevels::activate(Window window)
 
 void ForeignToplevels::_add(Handle* handle)
 {
-    static constexpr auto of = [](void* self) { return static_cast<ForeignToplevels*>(self); };
+    static constexpr auto here = [](void* self) { return static_cast<ForeignToplevels*>(self); };
     static constexpr zwlr_foreign_toplevel_handle_v1_listener listener{
         [](void*, Handle*, const char*) {},
         [](void*, Handle*, const char*) {},
         [](void*, Handle*, wl_output*) {},
         [](void*, Handle*, wl_output*) {},
-        [](void* self, Handle* handle, wl_array* states) { of(self)->_setState(handle, *states); },
-        [](void* self, Handle* handle) { of(self)->_finish(handle); },
-        [](void* self, Handle* handle) { of(self)->_remove(handle); },
+        [](void* self, Handle* of, wl_array* states) { here(self)->_setState(of, *states); },
+        [](void* self, Handle* of) { here(self)->_finish(of); },
+        [](void* self, Handle* of) { here(self)->_remove(of); },
         [](void*, Handle*, Handle*) {}};
     _windows.emplace(handle, Known{++_last});
     zwlr_foreign_toplevel_handle_v1_add_listener(handle, &listener, this);

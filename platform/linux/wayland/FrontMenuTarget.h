@@ -3,6 +3,7 @@
 
 #include "platform/linux/atspi/AccessibleTree.h"
 #include "platform/linux/front/FrontApplication.h"
+#include "platform/linux/wayland/ForeignToplevels.h"
 #include "platform/linux/wayland/MenuTarget.h"
 
 namespace tarnwick {
@@ -13,11 +14,23 @@ class FrontMenuTarget final : public MenuTarget
 public:
     static constexpr std::chrono::milliseconds MostForReading{250};
 
-    /// Both must outlive this.
-    FrontMenuTarget(const FrontApplication& front, AccessibleTree& tree) : _front(front), _tree(tree) {}
+    /// All must outlive this.
+    FrontMenuTarget(const FrontApplication& front, AccessibleTree& tree, ForeignToplevels& toplevels)
+        : _front(front), _tree(tree), _toplevels(toplevels)
+    {
+    }
 
-    void fix() override { _window = _front.current().accessible; }
+    void fix() override
+    {
+        _window = _front.current().accessible;
+        _toplevel = _toplevels.active();
+    }
     void readAhead() override { _tree.menus.readAhead(_window.service, MostForReading); }
+    void giveFocusBack() override
+    {
+        if (_toplevels.activeNow() == 0)
+            _toplevels.activate(_toplevel);
+    }
     [[nodiscard]] bool isActive(int patience) override
     {
         return !_window ||
@@ -27,7 +40,9 @@ public:
 private:
     const FrontApplication& _front;
     AccessibleTree& _tree;
+    ForeignToplevels& _toplevels;
     BusReference _window;
+    ForeignToplevels::Window _toplevel = 0;
 };
 
 } // namespace tarnwick

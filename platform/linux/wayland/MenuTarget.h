@@ -14,6 +14,8 @@ public:
     /// Reads what all its menus show, until that has been read or a quarter of a second has passed: without
     /// the keyboard it will show other things. What has not come by then is read when it is opened.
     virtual void readAhead() = 0;
+    /// Has its window have the keyboard again, where a click on our menu has taken that away for good.
+    virtual void giveFocusBack() = 0;
     /// Whether its window is the active one now. True when there is none. Waits for its answer, but for less
     /// than `patience` milliseconds.
     [[nodiscard]] virtual bool isActive(int patience) = 0;

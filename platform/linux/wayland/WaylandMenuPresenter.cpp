@@ -71,11 +71,16 @@ bool WaylandMenuPresenter::popUpMenuPositioningItem(const std::shared_ptr<Menu>&
         return false;
     const MenuTracking::Span tracking;
     _cancelled = false;
+    _clicked = false;
     _target->fix();
     _takeKeyboard();
+    qApp->installEventFilter(this);
     const auto choice = _show(menu);
+    qApp->removeEventFilter(this);
     const bool wasTaken = hasKeyboard();
     _giveBack();
+    if (std::exchange(_clicked, false))
+        _target->giveFocusBack();
     // What was chosen was meant for the application that was in front.
     if (!choice || !_waitForTarget(wasTaken))
         return false;
@@ -90,6 +95,13 @@ void WaylandMenuPresenter::cancelTracking()
     _cancelled = true;
     closeAllPopUps();
     Q_EMIT cancelled();
+}
+
+bool WaylandMenuPresenter::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::MouseButtonPress && watched->isWindowType())
+        _clicked = true;
+    return QObject::eventFilter(watched, event);
 }
 
 void WaylandMenuPresenter::_takeKeyboard()

@@ -41,12 +41,16 @@ public:
                                   QPointF location) override;
     void cancelTracking() override;
 
-    /// Whether no other window has the keyboard now because of a menu of ours.
-    [[nodiscard]] bool hasKeyboard() const { return _keyboard == MenuStage::Keyboard::Taken; }
+    /// Whether no other window has the keyboard now because of a menu of ours: the stage has it, or was
+    /// clicked, or the menu was, which is enough for some compositors.
+    [[nodiscard]] bool hasKeyboard() const { return _keyboard == MenuStage::Keyboard::Taken || _clicked; }
 
 Q_SIGNALS:
     /// Whoever shows something of a menu is to end that.
     void cancelled();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     [[nodiscard]] std::optional<MenuChoice> _show(const std::shared_ptr<Menu>& menu);
@@ -67,6 +71,7 @@ private:
     PointerNudge _nudge;
     MenuStage _stage;
     MenuStage::Keyboard _keyboard = MenuStage::Keyboard::Left;
+    bool _clicked = false;
     bool _cancelled = false;
 };
 

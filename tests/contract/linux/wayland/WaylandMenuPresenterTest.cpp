@@ -7,6 +7,7 @@
 #include "menu/Menu.h"
 #include "menu/MenuDelegate.h"
 #include "menu/MenuItem.h"
+#include "platform/linux/wayland/WaylandFrontApplication.h"
 #include "platform/qt/menu/PopUpTrigger.h"
 #include "tests/RunTests.h"
 #include "tests/contract/menu/MenuPresenterContract.h"
@@ -126,6 +127,7 @@ public:
     explicit FakeTarget(QStringList& journal) : _journal(journal) {}
     void fix() override { _journal << (shown() ? u"fixed late"_s : u"fixed"_s); }
     void readAhead() override { _journal << (shown() ? u"read late"_s : u"read"_s); }
+    void giveFocusBack() override { _journal << u"back"_s; }
     [[nodiscard]] bool isActive(int /*patience*/) override { return activeAfter-- <= 0; }
 
     int activeAfter = 0;
@@ -175,6 +177,8 @@ protected:
     /// Opens the menu and gives what the call has given; `opened` runs when it has been painted.
     bool popUp(const std::function<void()>& opened)
     {
+        Hands::finish();
+        QCoreApplication::processEvents(); // what was done before is over
         const Painted painted(opened);
         QTimer limit;
         limit.callOnTimeout([this] {
@@ -303,6 +307,7 @@ TEST_F(WaylandPopUp, aClick_chooses)
         Hands::begin(u"click %1 %2 left"_s.arg(entry.x()).arg(entry.y()));
     }));
     EXPECT_EQ(_performer->performed, QStringList(u"Copy"_s));
+    EXPECT_EQ(_journal.last(), u"back"_s);
 }
 
 TEST_F(WaylandPopUp, modifierKeys_chooseTheAlternates_andCloseNothing)
@@ -360,7 +365,7 @@ TEST_F(WaylandPopUp, openedWithThePointer_leavesTheKeyboardWhereItIs)
     const PopUpTrigger::Scope byPointer(PopUpTrigger::Kind::Pointer);
     EXPECT_FALSE(popUp([] { Hands::begin(u"tap %1 tap %2 click 200 200 left"_s.arg(Down).arg(Return)); }));
     EXPECT_EQ(_highlights.titles, QStringList());
-    EXPECT_EQ(_journal, QStringList(u"fixed"_s));
+    EXPECT_EQ(_journal, QStringList({u"fixed"_s, u"back"_s}));
 }
 
 TEST_F(WaylandPopUp, whatIsCancelledBeforeThePlaceIsKnown_neverOpens)
@@ -368,6 +373,102 @@ TEST_F(WaylandPopUp, whatIsCancelledBeforeThePlaceIsKnown_neverOpens)
     QMetaObject::invokeMethod(&_presenter, &WaylandMenuPresenter::cancelTracking, Qt::QueuedConnection);
     EXPECT_FALSE(_presenter.popUpMenuPositioningItem(_menu, nullptr, QPointF()));
     EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+}
+
+/// Where the compositor tells of windows; elsewhere nothing is told.
+class Toplevels : public WaylandPopUp
+{
+protected:
+    /// A window of an application, which is the active one.
+    [[nodiscard]] std::unique_ptr<QWidget> activeWindow()
+    {
+        const auto before = _toplevels.active();
+        auto window = std::make_unique<QWidget>();
+        window->resize(200, 100);
+        window->show();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return _toplevels.active() != 0 && _toplevels.active() != before; },
+                                    10'000));
+        return window;
+    }
+
+    /// What has changed so far has been told.
+    void settle()
+    {
+        bool settled = false;
+        _frontApplication.afterChangesSoFar([&] { settled = true; });
+        EXPECT_TRUE(QTest::qWaitFor([&] { return settled; }, 10'000));
+    }
+
+    ForeignToplevels _toplevels{*connection};
+    AtspiBus _bus;
+    AtspiApplications _applications{_bus};
+    ReadingBudget _budget;
+    AtspiActiveWindow _inTree{_applications, _budget};
+    WaylandFrontApplication _frontApplication{_inTree, _toplevels};
+};
+
+TEST_F(Toplevels, tellTheActiveWindow_andMakeOneActive)
+{
+    if (!_toplevels.offered()) {
+        EXPECT_EQ(_toplevels.activeNow(), 0U);
+        return;
+    }
+    int told = 0;
+    QObject::connect(&_toplevels, &ForeignToplevels::activeChanged, &_toplevels, [&] { ++told; });
+    const auto first = activeWindow();
+    const auto firstWindow = _toplevels.active();
+    auto second = activeWindow();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return told >= 2; }, 10'000));
+    _toplevels.activate(firstWindow);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return _toplevels.active() == firstWindow; }, 10'000));
+    EXPECT_EQ(_toplevels.activeNow(), firstWindow);
+    second.reset();
+    first->close();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return _toplevels.active() == 0; }, 10'000));
+    _toplevels.activate(firstWindow); // it has gone
+    EXPECT_EQ(_toplevels.activeNow(), 0U);
+}
+
+TEST_F(Toplevels, aMenuClosesWhenAnotherWindowBecomesActive)
+{
+    if (!_toplevels.offered())
+        return;
+    const auto first = activeWindow();
+    ASSERT_TRUE(_frontApplication.watch());
+    settle();
+    std::unique_ptr<QWidget> second;
+    EXPECT_FALSE(popUp([&] { second = activeWindow(); }));
+}
+
+TEST_F(Toplevels, aMenuClosesWhenNoWindowIsActiveAnyMore_unlessItIsTheReason)
+{
+    if (!_toplevels.offered())
+        return;
+    bool excused = false;
+    _frontApplication.setExcuse([&] { return excused; });
+    auto first = activeWindow();
+    ASSERT_TRUE(_frontApplication.watch());
+    settle();
+    EXPECT_FALSE(popUp([&] { first.reset(); }));
+    first = activeWindow();
+    settle();
+    excused = true;
+    EXPECT_TRUE(popUp([&] {
+        first.reset();
+        EXPECT_TRUE(QTest::qWaitFor([this] { return _toplevels.active() == 0; }, 10'000));
+        QTest::qWait(2 * WaylandFrontApplication::NoneCounts.count());
+        Hands::tap({Down, Return});
+    }));
+}
+
+TEST_F(Toplevels, whoeverWaitsForTheChangesSoFar_isAnsweredAfterThem)
+{
+    ASSERT_TRUE(_frontApplication.watch());
+    const auto first = _toplevels.offered() ? activeWindow() : nullptr;
+    bool answered = false;
+    _frontApplication.afterChangesSoFar([&] { answered = true; });
+    EXPECT_FALSE(answered) << "from the event loop";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return answered; }, 10'000));
 }
 
 } // namespace
