@@ -20,6 +20,11 @@ constexpr int ClaimAttempts = 3;
 // The running instance may be waiting for a slow application just then; the request reaches it later.
 constexpr int ActivateTimeout = 1000;
 
+// The right to come to the front that a compositor has given to whoever was started: the toolkit takes it
+// from the environment when it activates a window.
+constexpr char TokenVariable[] = "XDG_ACTIVATION_TOKEN";
+const QString TokenKey = u"activation-token"_s;
+
 } // namespace
 
 SessionInstance::SessionInstance(const QDBusConnection& bus) : _bus(bus)
@@ -56,8 +61,11 @@ void SessionInstance::setRequested(Requested requested)
     _deliver();
 }
 
-void SessionInstance::Activate(const QVariantMap& /*platformData*/)
+void SessionInstance::Activate(const QVariantMap& platformData)
 {
+    const QString token = platformData.value(TokenKey).toString();
+    if (!token.isEmpty())
+        qputenv(TokenVariable, token.toUtf8());
     _request(Request::Show);
 }
 
@@ -104,7 +112,10 @@ bool SessionInstance::_activateOther()
     auto request = QDBusMessage::createMethodCall(desktop_names::BusName, desktop_names::ObjectPath,
                                                   u"org.freedesktop.Application"_s, u"Activate"_s);
     request.setAutoStartService(false);
-    request.setArguments({QVariantMap()});
+    QVariantMap platformData;
+    if (const QString token = qEnvironmentVariable(TokenVariable); !token.isEmpty())
+        platformData.insert(TokenKey, token);
+    request.setArguments({platformData});
     const QDBusMessage reply = _bus.call(request, QDBus::Block, ActivateTimeout);
     if (reply.type() == QDBusMessage::ReplyMessage)
         return true;

@@ -44,6 +44,7 @@ public:
     void setRequested(Requested requested);
 
 public Q_SLOTS:
+    /// An activation token that comes with it is the next activated window's.
     void Activate(const QVariantMap& platformData);
     /// There are no documents: does nothing.
     void Open(const QStringList& uris, const QVariantMap& platformData);

@@ -65,6 +65,22 @@ TEST_F(SessionInstanceTest, second_findsTheFirst_evenOneThatDoesNotAnswer)
     EXPECT_TRUE(QTest::qWaitFor([&] { return activations == 1; })) << "but it gets the request";
 }
 
+TEST_F(SessionInstanceTest, activationToken_isHandedOnToTheFirst)
+{
+    SessionInstance first(bus);
+    int activations = 0;
+    first.setRequested([&](SessionInstance::Request, const FrontHint&) { ++activations; });
+    qputenv("XDG_ACTIVATION_TOKEN", "of the second");
+    const SessionInstance second(other);
+    qunsetenv("XDG_ACTIVATION_TOKEN"); // which is the same process here
+    EXPECT_TRUE(QTest::qWaitFor([&] { return activations == 1; }));
+    EXPECT_EQ(qgetenv("XDG_ACTIVATION_TOKEN"), "of the second");
+    qunsetenv("XDG_ACTIVATION_TOKEN");
+    request(u"Activate"_s, {QVariantMap()});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return activations == 2; }));
+    EXPECT_FALSE(qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN")) << "none has come";
+}
+
 TEST_F(SessionInstanceTest, requestsBeforeStartUpIsDone_areAnsweredOnceAfterIt)
 {
     SessionInstance first(bus);
