@@ -1,0 +1,27 @@
+# SPDX-License-Identifier: MIT
+"""A choice that an application offers only while its text has the keyboard: as often as it is made, it does what it does from
+the application's own bar."""
+from case import main, wait_for
+from native import A, CONTROL, X, MenuTest
+
+C = 54
+TIMES = 10
+
+
+class Paste(MenuTest):
+    def test_each_time_it_is_offered_and_carried_out(self):
+        def check(fixture):
+            self.input.tap(X)
+            wait_for(lambda: fixture.lines("typed"), "the letter")
+            self.input.tap(A, CONTROL)
+            self.input.tap(C, CONTROL)
+            for _ in range(TIMES):
+                before = len(fixture.lines("chosen"))
+                self.choose("Edit", "Paste")
+                wait_for(lambda most=before: len(fixture.lines("chosen")) > most, f"Paste carried out in {fixture.kit}")
+            self.assertEqual(fixture.lines("chosen")[-TIMES:], ["Edit > Paste"] * TIMES)
+        self.each(check, ("gtk3", "qt6"))
+
+
+if __name__ == "__main__":
+    main()
