@@ -21,6 +21,7 @@ void Desktop::makeShared() const
     SymbolicHotKeys::setShared(symbolicHotKeys.get());
     MenuPresenter::setShared(menuPresenter.get());
     StatusBar::setShared(statusBar.get());
+    TriggerAdvice::setShared(triggerAdvice);
 }
 
 } // namespace tarnwick

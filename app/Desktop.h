@@ -15,6 +15,7 @@
 #include "menu/MenuPresenter.h"
 #include "mouse/EventTaps.h"
 #include "prefs/LoginItems.h"
+#include "prefs/TriggerAdvice.h"
 #include "shortcut/KeyboardLayout.h"
 #include "shortcut/SymbolicHotKeys.h"
 
@@ -57,6 +58,8 @@ struct Desktop
     std::unique_ptr<SymbolicHotKeys> symbolicHotKeys;
     std::unique_ptr<MenuPresenter> menuPresenter;
     std::unique_ptr<StatusBar> statusBar;
+    /// One of those above; null on a desktop where there is nothing to say.
+    TriggerAdvice* triggerAdvice = nullptr;
 
     /// Makes each adapter the one that its port's shared() gives.
     void makeShared() const;

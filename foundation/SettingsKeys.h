@@ -23,5 +23,6 @@ inline const QString TWEnableMouseButtonKey = QStringLiteral("EnableMouseButton"
 inline const QString TWMouseButtonKey = QStringLiteral("MouseButton");
 inline const QString TWFirstRunKey = QStringLiteral("FirstRun");
 inline const QString TWToldWhatIsMissingKey = QStringLiteral("ToldWhatIsMissing");
+inline const QString TWLinesThatWorkKey = QStringLiteral("LinesThatWork");
 
 } // namespace tarnwick

@@ -2,16 +2,20 @@
 #include "prefs/HotKeyPane.h"
 
 #include "foundation/SettingsKeys.h"
+#include "foundation/UserDefaults.h"
 #include "mouse/TWMouseButtonIdentifier.h"
 #include "prefs/CheckBox.h"
 #include "prefs/DefaultsBinding.h"
 #include "prefs/PaneLayout.h"
+#include "prefs/TriggerHintView.h"
+#include "shortcut/ModifierFlags.h"
 #include "shortcut/SRRecorderControl.h"
 
 #include <QCheckBox>
 #include <QEvent>
 #include <QGridLayout>
 #include <QLayout>
+#include <QPointer>
 
 #include <algorithm>
 
@@ -41,6 +45,7 @@ HotKeyPane::HotKeyPane(ActionTarget& target)
     grid->addLayout(makeSeparator(), grid->rowCount(), 0, 1, -1);
     _addMouseButton(*grid, target);
     _fitFields();
+    _followAdvice();
 }
 
 bool HotKeyPane::event(QEvent* event)
@@ -69,6 +74,7 @@ void HotKeyPane::_addHotKey(QGridLayout& grid)
         grid, tr("&Shortcut:"), *_shortcutRecorder,
         tr("Click the field or press Space in it, then press the new keys together. Escape keeps the old "
            "ones."));
+    _hotKeyHint = _addHint(grid, tr("&Copy"));
 }
 
 void HotKeyPane::_addMouseButton(QGridLayout& grid, ActionTarget& target)
@@ -85,6 +91,7 @@ void HotKeyPane::_addMouseButton(QGridLayout& grid, ActionTarget& target)
         grid, tr("Mouse &button:"), *_mouseButtonIdentifier,
         tr("Click the field with the button that is to open the menu: the middle one, or one at the side "
            "of the mouse."));
+    _mouseButtonHint = _addHint(grid, tr("Co&py"));
 }
 
 void HotKeyPane::_addSwitch(QGridLayout& grid, const QString& text, const QString& key)
@@ -105,6 +112,43 @@ void HotKeyPane::_addField(QGridLayout& grid, const QString& label, QWidget& fie
     QLabel* explanation = makeHint(hint);
     explanation->setIndent(FieldInset);
     grid.addWidget(explanation, row + 1, FieldColumn, 1, -1);
+}
+
+TriggerHintView* HotKeyPane::_addHint(QGridLayout& grid, const QString& copyText)
+{
+    auto* view = new TriggerHintView(copyText);
+    grid.addWidget(view, grid.rowCount(), TitleColumn, 1, -1);
+    return view;
+}
+
+void HotKeyPane::_followAdvice()
+{
+    TriggerAdvice* advice = TriggerAdvice::sharedOrNull();
+    if (!advice)
+        return;
+    advice->addChangeObserver([self = QPointer(this)] {
+        if (self)
+            self->_showAdvice();
+    });
+    // The text of the hot key is what is stored last of it.
+    for (const QString& key : {TWEnableHotKeyKey, TWTriggerKey, TWEnableMouseButtonKey, TWMouseButtonKey})
+        bindToDefaults(*this, key, [this](const QVariant& /*value*/) { _showAdvice(); });
+}
+
+void HotKeyPane::_showAdvice()
+{
+    const TriggerAdvice* advice = TriggerAdvice::sharedOrNull();
+    if (!advice)
+        return;
+    auto& defaults = UserDefaults::standardUserDefaults();
+    const auto keyCode = quint32(defaults.unsignedForKey(TWTriggerCharacterKey));
+    const auto modifiers = quint32(SRCocoaToCarbonFlags(defaults.unsignedForKey(TWTriggerModifiersKey)));
+    _hotKeyHint->setHint(defaults.boolForKey(TWEnableHotKeyKey) ? advice->hotKeyHint(keyCode, modifiers)
+                                                                : TriggerHint());
+    _mouseButtonHint->setHint(defaults.boolForKey(TWEnableMouseButtonKey)
+                                  ? advice->mouseButtonHint(defaults.unsignedForKey(TWMouseButtonKey))
+                                  : TriggerHint());
+    Q_EMIT resized();
 }
 
 } // namespace tarnwick

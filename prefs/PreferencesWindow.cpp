@@ -46,6 +46,8 @@ PreferencesWindow::PreferencesWindow(ActionTarget& target, ActionSender& sender,
         pane->setParent(_panesNotShown);
     _addToolbarItems();
     _sizePanes();
+    // Later: what it shows has its size only then.
+    connect(_hotKeyView, &HotKeyPane::resized, this, &PreferencesWindow::_sizePanes, Qt::QueuedConnection);
     setWindowTitle(_toolbar->items().front()->plainLabel());
     for (const auto& keys : {QKeySequence(QKeySequence::Close), QKeySequence(QKeySequence::Cancel)})
         connect(new QShortcut(keys, this), &QShortcut::activated, this, &QWidget::close);

@@ -16,6 +16,8 @@
 #include "prefs/LoginItem.h"
 #include "prefs/PreferencesToolbar.h"
 #include "prefs/PreferencesWindow.h"
+#include "prefs/TriggerAdvice.h"
+#include "shortcut/ModifierFlags.h"
 #include "shortcut/SRRecorderControl.h"
 
 #include <QCheckBox>
@@ -179,10 +181,15 @@ void PreferencesWindowController::shortcutRecorderKeyComboDidChange(SRRecorderCo
 }
 
 bool PreferencesWindowController::shortcutRecorderIsKeyCodeAndFlagsTakenReason(
-    SRRecorderControl& /*recorder*/, qint64 /*keyCode*/, quint64 /*cocoaFlags*/,
-    std::optional<QString>& /*reason*/)
+    SRRecorderControl& /*recorder*/, qint64 keyCode, quint64 cocoaFlags, std::optional<QString>& reason)
 {
-    return false;
+    const auto* advice = TriggerAdvice::sharedOrNull();
+    if (!advice || keyCode < 0)
+        return false;
+    const auto owner = advice->ownerOf(quint32(keyCode), quint32(SRCocoaToCarbonFlags(cocoaFlags)));
+    if (owner)
+        reason = tr("they are taken by %1").arg(*owner);
+    return owner.has_value();
 }
 
 // The mouse button

@@ -6,6 +6,7 @@
 #include "prefs/PreferencesDisplay.h"
 #include "shortcut/SRRecorderControlDelegate.h"
 
+#include <QCoreApplication>
 #include <QStringList>
 #include <QUrl>
 #include <QVariantMap>
@@ -31,6 +32,8 @@ class PreferencesWindowController final : public PreferencesDisplay,
                                           public ActionTarget,
                                           public ActionSender
 {
+    Q_DECLARE_TR_FUNCTIONS(tarnwick::PreferencesWindowController)
+
 public:
     /// Makes the window, which shows on whichever workspace is in front.
     PreferencesWindowController();

@@ -341,6 +341,14 @@
         <source>Click the field with the button that is to open the menu: the middle one, or one at the side of the mouse.</source>
         <translation>Klicken Sie mit der Taste in das Feld, die das Menü öffnen soll: der mittleren oder einer an der Seite der Maus.</translation>
     </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>K&amp;opieren</translation>
+    </message>
+    <message>
+        <source>Co&amp;py</source>
+        <translation>Ko&amp;pieren</translation>
+    </message>
 </context>
 <context>
     <name>tarnwick::PreferencesWindow</name>
@@ -443,6 +451,59 @@ Für alle anderen lassen Sie eine Taste des Desktops diesen Befehl ausführen:
     <message>
         <source>Close</source>
         <translation>Schließen</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::GlobalHotKeys</name>
+    <message>
+        <source>Open the Menu at the Pointer</source>
+        <translation>Menü am Mauszeiger öffnen</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::PreferencesWindowController</name>
+    <message>
+        <source>they are taken by %1</source>
+        <translation>es an %1 vergeben ist</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::TriggerHintView</name>
+    <message>
+        <source>The desktop has given %1. They can be changed in its settings, too.</source>
+        <translation>Die Arbeitsumgebung hat %1 vergeben. Das lässt sich auch in ihren Einstellungen ändern.</translation>
+    </message>
+    <message>
+        <source>The desktop is being asked for these keys.</source>
+        <translation>Die Arbeitsumgebung wird um diese Tasten gebeten.</translation>
+    </message>
+    <message>
+        <source>The desktop has not given these keys. Record others, or allow them in its settings.</source>
+        <translation>Die Arbeitsumgebung hat diese Tasten nicht vergeben. Nehmen Sie andere auf, oder erlauben Sie sie in ihren Einstellungen.</translation>
+    </message>
+    <message>
+        <source>These keys are taken by %1. Record others.</source>
+        <translation>Diese Tasten sind an %1 vergeben. Nehmen Sie andere auf.</translation>
+    </message>
+    <message>
+        <source>This desktop gives no keys or buttons to programs. Put this into %1:</source>
+        <translation>Diese Arbeitsumgebung gibt Programmen keine Tasten. Tragen Sie dies in %1 ein:</translation>
+    </message>
+    <message>
+        <source>This desktop gives no keys to programs. Let one of its own run this command:</source>
+        <translation>Diese Arbeitsumgebung gibt Programmen keine Tasten. Legen Sie in ihr diesen Befehl auf eine Taste:</translation>
+    </message>
+    <message>
+        <source>On this desktop no mouse button can open the menu.</source>
+        <translation>In dieser Arbeitsumgebung kann keine Maustaste das Menü öffnen.</translation>
+    </message>
+    <message>
+        <source>It works: the menu has been asked for this way.</source>
+        <translation>Es funktioniert: Das Menü wurde so schon angefordert.</translation>
+    </message>
+    <message>
+        <source>It has not asked for the menu yet.</source>
+        <translation>So wurde das Menü noch nicht angefordert.</translation>
     </message>
 </context>
 </TS>

@@ -341,6 +341,14 @@
         <source>Click the field with the button that is to open the menu: the middle one, or one at the side of the mouse.</source>
         <translation>Haga clic en el campo con el botón que debe abrir el menú: el central o uno lateral del ratón.</translation>
     </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>C&amp;opiar</translation>
+    </message>
+    <message>
+        <source>Co&amp;py</source>
+        <translation>Co&amp;piar</translation>
+    </message>
 </context>
 <context>
     <name>tarnwick::PreferencesWindow</name>
@@ -443,6 +451,59 @@ Sobre ellas el menú obedece solo al puntero, y puede abrirse donde este se vio 
     <message>
         <source>Close</source>
         <translation>Cerrar</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::GlobalHotKeys</name>
+    <message>
+        <source>Open the Menu at the Pointer</source>
+        <translation>Abrir el menú en el puntero</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::PreferencesWindowController</name>
+    <message>
+        <source>they are taken by %1</source>
+        <translation>ya la usa %1</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::TriggerHintView</name>
+    <message>
+        <source>The desktop has given %1. They can be changed in its settings, too.</source>
+        <translation>El escritorio ha concedido %1. También se puede cambiar en sus ajustes.</translation>
+    </message>
+    <message>
+        <source>The desktop is being asked for these keys.</source>
+        <translation>Se están pidiendo estas teclas al escritorio.</translation>
+    </message>
+    <message>
+        <source>The desktop has not given these keys. Record others, or allow them in its settings.</source>
+        <translation>El escritorio no ha concedido estas teclas. Grabe otras o permítalas en sus ajustes.</translation>
+    </message>
+    <message>
+        <source>These keys are taken by %1. Record others.</source>
+        <translation>Estas teclas ya las usa %1. Grabe otras.</translation>
+    </message>
+    <message>
+        <source>This desktop gives no keys or buttons to programs. Put this into %1:</source>
+        <translation>Este escritorio no concede teclas ni botones a los programas. Añada esto a %1:</translation>
+    </message>
+    <message>
+        <source>This desktop gives no keys to programs. Let one of its own run this command:</source>
+        <translation>Este escritorio no concede teclas a los programas. Asigne en él esta orden a una tecla:</translation>
+    </message>
+    <message>
+        <source>On this desktop no mouse button can open the menu.</source>
+        <translation>En este escritorio ningún botón del ratón puede abrir el menú.</translation>
+    </message>
+    <message>
+        <source>It works: the menu has been asked for this way.</source>
+        <translation>Funciona: el menú ya se ha pedido de este modo.</translation>
+    </message>
+    <message>
+        <source>It has not asked for the menu yet.</source>
+        <translation>Aún no se ha pedido el menú de este modo.</translation>
     </message>
 </context>
 </TS>

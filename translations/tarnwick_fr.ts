@@ -341,6 +341,14 @@
         <source>Click the field with the button that is to open the menu: the middle one, or one at the side of the mouse.</source>
         <translation>Cliquez dans le champ avec le bouton qui doit ouvrir le menu : celui du milieu ou un bouton latéral de la souris.</translation>
     </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Copier</translation>
+    </message>
+    <message>
+        <source>Co&amp;py</source>
+        <translation>Co&amp;pier</translation>
+    </message>
 </context>
 <context>
     <name>tarnwick::PreferencesWindow</name>
@@ -443,6 +451,59 @@ Au-dessus d’elles, le menu n’obéit qu’au pointeur, et il peut s’ouvrir 
     <message>
         <source>Close</source>
         <translation>Fermer</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::GlobalHotKeys</name>
+    <message>
+        <source>Open the Menu at the Pointer</source>
+        <translation>Ouvrir le menu sous le pointeur</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::PreferencesWindowController</name>
+    <message>
+        <source>they are taken by %1</source>
+        <translation>elle est déjà utilisée par %1</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::TriggerHintView</name>
+    <message>
+        <source>The desktop has given %1. They can be changed in its settings, too.</source>
+        <translation>Le bureau a accordé %1. Cela peut aussi être modifié dans ses réglages.</translation>
+    </message>
+    <message>
+        <source>The desktop is being asked for these keys.</source>
+        <translation>Ces touches sont demandées au bureau.</translation>
+    </message>
+    <message>
+        <source>The desktop has not given these keys. Record others, or allow them in its settings.</source>
+        <translation>Le bureau n'a pas accordé ces touches. Enregistrez-en d'autres ou autorisez-les dans ses réglages.</translation>
+    </message>
+    <message>
+        <source>These keys are taken by %1. Record others.</source>
+        <translation>Ces touches sont déjà utilisées par %1. Enregistrez-en d'autres.</translation>
+    </message>
+    <message>
+        <source>This desktop gives no keys or buttons to programs. Put this into %1:</source>
+        <translation>Ce bureau n'accorde ni touches ni boutons aux programmes. Ajoutez ceci à %1 :</translation>
+    </message>
+    <message>
+        <source>This desktop gives no keys to programs. Let one of its own run this command:</source>
+        <translation>Ce bureau n'accorde pas de touches aux programmes. Associez-y cette commande à une touche :</translation>
+    </message>
+    <message>
+        <source>On this desktop no mouse button can open the menu.</source>
+        <translation>Sur ce bureau, aucun bouton de la souris ne peut ouvrir le menu.</translation>
+    </message>
+    <message>
+        <source>It works: the menu has been asked for this way.</source>
+        <translation>Cela fonctionne : le menu a déjà été demandé ainsi.</translation>
+    </message>
+    <message>
+        <source>It has not asked for the menu yet.</source>
+        <translation>Le menu n'a pas encore été demandé ainsi.</translation>
     </message>
 </context>
 </TS>

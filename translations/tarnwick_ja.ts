@@ -341,6 +341,14 @@
         <source>Click the field with the button that is to open the menu: the middle one, or one at the side of the mouse.</source>
         <translation>メニューを開くのに使うボタン（中央のボタン、またはマウスの側面のボタン）で欄をクリックします。</translation>
     </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>コピー(&amp;C)</translation>
+    </message>
+    <message>
+        <source>Co&amp;py</source>
+        <translation>コピー(&amp;P)</translation>
+    </message>
 </context>
 <context>
     <name>tarnwick::PreferencesWindow</name>
@@ -443,6 +451,59 @@ Over them the menu obeys the pointer alone, and it may open where the pointer wa
     <message>
         <source>Close</source>
         <translation>閉じる</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::GlobalHotKeys</name>
+    <message>
+        <source>Open the Menu at the Pointer</source>
+        <translation>ポインターの位置にメニューを開く</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::PreferencesWindowController</name>
+    <message>
+        <source>they are taken by %1</source>
+        <translation>%1 が使用しています</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::TriggerHintView</name>
+    <message>
+        <source>The desktop has given %1. They can be changed in its settings, too.</source>
+        <translation>デスクトップが %1 を割り当てました。デスクトップの設定でも変更できます。</translation>
+    </message>
+    <message>
+        <source>The desktop is being asked for these keys.</source>
+        <translation>デスクトップにこのキーを要求しています。</translation>
+    </message>
+    <message>
+        <source>The desktop has not given these keys. Record others, or allow them in its settings.</source>
+        <translation>デスクトップはこのキーを割り当てませんでした。別のキーを記録するか、デスクトップの設定で許可してください。</translation>
+    </message>
+    <message>
+        <source>These keys are taken by %1. Record others.</source>
+        <translation>このキーは %1 が使用しています。別のキーを記録してください。</translation>
+    </message>
+    <message>
+        <source>This desktop gives no keys or buttons to programs. Put this into %1:</source>
+        <translation>このデスクトップはキーもボタンもプログラムに割り当てません。%1 に次の内容を追加してください：</translation>
+    </message>
+    <message>
+        <source>This desktop gives no keys to programs. Let one of its own run this command:</source>
+        <translation>このデスクトップはキーをプログラムに割り当てません。デスクトップのキーに次のコマンドを割り当ててください：</translation>
+    </message>
+    <message>
+        <source>On this desktop no mouse button can open the menu.</source>
+        <translation>このデスクトップでは、マウスボタンでメニューを開くことはできません。</translation>
+    </message>
+    <message>
+        <source>It works: the menu has been asked for this way.</source>
+        <translation>動作しています：この方法でメニューが要求されました。</translation>
+    </message>
+    <message>
+        <source>It has not asked for the menu yet.</source>
+        <translation>この方法ではまだメニューが要求されていません。</translation>
     </message>
 </context>
 </TS>

@@ -341,6 +341,14 @@
         <source>Click the field with the button that is to open the menu: the middle one, or one at the side of the mouse.</source>
         <translation>用要打开菜单的按键点按此栏：中键，或鼠标侧面的按键。</translation>
     </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>复制(&amp;C)</translation>
+    </message>
+    <message>
+        <source>Co&amp;py</source>
+        <translation>复制(&amp;P)</translation>
+    </message>
 </context>
 <context>
     <name>tarnwick::PreferencesWindow</name>
@@ -443,6 +451,59 @@ Over them the menu obeys the pointer alone, and it may open where the pointer wa
     <message>
         <source>Close</source>
         <translation>关闭</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::GlobalHotKeys</name>
+    <message>
+        <source>Open the Menu at the Pointer</source>
+        <translation>在指针处打开菜单</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::PreferencesWindowController</name>
+    <message>
+        <source>they are taken by %1</source>
+        <translation>它已被 %1 占用</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::TriggerHintView</name>
+    <message>
+        <source>The desktop has given %1. They can be changed in its settings, too.</source>
+        <translation>桌面已分配 %1。也可以在桌面的设置中更改。</translation>
+    </message>
+    <message>
+        <source>The desktop is being asked for these keys.</source>
+        <translation>正在向桌面请求这些按键。</translation>
+    </message>
+    <message>
+        <source>The desktop has not given these keys. Record others, or allow them in its settings.</source>
+        <translation>桌面没有分配这些按键。请录制其他按键，或在桌面的设置中允许它们。</translation>
+    </message>
+    <message>
+        <source>These keys are taken by %1. Record others.</source>
+        <translation>这些按键已被 %1 占用。请录制其他按键。</translation>
+    </message>
+    <message>
+        <source>This desktop gives no keys or buttons to programs. Put this into %1:</source>
+        <translation>此桌面不向程序分配按键或按钮。请将以下内容加入 %1：</translation>
+    </message>
+    <message>
+        <source>This desktop gives no keys to programs. Let one of its own run this command:</source>
+        <translation>此桌面不向程序分配按键。请在桌面中将以下命令绑定到某个按键：</translation>
+    </message>
+    <message>
+        <source>On this desktop no mouse button can open the menu.</source>
+        <translation>在此桌面上，无法用鼠标按钮打开菜单。</translation>
+    </message>
+    <message>
+        <source>It works: the menu has been asked for this way.</source>
+        <translation>已生效：已经通过这种方式请求过菜单。</translation>
+    </message>
+    <message>
+        <source>It has not asked for the menu yet.</source>
+        <translation>尚未通过这种方式请求过菜单。</translation>
     </message>
 </context>
 </TS>

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "app/HotKeys.h"
 #include "platform/linux/DesktopParts.h"
+#include "platform/linux/bus/SessionBus.h"
 #include "platform/linux/elements/AtspiAccessibility.h"
+#include "platform/linux/globalkeys/waylandHotKeys.h"
 #include "platform/linux/hotkeys/LinuxSymbolicHotKeys.h"
 #include "platform/linux/look/LinuxLook.h"
 #include "platform/linux/session/LinuxSession.h"
@@ -29,20 +30,37 @@
 #include <QDBusConnection>
 #include <QPointer>
 
+#include <utility>
+
 namespace tarnwick {
 
 namespace {
 
-class NoHotKeys final : public HotKeys
+/// Has whoever waits for it run once the application in front is known, whoever has told of it or not.
+TriggerOrder afterFrontOf(SwitchAnnouncements& announcements)
 {
-public:
-    void installEventHandler(std::function<qint32()> /*handler*/) override {}
-    std::optional<EventHotKeyRef> registerEventHotKey(quint32, quint32, EventHotKeyID, quint32) override
-    {
-        return std::nullopt;
-    }
-    bool unregisterEventHotKey(EventHotKeyRef /*hotKey*/) override { return false; }
-};
+    return [announcements = QPointer(&announcements)](std::function<void()> then) {
+        if (!announcements)
+            return;
+        announcements->afterSwitchesSoFar([announcements, then = std::move(then)]() mutable {
+            if (announcements)
+                announcements->announceFrontThen(std::move(then));
+        });
+    };
+}
+
+std::unique_ptr<GlobalHotKeys> makeHotKeys(LinuxSession& session, SwitchAnnouncements& announcements)
+{
+    auto hotKeys = waylandHotKeys(session.bus().connection(), QString::fromLocal8Bit(SessionBus::address()),
+                                  {compositorOfSession(), afterFrontOf(announcements), &textOfCurrentLayout});
+    QObject::connect(&session.bus(), &SessionBusWatch::changed, hotKeys.get(),
+                     [keys = hotKeys.get(), &bus = session.bus()] { keys->setBus(bus.connection()); });
+    session.whenAskedForMenu([keys = QPointer(hotKeys.get())] {
+        if (keys)
+            keys->menuWasAskedFor();
+    });
+    return hotKeys;
+}
 
 } // namespace
 
@@ -76,17 +94,23 @@ std::optional<Desktop> openWaylandDesktop(int& argc, char** argv)
     auto trayHost = std::make_unique<LinuxTrayHost>(session->bus().connection());
     QObject::connect(&session->bus(), &SessionBusWatch::changed, trayHost.get(),
                      [host = trayHost.get(), &bus = session->bus()] { host->setBus(bus.connection()); });
+    auto hotKeys = makeHotKeys(*session, workspace->announcements());
     desktop.session = std::move(session);
     desktop.workspace = std::move(workspace);
     desktop.accessibility = std::make_unique<AtspiAccessibility>(reading);
     desktop.loginItems = XdgLoginItems::ofSession();
     desktop.eventTaps = std::make_unique<OwnWindowTaps>();
-    desktop.hotKeys = std::make_unique<NoHotKeys>();
+    desktop.triggerAdvice = hotKeys.get();
     desktop.symbolicHotKeys = std::make_unique<LinuxSymbolicHotKeys>(LinuxSymbolicHotKeys::Desktop{
         DesktopShortcutStores::ofSession(), xdg_session::currentDesktops(), keymap,
         [](quint32, quint32) { return false; }, [inhibitor] { return inhibitor->take(); },
         [inhibitor] { inhibitor->release(); }});
     desktop.keyboardLayout = std::make_unique<WaylandKeyboardLayout>(keyboard);
+    desktop.keyboardLayout->addSelectedKeyboardInputSourceChangedObserver([keys = QPointer(hotKeys.get())] {
+        if (keys)
+            keys->layoutChanged();
+    });
+    desktop.hotKeys = std::move(hotKeys);
     auto presenter = std::make_unique<WaylandMenuPresenter>(
         *connection, std::make_unique<FrontMenuTarget>(*reading->front, reading->tree, toplevels));
     static_cast<WaylandFrontApplication&>(*reading->front).setExcuse([presenter = QPointer(presenter.get())] {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/hotkeys/KdeShortcuts.h"
 
+#include "platform/linux/xdg/DesktopNames.h"
 #include "platform/qt/settings/KeyFile.h"
 
 #include <QStringList>
@@ -55,6 +56,8 @@ QList<DesktopShortcut> parseKdeShortcuts(const QByteArray& contents)
     for (const auto& [group, key, written] : key_file::entriesOf(contents)) {
         // The file's own book-keeping is in groups named so.
         if (!group || group->isEmpty() || group->startsWith('$') || key.startsWith("_k_friendly_name"))
+            continue;
+        if (*group == desktop_names::BusName.toUtf8()) // our own hot key
             continue;
         // A service's keys stand alone; those of other components come with their default and a name.
         const bool ofService = group == "services" || group->startsWith("services]");

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/hotkeys/TriggerOrder.h"
+#include "platform/linux/front/TriggerOrder.h"
 #include "platform/linux/taps/ButtonTaps.h"
 
 namespace tarnwick {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "app/HotKeys.h"
-#include "platform/linux/hotkeys/TriggerOrder.h"
+#include "platform/linux/front/TriggerOrder.h"
 #include "platform/linux/input/X11ModifierMap.h"
 #include "platform/linux/input/X11RawInput.h"
 #include "platform/linux/x11/X11EventFilter.h"

@@ -145,9 +145,13 @@ void LinuxSession::_followRequests()
     if (!_instance)
         return;
     _instance->setRequested([this](SessionInstance::Request request, const FrontHint& hint) {
-        if (request == SessionInstance::Request::Show)
+        if (request == SessionInstance::Request::Show) {
             reopen();
-        else if (_popUpRequest)
+            return;
+        }
+        if (_menuAskedFor)
+            _menuAskedFor();
+        if (_popUpRequest)
             _popUpRequest->carryOut(hint, request == SessionInstance::Request::PopUp ? &popUpMenu
                                                                                      : &popUpMenuByPointer);
     });

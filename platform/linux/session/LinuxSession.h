@@ -8,7 +8,9 @@
 
 #include <QApplication>
 
+#include <functional>
 #include <memory>
+#include <utility>
 
 namespace tarnwick {
 
@@ -36,6 +38,8 @@ public:
 
     /// Without one, other programs cannot have the menu opened. To be set before run().
     void setPopUpRequest(std::unique_ptr<PopUpRequest> request);
+    /// `asked` runs whenever another program asks for the menu. To be set before run().
+    void whenAskedForMenu(std::function<void()> asked) { _menuAskedFor = std::move(asked); }
 
 private:
     void _followRequests();
@@ -47,6 +51,7 @@ private:
     std::unique_ptr<SessionInstance> _instance; ///< null for a visitor
     std::unique_ptr<TerminationSignals> _signals;
     std::unique_ptr<PopUpRequest> _popUpRequest;
+    std::function<void()> _menuAskedFor;
 };
 
 } // namespace tarnwick

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
 
@@ -13,7 +14,10 @@ namespace tarnwick {
 class BusDaemon
 {
 public:
-    BusDaemon()
+    /// Whether it starts the services that are installed, when they are asked for.
+    enum class Services { Installed, None };
+
+    explicit BusDaemon(Services services = Services::Installed) : _services(services)
     {
         qputenv("AT_SPI_BUS_ADDRESS", address());
         start();
@@ -32,8 +36,7 @@ public:
     {
         _process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
         _process.start(QStringLiteral("dbus-daemon"),
-                       {QStringLiteral("--session"), QStringLiteral("--nofork"),
-                        QStringLiteral("--print-address=1"),
+                       {_configuration(), QStringLiteral("--nofork"), QStringLiteral("--print-address=1"),
                         QStringLiteral("--address=") + QString::fromLocal8Bit(address())});
         _process.waitForReadyRead(5000);
     }
@@ -44,6 +47,21 @@ public:
     }
 
 private:
+    [[nodiscard]] QString _configuration() const
+    {
+        if (_services == Services::Installed)
+            return QStringLiteral("--session");
+        const QString path = _directory.filePath(QStringLiteral("bus.conf"));
+        QFile file(path);
+        if (file.open(QIODevice::WriteOnly))
+            file.write(
+                "<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen><policy context=\"default\">"
+                "<allow send_destination=\"*\" eavesdrop=\"true\"/><allow eavesdrop=\"true\"/>"
+                "<allow own=\"*\"/></policy></busconfig>");
+        return QStringLiteral("--config-file=") + path;
+    }
+
+    Services _services;
     QTemporaryDir _directory;
     QProcess _process;
 };

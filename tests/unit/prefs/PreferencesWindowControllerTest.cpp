@@ -14,13 +14,18 @@
 #include "prefs/PaneIcon.h"
 #include "prefs/PreferencesToolbar.h"
 #include "prefs/PreferencesWindow.h"
+#include "prefs/TriggerHintView.h"
 #include "shortcut/SRRecorderControl.h"
+#include "tests/fakes/FakeTriggerAdvice.h"
 #include "tests/unit/shortcut/ShortcutFixture.h"
 
 #include <QAccessible>
 #include <QCheckBox>
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QKeySequence>
 #include <QLabel>
+#include <QLayout>
 #include <QPushButton>
 #include <QSpinBox>
 #include <QTest>
@@ -869,6 +874,155 @@ TEST_F(PreferencesWindowControllerTest, escape_closesTheWindow_unlessSomethingIs
     EXPECT_FALSE(made().shortcutRecorder().cell().isRecording());
     QTest::keyClick(&made().window(), Qt::Key_Escape);
     EXPECT_FALSE(made().window().isVisible());
+}
+
+// What a desktop has to say about the hot key and the mouse button
+
+namespace {
+
+using Kind = TriggerHint::Kind;
+const TriggerHint SwayLine{Kind::Line, u"bindsym Mod1+z exec it"_s, u"~/.config/sway/config"_s};
+
+class AdviceTest : public PreferencesWindowControllerTest
+{
+protected:
+    TriggerHintView& hotKeyHint() { return *made().window().hotKeyView().hotKeyHint(); }
+    TriggerHintView& buttonHint() { return *made().window().hotKeyView().mouseButtonHint(); }
+
+    FakeTriggerAdvice advice;
+    SharedPorts sharedAdvice{advice};
+};
+
+} // namespace
+
+TEST_F(PreferencesWindowControllerTest, withoutAdvice_thereIsNothingToSay)
+{
+    shown();
+    EXPECT_FALSE(made().window().hotKeyView().hotKeyHint()->isVisible());
+    EXPECT_FALSE(made().window().hotKeyView().mouseButtonHint()->isVisible());
+}
+
+TEST_F(AdviceTest, asksAboutWhatIsSet_andSwitchedOn)
+{
+    store.values = {{TWTriggerCharacterKey, 7}, {TWTriggerModifiersKey, 0x140000}, {TWMouseButtonKey, 4}};
+    advice.hotKey = advice.mouseButton = SwayLine;
+    shown();
+    EXPECT_EQ(advice.asked.last(), (std::pair<quint32, quint32>{7, 0x1100}));
+    EXPECT_TRUE(hotKeyHint().isVisible());
+    EXPECT_FALSE(buttonHint().isVisible()) << "it is switched off";
+    checkBox(TWEnableMouseButtonKey).click();
+    EXPECT_EQ(advice.askedButtons.last(), 4U);
+    EXPECT_TRUE(buttonHint().isVisible());
+    checkBox(TWEnableHotKeyKey).click();
+    EXPECT_FALSE(hotKeyHint().isVisible());
+}
+
+TEST_F(AdviceTest, newKeys_areAskedAbout)
+{
+    shown();
+    record(7, ControlKeyMask, u"x"_s);
+    EXPECT_EQ(advice.asked.last(), (std::pair<quint32, quint32>{7, 0x1000}));
+}
+
+TEST_F(AdviceTest, eachKind_hasItsText)
+{
+    const std::pair<TriggerHint, QString> rows[] = {
+        {{Kind::Granted, u"Meta+F5"_s},
+         u"The desktop has given Meta+F5. They can be changed in its settings, too."_s},
+        {{Kind::Asked}, u"The desktop is being asked for these keys."_s},
+        {{Kind::Refused},
+         u"The desktop has not given these keys. Record others, or allow them in its settings."_s},
+        {{Kind::Taken, u"KWin: Close"_s}, u"These keys are taken by KWin: Close. Record others."_s},
+        {SwayLine,
+         u"This desktop gives no keys or buttons to programs. Put this into ~/.config/sway/config:"_s},
+        {{Kind::Command, u"run it"_s},
+         u"This desktop gives no keys to programs. Let one of its own run this command:"_s},
+        {{Kind::Unavailable}, u"On this desktop no mouse button can open the menu."_s},
+    };
+    shown();
+    for (const auto& [hint, text] : rows) {
+        advice.hotKey = hint;
+        advice.change();
+        EXPECT_EQ(hotKeyHint().explanation()->text(), text);
+        EXPECT_TRUE(hotKeyHint().isVisible()) << text.toStdString();
+        const bool toBeCopied = hint.kind == Kind::Line || hint.kind == Kind::Command;
+        EXPECT_EQ(hotKeyHint().line()->isVisible(), toBeCopied) << text.toStdString();
+        EXPECT_EQ(hotKeyHint().copyButton()->isVisible(), toBeCopied) << text.toStdString();
+        EXPECT_EQ(hotKeyHint().result()->isVisible(), toBeCopied) << text.toStdString();
+    }
+    advice.hotKey = {};
+    advice.change();
+    EXPECT_FALSE(hotKeyHint().isVisible());
+}
+
+TEST_F(AdviceTest, line_canBeCopied_selected_andRead)
+{
+    advice.hotKey = SwayLine;
+    shown();
+    QGuiApplication::clipboard()->clear();
+    QTest::keyClick(hotKeyHint().copyButton(), Qt::Key_Return);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), SwayLine.text);
+    QLabel& line = *hotKeyHint().line();
+    EXPECT_TRUE(line.textInteractionFlags().testFlag(Qt::TextSelectableByKeyboard));
+    EXPECT_TRUE(line.textInteractionFlags().testFlag(Qt::TextSelectableByMouse));
+    EXPECT_EQ(line.focusPolicy() & Qt::TabFocus, Qt::TabFocus);
+    auto* accessible = QAccessible::queryAccessibleInterface(&line);
+    EXPECT_EQ(accessible->text(QAccessible::Name), SwayLine.text);
+    const TriggerHint xml{Kind::Line, u"<keybind key=\"A-z\"/>"_s, u"rc.xml, <keyboard>"_s};
+    advice.hotKey = xml;
+    advice.change();
+    EXPECT_EQ(line.textFormat(), Qt::PlainText) << "or it would be taken for mark-up";
+    EXPECT_EQ(hotKeyHint().explanation()->textFormat(), Qt::PlainText);
+}
+
+TEST_F(AdviceTest, lineThatWorks_saysSo)
+{
+    advice.hotKey = SwayLine;
+    shown();
+    EXPECT_EQ(hotKeyHint().result()->text(), u"It has not asked for the menu yet."_s);
+    advice.hotKey.works = true;
+    advice.change();
+    EXPECT_EQ(hotKeyHint().result()->text(), u"It works: the menu has been asked for this way."_s);
+}
+
+TEST_F(AdviceTest, windowIsAsHighAsWhatItSays)
+{
+    shown();
+    const int before = made().window().height();
+    advice.hotKey = SwayLine;
+    advice.change();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return made().window().height() > before; }));
+    const QWidget& pane = made().window().hotKeyView();
+    EXPECT_EQ(made().window().contentView().height(), pane.height());
+    EXPECT_GE(pane.height(), pane.layout()->totalHeightForWidth(pane.width()));
+    advice.hotKey = {};
+    advice.change();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return made().window().height() == before; }));
+}
+
+TEST_F(AdviceTest, keysOfAnother_areReservedByHim)
+{
+    std::optional<QString> reason;
+    EXPECT_FALSE(
+        made().shortcutRecorderIsKeyCodeAndFlagsTakenReason(made().shortcutRecorder(), 6, 0x80000, reason));
+    EXPECT_EQ(reason, std::nullopt);
+    EXPECT_EQ(advice.askedOwner, (QList<std::pair<quint32, quint32>>{{6, 0x800}}));
+    advice.owner = u"KWin: Close"_s;
+    EXPECT_TRUE(
+        made().shortcutRecorderIsKeyCodeAndFlagsTakenReason(made().shortcutRecorder(), 6, 0x80000, reason));
+    EXPECT_EQ(reason, u"they are taken by KWin: Close"_s);
+    EXPECT_FALSE(
+        made().shortcutRecorderIsKeyCodeAndFlagsTakenReason(made().shortcutRecorder(), -1, 0x80000, reason))
+        << "no key is nobody's";
+}
+
+TEST_F(AdviceTest, advice_mayComeAfterTheWindowHasGone)
+{
+    shown();
+    controller.reset();
+    advice.asked.clear();
+    advice.change();
+    EXPECT_TRUE(advice.asked.isEmpty());
 }
 
 // Icons

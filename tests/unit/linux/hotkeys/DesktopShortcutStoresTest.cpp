@@ -200,6 +200,9 @@ TEST_F(DesktopShortcutStoresTest, kde_isReadFromItsFile)
     EXPECT_TRUE(read({u"KDE"_s})) << "no file, no shortcut";
     write(u"user/kglobalshortcutsrc"_s, "[kwin]\nClose=Alt+F4,none,Close\n");
     EXPECT_EQ(keysyms(read({u"KDE"_s})), QList<quint32>{XKB_KEY_F4});
+    write(u"user/kglobalshortcutsrc"_s,
+          "[example.quorlane.Tarnwick]\npop-up=Alt+F5,none,Open\n[kwin]\nClose=Alt+F4,none,Close\n");
+    EXPECT_EQ(keysyms(read({u"KDE"_s})), QList<quint32>{XKB_KEY_F4}) << "our own hot key is free for us";
     QFile::remove(_folder.filePath(u"user/kglobalshortcutsrc"_s));
     QDir().mkpath(_folder.filePath(u"user/kglobalshortcutsrc"_s));
     EXPECT_FALSE(read({u"KDE"_s})) << "what cannot be read means that nothing is known";

@@ -1,0 +1,4 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/globalkeys/ConfiguredHotKeys.h"
+
+#include "moc_ConfiguredHotKeys.cpp"
