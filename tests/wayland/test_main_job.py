@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The main job over native programs: the menu bar, and a choice by keyboard."""
+"""The main job over native programs: the menu bar, and a choice by keyboard and by pointer."""
 from case import main
 from native import DOWN, RETURN, RIGHT, TITLES, MenuTest
 
@@ -16,6 +16,17 @@ class TheMainJob(MenuTest):
             self.input.tap(RETURN)
             self.wait_until_closed()
             self.wait_until_chosen(fixture, "File > New")
+            self.assert_keys_arrive(fixture)
+        self.each(check)
+
+    def test_by_pointer(self):
+        def check(fixture):
+            self.open()
+            self.point_at("File")
+            self.reader.wait_for(2)
+            self.click_at("Open...")
+            self.wait_until_closed()
+            self.wait_until_chosen(fixture, "File > Open...")
             self.assert_keys_arrive(fixture)
         self.each(check)
 
