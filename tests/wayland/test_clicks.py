@@ -1,0 +1,32 @@
+# SPDX-License-Identifier: MIT
+"""The main job over native programs: the menu bar at the pointer, and a choice by pointer."""
+from case import main
+from native import TITLES, MenuTest
+
+
+class AChoiceByPointer(MenuTest):
+    def choose_open(self, fixture):
+        """Opens the menu, and clicks through it."""
+        self.assertEqual(self.open(), TITLES)
+        self.assertEqual(self.reader.menus()[0].frame[:2], self.pointer)
+        self.click_at("File")
+        self.reader.wait_for(2)
+        self.click_at("Open...")
+        self.wait_until_closed()
+        self.wait_until_chosen(fixture, "File > Open...")
+
+    def test_is_carried_out(self):
+        def check(fixture):
+            self.choose_open(fixture)
+            self.assertEqual(fixture.lines("button"), [], "clicks that were meant for the menu")
+        self.each(check)
+
+    def test_leaves_the_keys_to_the_application(self):
+        def check(fixture):
+            self.choose_open(fixture)
+            self.assert_keys_arrive(fixture)
+        self.each(check)
+
+
+if __name__ == "__main__":
+    main()
