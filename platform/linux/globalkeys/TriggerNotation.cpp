@@ -64,7 +64,7 @@ QString swayLine(const TriggerKey& key)
                             : u"bindsym "_s + chord(key, names, "+"_L1, key.keysym);
 }
 
-/// Of keys by name, however Num Lock is: the compositor compares what is typed, too.
+/// It knows keys by name only: the digits of the keypad are bound while Num Lock is on.
 QString labwcLine(const TriggerKey& key)
 {
     const ModifierNames names{"W"_L1, "C"_L1, "A"_L1, "S"_L1};
