@@ -3,6 +3,7 @@
 
 #include "platform/linux/atspi/AtspiConstants.h"
 #include "platform/linux/atspi/AtspiDecode.h"
+#include "platform/linux/bus/SdBus.h"
 #include "platform/linux/bus/SessionBus.h"
 
 namespace tarnwick {

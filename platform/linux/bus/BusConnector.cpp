@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/bus/BusConnector.h"
 
+#include "platform/linux/bus/SdBus.h"
+
 #include <utility>
 
 using namespace std::chrono_literals;
@@ -18,6 +20,13 @@ BusConnector::BusConnector(std::function<QByteArray(Deadline)> address,
                            std::function<void(const QByteArray&)> connected)
     : _address(std::move(address)), _connected(std::move(connected))
 {
+}
+
+BusConnector::~BusConnector() = default;
+
+SdBus* BusConnector::standingConnection() const
+{
+    return _bus && _bus->isOpen() ? _bus.get() : nullptr;
 }
 
 SdBus* BusConnector::connection(Deadline deadline)

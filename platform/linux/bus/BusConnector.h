@@ -2,13 +2,16 @@
 #pragma once
 
 #include "platform/linux/bus/BusReference.h"
-#include "platform/linux/bus/SdBus.h"
+#include "platform/linux/bus/Deadline.h"
+#include "platform/linux/bus/SdBusMessage.h"
 
 #include <functional>
 #include <memory>
 #include <optional>
 
 namespace tarnwick {
+
+class SdBus;
 
 /// A connection to one bus, made when it is first needed, and again when it went away. GUI thread only.
 class BusConnector
@@ -18,11 +21,12 @@ public:
     /// hears of it at every new connection.
     explicit BusConnector(std::function<QByteArray(Deadline)> address,
                           std::function<void(const QByteArray&)> connected = {});
+    ~BusConnector();
 
     /// Null when the bus cannot be reached by the deadline, or could not a moment ago.
     [[nodiscard]] SdBus* connection(Deadline deadline);
     /// The connection that stands now; null when there is none. Nothing is sent.
-    [[nodiscard]] SdBus* standingConnection() const { return _bus && _bus->isOpen() ? _bus.get() : nullptr; }
+    [[nodiscard]] SdBus* standingConnection() const;
     /// Tells the connection that stands from earlier ones, on which the same names may have meant others.
     [[nodiscard]] int number() const { return _number; }
     /// Whether the object can be reached: it was seen on the connection that stands now.

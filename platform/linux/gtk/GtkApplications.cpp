@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/gtk/GtkApplications.h"
 
+#include "platform/linux/bus/SdBus.h"
+
 #include <algorithm>
 
 using namespace std::chrono_literals;

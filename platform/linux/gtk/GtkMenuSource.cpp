@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/gtk/GtkMenuSource.h"
 
+#include "platform/linux/bus/SdBus.h"
 #include "platform/linux/gtk/GtkMenuDecode.h"
 #include "platform/linux/menus/MenuPress.h"
 #include "platform/linux/x11/X11ServerTime.h"

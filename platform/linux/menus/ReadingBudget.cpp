@@ -3,6 +3,8 @@
 
 #include "platform/qt/menu/MenuTracking.h"
 
+#include <QTimer>
+
 #include <algorithm>
 #include <utility>
 
@@ -17,13 +19,16 @@ constexpr auto UntilQueueIsEmpty = 20ms;
 
 } // namespace
 
-ReadingBudget::ReadingBudget()
+ReadingBudget::ReadingBudget() : _afterWhatWasPressed(std::make_unique<QTimer>())
 {
-    _afterWhatWasPressed.setSingleShot(true);
-    _afterWhatWasPressed.setInterval(UntilQueueIsEmpty);
-    connect(&_afterWhatWasPressed, &QTimer::timeout, this, &ReadingBudget::_renew);
-    connect(&MenuTracking::shared(), &MenuTracking::ended, this, &ReadingBudget::_renew);
+    QTimer* timer = _afterWhatWasPressed.get();
+    timer->setSingleShot(true);
+    timer->setInterval(UntilQueueIsEmpty);
+    QObject::connect(timer, &QTimer::timeout, timer, [this] { _renew(); });
+    QObject::connect(&MenuTracking::shared(), &MenuTracking::ended, timer, [this] { _renew(); });
 }
+
+ReadingBudget::~ReadingBudget() = default;
 
 void ReadingBudget::_renewAfterWhatWasPressed()
 {
@@ -31,10 +36,10 @@ void ReadingBudget::_renewAfterWhatWasPressed()
     // The event loop gets to this when the handler has returned, which may take long over the menu that it
     // opens.
     QMetaObject::invokeMethod(
-        this,
+        _afterWhatWasPressed.get(),
         [this] {
             if (_usedUp)
-                _afterWhatWasPressed.start();
+                _afterWhatWasPressed->start();
         },
         Qt::QueuedConnection);
 }
@@ -42,7 +47,7 @@ void ReadingBudget::_renewAfterWhatWasPressed()
 void ReadingBudget::_renew()
 {
     _usedUp = false;
-    _afterWhatWasPressed.stop();
+    _afterWhatWasPressed->stop();
     _left = PerReading;
 }
 
@@ -68,7 +73,7 @@ ReadingBudget::Reading::~Reading()
         return;
     // The event loop gets to this when the handler that is reading now has returned.
     QMetaObject::invokeMethod(
-        &_budget,
+        _budget._afterWhatWasPressed.get(),
         [budget = &_budget] {
             budget->_renewalQueued = false;
             if (!budget->_usedUp)
@@ -78,5 +83,3 @@ ReadingBudget::Reading::~Reading()
 }
 
 } // namespace tarnwick
-
-#include "moc_ReadingBudget.cpp"

@@ -3,10 +3,10 @@
 
 #include "platform/linux/bus/Deadline.h"
 
-#include <QObject>
-#include <QTimer>
-
+#include <memory>
 #include <optional>
+
+class QTimer;
 
 namespace tarnwick {
 
@@ -15,14 +15,15 @@ namespace tarnwick {
 /// handler has one. Time between the reads does not count. A menu of ours has keyboard and pointer while it
 /// is open: when the half second was not enough then, the keys that were pressed meanwhile are handled first,
 /// with no time left for any reading. GUI thread only.
-class ReadingBudget : public QObject
+class ReadingBudget
 {
-    Q_OBJECT
-
 public:
     static constexpr std::chrono::milliseconds PerReading{500};
 
     ReadingBudget();
+    ~ReadingBudget();
+    ReadingBudget(const ReadingBudget&) = delete;
+    ReadingBudget& operator=(const ReadingBudget&) = delete;
 
     /// A reading begins, within a handler that may have had one already. Not while something is read.
     void begin() { _renew(); }
@@ -53,7 +54,7 @@ private:
     std::optional<Deadline> _current; ///< of the outermost reading
     bool _renewalQueued = false;
     bool _usedUp = false; ///< while a menu is open
-    QTimer _afterWhatWasPressed;
+    std::unique_ptr<QTimer> _afterWhatWasPressed;
 };
 
 } // namespace tarnwick

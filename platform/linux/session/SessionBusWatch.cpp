@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/session/SessionBusWatch.h"
 
+#include "platform/linux/bus/SdBus.h"
 #include "platform/linux/bus/SessionBus.h"
 
 using namespace Qt::StringLiterals;
