@@ -108,6 +108,26 @@ class CheckLint(TreeTest):
         self.write("menu/Forgotten.cpp", "")
         self.assertIn("menu/Forgotten.cpp", self.assert_fails(SCRIPT))
 
+    def test_leaves_what_newer_systems_compile_to_them(self):
+        self.write("platform/linux/wayland/Fault.cpp", FAULT)
+        self.write("platform/linux/openWaylandDesktop.cpp", FAULT)
+        self.assert_known(0)
+        self.compile("app/Clean.cpp", "platform/linux/wayland/Fault.cpp")
+        self.assertIn("wayland/Fault.cpp:1:25: error", self.assert_fails(SCRIPT))
+
+    def test_looks_there_at_nothing_else(self):
+        self.write("app/Fault.cpp", FAULT)
+        self.write("platform/linux/wayland/Clean.cpp", CLEAN)
+        self.compile("app/Fault.cpp", "platform/linux/wayland/Clean.cpp")
+        shutil.rmtree(self.root / ".git")
+        output = self.assert_passes(SCRIPT, "build/ci", "--newer")
+        self.assertIn("1 files are clean; 0 of them were known to be.", output)
+        self.write("platform/linux/openWaylandDesktop.cpp", CLEAN)
+        self.assertIn("openWaylandDesktop.cpp: ", self.assert_fails(SCRIPT, "build/ci", "--newer"))
+
+    def test_fails_where_there_is_none_for_newer_systems(self):
+        self.assertIn("nothing was checked", self.assert_fails(SCRIPT, "build/ci", "--newer"))
+
     def test_fails_where_git_does(self):
         shutil.rmtree(self.root / ".git")
         self.assertIn("nothing was checked", self.assert_fails(SCRIPT))

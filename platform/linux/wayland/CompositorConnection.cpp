@@ -11,7 +11,7 @@ namespace tarnwick {
 CompositorConnection::CompositorConnection(wl_display* display, Owner owner)
     : _display(display), _owner(owner), _registry(wl_display_get_registry(display))
 {
-    static constexpr wl_registry_listener listener{
+    static constexpr wl_registry_listener Listener{
         [](void* self, wl_registry* /*registry*/, quint32 name, const char* interface, quint32 version) {
             auto& globals = static_cast<CompositorConnection*>(self)->_globals;
             if (!globals.contains(interface))
@@ -21,7 +21,7 @@ CompositorConnection::CompositorConnection(wl_display* display, Owner owner)
             static_cast<CompositorConnection*>(self)->_globals.removeIf(
                 [name](auto global) { return global.value().name == name; });
         }};
-    wl_registry_add_listener(_registry, &listener, this);
+    wl_registry_add_listener(_registry, &Listener, this);
     wl_display_roundtrip(_display);
     _seat = bind<wl_seat>(wl_seat_interface, 1);
     flush();

@@ -6,9 +6,9 @@
 #include <QSocketNotifier>
 
 #include <memory>
+#include <wayland-util.h>
 
 struct wl_display;
-struct wl_interface;
 struct wl_registry;
 struct wl_seat;
 

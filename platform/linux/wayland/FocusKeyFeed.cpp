@@ -11,7 +11,7 @@ namespace tarnwick {
 
 namespace {
 
-constexpr std::array modifierKeys{Qt::Key_Shift,      Qt::Key_Control,  Qt::Key_Meta,    Qt::Key_Alt,
+constexpr std::array ModifierKeys{Qt::Key_Shift,      Qt::Key_Control,  Qt::Key_Meta,    Qt::Key_Alt,
                                   Qt::Key_AltGr,      Qt::Key_CapsLock, Qt::Key_NumLock, Qt::Key_ScrollLock,
                                   Qt::Key_Super_L,    Qt::Key_Super_R,  Qt::Key_Hyper_L, Qt::Key_Hyper_R,
                                   Qt::Key_Mode_switch};
@@ -58,7 +58,7 @@ void FocusKeyFeed::end()
 
 MenuKeys::Press FocusKeyFeed::pressOf(const QKeyEvent& event)
 {
-    const bool isModifier = std::ranges::find(modifierKeys, event.key()) != modifierKeys.end();
+    const bool isModifier = std::ranges::find(ModifierKeys, event.key()) != ModifierKeys.end();
     return {.code = event.nativeScanCode(),
             .time = event.timestamp(),
             .key = event.key(),

@@ -22,12 +22,12 @@ ForeignToplevels::ForeignToplevels(CompositorConnection& connection) : _connecti
         connection.bind<zwlr_foreign_toplevel_manager_v1>(zwlr_foreign_toplevel_manager_v1_interface, 1);
     if (!_manager)
         return;
-    static constexpr zwlr_foreign_toplevel_manager_v1_listener listener{
+    static constexpr zwlr_foreign_toplevel_manager_v1_listener Listener{
         [](void* self, zwlr_foreign_toplevel_manager_v1*, Handle* handle) {
             static_cast<ForeignToplevels*>(self)->_add(handle);
         },
         [](void*, zwlr_foreign_toplevel_manager_v1*) {}};
-    zwlr_foreign_toplevel_manager_v1_add_listener(_manager, &listener, this);
+    zwlr_foreign_toplevel_manager_v1_add_listener(_manager, &Listener, this);
     _told = activeNow();
 }
 
@@ -62,18 +62,18 @@ void ForeignToplevels::activate(Window window)
 
 void ForeignToplevels::_add(Handle* handle)
 {
-    static constexpr auto here = [](void* self) { return static_cast<ForeignToplevels*>(self); };
-    static constexpr zwlr_foreign_toplevel_handle_v1_listener listener{
+    static constexpr auto Here = [](void* self) { return static_cast<ForeignToplevels*>(self); };
+    static constexpr zwlr_foreign_toplevel_handle_v1_listener Listener{
         [](void*, Handle*, const char*) {},
         [](void*, Handle*, const char*) {},
         [](void*, Handle*, wl_output*) {},
         [](void*, Handle*, wl_output*) {},
-        [](void* self, Handle* of, wl_array* states) { here(self)->_setState(of, *states); },
-        [](void* self, Handle* of) { here(self)->_finish(of); },
-        [](void* self, Handle* of) { here(self)->_remove(of); },
+        [](void* self, Handle* of, wl_array* states) { Here(self)->_setState(of, *states); },
+        [](void* self, Handle* of) { Here(self)->_finish(of); },
+        [](void* self, Handle* of) { Here(self)->_remove(of); },
         [](void*, Handle*, Handle*) {}};
     _windows.emplace(handle, Known{++_last});
-    zwlr_foreign_toplevel_handle_v1_add_listener(handle, &listener, this);
+    zwlr_foreign_toplevel_handle_v1_add_listener(handle, &Listener, this);
 }
 
 void ForeignToplevels::_setState(Handle* handle, const wl_array& states)

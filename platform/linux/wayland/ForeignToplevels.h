@@ -5,8 +5,8 @@
 #include <QTimer>
 
 #include <map>
+#include <wayland-util.h>
 
-struct wl_array;
 struct zwlr_foreign_toplevel_handle_v1;
 struct zwlr_foreign_toplevel_manager_v1;
 

@@ -30,7 +30,7 @@ void InputMethodGrab::begin()
     end();
     _undecided = true;
     // What is typed into the application is none of its business: all but the refusal is passed over.
-    static constexpr zwp_input_method_v2_listener methodListener{
+    static constexpr zwp_input_method_v2_listener MethodListener{
         [](void*, zwp_input_method_v2*) {},
         [](void*, zwp_input_method_v2*) {},
         [](void*, zwp_input_method_v2*, const char*, quint32, quint32) {},
@@ -38,7 +38,7 @@ void InputMethodGrab::begin()
         [](void*, zwp_input_method_v2*, quint32, quint32) {},
         [](void*, zwp_input_method_v2*) {},
         [](void* self, zwp_input_method_v2*) { static_cast<InputMethodGrab*>(self)->_decide(false); }};
-    static constexpr zwp_input_method_keyboard_grab_v2_listener grabListener{
+    static constexpr zwp_input_method_keyboard_grab_v2_listener GrabListener{
         [](void* data, zwp_input_method_keyboard_grab_v2*, quint32 format, int32_t file, quint32 size) {
             auto* self = static_cast<InputMethodGrab*>(data);
             if (format != WL_KEYBOARD_KEYMAP_FORMAT_XKB_V1) {
@@ -59,9 +59,9 @@ void InputMethodGrab::begin()
             static_cast<InputMethodGrab*>(data)->_feed.setRepeat(rate, std::chrono::milliseconds(delay));
         }};
     _method = zwp_input_method_manager_v2_get_input_method(_manager, _connection.seat());
-    zwp_input_method_v2_add_listener(_method, &methodListener, this);
+    zwp_input_method_v2_add_listener(_method, &MethodListener, this);
     _grab = zwp_input_method_v2_grab_keyboard(_method);
-    zwp_input_method_keyboard_grab_v2_add_listener(_grab, &grabListener, this);
+    zwp_input_method_keyboard_grab_v2_add_listener(_grab, &GrabListener, this);
     _connection.flush();
 }
 

@@ -13,7 +13,7 @@ namespace tarnwick {
 
 namespace {
 
-constexpr xkb_keycode_t kernelToXkb = 8;
+constexpr xkb_keycode_t KernelToXkb = 8;
 
 struct NamedKey
 {
@@ -21,7 +21,7 @@ struct NamedKey
     Qt::Key key;
 };
 /// Those that no character stands for and that a menu or a text field knows.
-constexpr std::array namedKeys{NamedKey{XKB_KEY_Escape, Qt::Key_Escape},
+constexpr std::array NamedKeys{NamedKey{XKB_KEY_Escape, Qt::Key_Escape},
                                NamedKey{XKB_KEY_Tab, Qt::Key_Tab},
                                NamedKey{XKB_KEY_ISO_Left_Tab, Qt::Key_Backtab},
                                NamedKey{XKB_KEY_BackSpace, Qt::Key_Backspace},
@@ -50,7 +50,7 @@ constexpr std::array namedKeys{NamedKey{XKB_KEY_Escape, Qt::Key_Escape},
 
 int toolkitKey(xkb_keysym_t keysym)
 {
-    for (const NamedKey& named : namedKeys)
+    for (const NamedKey& named : NamedKeys)
         if (named.keysym == keysym)
             return named.key;
     const char32_t character = xkb_keysym_to_utf32(xkb_keysym_to_upper(keysym));
@@ -142,7 +142,7 @@ Qt::KeyboardModifiers KeyFeed::_named(xkb_mod_mask_t modifiers) const
 
 void KeyFeed::key(quint32 code, bool pressed, quint32 time)
 {
-    const xkb_keycode_t key = code + kernelToXkb;
+    const xkb_keycode_t key = code + KernelToXkb;
     if (!_state || (!pressed && !_down.contains(key)))
         return;
     if (_repeating == key || pressed)

@@ -45,14 +45,14 @@ WaylandKeyboard& of(void* self)
 WaylandKeyboard::WaylandKeyboard(std::shared_ptr<CompositorConnection> connection)
     : _connection(std::move(connection)), _seat(_connection->bind<wl_seat>(wl_seat_interface, SeatVersion))
 {
-    static constexpr wl_seat_listener listener{
+    static constexpr wl_seat_listener Listener{
         [](void* self, wl_seat* /*seat*/, quint32 capabilities) {
             of(self)._setPresent((capabilities & WL_SEAT_CAPABILITY_KEYBOARD) != 0);
         },
         [](void* /*self*/, wl_seat* /*seat*/, const char* /*name*/) {}};
     if (!_seat)
         return;
-    wl_seat_add_listener(_seat, &listener, this);
+    wl_seat_add_listener(_seat, &Listener, this);
     // A window that is gone has the keyboard no more, though the compositor tells it later or not at all.
     connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, [this](const QWindow* window) {
         if (!window)
@@ -78,7 +78,7 @@ void WaylandKeyboard::_setPresent(bool present)
         _setFocus(nullptr);
         return;
     }
-    static constexpr wl_keyboard_listener listener{
+    static constexpr wl_keyboard_listener Listener{
         [](void* self, wl_keyboard* /*keyboard*/, quint32 format, int file, quint32 size) {
             of(self)._setKeymap(format, file, size);
         },
@@ -93,7 +93,7 @@ void WaylandKeyboard::_setPresent(bool present)
            quint32 /*latched*/, quint32 /*locked*/, quint32 group) { of(self)._setGroup(group); },
         [](void* /*self*/, wl_keyboard* /*keyboard*/, int /*rate*/, int /*delay*/) {}};
     _keyboard = wl_seat_get_keyboard(_seat);
-    wl_keyboard_add_listener(_keyboard, &listener, this);
+    wl_keyboard_add_listener(_keyboard, &Listener, this);
     // Whoever reads the events sends it before it waits for more.
 }
 

@@ -25,12 +25,12 @@ namespace tarnwick {
 namespace {
 
 /// The place comes after 3 to 10 ms, the keyboard after 3 to 6 ms.
-constexpr auto pointerPatience = 100ms;
-constexpr auto keyboardPatience = 250ms;
+constexpr auto PointerPatience = 100ms;
+constexpr auto KeyboardPatience = 250ms;
 /// Applications have the keyboard again, and know it, after 3 to 11 ms.
-constexpr auto targetPatience = 150ms;
-constexpr auto targetStep = 3ms;
-constexpr char layerShell[] = "zwlr_layer_shell_v1";
+constexpr auto TargetPatience = 150ms;
+constexpr auto TargetStep = 3ms;
+constexpr char LayerShell[] = "zwlr_layer_shell_v1";
 
 /// Of a window that is a pop-up for the compositor, but takes no grab there: the toolkit takes one, and the
 /// keyboard with it, for what it takes for a pop-up itself. The flags of the widget stay as they are.
@@ -44,7 +44,7 @@ void makeGrabless(QWidget& popUp)
 
 bool WaylandMenuPresenter::canShowOn(const CompositorConnection& connection)
 {
-    return connection.offers(layerShell);
+    return connection.offers(LayerShell);
 }
 
 WaylandMenuPresenter::WaylandMenuPresenter(CompositorConnection& connection,
@@ -125,7 +125,7 @@ bool WaylandMenuPresenter::_grabKeyboard()
         granted = decision;
         loop.quit();
     });
-    QTimer::singleShot(keyboardPatience, &loop, &QEventLoop::quit);
+    QTimer::singleShot(KeyboardPatience, &loop, &QEventLoop::quit);
     _grab.begin();
     loop.exec(QEventLoop::ExcludeUserInputEvents);
     if (!granted)
@@ -148,7 +148,7 @@ std::optional<QPoint> WaylandMenuPresenter::_waitForPointer()
         QEventLoop loop;
         connect(&_stage, &MenuStage::entered, &loop, &QEventLoop::quit);
         connect(this, &WaylandMenuPresenter::cancelled, &loop, &QEventLoop::quit);
-        QTimer::singleShot(pointerPatience, &loop, &QEventLoop::quit);
+        QTimer::singleShot(PointerPatience, &loop, &QEventLoop::quit);
         loop.exec();
     }
     const QScreen* screen = QGuiApplication::primaryScreen();
@@ -163,7 +163,9 @@ std::optional<MenuChoice> WaylandMenuPresenter::_show(const std::shared_ptr<Menu
         return std::nullopt;
     _stage.show(_keyboard);
     const auto place = _waitForPointer();
-    QWidget* ground = place ? _stage.groundAt(*place) : nullptr;
+    if (!place)
+        return std::nullopt;
+    QWidget* ground = _stage.groundAt(*place);
     if (!ground)
         return std::nullopt;
     QMenuView view(menu, ground);
@@ -194,12 +196,12 @@ std::optional<MenuChoice> WaylandMenuPresenter::_track(QMenuView& view, QPoint p
 
 bool WaylandMenuPresenter::_waitForTarget(bool keyboardWasTaken)
 {
-    const QDeadlineTimer patience(targetPatience);
+    const QDeadlineTimer patience(TargetPatience);
     // What was taken is given back once the event loop has nothing else to do.
     for (bool wait = keyboardWasTaken; !patience.hasExpired(); wait = true) {
         if (wait) {
             QEventLoop loop;
-            QTimer::singleShot(targetStep, Qt::PreciseTimer, &loop, &QEventLoop::quit);
+            QTimer::singleShot(TargetStep, Qt::PreciseTimer, &loop, &QEventLoop::quit);
             loop.exec();
         }
         if (_target->isActive(static_cast<int>(patience.remainingTime())))

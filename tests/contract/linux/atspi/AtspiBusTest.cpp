@@ -2,10 +2,10 @@
 // The reader against an application that does what a test has written down, on a bus of its own.
 #include "platform/linux/atspi/AtspiAccess.h"
 #include "platform/linux/atspi/AtspiConstants.h"
-#include "platform/linux/bus/SdBus.h"
 #include "platform/linux/atspi/AtspiMenuBars.h"
 #include "platform/linux/atspi/AtspiMenuSource.h"
 #include "platform/linux/atspi/MenuBarSearch.h"
+#include "platform/linux/bus/SdBus.h"
 #include "tests/FairTimer.h"
 #include "tests/contract/session/BusDaemon.h"
 #include "tests/contract/session/DeafBus.h"
