@@ -35,7 +35,7 @@ quint64 modifierOf(const Keymap& keymapNow, quint16 keyCode)
 
 } // namespace
 
-QtEventConverter makeEventConverter(Keymap keymap)
+QtEventConverter makeEventConverter(const Keymap& keymap)
 {
     return QtEventConverter({
         [](const QKeyEvent& event) { return virtualKeyCodeOf(event.nativeScanCode()); },

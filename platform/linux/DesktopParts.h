@@ -21,7 +21,8 @@ class XkbKeymap;
 [[nodiscard]] std::optional<Desktop> openWaylandDesktop(int& argc, char** argv);
 
 /// Converts the toolkit's events by the map that types now.
-[[nodiscard]] QtEventConverter makeEventConverter(std::function<std::shared_ptr<const XkbKeymap>()> keymap);
+[[nodiscard]] QtEventConverter
+makeEventConverter(const std::function<std::shared_ptr<const XkbKeymap>()>& keymap);
 
 /// Of the icon that the desktop's host of status items draws in the colours of its panel. Nothing where it
 /// would draw it as it is, which may be dark on dark, or does not find it and leaves its place empty.

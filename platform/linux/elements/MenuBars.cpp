@@ -27,7 +27,7 @@ FoundMenuBar MenuBars::of(const FrontWindow& front)
 FoundMenuBar MenuBars::_ofNative(const FrontWindow& front)
 {
     auto& [tree, exports, own] = _sources;
-    const FoundMenuBar inTree{&tree.menus, tree.menuBars.below(front.accessible), XCB_WINDOW_NONE};
+    FoundMenuBar inTree{&tree.menus, tree.menuBars.below(front.accessible), XCB_WINDOW_NONE};
     const auto toolkit = tree.menuBars.toolkitOf(front.accessible);
     if (inTree.bar && toolkit != AtspiToolkit::Gtk4)
         return inTree;

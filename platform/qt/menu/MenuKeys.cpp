@@ -21,19 +21,19 @@ struct Modifier
     quint64 menuFlag;
 };
 /// Control is Command to a menu, Alt is Option, Super is Control.
-constexpr Modifier modifiersOfMenus[] = {
+constexpr Modifier ModifiersOfMenus[] = {
     {Qt::ShiftModifier, 1, ShiftKeyMask},
     {Qt::ControlModifier, 2, CommandKeyMask},
     {Qt::AltModifier, 4, AlternateKeyMask},
     {Qt::MetaModifier, 8, ControlKeyMask},
 };
-constexpr quint16 bitsOfMenus = 1 | 2 | 4 | 8;
-constexpr quint16 otherModifierBit = 16;
+constexpr quint16 BitsOfMenus = 1 | 2 | 4 | 8;
+constexpr quint16 OtherModifierBit = 16;
 
 quint16 bitsOf(const MenuKeys::Press& press)
 {
-    quint16 bits = press.isModifier ? otherModifierBit : 0;
-    for (const Modifier& modifier : modifiersOfMenus)
+    quint16 bits = press.isModifier ? OtherModifierBit : 0;
+    for (const Modifier& modifier : ModifiersOfMenus)
         bits |= press.modifier.testFlag(modifier.key) ? modifier.bit : 0;
     return bits;
 }
@@ -44,7 +44,7 @@ void MenuKeys::begin()
 {
     end();
     _bitsOfKeys.clear();
-    _keys = PopUpKeys({[this](quint8 code) { return _bitsOfKeys.value(code); }, bitsOfMenus}, {});
+    _keys = PopUpKeys({[this](quint8 code) { return _bitsOfKeys.value(code); }, BitsOfMenus}, {});
 }
 
 void MenuKeys::open()
@@ -95,7 +95,7 @@ void MenuKeys::release(quint32 code, quint64 time)
 Qt::KeyboardModifiers MenuKeys::_modifiers() const
 {
     Qt::KeyboardModifiers modifiers;
-    for (const Modifier& modifier : modifiersOfMenus)
+    for (const Modifier& modifier : ModifiersOfMenus)
         modifiers.setFlag(modifier.key, (_keys.modifiersDown() & modifier.bit) != 0);
     return modifiers;
 }
@@ -103,7 +103,7 @@ Qt::KeyboardModifiers MenuKeys::_modifiers() const
 quint64 MenuKeys::menuModifierFlags() const
 {
     quint64 flags = 0;
-    for (const Modifier& modifier : modifiersOfMenus)
+    for (const Modifier& modifier : ModifiersOfMenus)
         flags |= (_keys.modifiersDown() & modifier.bit) != 0 ? modifier.menuFlag : 0;
     return flags;
 }
