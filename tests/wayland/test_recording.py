@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
-"""The preferences on Wayland itself: another hot key is recorded, though the compositor has the keys for itself else, and the
-mouse button is learnt. Nothing is said to be missing: no alert is before the window."""
+"""The preferences on Wayland itself: another hot key is recorded, though the compositor has the keys for itself else. Nothing
+is said to be missing: no alert is before the window."""
 import os
 
 from case import WaylandTest, main, wait_for
@@ -8,7 +8,6 @@ from compositors import KWin
 from harness.accessible import FOCUSED, SHOWING
 from harness.preferences import BUTTON, LABEL
 from harness.tarnwick import settings_text
-from harness.wayland_input import MIDDLE_BUTTON
 
 ALT, F4, X, CONTROL, ESCAPE = 64, 70, 53, 37, 9
 INHIBITS = "zwp_keyboard_shortcuts_inhibit_manager_v1"
@@ -32,6 +31,8 @@ class Recording(WaylandTest):
         self.addCleanup(self.program.stop)
         self.application = self.bus.application(self.program.pid)
         self.recorder = self.control("Shortcut, ", BUTTON)
+        # What the desktop says of the hot key comes later, and the window grows with it.
+        self.control("The desktop has given" if isinstance(self.session, KWin) else "This desktop gives no keys", LABEL)
         self.wait_until_at_rest()
 
     def control(self, name, role):
@@ -80,16 +81,6 @@ class Recording(WaylandTest):
         self.start_recording()
         self.input.tap(X, CONTROL, ALT)
         self.wait_until_shown("Option Control X")
-
-    def test_the_mouse_button_is_learnt_from_a_click_on_its_control(self):
-        control = self.control("Mouse button, ", LABEL)
-        self.assertNotIn("25", control.name)
-        left, _, right, bottom = self.wait_until_at_rest()
-        window = next(node for node in self.application.children if node.frame[2])
-        x, y = control.center
-        window_left, window_top, width, height = window.frame
-        self.input.click(((left + right - width) // 2 + x - window_left, bottom - height + y - window_top), MIDDLE_BUTTON)
-        wait_for(lambda: "25" in control.name, f"the button in {control.name!r}", step=0.02)
 
 
 if __name__ == "__main__":
