@@ -32,8 +32,8 @@ class NativeFixture:
         self.kit = kit
         session.put_pointer_away()
         self._empty = session.picture_at_rest()
-        self._log = session.directory / "out" / f"{kit}.log"
-        self.program = session.run(fixture_program(kit), DATA / "editor.menu", "--log", self._log, *options)
+        self.log = session.directory / "out" / f"{kit}.log"
+        self.program = session.run(fixture_program(kit), DATA / "editor.menu", "--log", self.log, *options)
         wait_for(lambda: self.lines("focus")[-1:] == ["in"], f"the focus in {kit}; it wrote {self.program.output!r}")
         self.frame()  # GTK 4 has the focus before its window is there
 
@@ -43,7 +43,7 @@ class NativeFixture:
 
     def lines(self, kind):
         """The rest of the lines that begin with `kind`, oldest first."""
-        content = self._log.read_text(encoding="utf-8") if self._log.exists() else ""
+        content = self.log.read_text(encoding="utf-8") if self.log.exists() else ""
         return [line[len(kind) + 1:] for line in content.splitlines() if line.split(" ")[0] == kind]
 
     def frame(self):
@@ -56,4 +56,4 @@ class NativeFixture:
         self._session.put_pointer_away()
         self.program.stop()
         wait_for(lambda: self._session.picture() == self._empty, "the screen without its window", step=0.05)
-        self._log.unlink(missing_ok=True)
+        self.log.unlink(missing_ok=True)
