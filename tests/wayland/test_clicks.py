@@ -27,6 +27,29 @@ class AChoiceByPointer(MenuTest):
             self.assert_keys_arrive(fixture)
         self.each(check)
 
+class AfterOneMotion(MenuTest):
+    """The pointer jumps, as on a touchpad: there is one motion, and none within the entry. Nothing was done with the menu
+    before."""
+
+    def jump_to(self, title):
+        """Moves the pointer to an entry of the last menu at once, and waits until that is highlighted."""
+        self.pointer = self.reader.item(title, -1).node.center
+        self.input.move(*self.pointer)
+        self.wait_until_highlighted(title)
+
+    def test_clicks_open_menus_and_choose(self):
+        def check(fixture):
+            self.assertEqual(self.open(), TITLES)
+            self.jump_to("File")
+            self.input.click()
+            self.reader.wait_for(2)
+            self.jump_to("Open...")
+            self.input.click()
+            self.wait_until_closed()
+            self.wait_until_chosen(fixture, "File > Open...")
+            self.assertEqual(fixture.lines("button"), [], "clicks that were meant for the menu")
+        self.each(check)
+
 
 if __name__ == "__main__":
     main()

@@ -186,6 +186,8 @@ std::optional<MenuChoice> WaylandMenuPresenter::_track(QMenuView& view, QPoint p
     connect(&_keys, &MenuKeys::menuModifierFlagsChanged, &view,
             [&] { view.setHeldModifiers(_keys.menuModifierFlags()); });
     view.setHeldModifiers(_keys.menuModifierFlags());
+    if (const auto pointer = _stage.pointer())
+        view.setPointerAtOpening(*pointer);
     view.openAt(place);
     _keys.open();
     if (view.isVisible())

@@ -7,10 +7,12 @@
 #include "menu/MenuItem.h"
 #include "platform/qt/menu/MenuStyle.h"
 #include "platform/qt/menu/MenuTitle.h"
+#include "platform/qt/menu/OpenPopUps.h"
 #include "platform/qt/menu/PopUpGeometry.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QEnterEvent>
 #include <QKeyEvent>
 #include <QScreen>
 
@@ -19,6 +21,9 @@
 namespace tarnwick {
 
 namespace {
+
+/// After so many the toolkit takes the pointer for moved, wherever it believes it to have been before.
+constexpr int MotionsThatCount = 8;
 
 QRect screenGeometryAt(QPoint point)
 {
@@ -74,6 +79,11 @@ void QMenuView::makeWindow()
 void QMenuView::setWindowPreparation(std::function<void(QWidget&)> prepare)
 {
     _prepareWindow = std::move(prepare);
+}
+
+void QMenuView::setPointerAtOpening(QPoint place)
+{
+    _pointer = std::make_shared<PointerTravel>(place);
 }
 
 void QMenuView::openAt(QPoint corner)
@@ -155,6 +165,7 @@ void QMenuView::_addEntry(const std::shared_ptr<MenuItem>& item)
         submenu = new QMenuView(item->submenu(), this);
         submenu->_heldModifiers = _heldModifiers;
         submenu->_prepareWindow = _prepareWindow;
+        submenu->_pointer = _pointer;
         connect(submenu, &QMenuView::itemChosen, this, &QMenuView::itemChosen);
         action->setMenu(submenu);
     }
@@ -229,6 +240,55 @@ void QMenuView::keyPressEvent(QKeyEvent* event)
     QAction* active = activeAction();
     if (active && isVisible() && !rect().contains(actionGeometry(active)))
         _highlight(active);
+}
+
+void QMenuView::enterEvent(QEnterEvent* event)
+{
+    QMenu::enterEvent(event);
+    _toldOfMotions = false;
+    // There may be no other motion than the one that led here.
+    if (_pointer && _pointer->enter(event->globalPosition().toPoint()))
+        _tellOfMotions(*event);
+}
+
+void QMenuView::mouseMoveEvent(QMouseEvent* event)
+{
+    if (_pointerHasMoved(*event))
+        QMenu::mouseMoveEvent(event);
+}
+
+void QMenuView::mousePressEvent(QMouseEvent* event)
+{
+    if (_pointerHasMoved(*event))
+        QMenu::mousePressEvent(event);
+    else
+        closeAllPopUps();
+}
+
+void QMenuView::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (_pointerHasMoved(*event))
+        QMenu::mouseReleaseEvent(event);
+}
+
+bool QMenuView::_pointerHasMoved(const QMouseEvent& event)
+{
+    if (!_pointer)
+        return true;
+    if (!_pointer->follow(event.globalPosition().toPoint()))
+        return false;
+    _tellOfMotions(event);
+    return true;
+}
+
+void QMenuView::_tellOfMotions(const QSinglePointEvent& event)
+{
+    if (std::exchange(_toldOfMotions, true))
+        return;
+    QMouseEvent motion(QEvent::MouseMove, event.position(), event.globalPosition(), Qt::NoButton,
+                       event.buttons() & ~event.button(), event.modifiers());
+    for (int count = 0; count < MotionsThatCount; ++count)
+        QMenu::mouseMoveEvent(&motion);
 }
 
 bool QMenuView::_moveToLetter(const QKeyEvent& event)

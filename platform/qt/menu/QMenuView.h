@@ -2,12 +2,15 @@
 #pragma once
 
 #include "platform/qt/menu/LetterSearch.h"
+#include "platform/qt/menu/PointerTravel.h"
 
 #include <QList>
 #include <QMenu>
 
 #include <functional>
 #include <memory>
+
+class QSinglePointEvent;
 
 namespace tarnwick {
 
@@ -35,6 +38,10 @@ public:
     /// Done with the window of this menu, and of each submenu, before it is shown.
     void setWindowPreparation(std::function<void(QWidget&)> prepare);
 
+    /// Where the pointer is as it opens, which the toolkit does not know where it is told of motions only: it
+    /// would ignore the first ones, and a click after them.
+    void setPointerAtOpening(QPoint place);
+
     /// Shows it with its top left corner at `corner` (toolkit coordinates), or flipped where it would not fit
     /// on the screen of that point. Returns at once.
     void openAt(QPoint corner);
@@ -55,6 +62,10 @@ Q_SIGNALS:
 protected:
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void enterEvent(QEnterEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
     struct Entry
@@ -72,6 +83,8 @@ private:
     void _noticeHighlight();
     [[nodiscard]] bool _moveToLetter(const QKeyEvent& event);
     void _highlight(QAction* action);
+    [[nodiscard]] bool _pointerHasMoved(const QMouseEvent& event);
+    void _tellOfMotions(const QSinglePointEvent& event);
     [[nodiscard]] const Entry* _entryOf(const QAction* action) const;
 
     std::shared_ptr<Menu> _menu;
@@ -83,6 +96,8 @@ private:
     quint64 _heldModifiers = 0;
     LetterSearch _letterSearch;
     std::function<void(QWidget&)> _prepareWindow;
+    std::shared_ptr<PointerTravel> _pointer; ///< of all menus that are open together; null: the toolkit knows
+    bool _toldOfMotions = false;
 };
 
 } // namespace tarnwick

@@ -8,6 +8,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QEnterEvent>
 #include <QKeyEvent>
 #include <gtest/gtest.h>
 
@@ -64,6 +65,34 @@ protected:
     }
 
     void open() { view.openAt(QPoint(10, 10)); }
+
+    /// Opens it where the pointer is, with `titles`.
+    void openAtPointer(const QStringList& titles)
+    {
+        for (const QString& title : titles)
+            add(root, title);
+        view.setPointerAtOpening(QPoint(10, 10));
+        open();
+    }
+
+    static QPoint centerOf(const QMenu& menu, int entry)
+    {
+        return menu.mapToGlobal(menu.actionGeometry(menu.actions().at(entry)).center());
+    }
+
+    static void enter(QMenu& menu, QPoint place)
+    {
+        QEnterEvent event(menu.mapFromGlobal(place), menu.mapFromGlobal(place), place);
+        QApplication::sendEvent(&menu, &event);
+    }
+
+    static void mouse(QMenu& menu, QEvent::Type type, QPoint place)
+    {
+        const auto button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
+        const auto down = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
+        QMouseEvent event(type, menu.mapFromGlobal(place), place, button, down, Qt::NoModifier);
+        QApplication::sendEvent(&menu, &event);
+    }
 
     Recorder recorder;
     std::shared_ptr<Menu> root = [this] {
@@ -321,6 +350,65 @@ TEST_F(QMenuViewTest, aPoint_isCoveredByTheMenuOrAnOpenSubmenu)
     EXPECT_FALSE(view.coversGlobal(QPoint(5, 5)));
     view.setActiveAction(view.actions().first());
     EXPECT_TRUE(view.coversGlobal(view.actions().first()->menu()->geometry().center()));
+}
+
+TEST_F(QMenuViewTest, thePointer_highlightsWhereOneMotionHasBroughtIt)
+{
+    openAtPointer({u"one"_s, u"two"_s});
+    enter(view, centerOf(view, 1));
+    EXPECT_EQ(view.activeAction(), view.actions().at(1));
+    mouse(view, QEvent::MouseMove, centerOf(view, 0));
+    EXPECT_EQ(view.activeAction(), view.actions().at(0));
+}
+
+TEST_F(QMenuViewTest, thePointer_afterOneMotion_chooses)
+{
+    int chosen = 0;
+    QObject::connect(&view, &QMenuView::itemChosen, &view, [&] { ++chosen; });
+    openAtPointer({u"one"_s, u"two"_s});
+    const QPoint entry = centerOf(view, 1);
+    enter(view, entry);
+    mouse(view, QEvent::MouseButtonPress, entry);
+    EXPECT_TRUE(view.isVisible());
+    mouse(view, QEvent::MouseButtonRelease, entry);
+    EXPECT_EQ(chosen, 1);
+}
+
+TEST_F(QMenuViewTest, thePointer_thatHasNotMoved_highlightsNothing_andItsClickCloses)
+{
+    // As at the edge of a screen, where the menu opens to the other side.
+    add(root, u"one"_s);
+    open();
+    const QPoint entry = centerOf(view, 0);
+    view.close();
+    view.setPointerAtOpening(entry);
+    open();
+    enter(view, entry);
+    mouse(view, QEvent::MouseMove, entry + QPoint(1, 0));
+    EXPECT_EQ(view.activeAction(), nullptr);
+    mouse(view, QEvent::MouseButtonRelease, entry + QPoint(1, 0));
+    EXPECT_TRUE(view.isVisible());
+    mouse(view, QEvent::MouseButtonPress, entry + QPoint(1, 0));
+    EXPECT_FALSE(view.isVisible());
+}
+
+TEST_F(QMenuViewTest, aSubmenuThatOpensUnderThePointer_highlightsNothingUntilItMoves)
+{
+    const auto submenu = Menu::create(u"sub"_s);
+    submenu->setAutoenablesItems(false);
+    add(submenu, u"first"_s);
+    add(submenu, u"second"_s);
+    add(root, u"parent"_s)->setSubmenu(submenu);
+    openAtPointer({});
+    enter(view, centerOf(view, 0));
+    view.setActiveAction(view.actions().first());
+    QMenu& opened = *view.actions().first()->menu();
+    ASSERT_TRUE(opened.isVisible());
+    opened.move(centerOf(view, 0) - QPoint(20, 10));
+    enter(opened, centerOf(view, 0));
+    EXPECT_EQ(opened.activeAction(), nullptr);
+    enter(opened, centerOf(opened, 1));
+    EXPECT_EQ(opened.activeAction(), opened.actions().at(1));
 }
 
 } // namespace
