@@ -31,6 +31,9 @@ struct Inspection
     /// A key equivalent with its modifier mask, in the desktop's way of writing; empty when there is none.
     std::function<QString(const QString& keyEquivalent, quint64 modifierMask)> keyEquivalentText;
 
+    /// Looks for what is in front now, where nobody has told of it.
+    std::function<void()> lookAtFront = [] {};
+
     /// Makes each adapter the one that its port's shared() gives.
     void makeShared() const;
 };

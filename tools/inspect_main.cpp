@@ -138,6 +138,7 @@ int inspect(const Inspection& inspection, const Options& options)
     if (!accessibility.apiEnabled() && !accessibility.isProcessTrusted())
         return complain(NothingToPrint,
                         u"there is no accessibility bus in this session, or it cannot be switched on."_s);
+    inspection.lookAtFront();
 
     std::unique_ptr<ChosenApplicationAccessibility> chosen;
     std::unique_ptr<ChosenApplicationWorkspace> workspace;

@@ -2,6 +2,8 @@
 #pragma once
 
 #include "app/Desktop.h"
+#include "app/Inspection.h"
+#include "platform/linux/elements/LinuxReading.h"
 #include "platform/qt/application/QtEventConverter.h"
 
 #include <QString>
@@ -19,6 +21,13 @@ class XkbKeymap;
 /// Composes that of a Wayland compositor; nothing where there is none, or none on which a menu can be shown,
 /// and in a program that was built without.
 [[nodiscard]] std::optional<Desktop> openWaylandDesktop(int& argc, char** argv);
+
+/// Composes what reading menus needs in the session of a Wayland compositor, where the program itself would
+/// run on it; nothing else.
+[[nodiscard]] std::optional<Inspection> openWaylandInspection(int& argc, char** argv);
+/// The same on any platform of the toolkit.
+[[nodiscard]] Inspection makeInspection(int argc, char** argv, const QByteArray& platform,
+                                        const LinuxReading::MakeFront& makeFront);
 
 /// Converts the toolkit's events by the map that types now.
 [[nodiscard]] QtEventConverter

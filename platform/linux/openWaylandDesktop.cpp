@@ -62,12 +62,30 @@ std::unique_ptr<GlobalHotKeys> makeHotKeys(LinuxSession& session, SwitchAnnounce
     return hotKeys;
 }
 
+/// The compositor's, as long as the process runs; null where no menu can be shown.
+CompositorConnection* connectionForMenus()
+{
+    static const auto connection = CompositorConnection::open();
+    return connection && WaylandMenuPresenter::canShowOn(*connection) ? connection.get() : nullptr;
+}
+
 } // namespace
+
+std::optional<Inspection> openWaylandInspection(int& argc, char** argv)
+{
+    CompositorConnection* connection = connectionForMenus();
+    if (!connection)
+        return std::nullopt;
+    return makeInspection(argc, argv, "wayland", [connection](AtspiActiveWindow& inTree) {
+        static ForeignToplevels toplevels(*connection); // needs the application object
+        return WaylandFrontApplication::make(inTree, toplevels);
+    });
+}
 
 std::optional<Desktop> openWaylandDesktop(int& argc, char** argv)
 {
-    static auto connection = CompositorConnection::open();
-    if (!connection || !WaylandMenuPresenter::canShowOn(*connection))
+    CompositorConnection* connection = connectionForMenus();
+    if (!connection)
         return std::nullopt;
     std::optional<Desktop> opened{Desktop()};
     Desktop& desktop = *opened;

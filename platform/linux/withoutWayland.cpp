@@ -8,4 +8,9 @@ std::optional<Desktop> openWaylandDesktop(int& /*argc*/, char** /*argv*/)
     return std::nullopt;
 }
 
+std::optional<Inspection> openWaylandInspection(int& /*argc*/, char** /*argv*/)
+{
+    return std::nullopt;
+}
+
 } // namespace tarnwick

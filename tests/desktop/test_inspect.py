@@ -2,27 +2,15 @@
 """tarnwick-inspect prints what Tarnwick sees, in the form of the menu files of the tests."""
 import json
 import os
-import subprocess
 
-from harness.applications import DATA, KITS, Fixture
+from harness.applications import KITS, Fixture
 from harness.case import DesktopTest, main
+from harness.inspecting import Inspects, menu_lines
 from harness.tarnwick import Tarnwick
 from harness.waiting import holds_for
 
 
-def menu_lines():
-    """The editor's menu as it is when nothing is selected and nothing is in the clipboard.
-
-    What cannot be told is left out: that an entry could be checked, and a key that is a shortcut all by itself.
-    """
-    lines = [line for line in (DATA / "editor.menu").read_text().splitlines() if line and not line.startswith("#")]
-    for command in ("Cut", "Copy", "Paste"):
-        lines = [line.replace(f"  {command}\t", f"  -{command}\t") for line in lines]
-    lines = [line.removesuffix("\tF3") for line in lines]
-    return [line.replace("+", "", 1) if line.strip().startswith("+") else line for line in lines]
-
-
-class Inspecting(DesktopTest):
+class Inspecting(Inspects, DesktopTest):
     @classmethod
     def prepare(cls):
         cls.connect_accessibility().switch_on()
@@ -32,15 +20,6 @@ class Inspecting(DesktopTest):
         self.addCleanup(fixture.program.stop)
         fixture.accessible(self.bus)
         return fixture
-
-    def inspect(self, *options):
-        return subprocess.run([os.environ["TARNWICK_INSPECT"], *options], env=self.session.environment, timeout=60,
-                              check=False, capture_output=True, text=True)
-
-    def printed(self, *options):
-        result = self.inspect(*options)
-        self.assertEqual(result.returncode, 0, result.stderr)
-        return [line for line in result.stdout.splitlines() if not line.startswith("#")]
 
     def test_all_prints_the_whole_bar_of_the_application_in_front(self):
         for kit in KITS:

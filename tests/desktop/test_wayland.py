@@ -4,6 +4,7 @@ import pathlib
 
 from harness.applications import DATA, fixture_program
 from harness.case import DesktopTest, main
+from harness.inspecting import Inspects, menu_lines
 from harness.over import OWN_ENTRY
 from harness.tarnwick import Tarnwick
 from harness.waiting import holds_for, wait_for
@@ -104,7 +105,7 @@ class OverAnApplicationOnXWayland(AWaylandSession):
         self.check("qt6")
 
 
-class OverAnApplicationOfTheCompositorAlone(AWaylandSession):
+class OverAnApplicationOfTheCompositorAlone(Inspects, AWaylandSession):
     """Such a window is unknown to the X server. The action finds it; the menu obeys the pointer."""
 
     def close(self):
@@ -143,6 +144,13 @@ class OverAnApplicationOfTheCompositorAlone(AWaylandSession):
             wait_for(nothing_large, "what caught the clicks gone")
             holds_for(nothing_large, 0.3, "a large window")
         self.assertEqual(application.chosen(), ["File > New"])
+
+    def test_tarnwick_inspect_sees_its_menus_too(self):
+        for kit, environment in NATIVE.items():
+            with self.subTest(kit):
+                application = self.start(kit, environment)
+                self.assertEqual(self.printed("--all"), menu_lines())
+                application.program.stop()
 
     def test_of_gtk_the_action_opens_its_menu(self):
         self.check("gtk3")

@@ -3,6 +3,7 @@
 
 #include "ax/Accessibility.h"
 #include "platform/linux/elements/MenuElement.h"
+#include "platform/linux/elements/NativeWindowElement.h"
 #include "platform/linux/elements/WindowElement.h"
 
 #include <QCoreApplication>
@@ -61,9 +62,7 @@ std::optional<QVariant> ApplicationElement::value(const QString& attribute) cons
     }
     if (attribute == "AXFocusedWindow"_L1) {
         const FrontWindow window = _focusedWindow();
-        if (window.window == XCB_WINDOW_NONE)
-            return std::nullopt;
-        return WindowElement::make(_reading, {window.window, window.processIdentifier});
+        return window ? std::optional<QVariant>(_element(window)) : std::nullopt;
     }
     return std::nullopt;
 }
@@ -86,7 +85,22 @@ FrontWindow ApplicationElement::_focusedWindow() const
     if (front.processIdentifier == _processIdentifier)
         return front;
     const QList<xcb_window_t> windows = _reading.windows.windowsOf(*_processIdentifier);
-    return windows.isEmpty() ? FrontWindow{} : FrontWindow{windows.last(), _processIdentifier};
+    if (!windows.isEmpty())
+        return {windows.last(), _processIdentifier};
+    const QList<BusReference> native = _nativeWindows();
+    return native.isEmpty() ? FrontWindow{} : FrontWindow{XCB_WINDOW_NONE, _processIdentifier, native.last()};
+}
+
+QList<BusReference> ApplicationElement::_nativeWindows() const
+{
+    return _reading.tree.menuBars.windowsOf(*_processIdentifier);
+}
+
+QVariant ApplicationElement::_element(const FrontWindow& window) const
+{
+    if (!window.isNative())
+        return WindowElement::make(_reading, {window.window, window.processIdentifier});
+    return QVariant::fromValue(UIElementRef(std::make_shared<const NativeWindowElement>(_reading, window)));
 }
 
 std::optional<QVariant> ApplicationElement::_menuBar() const
@@ -104,7 +118,12 @@ QVariantList ApplicationElement::_windows() const
 {
     QVariantList elements;
     for (const xcb_window_t window : _reading.windows.windowsOf(*_processIdentifier))
-        elements.append(WindowElement::make(_reading, {window, _processIdentifier}));
+        elements.append(_element({window, _processIdentifier}));
+    if (!elements.isEmpty())
+        return elements;
+    const QList<BusReference> native = _nativeWindows();
+    for (const BusReference& window : native)
+        elements.append(_element({XCB_WINDOW_NONE, _processIdentifier, window}));
     return elements;
 }
 

@@ -24,6 +24,9 @@ private:
     [[nodiscard]] bool _isInFront() const;
     /// The active one, else the one opened last; none when there is none.
     [[nodiscard]] FrontWindow _focusedWindow() const;
+    /// By their places in the accessibility tree; to be asked only where the X server knows none.
+    [[nodiscard]] QList<BusReference> _nativeWindows() const;
+    [[nodiscard]] QVariant _element(const FrontWindow& window) const;
     [[nodiscard]] std::optional<QVariant> _menuBar() const;
     [[nodiscard]] QVariantList _windows() const;
 
