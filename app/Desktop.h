@@ -19,6 +19,8 @@
 #include "shortcut/KeyboardLayout.h"
 #include "shortcut/SymbolicHotKeys.h"
 
+#include <QString>
+
 #include <memory>
 
 namespace tarnwick {
@@ -67,5 +69,9 @@ struct Desktop
 
 /// Opens the desktop that the program was built for. The arguments are main's and must outlive it.
 [[nodiscard]] Desktop openDesktop(int& argc, char** argv);
+
+/// A sentence for reports: with what this program was built that decides on which desktops it runs, and on
+/// what it would run now. Not translated; empty where there is nothing to tell. Needs no display.
+[[nodiscard]] QString desktopOfThisBuild();
 
 } // namespace tarnwick

@@ -61,6 +61,10 @@ public:
     /// is hidden.
     [[nodiscard]] virtual QString commandThatPopsUp() const { return {}; }
 
+    /// Whether it would not be hidden from a build of this program with more of the desktop's libraries,
+    /// where the desktop allows it.
+    [[nodiscard]] virtual bool anotherBuildSeesMore() const { return false; }
+
     /// Whether every menu bar of this desktop begins with a menu of the system.
     [[nodiscard]] virtual bool menuBarsHaveSystemMenu() const { return false; }
 

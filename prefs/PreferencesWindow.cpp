@@ -88,16 +88,24 @@ const QWidget& PreferencesWindow::_shownPane() const
     return shown ? *shown : *_hotKeyView;
 }
 
-Alert PreferencesWindow::alertAboutWhatIsMissing(const QString& command)
+Alert PreferencesWindow::alertAboutWhatIsMissing(const QString& command, bool inOtherBuilds)
 {
+    const QString limits =
+        tr("The hot key and the mouse button open the menu only while an application that runs on "
+           "XWayland is "
+           "in front.\n\nFor all others, let a key of the desktop run this command:\n%1\n\nOver them the "
+           "menu "
+           "obeys the pointer alone, and it may open where the pointer was seen last.")
+            .arg(command);
+    const QString reason =
+        inOtherBuilds
+            ? tr("This Tarnwick was built without LayerShellQt, so it runs on XWayland. One that was built "
+                 "with it runs on Wayland itself, without these limits, where the compositor allows that.")
+            : tr("Tarnwick runs on XWayland here: this compositor lets no program open a menu at the pointer "
+                 "on Wayland itself.");
     return {Alert::Style::Informational,
             tr("In this Wayland session a part of Tarnwick is missing."),
-            tr("The hot key and the mouse button open the menu only while an application that runs on "
-               "XWayland is "
-               "in front.\n\nFor all others, let a key of the desktop run this command:\n%1\n\nOver them the "
-               "menu "
-               "obeys the pointer alone, and it may open where the pointer was seen last.")
-                .arg(command),
+            limits + u"\n\n"_s + reason,
             {tr("OK")}};
 }
 

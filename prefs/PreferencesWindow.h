@@ -41,7 +41,7 @@ public:
     void orderFrontRegardless();
 
     /// Tells what does not work in a session that hides other applications; `command` opens the menu there.
-    [[nodiscard]] static Alert alertAboutWhatIsMissing(const QString& command);
+    [[nodiscard]] static Alert alertAboutWhatIsMissing(const QString& command, bool inOtherBuilds);
 
     /// Takes every pane out of the content view; it stays alive.
     void removePanes();

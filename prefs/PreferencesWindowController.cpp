@@ -256,8 +256,9 @@ void PreferencesWindowController::tellOnceWhatIsMissing()
     if (command.isEmpty() || defaults().boolForKey(TWToldWhatIsMissingKey) || !accessibilityGranted())
         return;
     defaults().setBoolForKey(true, TWToldWhatIsMissingKey);
-    Alerts::shared().beginSheetModalForWindow(PreferencesWindow::alertAboutWhatIsMissing(command),
-                                              _window.get(), [](int) {});
+    const Alert alert =
+        PreferencesWindow::alertAboutWhatIsMissing(command, Workspace::shared().anotherBuildSeesMore());
+    Alerts::shared().beginSheetModalForWindow(alert, _window.get(), [](int) {});
 }
 
 void PreferencesWindowController::alertDidEndReturnCodeContextInfo(int returnCode)

@@ -383,6 +383,14 @@ Für alle anderen lassen Sie eine Taste des Desktops diesen Befehl ausführen:
 Über diesen folgt das Menü nur dem Mauszeiger, und es kann sich dort öffnen, wo dieser zuletzt gesehen wurde.</translation>
     </message>
     <message>
+        <source>This Tarnwick was built without LayerShellQt, so it runs on XWayland. One that was built with it runs on Wayland itself, without these limits, where the compositor allows that.</source>
+        <translation>Dieses Tarnwick wurde ohne LayerShellQt gebaut und läuft deshalb auf XWayland. Eines, das damit gebaut wurde, läuft ohne diese Grenzen auf Wayland selbst, wo der Compositor das zulässt.</translation>
+    </message>
+    <message>
+        <source>Tarnwick runs on XWayland here: this compositor lets no program open a menu at the pointer on Wayland itself.</source>
+        <translation>Tarnwick läuft hier auf XWayland: Dieser Compositor lässt kein Programm auf Wayland selbst ein Menü am Mauszeiger öffnen.</translation>
+    </message>
+    <message>
         <source>OK</source>
         <translation>OK</translation>
     </message>

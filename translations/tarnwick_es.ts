@@ -383,6 +383,14 @@ Para todas las demás, haga que una tecla del escritorio ejecute esta orden:
 Sobre ellas el menú obedece solo al puntero, y puede abrirse donde este se vio por última vez.</translation>
     </message>
     <message>
+        <source>This Tarnwick was built without LayerShellQt, so it runs on XWayland. One that was built with it runs on Wayland itself, without these limits, where the compositor allows that.</source>
+        <translation>Este Tarnwick se compiló sin LayerShellQt, por lo que se ejecuta sobre XWayland. Uno compilado con ella se ejecuta directamente sobre Wayland, sin estas limitaciones, donde el compositor lo permite.</translation>
+    </message>
+    <message>
+        <source>Tarnwick runs on XWayland here: this compositor lets no program open a menu at the pointer on Wayland itself.</source>
+        <translation>Tarnwick se ejecuta aquí sobre XWayland: este compositor no permite a ningún programa abrir un menú en el puntero directamente sobre Wayland.</translation>
+    </message>
+    <message>
         <source>OK</source>
         <translation>Aceptar</translation>
     </message>

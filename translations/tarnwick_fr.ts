@@ -383,6 +383,14 @@ Pour toutes les autres, faites exécuter cette commande par une touche du bureau
 Au-dessus d’elles, le menu n’obéit qu’au pointeur, et il peut s’ouvrir là où celui-ci a été vu en dernier.</translation>
     </message>
     <message>
+        <source>This Tarnwick was built without LayerShellQt, so it runs on XWayland. One that was built with it runs on Wayland itself, without these limits, where the compositor allows that.</source>
+        <translation>Ce Tarnwick a été compilé sans LayerShellQt et s’exécute donc sur XWayland. Compilé avec, il s’exécute directement sur Wayland, sans ces limites, là où le compositeur le permet.</translation>
+    </message>
+    <message>
+        <source>Tarnwick runs on XWayland here: this compositor lets no program open a menu at the pointer on Wayland itself.</source>
+        <translation>Tarnwick s’exécute ici sur XWayland : ce compositeur ne laisse aucun programme ouvrir un menu au pointeur directement sur Wayland.</translation>
+    </message>
+    <message>
         <source>OK</source>
         <translation>OK</translation>
     </message>

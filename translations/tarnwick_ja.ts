@@ -383,6 +383,14 @@ Over them the menu obeys the pointer alone, and it may open where the pointer wa
 その場合、メニューはポインターだけで操作します。ポインターが最後に検出された位置に開くことがあります。</translation>
     </message>
     <message>
+        <source>This Tarnwick was built without LayerShellQt, so it runs on XWayland. One that was built with it runs on Wayland itself, without these limits, where the compositor allows that.</source>
+        <translation>この Tarnwick は LayerShellQt なしでビルドされているため、XWayland 上で動作しています。LayerShellQt 付きでビルドしたものは、コンポジタが許す環境では Wayland 上で直接動作し、これらの制限はありません。</translation>
+    </message>
+    <message>
+        <source>Tarnwick runs on XWayland here: this compositor lets no program open a menu at the pointer on Wayland itself.</source>
+        <translation>ここでは Tarnwick は XWayland 上で動作しています。このコンポジタは、Wayland 上でプログラムがポインタの位置にメニューを開くことを許していません。</translation>
+    </message>
+    <message>
         <source>OK</source>
         <translation>OK</translation>
     </message>

@@ -383,6 +383,14 @@ Over them the menu obeys the pointer alone, and it may open where the pointer wa
 在这些应用程序上，菜单只能用指针操作，并且可能在最后检测到指针的位置打开。</translation>
     </message>
     <message>
+        <source>This Tarnwick was built without LayerShellQt, so it runs on XWayland. One that was built with it runs on Wayland itself, without these limits, where the compositor allows that.</source>
+        <translation>此 Tarnwick 构建时未包含 LayerShellQt，因此在 XWayland 上运行。包含它的构建在合成器允许时直接在 Wayland 上运行，没有这些限制。</translation>
+    </message>
+    <message>
+        <source>Tarnwick runs on XWayland here: this compositor lets no program open a menu at the pointer on Wayland itself.</source>
+        <translation>Tarnwick 在此处运行于 XWayland：此合成器不允许任何程序直接在 Wayland 上于指针处打开菜单。</translation>
+    </message>
+    <message>
         <source>OK</source>
         <translation>确定</translation>
     </message>

@@ -22,6 +22,9 @@ class XkbKeymap;
 /// and in a program that was built without.
 [[nodiscard]] std::optional<Desktop> openWaylandDesktop(int& argc, char** argv);
 
+/// Whether there is a compositor on which a menu can be shown; nothing in a program that was built without.
+[[nodiscard]] std::optional<bool> canRunOnWayland();
+
 /// Composes what reading menus needs in the session of a Wayland compositor, where the program itself would
 /// run on it; nothing else.
 [[nodiscard]] std::optional<Inspection> openWaylandInspection(int& argc, char** argv);

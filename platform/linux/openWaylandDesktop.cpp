@@ -71,6 +71,11 @@ CompositorConnection* connectionForMenus()
 
 } // namespace
 
+std::optional<bool> canRunOnWayland()
+{
+    return connectionForMenus() != nullptr;
+}
+
 std::optional<Inspection> openWaylandInspection(int& argc, char** argv)
 {
     CompositorConnection* connection = connectionForMenus();

@@ -94,6 +94,7 @@ Desktop openX11Desktop(int& argc, char** argv)
     const auto reading = std::make_shared<LinuxReading>(&X11FrontApplication::make);
     auto workspace = std::make_unique<LinuxWorkspace>(
         reading, std::make_unique<LinuxLook>(xdg_session::currentDesktops(), QDBusConnection::sessionBus()));
+    workspace->setBuiltWithoutWayland(!canRunOnWayland());
     SwitchAnnouncements& announcements = workspace->announcements();
     session->setPopUpRequest(std::make_unique<PopUpRequest>(
         announcements, *reading->front, PopUpRequest::Surroundings{&makeBackdrop, setPointer}));

@@ -8,6 +8,11 @@ std::optional<Desktop> openWaylandDesktop(int& /*argc*/, char** /*argv*/)
     return std::nullopt;
 }
 
+std::optional<bool> canRunOnWayland()
+{
+    return std::nullopt;
+}
+
 std::optional<Inspection> openWaylandInspection(int& /*argc*/, char** /*argv*/)
 {
     return std::nullopt;

@@ -47,4 +47,9 @@ Desktop openDesktop(int& argc, char** argv)
     return desktop;
 }
 
+QString desktopOfThisBuild()
+{
+    return {};
+}
+
 } // namespace tarnwick

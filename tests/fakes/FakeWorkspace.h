@@ -21,6 +21,7 @@ public:
     QStringList preferencePanes;             ///< lever: the directories of settings panes
     bool systemMenu = false;                 ///< lever: menu bars begin with a menu of the system
     bool reduceMotion = false;               ///< lever: the user wants nothing to move without need
+    bool otherBuildSeesMore = false;         ///< lever
     QString popUpCommand;                    ///< lever: the session hides what other applications do
     QList<std::pair<QWidget*, quint32>> collectionBehaviors; ///< look: window and behaviour, in order
     QList<QUrl> opened;                                      ///< look: what was asked to be opened, in order
@@ -78,6 +79,7 @@ public:
     }
 
     [[nodiscard]] QString commandThatPopsUp() const override { return popUpCommand; }
+    [[nodiscard]] bool anotherBuildSeesMore() const override { return otherBuildSeesMore; }
     [[nodiscard]] bool menuBarsHaveSystemMenu() const override { return systemMenu; }
     [[nodiscard]] bool accessibilityDisplayShouldReduceMotion() const override { return reduceMotion; }
 

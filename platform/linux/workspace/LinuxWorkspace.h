@@ -32,6 +32,9 @@ public:
     void setCollectionBehavior(QWidget& window, CollectionBehavior behavior) override;
     /// In a Wayland session, where the X server is XWayland.
     [[nodiscard]] QString commandThatPopsUp() const override;
+    [[nodiscard]] bool anotherBuildSeesMore() const override { return _builtWithoutWayland; }
+    /// Said of the program: it runs on XWayland in any Wayland session.
+    void setBuiltWithoutWayland(bool without) { _builtWithoutWayland = without; }
     [[nodiscard]] bool accessibilityDisplayShouldReduceMotion() const override;
 
     /// Those that the handler hears of, for whoever has to wait for them. Ours.
@@ -41,6 +44,7 @@ private:
     std::shared_ptr<LinuxReading> _reading;
     SwitchAnnouncements _announcements;
     std::unique_ptr<LinuxLook> _look;
+    bool _builtWithoutWayland = false;
 };
 
 } // namespace tarnwick

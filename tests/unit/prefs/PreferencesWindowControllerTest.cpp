@@ -735,6 +735,21 @@ TEST_F(PreferencesWindowControllerTest, whatASessionHides_isToldInASheet_once)
     EXPECT_EQ(alerts.shown.size(), 2) << "a reset does not ask for it";
 }
 
+TEST_F(PreferencesWindowControllerTest, theSheetAboutWhatIsMissing_saysWhetherAnotherBuildHasIt)
+{
+    for (const bool anotherHas : {true, false}) {
+        UserDefaults::standardUserDefaults().setBoolForKey(false, TWToldWhatIsMissingKey);
+        workspace.popUpCommand = u"open the menu"_s;
+        workspace.otherBuildSeesMore = anotherHas;
+        alerts.shown.clear();
+        made().displayWindow();
+        ASSERT_EQ(alerts.shown.size(), 1);
+        const QString text = alerts.shown[0].informativeText;
+        EXPECT_EQ(text.contains(u"built without LayerShellQt"_s), anotherHas);
+        EXPECT_EQ(text.contains(u"this compositor lets no program"_s), !anotherHas);
+    }
+}
+
 // Commands
 
 TEST_F(PreferencesWindowControllerTest, quit_terminatesOnItsOwnBehalf)
