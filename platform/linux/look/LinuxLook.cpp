@@ -36,6 +36,9 @@ LinuxLook::LinuxLook(const QStringList& currentDesktops, QDBusConnection bus)
                     SLOT(_follow()));
         bus.connect({}, u"/kdeglobals"_s, u"org.kde.kconfig.notify"_s, u"ConfigChanged"_s, this,
                     SLOT(_follow()));
+    } else {
+        _scheme = std::make_unique<PortalColorScheme>(bus);
+        connect(_scheme.get(), &PortalColorScheme::changed, this, &LinuxLook::_follow);
     }
     _follow();
 }
@@ -50,7 +53,9 @@ void LinuxLook::_follow()
 
 Look LinuxLook::_read() const
 {
-    return _kde ? lookOfKdeGlobals(kdeGlobals()) : lookOfXSettings(_settings.values());
+    if (_kde)
+        return lookOfKdeGlobals(kdeGlobals());
+    return withColorScheme(lookOfXSettings(_settings.values()), _scheme->current());
 }
 
 } // namespace tarnwick

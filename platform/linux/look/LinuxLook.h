@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/look/PortalColorScheme.h"
 #include "platform/linux/look/X11Settings.h"
 #include "platform/qt/application/Look.h"
 
 #include <QDBusConnection>
 #include <QObject>
+
+#include <memory>
 
 namespace tarnwick {
 
@@ -16,7 +19,8 @@ class LinuxLook final : public QObject
     Q_OBJECT
 
 public:
-    /// KDE says it in its files and over `bus`, all others to the X clients.
+    /// KDE says it in its files and over `bus`, all others to the X clients and by the portal on `bus`, whose
+    /// word about light and dark goes first.
     LinuxLook(const QStringList& currentDesktops, QDBusConnection bus);
     ~LinuxLook() override;
 
@@ -31,6 +35,7 @@ private:
 
     bool _kde;
     X11Settings _settings;
+    std::unique_ptr<PortalColorScheme> _scheme; ///< null on KDE
     Look _look;
 };
 

@@ -245,6 +245,16 @@ Look lookOfXSettings(const XSettingValues& values)
     return look;
 }
 
+Look withColorScheme(Look look, ColorScheme scheme)
+{
+    const bool forContrast = look.palette && !look.paletteStandsIn;
+    if (scheme != ColorScheme::NoPreference && !forContrast) {
+        look.palette = paletteOf(scheme == ColorScheme::Dark ? Dark : Light);
+        look.paletteStandsIn = true;
+    }
+    return look;
+}
+
 Look lookOfKdeGlobals(const QList<QByteArray>& layers)
 {
     const auto groups = groupsOf(layers);

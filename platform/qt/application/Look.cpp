@@ -39,6 +39,8 @@ void applyLook(const Look& look)
         QApplication::setPalette({}); // the toolkit's own
         if (!fits(QApplication::palette(), look))
             QApplication::setPalette(*look.palette);
+    } else if (QCoreApplication::testAttribute(Qt::AA_SetPalette)) {
+        QApplication::setPalette({}); // nobody tells colours any more
     }
     if (look.font && !looksLike(QApplication::font(), *look.font))
         QApplication::setFont(*look.font); // takes the fonts of the classes back

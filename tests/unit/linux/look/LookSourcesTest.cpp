@@ -195,6 +195,28 @@ TEST(LookOfXSettings, hasWhatIsToldOnly)
     EXPECT_TRUE(lookOfXSettings({{u"Gtk/EnableAnimations"_s, 0}}).reducesMotion);
 }
 
+TEST(LookWithColorScheme, isAsPreferred_whateverTheThemeIs)
+{
+    const Look untold;
+    const Look light = lookOfXSettings({{u"Net/ThemeName"_s, u"Adwaita"_s}});
+    const Look dark = lookOfXSettings({{u"Net/ThemeName"_s, u"Adwaita-dark"_s}});
+    for (const Look& look : {untold, light, dark}) {
+        const Look preferred = withColorScheme(look, ColorScheme::Dark);
+        EXPECT_TRUE(isDark(preferred.palette.value()));
+        EXPECT_TRUE(preferred.paletteStandsIn);
+        EXPECT_FALSE(isDark(withColorScheme(look, ColorScheme::Light).palette.value()));
+        EXPECT_EQ(withColorScheme(look, ColorScheme::NoPreference).palette, look.palette);
+    }
+}
+
+TEST(LookWithColorScheme, leavesHighContrastAlone)
+{
+    const Look contrast = lookOfXSettings({{u"Net/ThemeName"_s, u"HighContrast"_s}});
+    const Look preferred = withColorScheme(contrast, ColorScheme::Dark);
+    EXPECT_EQ(preferred.palette, contrast.palette);
+    EXPECT_FALSE(preferred.paletteStandsIn);
+}
+
 TEST(LookOfKdeGlobals, takesEachColourFromItsGroup_andTheUppermostLayerFirst)
 {
     const QByteArray upper =
