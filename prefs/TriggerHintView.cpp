@@ -60,7 +60,7 @@ void TriggerHintView::setHint(const TriggerHint& hint)
         break;
     case TriggerHint::Kind::Granted:
         _explanation->setText(
-            tr("The desktop has given %1. They can be changed in its settings, too.").arg(hint.text));
+            tr("Keys given by the desktop: %1. Others can be chosen in its settings.").arg(hint.text));
         break;
     case TriggerHint::Kind::Asked:
         _explanation->setText(tr("The desktop is being asked for these keys."));

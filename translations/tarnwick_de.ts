@@ -478,8 +478,8 @@ Für alle anderen lassen Sie eine Taste des Desktops diesen Befehl ausführen:
 <context>
     <name>tarnwick::TriggerHintView</name>
     <message>
-        <source>The desktop has given %1. They can be changed in its settings, too.</source>
-        <translation>Die Arbeitsumgebung hat %1 vergeben. Das lässt sich auch in ihren Einstellungen ändern.</translation>
+        <source>Keys given by the desktop: %1. Others can be chosen in its settings.</source>
+        <translation>Tasten, die die Arbeitsumgebung vergeben hat: %1. Andere lassen sich in ihren Einstellungen wählen.</translation>
     </message>
     <message>
         <source>The desktop is being asked for these keys.</source>

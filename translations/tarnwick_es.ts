@@ -478,8 +478,8 @@ Sobre ellas el menú obedece solo al puntero, y puede abrirse donde este se vio 
 <context>
     <name>tarnwick::TriggerHintView</name>
     <message>
-        <source>The desktop has given %1. They can be changed in its settings, too.</source>
-        <translation>El escritorio ha concedido %1. También se puede cambiar en sus ajustes.</translation>
+        <source>Keys given by the desktop: %1. Others can be chosen in its settings.</source>
+        <translation>Teclas concedidas por el escritorio: %1. En sus ajustes se pueden elegir otras.</translation>
     </message>
     <message>
         <source>The desktop is being asked for these keys.</source>

@@ -478,8 +478,8 @@ Au-dessus d’elles, le menu n’obéit qu’au pointeur, et il peut s’ouvrir 
 <context>
     <name>tarnwick::TriggerHintView</name>
     <message>
-        <source>The desktop has given %1. They can be changed in its settings, too.</source>
-        <translation>Le bureau a accordé %1. Cela peut aussi être modifié dans ses réglages.</translation>
+        <source>Keys given by the desktop: %1. Others can be chosen in its settings.</source>
+        <translation>Touches accordées par le bureau : %1. D’autres peuvent être choisies dans ses réglages.</translation>
     </message>
     <message>
         <source>The desktop is being asked for these keys.</source>

@@ -478,8 +478,8 @@ Over them the menu obeys the pointer alone, and it may open where the pointer wa
 <context>
     <name>tarnwick::TriggerHintView</name>
     <message>
-        <source>The desktop has given %1. They can be changed in its settings, too.</source>
-        <translation>デスクトップが %1 を割り当てました。デスクトップの設定でも変更できます。</translation>
+        <source>Keys given by the desktop: %1. Others can be chosen in its settings.</source>
+        <translation>デスクトップが割り当てたキー: %1。別のキーはデスクトップの設定で選べます。</translation>
     </message>
     <message>
         <source>The desktop is being asked for these keys.</source>

@@ -478,8 +478,8 @@ Over them the menu obeys the pointer alone, and it may open where the pointer wa
 <context>
     <name>tarnwick::TriggerHintView</name>
     <message>
-        <source>The desktop has given %1. They can be changed in its settings, too.</source>
-        <translation>桌面已分配 %1。也可以在桌面的设置中更改。</translation>
+        <source>Keys given by the desktop: %1. Others can be chosen in its settings.</source>
+        <translation>桌面分配的按键：%1。可在桌面的设置中选择其他按键。</translation>
     </message>
     <message>
         <source>The desktop is being asked for these keys.</source>

@@ -55,9 +55,9 @@ std::unique_ptr<GlobalHotKeys> makeHotKeys(LinuxSession& session, SwitchAnnounce
                                   {compositorOfSession(), afterFrontOf(announcements), &textOfCurrentLayout});
     QObject::connect(&session.bus(), &SessionBusWatch::changed, hotKeys.get(),
                      [keys = hotKeys.get(), &bus = session.bus()] { keys->setBus(bus.connection()); });
-    session.whenAskedForMenu([keys = QPointer(hotKeys.get())] {
+    session.whenAskedForMenu([keys = QPointer(hotKeys.get())](PopUpTrigger::Kind by) {
         if (keys)
-            keys->menuWasAskedFor();
+            keys->menuWasAskedFor(by);
     });
     return hotKeys;
 }

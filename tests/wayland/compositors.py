@@ -1,7 +1,9 @@
 # SPDX-License-Identifier: MIT
 """Private sessions of Wayland compositors without a screen, with a session bus, a home, and a person's hands and eyes in
 each. No X server is in them: what is started runs on Wayland itself."""
+import os
 import pathlib
+import signal
 import subprocess
 import tempfile
 
@@ -11,6 +13,7 @@ from harness.waiting import wait_for
 from harness.wayland_input import SIZE, FakeInput, VirtualInput, WaylandClient
 from picture import Picture
 
+OPTION, F4 = 64, 70
 _SIZE = "x".join(map(str, SIZE))
 _HEADLESS = {"WLR_BACKENDS": "headless", "WLR_LIBINPUT_NO_DEVICES": "1", "WLR_RENDERER": "pixman"}
 
@@ -111,9 +114,27 @@ class Sway(CompositorSession):
                       "bindsym Mod1+F4 kill\n")  # as in the other ones
 
     def _start_compositor(self):
-        configuration = self._write("sway/config", self._CONFIGURATION)
-        self._compositor = self.run("sway", "--config", configuration, **_HEADLESS)
+        self._configuration = self._write("sway/config", self._CONFIGURATION)
+        self._compositor = self.run("sway", "--config", self._configuration, **_HEADLESS)
         return self._socket_of(self._compositor)
+
+    def tell_what_compositor_it_is(self):
+        """What is started from now on finds in its environment what sway tells those that it starts."""
+        self.environment["SWAYSOCK"] = str(self._ipc())
+
+    def _ipc(self):
+        return next((self.directory / "run").glob("sway-ipc.*.sock"))
+
+    def close_window(self):
+        """The window in front is asked to close."""
+        self.call("swaymsg", "--socket", self._ipc(), "kill")
+
+    def configure(self, *lines):
+        """Puts lines into the configuration; returns when they count."""
+        with self._configuration.open("a", encoding="utf-8") as file:
+            file.writelines(f"{line}\n" for line, _place in lines)
+        self.call("swaymsg", "--socket", self._ipc(), "reload")  # is answered first, and done before the next question
+        self.call("swaymsg", "--socket", self._ipc(), "--type", "get_version")
 
 
 class Labwc(CompositorSession):
@@ -124,9 +145,30 @@ class Labwc(CompositorSession):
 <action name="Focus"/><action name="Raise"/></mousebind></context></mouse></labwc_config>
 """
 
+    def close_window(self):
+        """The window in front is asked to close; labwc keeps this key in any case."""
+        self.input.tap(F4, OPTION)
+
+    def tell_what_compositor_it_is(self):
+        """What is started from now on finds in its environment what labwc tells those that it starts."""
+        self.environment["LABWC_PID"] = str(self._compositor.pid)
+
+    def configure(self, *lines):
+        """Puts lines into the elements of the configuration that their places name ("rc.xml, <mouse>"); returns when they
+        count."""
+        text = self._configuration.read_text(encoding="utf-8")
+        for line, place in lines:
+            element = place.partition(", <")[2].rstrip(">")
+            whole = f"<{element}>{line}</{element}>"
+            text = text.replace("</labwc_config>", f"{whole}</labwc_config>")
+        self._configuration.write_text(text, encoding="utf-8")
+        os.kill(self._compositor.pid, signal.SIGHUP)
+        for _ in range(2):  # the signal may be looked at after what has come with it
+            self.input.wait_until_heard()
+
     def _start_compositor(self):
-        configuration = self._write("labwc/rc.xml", self._CONFIGURATION)
-        self._compositor = self.run("labwc", "-C", configuration.parent, **_HEADLESS)
+        self._configuration = self._write("labwc/rc.xml", self._CONFIGURATION)
+        self._compositor = self.run("labwc", "-C", self._configuration.parent, **_HEADLESS)
         socket = self._socket_of(self._compositor)
         subprocess.run(["wlr-randr", "--output", "HEADLESS-1", "--custom-mode", _SIZE], timeout=60, check=True,
                        env={**self.environment, "WAYLAND_DISPLAY": socket})
@@ -150,6 +192,10 @@ class KWin(Sway):
         (folder / "kxkbrc").write_text(f"[Layout]\nUse=true\nLayoutList={layouts}\n", encoding="utf-8")
         self.call("gdbus", "emit", "--session", "--object-path", "/Layouts", "--signal", "org.kde.keyboard.reloadConfig")
         self.choose_layout(0)
+
+    def close_window(self):
+        self.call("gdbus", "call", "--session", "--dest", "org.kde.kglobalaccel", "--object-path", "/component/kwin",
+                  "--method", "org.kde.kglobalaccel.Component.invokeShortcut", "Window Close")
 
     def choose_layout(self, number):
         self.call("gdbus", "call", "--session", "--dest", "org.kde.keyboard", "--object-path", "/Layouts",

@@ -1,15 +1,17 @@
 # SPDX-License-Identifier: MIT
-"""The preferences on Wayland itself: another hot key is recorded, though the compositor has the keys for itself else. Nothing
-is said to be missing: no alert is before the window."""
+"""The preferences on Wayland itself: another hot key is recorded, though the compositor has the keys for itself else, and a
+mouse button is learned. Nothing is said to be missing: no alert is before the window."""
 import os
 
-from case import WaylandTest, main, wait_for
+from case import NativeFixture, WaylandTest, main, wait_for
 from compositors import KWin
 from harness.accessible import FOCUSED, SHOWING
 from harness.preferences import BUTTON, LABEL
 from harness.tarnwick import settings_text
+from harness.wayland_input import MIDDLE_BUTTON
 
 ALT, F4, X, CONTROL, ESCAPE = 64, 70, 53, 37, 9
+ACTIVE = 1  # the state of a window
 INHIBITS = "zwp_keyboard_shortcuts_inhibit_manager_v1"
 
 
@@ -24,15 +26,15 @@ class Recording(WaylandTest):
         super().setUp()
         self.session.put_pointer_away()
         self.empty = self.session.picture()
-        settings = self.session.directory / "home/.config/Quorlane/Tarnwick.conf"
-        settings.parent.mkdir(parents=True, exist_ok=True)
-        settings.write_text(settings_text({"FirstRun": False, "MouseButton": 0}))
+        self.settings = self.session.directory / "home/.config/Quorlane/Tarnwick.conf"
+        self.settings.parent.mkdir(parents=True, exist_ok=True)
+        self.settings.write_text(settings_text({"FirstRun": False, "MouseButton": 0}))
         self.program = self.session.run(os.environ["TARNWICK_BINARY"], QT_QPA_PLATFORM="")
         self.addCleanup(self.program.stop)
         self.application = self.bus.application(self.program.pid)
         self.recorder = self.control("Shortcut, ", BUTTON)
-        # What the desktop says of the hot key comes later, and the window grows with it.
-        self.control("The desktop has given" if isinstance(self.session, KWin) else "This desktop gives no keys", LABEL)
+        # What the desktop says of the hot key may come later.
+        self.control("Keys given by the desktop" if isinstance(self.session, KWin) else "This desktop gives no keys", LABEL)
         self.wait_until_at_rest()
 
     def control(self, name, role):
@@ -74,8 +76,45 @@ class Recording(WaylandTest):
                 self.refused("The key combination ⌥F4 can't be used")
             else:
                 self.wait_until_shown("Option F4")
-        self.input.tap(F4, ALT)  # closes the window
+        self.assert_keys_are_the_compositors()
+
+    def assert_keys_are_the_compositors(self):
+        """One of them closes the window."""
+        wait_for(lambda: ACTIVE in self.application.children[0].states, "the window in front", step=0.05)
+        self.input.tap(F4, ALT)
         wait_for(lambda: SHOWING not in self.recorder.states, "no window", step=0.05)
+
+    def test_after_escape_keys_are_the_compositors(self):
+        self.start_recording()
+        self.input.tap(ESCAPE)
+        self.wait_until_shown("Option Z")
+        self.assert_keys_are_the_compositors()
+
+    def test_a_window_that_comes_to_the_front_ends_it_and_keys_are_the_compositors(self):
+        self.start_recording()
+        other = NativeFixture(self.session, "gtk3")
+        self.wait_until_shown("Option Z")
+        other.program.stop()
+        self.assert_keys_are_the_compositors()
+
+    def test_the_windows_end_is_its_end_and_keys_are_the_compositors(self):
+        self.start_recording()
+        self.session.close_window()
+        wait_for(lambda: SHOWING not in self.recorder.states, "no window", step=0.05)
+        self.session.call("gapplication", "launch", "example.quorlane.Tarnwick")
+        wait_for(lambda: SHOWING in self.recorder.states, "the window", step=0.05)
+        self.wait_until_shown("Option Z")
+        self.assert_keys_are_the_compositors()
+
+    def test_a_mouse_button_is_learned_by_a_click_in_the_control(self):
+        button = self.control("Mouse button, ", LABEL)
+        _, _, width, height = self.application.children[0].frame  # without the frame around it
+        left, _, right, bottom = self.wait_until_at_rest()
+        frame = (right - left - width) // 2  # as wide below as beside
+        x, y = button.center
+        self.input.click((left + frame + x, bottom - frame - height + y), MIDDLE_BUTTON)
+        wait_for(lambda: button.name == "Mouse button, Button Number: 25", "an extra button in the control")
+        wait_for(lambda: "MouseButton=25\n" in self.settings.read_text(), "an extra button in the settings", step=0.05)
 
     def test_any_key_is_recorded(self):
         self.start_recording()

@@ -26,7 +26,7 @@ constexpr char16_t Between = u'\f';
 bool hasWorked(const QString& line)
 {
     const auto known = UserDefaults::standardUserDefaults().objectForKey(TWLinesThatWorkKey).toString();
-    return known.split(Between).contains(line);
+    return known.split(Between, Qt::SkipEmptyParts).contains(line);
 }
 
 TriggerHint hintOf(const trigger_notation::Line& line)
@@ -101,22 +101,31 @@ void GlobalHotKeys::layoutChanged()
     changed();
 }
 
-void GlobalHotKeys::menuWasAskedFor()
+void GlobalHotKeys::menuWasAskedFor(PopUpTrigger::Kind by)
 {
-    auto& defaults = UserDefaults::standardUserDefaults();
-    QStringList lines;
-    if (defaults.boolForKey(TWEnableHotKeyKey)) {
-        const auto flags = SRCocoaToCarbonFlags(defaults.unsignedForKey(TWTriggerModifiersKey));
-        lines.append(
-            configurationHint(quint32(defaults.unsignedForKey(TWTriggerCharacterKey)), quint32(flags)).text);
-    }
-    if (defaults.boolForKey(TWEnableMouseButtonKey))
-        lines.append(mouseButtonHint(defaults.unsignedForKey(TWMouseButtonKey)).text);
-    lines.removeAll(QString());
-    if (std::ranges::all_of(lines, &hasWorked))
+    const QString line = _advisedFor(by);
+    if (line.isEmpty() || hasWorked(line))
         return;
-    defaults.setObjectForKey(lines.join(Between), TWLinesThatWorkKey);
+    QStringList lines{line};
+    const QString other =
+        _advisedFor(by == PopUpTrigger::Kind::Key ? PopUpTrigger::Kind::Pointer : PopUpTrigger::Kind::Key);
+    if (hasWorked(other))
+        lines.append(other);
+    UserDefaults::standardUserDefaults().setObjectForKey(lines.join(Between), TWLinesThatWorkKey);
     changed();
+}
+
+/// The line of the settings' hot key or mouse button; empty where that is switched off, or has none.
+QString GlobalHotKeys::_advisedFor(PopUpTrigger::Kind trigger) const
+{
+    const auto& defaults = UserDefaults::standardUserDefaults();
+    const bool isKey = trigger == PopUpTrigger::Kind::Key;
+    if (!defaults.boolForKey(isKey ? TWEnableHotKeyKey : TWEnableMouseButtonKey))
+        return {};
+    if (!isKey)
+        return mouseButtonHint(defaults.unsignedForKey(TWMouseButtonKey)).text;
+    const auto flags = SRCocoaToCarbonFlags(defaults.unsignedForKey(TWTriggerModifiersKey));
+    return configurationHint(quint32(defaults.unsignedForKey(TWTriggerCharacterKey)), quint32(flags)).text;
 }
 
 bool GlobalHotKeys::isRegistered(quint32 keyCode, quint32 modifiers) const

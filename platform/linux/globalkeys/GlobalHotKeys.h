@@ -5,6 +5,7 @@
 #include "platform/linux/globalkeys/Compositor.h"
 #include "platform/linux/globalkeys/HotKeyPresses.h"
 #include "platform/linux/globalkeys/TriggerKey.h"
+#include "platform/qt/menu/PopUpTrigger.h"
 #include "prefs/TriggerAdvice.h"
 
 #include <QDBusConnection>
@@ -54,9 +55,9 @@ public:
     virtual void setBus(const QDBusConnection& bus);
     /// The layout types something else now.
     virtual void layoutChanged();
-    /// Another program has asked for the menu: what the compositor is told to run does arrive. Is kept in the
-    /// settings, with the lines that are advised now.
-    void menuWasAskedFor();
+    /// Another program has asked for the menu: what the compositor is told to run at a key, or at a button,
+    /// does arrive. Is kept in the settings, as the line that is advised for that now.
+    void menuWasAskedFor(PopUpTrigger::Kind by);
 
 protected:
     struct Registered
@@ -80,6 +81,7 @@ protected:
     void changed() const;
 
 private:
+    [[nodiscard]] QString _advisedFor(PopUpTrigger::Kind trigger) const;
     [[nodiscard]] QString _freeAction() const;
 
     Session _session;

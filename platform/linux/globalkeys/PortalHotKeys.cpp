@@ -93,6 +93,7 @@ TriggerHint PortalHotKeys::hotKeyHint(quint32 keyCode, quint32 modifiers) const
         break; // it knows of the shortcut, and no keys for it
     case State::Idle:
     case State::NotOffered:
+    case State::Looking: // the most say no: the preferences are not to change before the person's eyes
         break;
     }
     return configurationHint(keyCode, modifiers);
@@ -129,10 +130,10 @@ void PortalHotKeys::_connect()
     _bus = bus;
     _watcher = std::make_unique<QDBusServiceWatcher>(Service, bus, QDBusServiceWatcher::WatchForOwnerChange);
     connect(_watcher.get(), &QDBusServiceWatcher::serviceOwnerChanged, this,
-            [this](const QString& /*name*/, const QString& /*former*/, const QString& owner) {
-                if (owner.isEmpty())
+            [this](const QString& /*name*/, const QString& former, const QString& owner) {
+                if (!former.isEmpty())
                     _portalGone();
-                else if (_state != State::Asked) // else it is being started for us
+                if (!owner.isEmpty() && _state != State::Looking) // else it is being started for us
                     _beginAgain();
             });
     _bus->connect(Service, Path, Shortcuts, u"Activated"_s, this,
@@ -155,6 +156,7 @@ void PortalHotKeys::_disconnect()
 void PortalHotKeys::_portalGone()
 {
     ++_round;
+    _offered = false;
     _forgetRequest();
     _session.clear();
     _granted.clear();
@@ -178,7 +180,7 @@ void PortalHotKeys::_beginAgain()
 
 void PortalHotKeys::_begin()
 {
-    _setState(State::Asked);
+    _setState(_offered ? State::Asked : State::Looking);
     // An older portal does not have it, and asks the service manager for the program.
     _bus->asyncCall(callOf(Path, Registry, u"Register"_s, {desktop_names::BusName, QVariantMap()}));
     auto* const version = new QDBusPendingCallWatcher(
@@ -188,10 +190,13 @@ void PortalHotKeys::_begin()
                 finished->deleteLater();
                 if (round != _round)
                     return;
-                if (finished->isError())
+                _offered = !finished->isError();
+                if (!_offered) {
                     _setState(State::NotOffered);
-                else
-                    _createSession();
+                    return;
+                }
+                _setState(State::Asked);
+                _createSession();
             });
 }
 
@@ -210,7 +215,7 @@ void PortalHotKeys::_sessionCreated(const QVariantMap& results)
         _setState(State::Refused);
         return;
     }
-    _bus->connect(Service, _session, PortalSession, u"Closed"_s, this, SLOT(_sessionClosed()));
+    _bus->connect(Service, _session, PortalSession, u"Closed"_s, this, SLOT(_sessionClosed(QDBusMessage)));
     _bind();
 }
 
@@ -286,7 +291,7 @@ void PortalHotKeys::_endSession()
     _forgetRequest();
     if (!_bus || _session.isEmpty())
         return;
-    _bus->disconnect(Service, _session, PortalSession, u"Closed"_s, this, SLOT(_sessionClosed()));
+    _bus->disconnect(Service, _session, PortalSession, u"Closed"_s, this, SLOT(_sessionClosed(QDBusMessage)));
     _bus->asyncCall(callOf(_session, PortalSession, u"Close"_s, {}));
     _session.clear();
 }
@@ -332,9 +337,12 @@ void PortalHotKeys::_takeDescriptions(const QList<PortalShortcut>& shortcuts)
         _granted.insert(shortcut.id, shortcut.properties.value(u"trigger_description"_s).toString());
 }
 
-/// By the desktop. Asking again at once might show its dialog again and again.
-void PortalHotKeys::_sessionClosed()
+/// By the desktop. Asking again at once might show its dialog again and again. Of an earlier session it may
+/// come late.
+void PortalHotKeys::_sessionClosed(const QDBusMessage& message)
 {
+    if (message.path() != _session)
+        return;
     _session.clear();
     _granted.clear();
     _setState(State::Refused);

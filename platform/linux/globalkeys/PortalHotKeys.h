@@ -48,12 +48,13 @@ private Q_SLOTS:
     void _deactivated(const QDBusObjectPath& session, const QString& id, qulonglong time,
                       const QVariantMap& options);
     void _shortcutsChanged(const QDBusMessage& message);
-    void _sessionClosed();
+    void _sessionClosed(const QDBusMessage& message);
 
 private:
     enum class State {
         Idle,       ///< no hot key
         NotOffered, ///< no portal, or none that has shortcuts
+        Looking,    ///< for a portal that has some
         Asked,      ///< it has not answered yet
         Answered,
         Refused,
@@ -82,7 +83,8 @@ private:
     std::optional<QDBusConnection> _bus;
     std::unique_ptr<QDBusServiceWatcher> _watcher;
     State _state = State::Idle;
-    quint64 _round = 0; ///< answers to earlier ones do not count
+    bool _offered = false; ///< the portal that is there has shortcuts
+    quint64 _round = 0;    ///< answers to earlier ones do not count
     int _tokens = 0;
     QString _requestPath; ///< whose answer is awaited
     void (PortalHotKeys::*_then)(const QVariantMap& results) = nullptr;

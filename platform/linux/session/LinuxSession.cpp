@@ -9,7 +9,6 @@
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/xdg/DesktopNames.h"
 #include "platform/qt/application/VisibleWindows.h"
-#include "platform/qt/menu/PopUpTrigger.h"
 
 #include <QSessionManager>
 #include <QThread>
@@ -149,11 +148,11 @@ void LinuxSession::_followRequests()
             reopen();
             return;
         }
+        const bool byKey = request == SessionInstance::Request::PopUp;
         if (_menuAskedFor)
-            _menuAskedFor();
+            _menuAskedFor(byKey ? PopUpTrigger::Kind::Key : PopUpTrigger::Kind::Pointer);
         if (_popUpRequest)
-            _popUpRequest->carryOut(hint, request == SessionInstance::Request::PopUp ? &popUpMenu
-                                                                                     : &popUpMenuByPointer);
+            _popUpRequest->carryOut(hint, byKey ? &popUpMenu : &popUpMenuByPointer);
     });
 }
 

@@ -5,6 +5,7 @@
 #include "platform/linux/look/WindowIcon.h"
 #include "platform/linux/session/QtArguments.h"
 #include "platform/linux/session/SessionBusWatch.h"
+#include "platform/qt/menu/PopUpTrigger.h"
 
 #include <QApplication>
 
@@ -38,8 +39,9 @@ public:
 
     /// Without one, other programs cannot have the menu opened. To be set before run().
     void setPopUpRequest(std::unique_ptr<PopUpRequest> request);
+    using AskedForMenu = std::function<void(PopUpTrigger::Kind by)>;
     /// `asked` runs whenever another program asks for the menu. To be set before run().
-    void whenAskedForMenu(std::function<void()> asked) { _menuAskedFor = std::move(asked); }
+    void whenAskedForMenu(AskedForMenu asked) { _menuAskedFor = std::move(asked); }
 
 private:
     void _followRequests();
@@ -51,7 +53,7 @@ private:
     std::unique_ptr<SessionInstance> _instance; ///< null for a visitor
     std::unique_ptr<TerminationSignals> _signals;
     std::unique_ptr<PopUpRequest> _popUpRequest;
-    std::function<void()> _menuAskedFor;
+    AskedForMenu _menuAskedFor;
 };
 
 } // namespace tarnwick

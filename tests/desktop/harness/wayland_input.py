@@ -91,6 +91,10 @@ class Input(WaylandClient):
         self._move(x, y)
         self._round_trip()
 
+    def wait_until_heard(self):
+        """Waits until the compositor has dealt with all that was done."""
+        self._round_trip()
+
     def press(self, code):
         self._key(code - _X_KEY_OFFSET, 1)
         self._round_trip()

@@ -944,7 +944,7 @@ TEST_F(AdviceTest, eachKind_hasItsText)
 {
     const std::pair<TriggerHint, QString> rows[] = {
         {{Kind::Granted, u"Meta+F5"_s},
-         u"The desktop has given Meta+F5. They can be changed in its settings, too."_s},
+         u"Keys given by the desktop: Meta+F5. Others can be chosen in its settings."_s},
         {{Kind::Asked}, u"The desktop is being asked for these keys."_s},
         {{Kind::Refused},
          u"The desktop has not given these keys. Record others, or allow them in its settings."_s},

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/contract/linux/globalkeys/FakePortal.h"
 
+#include <QDBusConnectionInterface>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
 
@@ -46,7 +47,9 @@ FakePortal::~FakePortal()
 
 void FakePortal::appear()
 {
-    _bus.registerService(Service);
+    // Another one that has the name gives it up.
+    _bus.interface()->registerService(Service, QDBusConnectionInterface::ReplaceExistingService,
+                                      QDBusConnectionInterface::AllowReplacement);
 }
 
 void FakePortal::vanish()
@@ -100,6 +103,12 @@ void FakePortal::closeSession()
     bound.clear();
 }
 
+void FakePortal::flush(const QDBusConnection& connection)
+{
+    static_cast<void>(connection.call(QDBusMessage::createMethodCall(
+        u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s, u"org.freedesktop.DBus"_s, u"GetId"_s)));
+}
+
 QString FakePortal::introspect(const QString& /*path*/) const
 {
     return {};
@@ -112,6 +121,7 @@ bool FakePortal::handleMessage(const QDBusMessage& message, const QDBusConnectio
     calls.append(method);
     if (method == u"Register" && message.interface() == u"org.freedesktop.host.portal.Registry") {
         programs.append(arguments.value(0).toString());
+        program = message.service();
         connection.send(message.createReply());
     } else if (method == u"Get" && arguments == QVariantList{Shortcuts, u"version"_s}) {
         connection.send(hasShortcuts

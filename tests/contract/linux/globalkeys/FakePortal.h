@@ -22,6 +22,7 @@ public:
     bool grantsNoKeys = false;      ///< lever: the shortcut is known, and no keys for it
     QStringList calls;              ///< look: the methods, in order
     QStringList programs;           ///< look: what connections have said they are
+    QString program;                ///< look: the name on the bus of the last one
     QList<PortalShortcut> bound;    ///< look: what the session has
     QString session;                ///< look: its path; empty without one
     int closedRequests = 0;         ///< look
@@ -39,6 +40,10 @@ public:
     /// Lever: the desktop's settings give other keys.
     void change(const QString& id, const QString& keys);
     void closeSession();
+    /// Returns when the bus has all that this has sent.
+    void flush() const { flush(_bus); }
+    /// Returns when all that the bus has sent so far to a connection waits in this thread.
+    static void flush(const QDBusConnection& connection);
 
     [[nodiscard]] QString introspect(const QString& path) const override;
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;

@@ -35,6 +35,7 @@ constexpr int QtAltF5 = 0x09000034;
 constexpr int Patience = 20000; // ms
 
 using Kind = TriggerHint::Kind;
+using By = PopUpTrigger::Kind;
 
 QString typed(quint16 virtualKeyCode, bool shift)
 {
@@ -316,6 +317,17 @@ protected:
         }
         settle();
     }
+    /// Returns when all that the portal has said so far waits in this thread to be heard.
+    void waitUntilToldToKeys() const
+    {
+        portal.flush();
+        for (int number = 1;; ++number) {
+            const QDBusConnection theirs(u"tarnwick global shortcuts %1"_s.arg(number));
+            ASSERT_LT(number, 1000);
+            if (theirs.isConnected() && theirs.baseService() == portal.program)
+                return FakePortal::flush(theirs);
+        }
+    }
     [[nodiscard]] bool registerAltZ() { return keys.registerEventHotKey(Z, Option, {}, 0).has_value(); }
 };
 
@@ -333,8 +345,14 @@ TEST_F(PortalTest, keepsThePromisesOfHotKeys)
 TEST_F(PortalTest, saysWhoItIsFirst)
 {
     ASSERT_TRUE(registerAltZ());
-    EXPECT_EQ(kind(), Kind::Asked) << "nothing waits for the portal";
+    EXPECT_EQ(kind(), Kind::Line) << "nothing waits for the portal";
+    QList<Kind> seen{kind()};
+    keys.addChangeObserver([&] {
+        if (seen.last() != kind())
+            seen.append(kind());
+    });
     EXPECT_TRUE(becomes([this] { return kind() == Kind::Granted; }));
+    EXPECT_EQ(seen, (QList{Kind::Line, Kind::Asked, Kind::Granted}));
     EXPECT_EQ(portal.calls, (QStringList{u"Register"_s, u"Get"_s, u"CreateSession"_s, u"BindShortcuts"_s}));
     EXPECT_EQ(portal.programs, QStringList{u"example.quorlane.Tarnwick"_s});
     ASSERT_EQ(portal.bound.size(), 1);
@@ -412,6 +430,55 @@ TEST_F(PortalTest, portalWithoutShortcuts_leavesTheLine)
     EXPECT_TRUE(becomes([this] { return kind() == Kind::Line; }));
     EXPECT_TRUE(keys.hotKeyHint(Z, Option).text.startsWith(u"bindsym Mod1+z exec "_s));
     EXPECT_FALSE(portal.calls.contains(u"CreateSession"_s));
+}
+
+TEST_F(PortalTest, whileItIsNotKnownWhetherThereAreShortcuts_nothingElseIsSaid)
+{
+    portal.hasShortcuts = false;
+    ASSERT_TRUE(registerAltZ());
+    QList<Kind> seen;
+    keys.addChangeObserver([&] { seen.append(kind()); });
+    EXPECT_TRUE(becomes([&] { return !seen.isEmpty(); }));
+    EXPECT_EQ(seen, QList{Kind::Line}) << "or the preferences would change before the person's eyes";
+}
+
+TEST_F(PortalTest, keysThatChangeBeforeThePortalAnswers_areOneSession)
+{
+    const auto first = keys.registerEventHotKey(Z, Option, {}, 0);
+    ASSERT_TRUE(first);
+    EXPECT_TRUE(keys.unregisterEventHotKey(*first));
+    ASSERT_TRUE(keys.registerEventHotKey(Z, Control, {}, 0));
+    EXPECT_TRUE(becomes([this] { return keys.hotKeyHint(Z, Control).kind == Kind::Granted; }));
+    settle();
+    EXPECT_EQ(portal.calls, (QStringList{u"Register"_s, u"Get"_s, u"Register"_s, u"Get"_s, u"CreateSession"_s,
+                                         u"BindShortcuts"_s}))
+        << "the answer to an earlier question does not count";
+}
+
+TEST_F(PortalTest, closingOfAnEarlierSession_thatIsHeardLate_doesNotCount)
+{
+    const auto first = keys.registerEventHotKey(Z, Option, {}, 0);
+    ASSERT_TRUE(first);
+    EXPECT_TRUE(becomes([this] { return kind() == Kind::Granted; }));
+    portal.closeSession();
+    waitUntilToldToKeys(); // and it has not listened yet
+    EXPECT_TRUE(keys.unregisterEventHotKey(*first));
+    ASSERT_TRUE(keys.registerEventHotKey(Z, Control, {}, 0));
+    bool refused = false;
+    const auto hint = [this] { return keys.hotKeyHint(Z, Control).kind; };
+    keys.addChangeObserver([&] { refused = refused || hint() == Kind::Refused; });
+    EXPECT_TRUE(becomes([&] { return hint() == Kind::Granted; }));
+    EXPECT_FALSE(refused);
+}
+
+TEST_F(PortalTest, portalThatAnotherReplaces_isAskedAgain)
+{
+    portal.person = FakePortal::Person::IsAsked;
+    ASSERT_TRUE(registerAltZ());
+    EXPECT_TRUE(becomes([this] { return portal.calls.contains(u"BindShortcuts"_s); }));
+    FakePortal next{address()};
+    EXPECT_TRUE(becomes([this] { return kind() == Kind::Granted; }));
+    EXPECT_EQ(next.bound.size(), 1);
 }
 
 TEST_F(PortalTest, portalThatKnowsNoKeys_leavesTheLine)
@@ -501,24 +568,39 @@ TEST_F(ConfiguredTest, theLine_isKnownToWorkOnceTheMenuWasAskedFor)
     EXPECT_FALSE(line.works);
     int changes = 0;
     keys.addChangeObserver([&] { ++changes; });
-    keys.menuWasAskedFor();
+    keys.menuWasAskedFor(By::Pointer);
+    EXPECT_EQ(changes, 0) << "that is another line";
+    EXPECT_FALSE(keys.hotKeyHint(Z, Option).works);
+    keys.menuWasAskedFor(By::Key);
     EXPECT_EQ(changes, 1);
     EXPECT_TRUE(keys.hotKeyHint(Z, Option).works);
     EXPECT_FALSE(keys.hotKeyHint(Z, Control).works) << "that is another line";
     EXPECT_FALSE(keys.mouseButtonHint(3).works) << "it is switched off";
-    keys.menuWasAskedFor();
+    keys.menuWasAskedFor(By::Key);
     EXPECT_EQ(changes, 1) << "nothing new";
 
     ConfiguredHotKeys later{session(Compositor::Sway)};
     EXPECT_TRUE(later.hotKeyHint(Z, Option).works) << "it is kept in the settings";
 }
 
-TEST_F(ConfiguredTest, linesOfBoth_areKnownToWork)
+TEST_F(ConfiguredTest, linesOfBoth_areKnownToWork_eachWhenItHasAsked)
 {
     UserDefaults::standardUserDefaults().setBoolForKey(true, TWEnableMouseButtonKey);
-    keys.menuWasAskedFor();
-    EXPECT_TRUE(keys.hotKeyHint(Z, Option).works);
+    keys.menuWasAskedFor(By::Pointer);
+    EXPECT_FALSE(keys.hotKeyHint(Z, Option).works);
     EXPECT_TRUE(keys.mouseButtonHint(3).works);
+    keys.menuWasAskedFor(By::Key);
+    EXPECT_TRUE(keys.hotKeyHint(Z, Option).works);
+    EXPECT_TRUE(keys.mouseButtonHint(3).works) << "still";
+}
+
+TEST_F(ConfiguredTest, lineOfOtherKeys_takesThePlaceOfTheFormer)
+{
+    keys.menuWasAskedFor(By::Key);
+    UserDefaults::standardUserDefaults().setObjectForKey(quint64(0x40000), TWTriggerModifiersKey); // Control
+    keys.menuWasAskedFor(By::Key);
+    EXPECT_TRUE(keys.hotKeyHint(Z, Control).works);
+    EXPECT_FALSE(keys.hotKeyHint(Z, Option).works);
 }
 
 TEST_F(ConfiguredTest, mouseButtonThatWasNotLearned_isTheFirstAtTheSide)
