@@ -73,8 +73,7 @@ void TriggerHintView::setHint(const TriggerHint& hint)
         _explanation->setText(tr("These keys are taken by %1. Record others.").arg(hint.text));
         break;
     case TriggerHint::Kind::Line:
-        _explanation->setText(
-            tr("This desktop gives no keys or buttons to programs. Put this into %1:").arg(hint.place));
+        _explanation->setText(tr("The compositor has to be told. Put this into %1:").arg(hint.place));
         break;
     case TriggerHint::Kind::Command:
         _explanation->setText(

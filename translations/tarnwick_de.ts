@@ -494,8 +494,8 @@ Für alle anderen lassen Sie eine Taste des Desktops diesen Befehl ausführen:
         <translation>Diese Tasten sind an %1 vergeben. Nehmen Sie andere auf.</translation>
     </message>
     <message>
-        <source>This desktop gives no keys or buttons to programs. Put this into %1:</source>
-        <translation>Diese Arbeitsumgebung gibt Programmen keine Tasten. Tragen Sie dies in %1 ein:</translation>
+        <source>The compositor has to be told. Put this into %1:</source>
+        <translation>Das muss dem Compositor gesagt werden. Tragen Sie dies in %1 ein:</translation>
     </message>
     <message>
         <source>This desktop gives no keys to programs. Let one of its own run this command:</source>

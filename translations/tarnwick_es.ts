@@ -494,8 +494,8 @@ Sobre ellas el menú obedece solo al puntero, y puede abrirse donde este se vio 
         <translation>Estas teclas ya las usa %1. Grabe otras.</translation>
     </message>
     <message>
-        <source>This desktop gives no keys or buttons to programs. Put this into %1:</source>
-        <translation>Este escritorio no concede teclas ni botones a los programas. Añada esto a %1:</translation>
+        <source>The compositor has to be told. Put this into %1:</source>
+        <translation>Hay que indicárselo al compositor. Añada esto a %1:</translation>
     </message>
     <message>
         <source>This desktop gives no keys to programs. Let one of its own run this command:</source>

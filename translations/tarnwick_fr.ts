@@ -494,8 +494,8 @@ Au-dessus d’elles, le menu n’obéit qu’au pointeur, et il peut s’ouvrir 
         <translation>Ces touches sont déjà utilisées par %1. Enregistrez-en d'autres.</translation>
     </message>
     <message>
-        <source>This desktop gives no keys or buttons to programs. Put this into %1:</source>
-        <translation>Ce bureau n'accorde ni touches ni boutons aux programmes. Ajoutez ceci à %1 :</translation>
+        <source>The compositor has to be told. Put this into %1:</source>
+        <translation>Il faut l'indiquer au compositeur. Ajoutez ceci à %1 :</translation>
     </message>
     <message>
         <source>This desktop gives no keys to programs. Let one of its own run this command:</source>

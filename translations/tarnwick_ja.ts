@@ -494,8 +494,8 @@ Over them the menu obeys the pointer alone, and it may open where the pointer wa
         <translation>このキーは %1 が使用しています。別のキーを記録してください。</translation>
     </message>
     <message>
-        <source>This desktop gives no keys or buttons to programs. Put this into %1:</source>
-        <translation>このデスクトップはキーもボタンもプログラムに割り当てません。%1 に次の内容を追加してください：</translation>
+        <source>The compositor has to be told. Put this into %1:</source>
+        <translation>コンポジターへの設定が必要です。%1 に次の内容を追加してください：</translation>
     </message>
     <message>
         <source>This desktop gives no keys to programs. Let one of its own run this command:</source>

@@ -494,8 +494,8 @@ Over them the menu obeys the pointer alone, and it may open where the pointer wa
         <translation>这些按键已被 %1 占用。请录制其他按键。</translation>
     </message>
     <message>
-        <source>This desktop gives no keys or buttons to programs. Put this into %1:</source>
-        <translation>此桌面不向程序分配按键或按钮。请将以下内容加入 %1：</translation>
+        <source>The compositor has to be told. Put this into %1:</source>
+        <translation>需要在合成器中设置。请将以下内容加入 %1：</translation>
     </message>
     <message>
         <source>This desktop gives no keys to programs. Let one of its own run this command:</source>
