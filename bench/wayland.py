@@ -8,7 +8,7 @@ _IN_ROOT = (str(pathlib.Path(__file__).resolve().parents[1] / "scripts/in-root")
 _BUILD = "/tarnwick/build/trixie"
 _TARGETS = ("tarnwick", "bench", "menu_fixture_gtk3", "menu_fixture_qt6")
 _ENVIRONMENT = (f"TARNWICK_BINARY={_BUILD}/tarnwick", f"TARNWICK_BENCH={_BUILD}", f"TARNWICK_FIXTURES={_BUILD}/tests",
-                "PYTHONDONTWRITEBYTECODE=1")
+                f"TARNWICK_RELAY={_BUILD}/bench_wayland_relay", "PYTHONDONTWRITEBYTECODE=1")
 
 
 def rows():

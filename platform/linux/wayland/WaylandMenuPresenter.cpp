@@ -150,6 +150,7 @@ std::optional<QPoint> WaylandMenuPresenter::_waitForPointer()
         connect(this, &WaylandMenuPresenter::cancelled, &loop, &QEventLoop::quit);
         QTimer::singleShot(PointerPatience, &loop, &QEventLoop::quit);
         loop.exec();
+        _nudge.stop(); // the menu may lie over the place from now on
     }
     const QScreen* screen = QGuiApplication::primaryScreen();
     if (_cancelled || !screen)
