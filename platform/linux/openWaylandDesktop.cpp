@@ -97,6 +97,7 @@ std::optional<Desktop> openWaylandDesktop(int& argc, char** argv)
     auto session = std::make_unique<LinuxSession>(argc, argv, LinuxSession::Part::Tarnwick, "wayland");
     connection->follow();
     const std::shared_ptr<CompositorConnection> toolkits = CompositorConnection::ofToolkit();
+    session->setCompositorIsGone([toolkits] { return toolkits->isBroken(); });
     const auto keyboard = std::make_shared<WaylandKeyboard>(toolkits);
     const auto inhibitor = std::make_shared<WaylandShortcutsInhibitor>(toolkits, keyboard);
     const auto keymap = [keyboard] { return keyboard->keymap(); };

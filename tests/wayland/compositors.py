@@ -35,9 +35,7 @@ class CompositorSession(Session):
         self.environment.pop("DISPLAY", None)
         self.environment.update(XDG_SESSION_TYPE="wayland", GDK_BACKEND="wayland", QT_QPA_PLATFORM="wayland")
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = self._start_bus()
-        self.environment["WAYLAND_DISPLAY"] = self._start_compositor()
-        self.input = self.input_class(self.environment["WAYLAND_DISPLAY"])
-        wait_for(self._is_drawn, "the screen as large as it is to be, and drawn", step=0.02)
+        self.begin_compositor()
         return self
 
     def stop(self):
@@ -50,6 +48,12 @@ class CompositorSession(Session):
         self.input.close()
         self.input = None
         self._compositor.kill()
+
+    def begin_compositor(self):
+        """Another one comes."""
+        self.environment["WAYLAND_DISPLAY"] = self._start_compositor()
+        self.input = self.input_class(self.environment["WAYLAND_DISPLAY"])
+        wait_for(self._is_drawn, "the screen as large as it is to be, and drawn", step=0.02)
 
     def picture(self):
         """What is on the screen now; the pointer is part of it."""
@@ -84,6 +88,8 @@ class CompositorSession(Session):
         return (picture.width, picture.height, picture.at(0, 0)) == (*SIZE, self.ground)
 
     def screenshot(self, path):
+        if not self.input:
+            return  # there is no screen any more
         path.write_bytes(self.picture().png())
 
     def _start_compositor(self):
@@ -101,7 +107,7 @@ class CompositorSession(Session):
 
     def _write(self, name, text):
         path = self.directory / name
-        path.parent.mkdir()
+        path.parent.mkdir(exist_ok=True)
         path.write_text(text, encoding="utf-8")
         return path
 

@@ -81,11 +81,22 @@ void terminate()
 }
 
 bool running = false;
+std::function<bool()> compositorIsGone;
 
 bool displayIsGone()
 {
     const auto& x11 = X11Connection::shared();
     return x11 && xcb_connection_has_error(x11.get()) != 0;
+}
+
+void storeSettings()
+{
+    DefaultsStore::shared().synchronize();
+}
+
+[[noreturn]] void endNow()
+{
+    std::_Exit(failure::endsProcess() ? EXIT_FAILURE : EXIT_SUCCESS);
 }
 
 /// Libraries end the process where it stands, as if it had failed: Qt when the display goes, the one that
@@ -94,9 +105,10 @@ void endInOrder()
 {
     if (!std::exchange(running, false))
         return;
+    storeSettings(); // should anything of what follows ask the display, it is the end
     terminate();
-    DefaultsStore::shared().synchronize();
-    std::_Exit(failure::endsProcess() ? EXIT_FAILURE : EXIT_SUCCESS);
+    storeSettings();
+    endNow();
 }
 
 QtMessageHandler handleMessageAsBefore = nullptr;
@@ -104,10 +116,17 @@ QtMessageHandler handleMessageAsBefore = nullptr;
 /// Before Qt, or Xlib for it, ends the process, Qt says so. A session that ends is no reason for noise.
 void handleMessage(QtMsgType type, const QMessageLogContext& context, const QString& message)
 {
-    if (QThread::currentThread() == qApp->thread() && displayIsGone())
+    const bool here = QThread::currentThread() == qApp->thread();
+    if (here && displayIsGone()) {
         endInOrder();
-    else
+    } else if (here && compositorIsGone && compositorIsGone()) {
+        if (running)
+            std::fputs("Tarnwick ends: the Wayland compositor has gone.\n", stderr);
+        endInOrder();
+        endNow(); // the toolkit has complained again on the way to the end
+    } else {
         handleMessageAsBefore(type, context, message);
+    }
 }
 
 } // namespace
@@ -166,6 +185,7 @@ int LinuxSession::run(const std::function<void()>& launch)
     static_cast<void>(X11Connection::shared());
     std::atexit(&endInOrder);
     handleMessageAsBefore = qInstallMessageHandler(&handleMessage);
+    compositorIsGone = _compositorIsGone;
     running = true;
     // With its event loop the toolkit asks the buses for screen readers: the hot key need not wait for that.
     launch();
@@ -173,6 +193,7 @@ int LinuxSession::run(const std::function<void()>& launch)
     const int status = Application::shared().terminating() ? EXIT_SUCCESS : QApplication::exec();
     running = false;
     qInstallMessageHandler(handleMessageAsBefore);
+    compositorIsGone = nullptr;
     if (_instance)
         _instance->setRequested({});
     terminate(); // where the session manager has ended the loop, the delegate has not been told yet

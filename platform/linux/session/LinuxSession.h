@@ -43,6 +43,10 @@ public:
     /// `asked` runs whenever another program asks for the menu. To be set before run().
     void whenAskedForMenu(AskedForMenu asked) { _menuAskedFor = std::move(asked); }
 
+    /// Asked whenever the toolkit complains: where the compositor has gone, the program ends in order before
+    /// the toolkit ends it where it stands. To be set before run().
+    void setCompositorIsGone(std::function<bool()> isGone) { _compositorIsGone = std::move(isGone); }
+
 private:
     void _followRequests();
 
@@ -54,6 +58,7 @@ private:
     std::unique_ptr<TerminationSignals> _signals;
     std::unique_ptr<PopUpRequest> _popUpRequest;
     AskedForMenu _menuAskedFor;
+    std::function<bool()> _compositorIsGone;
 };
 
 } // namespace tarnwick

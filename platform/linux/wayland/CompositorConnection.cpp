@@ -69,6 +69,11 @@ void* CompositorConnection::_bind(const wl_interface& interface, quint32 version
     return wl_registry_bind(_registry, global->name, &interface, std::min(version, global->version));
 }
 
+bool CompositorConnection::isBroken() const
+{
+    return wl_display_get_error(_display) != 0;
+}
+
 void CompositorConnection::flush()
 {
     if (wl_display_flush(_display) < 0 && errno != EAGAIN)

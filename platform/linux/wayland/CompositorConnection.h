@@ -42,6 +42,9 @@ public:
     /// From now on events come from the event loop: the application object is there.
     void follow();
 
+    /// Whether the compositor has gone, or has hung up.
+    [[nodiscard]] bool isBroken() const;
+
     /// Sends what has been asked.
     void flush();
     /// Takes in all that the compositor has to tell by now. Not from inside an event of this connection.
