@@ -136,7 +136,7 @@ std::optional<Desktop> openWaylandDesktop(int& argc, char** argv)
     });
     desktop.hotKeys = std::move(hotKeys);
     auto presenter = std::make_unique<WaylandMenuPresenter>(
-        *connection, std::make_unique<FrontMenuTarget>(*reading->front, reading->tree, toplevels));
+        *connection, std::make_unique<FrontMenuTarget>(*reading, toplevels));
     static_cast<WaylandFrontApplication&>(*reading->front).setExcuse([presenter = QPointer(presenter.get())] {
         return presenter && presenter->hasKeyboard();
     });

@@ -56,10 +56,10 @@ AtspiWindow AtspiActiveWindow::_foundAs(const BusReference& window) const
     return {window, _applications.processOf(window)};
 }
 
-bool AtspiActiveWindow::isActive(const BusReference& window, Deadline deadline)
+bool AtspiActiveWindow::isInactive(const BusReference& window, Deadline deadline)
 {
     const auto states = _applications.statesOf(window, deadline);
-    return states && atspi::has(*states, atspi::StateActive);
+    return states && !atspi::has(*states, atspi::StateActive);
 }
 
 } // namespace tarnwick

@@ -32,8 +32,8 @@ public:
     [[nodiscard]] AtspiWindow current(std::optional<qint64> processIdentifier = {},
                                       const std::optional<QString>& title = {});
 
-    /// Whether that window says by the deadline that it is.
-    [[nodiscard]] bool isActive(const BusReference& window, Deadline deadline);
+    /// Whether that window says by the deadline that it is not.
+    [[nodiscard]] bool isInactive(const BusReference& window, Deadline deadline);
 
 private:
     [[nodiscard]] AtspiWindow _windowOf(qint64 processIdentifier, const std::optional<QString>& title,

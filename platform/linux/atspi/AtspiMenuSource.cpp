@@ -15,10 +15,9 @@ using namespace atspi;
 
 namespace {
 
-bool saysDisabled(sd_bus_message* states)
+bool saysDisabled(const std::optional<quint64>& states)
 {
-    const auto words = decodeStates(states);
-    return words && !has(*words, StateSensitive) && !has(*words, StateEnabled);
+    return states && !has(*states, StateSensitive) && !has(*states, StateEnabled);
 }
 
 /// Whether an application grows with each question after the keys of an item.
@@ -30,15 +29,6 @@ bool losesKeyBindings(AtspiToolkit toolkit)
 bool isWhole(const QList<AtspiFacts>& items)
 {
     return std::ranges::all_of(items, [](const AtspiFacts& item) { return item.states.has_value(); });
-}
-
-QList<BusReference> menusIn(const QList<MenuRow>& rows)
-{
-    QList<BusReference> menus;
-    for (const MenuRow& row : rows)
-        if (row.kind == MenuRow::Kind::Holder)
-            menus.append(row.contents);
-    return menus;
 }
 
 } // namespace
@@ -64,11 +54,11 @@ std::optional<QList<MenuRow>> AtspiMenuSource::readMenu(const BusReference& cont
     return ahead == _ahead.cend() ? _read(contents, MenuLevel::Menu) : *ahead;
 }
 
-void AtspiMenuSource::readAhead(const QByteArray& service, std::chrono::milliseconds most)
+bool AtspiMenuSource::readAhead(const QByteArray& service, std::chrono::milliseconds most)
 {
     _ahead.clear();
     if (service != _service)
-        return;
+        return false;
     const ReadingBudget::Reading reading(_budget);
     const Deadline deadline = reading.deadline().atMostIn(most);
     for (QList<BusReference> level = _menusOfBar; !level.isEmpty() && !deadline.passed();) {
@@ -82,6 +72,7 @@ void AtspiMenuSource::readAhead(const QByteArray& service, std::chrono::millisec
         }
         level = below;
     }
+    return true;
 }
 
 bool AtspiMenuSource::press(const MenuRow& row)
@@ -89,10 +80,17 @@ bool AtspiMenuSource::press(const MenuRow& row)
     const MenuPressCalls calls{
         [this] { return _bus.standingConnection(); },
         [this, item = row.item] { return _bus.stateCall(item); },
-        saysDisabled,
+        [](sd_bus_message* answer) { return saysDisabled(decodeStates(answer)); },
         [this, item = row.item] { return _bus.actionCall(item); },
     };
     return MenuPress::start(calls, row.enabled, &_presses);
+}
+
+bool AtspiMenuSource::isDisabledNow(const MenuRow& row, Deadline deadline)
+{
+    AtspiFacts item{.reference = row.item};
+    _bus.ask({{&item, AtspiQuestion::States}}, deadline);
+    return saysDisabled(item.states);
 }
 
 std::optional<QList<MenuRow>> AtspiMenuSource::_read(const BusReference& menu, MenuLevel level)

@@ -25,10 +25,12 @@ public:
     std::optional<QList<MenuRow>> readBar(const BusReference& bar) override;
     std::optional<QList<MenuRow>> readMenu(const BusReference& contents) override;
     bool press(const MenuRow& row) override;
+    [[nodiscard]] bool isDisabledNow(const MenuRow& row, Deadline deadline) override;
 
     /// Reads all menus below the bar that was read last, if `service` has it, for `most` at most. The pop-up
     /// that is open or opens next shows those that were read whole as they are now, whatever becomes of them.
-    void readAhead(const QByteArray& service, std::chrono::milliseconds most);
+    /// False when it is another's.
+    bool readAhead(const QByteArray& service, std::chrono::milliseconds most);
 
 private:
     struct Answer

@@ -87,4 +87,9 @@ bool MenuItemElement::perform(const QString& action) const
     return actionNames().contains(action) && _source.press(_row);
 }
 
+bool MenuItemElement::isDisabledNow(Deadline deadline) const
+{
+    return _row.enabled && _source.isDisabledNow(_row, deadline);
+}
+
 } // namespace tarnwick

@@ -22,6 +22,9 @@ public:
     [[nodiscard]] std::optional<qint64> processIdentifier() const override { return _processIdentifier; }
     [[nodiscard]] QStringList actionNames() const override;
     bool perform(const QString& action) const override;
+    /// Whether an item that could be chosen says by the deadline that it can't be any more; asks the
+    /// application.
+    [[nodiscard]] bool isDisabledNow(Deadline deadline) const;
 
 protected:
     [[nodiscard]] QByteArray identity() const override;

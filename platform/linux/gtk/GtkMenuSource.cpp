@@ -5,6 +5,7 @@
 #include "platform/linux/gtk/GtkMenuDecode.h"
 #include "platform/linux/menus/MenuPress.h"
 #include "platform/linux/x11/X11ServerTime.h"
+#include "platform/qt/menu/MenuTracking.h"
 
 #include <QCoreApplication>
 
@@ -59,6 +60,11 @@ bool appendParameter(sd_bus_message* call, const std::optional<SdBusValue>& para
 
 } // namespace
 
+GtkMenuSource::GtkMenuSource(SessionBus& bus, ReadingBudget& budget) : _bus(bus), _budget(budget)
+{
+    QObject::connect(&MenuTracking::shared(), &MenuTracking::ended, &_presses, [this] { _ahead.clear(); });
+}
+
 struct GtkMenuSource::Reading
 {
     QByteArray service;
@@ -77,27 +83,56 @@ BusReference GtkMenuSource::reference(const QByteArray& service, const GtkMenuPl
 
 std::optional<QList<MenuRow>> GtkMenuSource::readBar(const BusReference& bar)
 {
-    auto rows = readMenu(bar);
+    auto rows = _readNow(bar);
     if (rows) // as in a bar of the toolkit's own
         rows->removeIf([](const MenuRow& row) { return row.kind == MenuRow::Kind::Separator; });
+    _service = bar.service;
+    _menusOfBar = menusIn(rows.value_or(QList<MenuRow>()));
     return rows;
 }
 
 std::optional<QList<MenuRow>> GtkMenuSource::readMenu(const BusReference& contents)
 {
+    const auto ahead = _ahead.constFind(contents);
+    return ahead == _ahead.cend() ? _readNow(contents) : *ahead;
+}
+
+void GtkMenuSource::readAhead(const QByteArray& service, std::chrono::milliseconds most)
+{
+    _ahead.clear();
+    if (service != _service)
+        return;
+    const ReadingBudget::Reading reading(_budget);
+    const Deadline deadline = reading.deadline().atMostIn(most);
+    QList<BusReference> waiting = _menusOfBar;
+    while (!waiting.isEmpty()) {
+        const BusReference menu = waiting.takeFirst();
+        const auto rows = _readNow(menu, deadline);
+        if (deadline.passed()) // something may be missing
+            return;
+        if (!rows || _ahead.contains(menu))
+            continue;
+        _ahead.insert(menu, *rows);
+        waiting += menusIn(*rows);
+    }
+}
+
+std::optional<QList<MenuRow>> GtkMenuSource::_readNow(const BusReference& menu,
+                                                      std::optional<Deadline> deadline)
+{
     const ReadingBudget::Reading budget(_budget);
-    const auto place = GtkMenuPlace::fromPath(contents.path);
-    if (!place || !_bus.stands(contents))
+    const auto place = GtkMenuPlace::fromPath(menu.path);
+    if (!place || !_bus.stands(menu))
         return std::nullopt;
-    Reading reading{contents.service, *place, {}, {}, {}};
+    Reading reading{menu.service, *place, {}, {}, {}};
     QSet<quint32> groups{place->number.group};
     for (int round = 0; round < MaximumRounds && !groups.isEmpty(); ++round) {
-        _read(reading, groups, budget.deadline());
+        _read(reading, groups, deadline.value_or(budget.deadline()));
         groups = groupsOf(missingSections(reading.menus, place->number)) - reading.groups;
     }
     if (!reading.menus.contains(place->number))
         return std::nullopt;
-    return gtkNormalForm(reading.menus, *place, reading.actions, contents);
+    return gtkNormalForm(reading.menus, *place, reading.actions, menu);
 }
 
 void GtkMenuSource::_read(Reading& reading, const QSet<quint32>& groups, Deadline deadline)
@@ -158,6 +193,17 @@ bool GtkMenuSource::press(const MenuRow& row)
         [this, row] { return _activation(row); },
     };
     return MenuPress::start(calls, row.enabled, &_presses);
+}
+
+bool GtkMenuSource::isDisabledNow(const MenuRow& row, Deadline deadline)
+{
+    if (!row.action || !_bus.stands(row.item))
+        return false;
+    bool disabled = false;
+    _bus.standingConnection()->exchange(
+        1, [&](qsizetype /*index*/) { return _actionCall(row, "Describe"); },
+        [&](qsizetype /*index*/, sd_bus_message* reply) { disabled = saysDisabled(reply); }, deadline);
+    return disabled;
 }
 
 SdBusMessage GtkMenuSource::_actionCall(const MenuRow& row, const char* member)

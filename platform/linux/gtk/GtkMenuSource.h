@@ -6,6 +6,7 @@
 #include "platform/linux/menus/MenuSource.h"
 #include "platform/linux/menus/ReadingBudget.h"
 
+#include <QHash>
 #include <QObject>
 #include <QSet>
 
@@ -17,7 +18,7 @@ class GtkMenuSource final : public MenuSource
 {
 public:
     /// Both must outlive this.
-    GtkMenuSource(SessionBus& bus, ReadingBudget& budget) : _bus(bus), _budget(budget) {}
+    GtkMenuSource(SessionBus& bus, ReadingBudget& budget);
 
     /// A reference to the menu at `place` that the program `service` exports; empty when the bus cannot be
     /// reached.
@@ -26,10 +27,19 @@ public:
     std::optional<QList<MenuRow>> readBar(const BusReference& bar) override;
     std::optional<QList<MenuRow>> readMenu(const BusReference& contents) override;
     bool press(const MenuRow& row) override;
+    [[nodiscard]] bool isDisabledNow(const MenuRow& row, Deadline deadline) override;
+
+    /// Reads all menus below the bar that was read last, if `service` exports it, for `most` at most. The
+    /// pop-up that is open or opens next shows those that were read by then as they are now, whatever becomes
+    /// of them.
+    void readAhead(const QByteArray& service, std::chrono::milliseconds most);
 
 private:
     struct Reading;
 
+    /// Without a deadline: what there is left of the budget.
+    [[nodiscard]] std::optional<QList<MenuRow>> _readNow(const BusReference& menu,
+                                                         std::optional<Deadline> deadline = {});
     /// Reads the menus of the groups, and the actions that have not been asked for yet, in one go.
     void _read(Reading& reading, const QSet<quint32>& groups, Deadline deadline);
     [[nodiscard]] SdBusMessage _call(const Reading& reading, const char* interface, const char* member,
@@ -41,7 +51,10 @@ private:
 
     SessionBus& _bus;
     ReadingBudget& _budget;
-    QObject _presses; ///< owns those on their way
+    QByteArray _service;                        ///< that exports the bar that was read last
+    QList<BusReference> _menusOfBar;            ///< of that one
+    QHash<BusReference, QList<MenuRow>> _ahead; ///< while our menu is open, or opens
+    QObject _presses;                           ///< owns those on their way
 };
 
 } // namespace tarnwick

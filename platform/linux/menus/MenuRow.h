@@ -4,6 +4,7 @@
 #include "platform/linux/bus/BusReference.h"
 #include "platform/linux/menus/MenuShortcut.h"
 
+#include <QList>
 #include <QString>
 
 #include <memory>
@@ -28,5 +29,15 @@ struct MenuRow
     std::shared_ptr<const GtkMenuAction> action;
     BusReference contents; ///< a holder's submenu; the item itself where the toolkit has no menu between
 };
+
+/// What the holders among them hold.
+[[nodiscard]] inline QList<BusReference> menusIn(const QList<MenuRow>& rows)
+{
+    QList<BusReference> menus;
+    for (const MenuRow& row : rows)
+        if (row.kind == MenuRow::Kind::Holder)
+            menus.append(row.contents);
+    return menus;
+}
 
 } // namespace tarnwick

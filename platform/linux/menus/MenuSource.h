@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/bus/Deadline.h"
 #include "platform/linux/menus/MenuRow.h"
 
 #include <QList>
@@ -23,6 +24,9 @@ public:
     /// Activates a row of kind Item once, soon. False when that is known to be impossible. Keyboard and
     /// pointer have been given back by now, and the display server knows it.
     virtual bool press(const MenuRow& row) = 0;
+
+    /// Whether a row of kind Item, enabled when it was read, says by the deadline that it is not any more.
+    [[nodiscard]] virtual bool isDisabledNow(const MenuRow& row, Deadline deadline) = 0;
 };
 
 } // namespace tarnwick

@@ -22,6 +22,8 @@ public:
     std::optional<QList<MenuRow>> readMenu(const BusReference& contents) override;
     /// Performs the item's action now.
     bool press(const MenuRow& row) override;
+    /// Never: whether that can be is asked by the press itself.
+    [[nodiscard]] bool isDisabledNow(const MenuRow& /*row*/, Deadline /*deadline*/) override { return false; }
 };
 
 } // namespace tarnwick

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/linux/atspi/AccessibleTree.h"
-#include "platform/linux/front/FrontApplication.h"
+#include "menu/MenuItem.h"
+#include "menu/ProxyMenuItem.h"
+#include "platform/linux/elements/LinuxReading.h"
+#include "platform/linux/elements/MenuItemElement.h"
 #include "platform/linux/wayland/ForeignToplevels.h"
 #include "platform/linux/wayland/MenuTarget.h"
 
@@ -14,34 +16,46 @@ class FrontMenuTarget final : public MenuTarget
 public:
     static constexpr std::chrono::milliseconds MostForReading{250};
 
-    /// All must outlive this.
-    FrontMenuTarget(const FrontApplication& front, AccessibleTree& tree, ForeignToplevels& toplevels)
-        : _front(front), _tree(tree), _toplevels(toplevels)
+    /// Both must outlive this.
+    FrontMenuTarget(LinuxReading& reading, ForeignToplevels& toplevels)
+        : _reading(reading), _toplevels(toplevels)
     {
     }
 
     void fix() override
     {
-        _window = _front.current().accessible;
+        _window = _reading.front->current();
         _toplevel = _toplevels.active();
     }
-    void readAhead() override { _tree.menus.readAhead(_window.service, MostForReading); }
+    void readAhead() override
+    {
+        const bool isInTree = _reading.tree.menus.readAhead(_window.accessible.service, MostForReading);
+        if (isInTree || !_window.processIdentifier)
+            return;
+        if (const auto exporter = _reading.exports.applications.of(*_window.processIdentifier))
+            _reading.exports.menus.readAhead(exporter->service, MostForReading);
+    }
     void giveFocusBack() override
     {
         if (_toplevels.activeNow() == 0)
             _toplevels.activate(_toplevel);
     }
-    [[nodiscard]] bool isActive(int patience) override
+    [[nodiscard]] bool takes(const MenuItem& item, int patience) override
     {
-        return !_window ||
-               _tree.activeWindow.isActive(_window, Deadline::in(std::chrono::milliseconds(patience)));
+        const auto* const proxy = dynamic_cast<const ProxyMenuItem*>(item.target().get());
+        if (!proxy)
+            return true; // an entry of our own
+        const Deadline deadline = Deadline::in(std::chrono::milliseconds(patience));
+        const auto* const element = dynamic_cast<const MenuItemElement*>(proxy->itemAXUIElementRef().get());
+        const BusReference& window = _window.accessible;
+        return !(window && _reading.tree.activeWindow.isInactive(window, deadline)) &&
+               !(element && element->isDisabledNow(deadline));
     }
 
 private:
-    const FrontApplication& _front;
-    AccessibleTree& _tree;
+    LinuxReading& _reading;
     ForeignToplevels& _toplevels;
-    BusReference _window;
+    FrontWindow _window;
     ForeignToplevels::Window _toplevel = 0;
 };
 

@@ -3,6 +3,8 @@
 
 namespace tarnwick {
 
+class MenuItem;
+
 /// The application that a menu is for, as the presenter has to know it. GUI thread only.
 class MenuTarget
 {
@@ -16,9 +18,10 @@ public:
     virtual void readAhead() = 0;
     /// Has its window have the keyboard again, where a click on our menu has taken that away for good.
     virtual void giveFocusBack() = 0;
-    /// Whether its window is the active one now. True when there is none. Waits for its answer, but for less
-    /// than `patience` milliseconds.
-    [[nodiscard]] virtual bool isActive(int patience) = 0;
+    /// Whether a choice of that item can be carried out now: of an item of the application neither its window
+    /// says that it is not the active one, nor the item that it is disabled. What says nothing within
+    /// `patience` milliseconds is busy, and the choice is its own to deal with.
+    [[nodiscard]] virtual bool takes(const MenuItem& item, int patience) = 0;
 };
 
 } // namespace tarnwick

@@ -27,9 +27,11 @@ namespace {
 /// The place comes after 3 to 10 ms, the keyboard after 3 to 6 ms.
 constexpr auto PointerPatience = 100ms;
 constexpr auto KeyboardPatience = 250ms;
-/// Applications have the keyboard again, and know it, after 3 to 11 ms.
+/// Applications have the keyboard again, and their items know it, after 3 to 11 ms.
 constexpr auto TargetPatience = 150ms;
 constexpr auto TargetStep = 3ms;
+/// What takes longer to say no was busy, and tells what was so a while ago.
+constexpr auto PromptAnswer = 25ms;
 constexpr char LayerShell[] = "zwlr_layer_shell_v1";
 
 /// Of a window that is a pop-up for the compositor, but takes no grab there: the toolkit takes one, and the
@@ -81,8 +83,8 @@ bool WaylandMenuPresenter::popUpMenuPositioningItem(const std::shared_ptr<Menu>&
     _giveBack();
     if (std::exchange(_clicked, false))
         _target->giveFocusBack();
-    // What was chosen was meant for the application that was in front.
-    if (!choice || !_waitForTarget(wasTaken))
+    // What was chosen was meant for the application that was in front, as it was shown.
+    if (!choice || !_waitForTarget(*choice->item, wasTaken))
         return false;
     performMenuChoice(choice->menu, choice->item);
     return true;
@@ -197,9 +199,10 @@ std::optional<MenuChoice> WaylandMenuPresenter::_track(QMenuView& view, QPoint p
     return choice;
 }
 
-bool WaylandMenuPresenter::_waitForTarget(bool keyboardWasTaken)
+bool WaylandMenuPresenter::_waitForTarget(const MenuItem& item, bool keyboardWasTaken)
 {
     const QDeadlineTimer patience(TargetPatience);
+    bool isNo = true;
     // What was taken is given back once the event loop has nothing else to do.
     for (bool wait = keyboardWasTaken; !patience.hasExpired(); wait = true) {
         if (wait) {
@@ -207,10 +210,12 @@ bool WaylandMenuPresenter::_waitForTarget(bool keyboardWasTaken)
             QTimer::singleShot(TargetStep, Qt::PreciseTimer, &loop, &QEventLoop::quit);
             loop.exec();
         }
-        if (_target->isActive(static_cast<int>(patience.remainingTime())))
+        const auto asked = std::chrono::steady_clock::now();
+        if (_target->takes(item, static_cast<int>(patience.remainingTime())))
             return true;
+        isNo = std::chrono::steady_clock::now() - asked <= PromptAnswer;
     }
-    return false;
+    return !isNo;
 }
 
 } // namespace tarnwick

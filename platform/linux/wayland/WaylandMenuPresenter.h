@@ -60,8 +60,9 @@ private:
     void _giveBack();
     /// Nothing when the menu is not to open any more.
     [[nodiscard]] std::optional<QPoint> _waitForPointer();
-    /// Whether the application that the menu was for is in front again, or still.
-    [[nodiscard]] bool _waitForTarget(bool keyboardWasTaken);
+    /// Whether the application that the menu was for takes the choice: it has to be in front again, or still.
+    /// Of one that is too busy to say it nobody knows; that counts as yes.
+    [[nodiscard]] bool _waitForTarget(const MenuItem& item, bool keyboardWasTaken);
 
     std::unique_ptr<MenuTarget> _target;
     MenuKeys _keys;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The reader against an application that does what a test has written down, on a bus of its own.
 #include "platform/linux/atspi/AtspiAccess.h"
+#include "platform/linux/atspi/AtspiActiveWindow.h"
 #include "platform/linux/atspi/AtspiConstants.h"
 #include "platform/linux/atspi/AtspiMenuBars.h"
 #include "platform/linux/atspi/AtspiMenuSource.h"
@@ -570,6 +571,44 @@ TEST_F(AtspiBusTest, anApplicationThatDoesNotAnswer_isStillPressedOnce)
     ASSERT_TRUE(QTest::qWaitFor([&] { return presses() > 0; }, Limit));
     QTest::qWait(600);
     EXPECT_EQ(presses(), 1);
+}
+
+TEST_F(AtspiBusTest, aWindowIsInactive_ifItSaysSoByTheDeadline)
+{
+    Objects objects;
+    objects["/window"] = {"", RoleFrame, Usable | bit(StateActive), {}, {"/window", "/window"}};
+    publish("gtk", objects);
+    AtspiApplications applications(bus);
+    AtspiActiveWindow window(applications, budget);
+    EXPECT_FALSE(window.isInactive(at("/window"), Deadline::in(Patience)));
+    application->change("/window", [](Object& frame) { frame.states = Usable; });
+    EXPECT_TRUE(window.isInactive(at("/window"), Deadline::in(Patience)));
+    application->setInterceptor([](sd_bus_message*) { return true; });
+    FairTimer time;
+    time.start();
+    EXPECT_FALSE(window.isInactive(at("/window"), Deadline::in(100ms)));
+    EXPECT_LE(time.fairElapsed(), 300);
+}
+
+TEST_F(AtspiBusTest, anItemIsDisabledNow_ifItSaysSoByTheDeadline)
+{
+    publish("gtk", menuOf(1));
+    const MenuRow row = menu().value(0);
+    EXPECT_FALSE(source.isDisabledNow(row, Deadline::in(Patience)));
+    application->change("/0", [](Object& item) { item.states = bit(StateVisible); });
+    EXPECT_TRUE(source.isDisabledNow(row, Deadline::in(Patience)));
+    // An entry of a menu that has never been open may lack one of the two.
+    for (const auto state : {StateEnabled, StateSensitive}) {
+        application->change("/0", [state](Object& item) { item.states = bit(state); });
+        EXPECT_FALSE(source.isDisabledNow(row, Deadline::in(Patience)));
+    }
+    application->change("/0", [](Object& item) { item.states = bit(StateVisible); });
+    application->setInterceptor([](sd_bus_message*) { return true; });
+    FairTimer time;
+    time.start();
+    EXPECT_FALSE(source.isDisabledNow(row, Deadline::in(100ms)));
+    EXPECT_LE(time.fairElapsed(), 300);
+    EXPECT_EQ(presses(), 0);
 }
 
 TEST_F(AtspiBusTest, anItemThatWasDisabledInTheMenu_isNotAskedAgain)

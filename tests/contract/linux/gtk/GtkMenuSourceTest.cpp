@@ -3,6 +3,7 @@
 #include "platform/linux/gtk/GtkMenuSource.h"
 
 #include "platform/linux/gtk/GtkMenuDecode.h"
+#include "platform/qt/menu/MenuTracking.h"
 #include "tests/FairTimer.h"
 #include "tests/contract/linux/gtk/ExportedModel.h"
 #include "tests/contract/session/BusDaemon.h"
@@ -253,6 +254,47 @@ TEST_F(GtkMenuSourceTest, aHugeMenu_isCutInTime)
     EXPECT_TRUE(allEnded());
 }
 
+TEST_F(GtkMenuSourceTest, whatIsReadAhead_isShownAsItWas_untilTheMenuHasClosed)
+{
+    publish({{Bar, {submenu("File", {1, 0})}},
+             {{1, 0}, {item("New", "app.new"), submenu("Recent", {2, 0})}},
+             {{2, 0}, {item("Notes", "app.new")}}},
+            EditorActions);
+    const auto bar = source.readBar(at(Bar));
+    ASSERT_TRUE(bar && bar->size() == 1);
+    {
+        const MenuTracking::Span tracking;
+        source.readAhead(application->service(), 10s);
+        EXPECT_TRUE(allEnded());
+        setActions({{"new", false, "", {}}});
+        const auto file = source.readMenu(bar->at(0).contents).value_or(QList<MenuRow>());
+        ASSERT_EQ(file.size(), 2);
+        EXPECT_TRUE(file[0].enabled);
+        const auto recent = source.readMenu(file[1].contents).value_or(QList<MenuRow>());
+        ASSERT_EQ(recent.size(), 1);
+        EXPECT_TRUE(recent[0].enabled);
+    }
+    EXPECT_FALSE(menu({1, 0}).value(0).enabled) << "the next one shows what there is then";
+}
+
+TEST_F(GtkMenuSourceTest, whatIsNotReadAheadInTime_orIsAnothers_isReadWhenItIsOpened)
+{
+    publish(Editor, EditorActions);
+    ASSERT_TRUE(source.readBar(at(Bar)));
+    const MenuTracking::Span tracking;
+    application->forgetCalls();
+    source.readAhead(":1.999999", 10s);
+    EXPECT_TRUE(application->calls().isEmpty());
+    setLever([](sd_bus_message* call) { return QByteArrayView(sd_bus_message_get_path(call)) == "/win"; });
+    FairTimer time;
+    time.start();
+    source.readAhead(application->service(), 100ms);
+    EXPECT_LE(time.fairElapsed(), 300);
+    setLever(nullptr);
+    QTest::qWait(1);
+    EXPECT_TRUE(menu({1, 0}).value(1).checked) << "what was not whole is read anew";
+}
+
 TEST_F(GtkMenuSourceTest, withoutActions_everythingIsGreyed)
 {
     publish(Editor, EditorActions);
@@ -386,6 +428,22 @@ TEST_F(GtkMenuSourceTest, anApplicationThatDoesNotAnswer_isStillPressedOnce)
     EXPECT_GE(time.elapsed(), 240);
     QTest::qWait(400);
     EXPECT_EQ(presses(), 1);
+}
+
+TEST_F(GtkMenuSourceTest, anEntryIsDisabledNow_ifItsActionSaysSoByTheDeadline)
+{
+    publish(Editor, EditorActions);
+    const MenuRow row = menu({1, 0}).value(0);
+    EXPECT_FALSE(source.isDisabledNow(row, Deadline::in(20s)));
+    setActions({{"new", false, "", {}}});
+    EXPECT_TRUE(source.isDisabledNow(row, Deadline::in(20s)));
+    setLever([](sd_bus_message*) { return true; });
+    FairTimer time;
+    time.start();
+    EXPECT_FALSE(source.isDisabledNow(row, Deadline::in(100ms)));
+    EXPECT_LE(time.fairElapsed(), 300);
+    EXPECT_EQ(presses(), 0);
+    EXPECT_FALSE(source.isDisabledNow(MenuRow(), Deadline::in(20s)));
 }
 
 TEST_F(GtkMenuSourceTest, anEntryWithoutAnAction_cannotBePressed)

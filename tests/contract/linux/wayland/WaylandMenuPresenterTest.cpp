@@ -4,6 +4,7 @@
 // done.
 #include "platform/linux/wayland/WaylandMenuPresenter.h"
 
+#include "foundation/NotificationCenter.h"
 #include "menu/Menu.h"
 #include "menu/MenuDelegate.h"
 #include "menu/MenuItem.h"
@@ -120,7 +121,7 @@ public:
     QStringList titles;
 };
 
-/// An application in front that is active, or is not.
+/// An application in front that takes a choice, or does not.
 class FakeTarget final : public MenuTarget
 {
 public:
@@ -128,9 +129,18 @@ public:
     void fix() override { _journal << (shown() ? u"fixed late"_s : u"fixed"_s); }
     void readAhead() override { _journal << (shown() ? u"read late"_s : u"read"_s); }
     void giveFocusBack() override { _journal << u"back"_s; }
-    [[nodiscard]] bool isActive(int /*patience*/) override { return activeAfter-- <= 0; }
+    [[nodiscard]] bool takes(const MenuItem& item, int patience) override
+    {
+        asked = item.title();
+        longest = std::max(longest, patience);
+        QTest::qSleep(busy);
+        return takesAfter-- <= 0;
+    }
 
-    int activeAfter = 0;
+    int takesAfter = 0;
+    int busy = 0; ///< milliseconds for each answer
+    QString asked;
+    int longest = 0;
 
 private:
     [[nodiscard]] static bool shown()
@@ -230,19 +240,35 @@ TEST_F(WaylandPopUp, fixesItsTarget_andReadsAheadWhereItTakesTheKeyboard_beforeA
     EXPECT_FALSE(_presenter.hasKeyboard());
 }
 
-TEST_F(WaylandPopUp, chosen_waitsUntilTheApplicationIsActiveAgain)
+TEST_F(WaylandPopUp, chosen_waitsUntilTheApplicationTakesIt)
 {
-    _target->activeAfter = 4;
+    _target->takesAfter = 4;
     EXPECT_TRUE(popUp([] { Hands::tap({Down, Return}); }));
     EXPECT_EQ(_performer->performed, QStringList(u"Copy"_s));
-    EXPECT_EQ(_target->activeAfter, -1);
+    EXPECT_EQ(_target->takesAfter, -1);
+    EXPECT_EQ(_target->asked, u"Copy"_s);
+    EXPECT_LE(_target->longest, 150);
 }
 
-TEST_F(WaylandPopUp, chosenForAnApplicationThatIsInFrontNoMore_performsNothing)
+TEST_F(WaylandPopUp, whatIsNotTakenInTime_isNotPerformed_andSaysSo)
 {
-    _target->activeAfter = 1'000'000;
+    _target->takesAfter = 1'000'000;
+    bool told = false;
+    const auto observer = NotificationCenter::defaultCenter().addObserver(
+        QString::fromUtf16(MenuDidSendActionNotificationName), nullptr, [&](const auto&) { told = true; });
     EXPECT_FALSE(popUp([] { Hands::tap({Down, Return}); }));
     EXPECT_EQ(_performer->performed, QStringList());
+    EXPECT_FALSE(told);
+    EXPECT_LT(_target->takesAfter, 1'000'000);
+}
+
+TEST_F(WaylandPopUp, aNoThatComesTooLate_isNone)
+{
+    _target->takesAfter = 1'000'000;
+    _target->busy = 160;
+    EXPECT_TRUE(popUp([] { Hands::tap({Down, Return}); }));
+    EXPECT_EQ(_performer->performed, QStringList(u"Copy"_s));
+    EXPECT_EQ(_target->takesAfter, 999'999);
 }
 
 TEST_F(WaylandPopUp, opensAtThePointer_whichHighlightsNothingUntilItMoves)
