@@ -24,18 +24,16 @@ class WaylandTest(DesktopTest):
         self.input = self.session.input
 
 
-class NativeFixture:
-    """A fixture program that runs on Wayland itself; made when its text field has the keyboard."""
+class UnseenFixture:
+    """A fixture program that runs on Wayland itself, of which no pictures are needed; made when its text field has the
+    keyboard. GTK 4 would have it before its window is there."""
 
-    def __init__(self, session, kit, *options):
+    def __init__(self, session, kit, *options, name=None):
         self._session = session
         self.kit = kit
-        session.put_pointer_away()
-        self._empty = session.picture_at_rest()
-        self.log = session.directory / "out" / f"{kit}.log"
+        self.log = session.directory / "out" / f"{name or kit}.log"
         self.program = session.run(fixture_program(kit), DATA / "editor.menu", "--log", self.log, *options)
         wait_for(lambda: self.lines("focus")[-1:] == ["in"], f"the focus in {kit}; it wrote {self.program.output!r}")
-        self.frame()  # GTK 4 has the focus before its window is there
 
     @property
     def pid(self):
@@ -45,6 +43,20 @@ class NativeFixture:
         """The rest of the lines that begin with `kind`, oldest first."""
         content = self.log.read_text(encoding="utf-8") if self.log.exists() else ""
         return [line[len(kind) + 1:] for line in content.splitlines() if line.split(" ")[0] == kind]
+
+    def end(self):
+        self.program.stop()
+        self.log.unlink(missing_ok=True)
+
+
+class NativeFixture(UnseenFixture):
+    """The same, as it is seen on the screen."""
+
+    def __init__(self, session, kit, *options):
+        session.put_pointer_away()
+        self._empty = session.picture_at_rest()
+        super().__init__(session, kit, *options)
+        self.frame()  # GTK 4 has the focus before its window is there
 
     def frame(self):
         """(left, top, right, bottom) of its window in the picture of the screen, once that is at rest; with its shadow."""
@@ -56,4 +68,4 @@ class NativeFixture:
         self._session.put_pointer_away()
         self.program.stop()
         wait_for(lambda: self._session.picture() == self._empty, "the screen without its window", step=0.05)
-        self.log.unlink(missing_ok=True)
+        super().end()

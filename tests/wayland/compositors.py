@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: MIT
 """Private sessions of Wayland compositors without a screen, with a session bus, a home, and a person's hands and eyes in
 each. No X server is in them: what is started runs on Wayland itself."""
+import math
 import os
 import pathlib
 import signal
@@ -25,6 +26,13 @@ class CompositorSession(Session):
     input_class = VirtualInput
     ground = (0, 0, 0)  # the colour of the screen where there is no window
     _seen = None  # the compositor that has the screen, where it is another one
+    _output = "HEADLESS-{}"  # the name of an output, counted from 1
+    _rounded = math.floor  # a size that is no whole number
+
+    def __init__(self, scales=(1,)):
+        super().__init__()
+        self._scales = scales
+        self.outputs = []  # (x, y, width, height) of each that is on, in the places that the pointer has
 
     def start(self):
         adopt_orphans()
@@ -37,6 +45,32 @@ class CompositorSession(Session):
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = self._start_bus()
         self.begin_compositor()
         return self
+
+    def arrange(self, *scales):
+        """Has the outputs side by side, each with this scale; None for one that is to be off."""
+        self.outputs = []
+        x = 0
+        wanted = []
+        for number, scale in enumerate(scales, 1):
+            wanted.append((self._output.format(number), x, scale))
+            if scale:
+                width, height = (type(self)._rounded(length / scale) for length in SIZE)
+                self.outputs.append((x, 0, width, height))
+                x += width
+        self._arrange(wanted)
+        self.input.extent = x, max(height for *_, height in self.outputs)
+
+    @property
+    def has_pictures(self):
+        return True
+
+    def _arrange(self, wanted):
+        """`wanted`: the name of each output, where it begins, and its scale."""
+        command = ["wlr-randr"]
+        for name, x, scale in wanted:
+            command += ["--output", name]
+            command += ["--on", "--custom-mode", _SIZE, "--pos", f"{x},0", "--scale", scale] if scale else ["--off"]
+        self.call(*command)
 
     def stop(self):
         if getattr(self, "input", None):
@@ -53,7 +87,10 @@ class CompositorSession(Session):
         """Another one comes."""
         self.environment["WAYLAND_DISPLAY"] = self._start_compositor()
         self.input = self.input_class(self.environment["WAYLAND_DISPLAY"])
-        wait_for(self._is_drawn, "the screen as large as it is to be, and drawn", step=0.02)
+        if len(self._scales) > 1:
+            self.arrange(*self._scales)
+        else:
+            wait_for(self._is_drawn, "the screen as large as it is to be, and drawn", step=0.02)
 
     def picture(self):
         """What is on the screen now; the pointer is part of it."""
@@ -88,13 +125,15 @@ class CompositorSession(Session):
         return (picture.width, picture.height, picture.at(0, 0)) == (*SIZE, self.ground)
 
     def screenshot(self, path):
-        if not self.input:
-            return  # there is no screen any more
-        path.write_bytes(self.picture().png())
+        if self.input and self.has_pictures:  # else there is no screen, or none that shows itself
+            path.write_bytes(self.picture().png())
 
     def _start_compositor(self):
         """Starts it and returns the path of its socket."""
         raise NotImplementedError
+
+    def _headless(self):
+        return {**_HEADLESS, "WLR_HEADLESS_OUTPUTS": str(len(self._scales))}
 
     def _socket_of(self, program, pattern="wayland-*"):
         """The socket that a compositor has made; waits until it has a screen, and fails when it has ended."""
@@ -113,15 +152,16 @@ class CompositorSession(Session):
 
 
 class Sway(CompositorSession):
-    tools = (*CompositorSession.tools, "sway")
+    tools = (*CompositorSession.tools, "sway", "wlr-randr")
     ground = (0x20, 0x30, 0x40)
     _CONFIGURATION = (f"output * resolution {_SIZE} position 0 0 background #203040 solid_color\nxwayland disable\n"
                       'default_border none\nfor_window [title=".*"] floating enable\n'
-                      "bindsym Mod1+F4 kill\n")  # as in the other ones
+                      "bindsym Mod1+F4 kill\n"  # as in the other ones
+                      "bindsym Mod4+F1 workspace 1\nbindsym Mod4+F2 workspace 2\n")
 
     def _start_compositor(self):
         self._configuration = self._write("sway/config", self._CONFIGURATION)
-        self._compositor = self.run("sway", "--config", self._configuration, **_HEADLESS)
+        self._compositor = self.run("sway", "--config", self._configuration, **self._headless())
         return self._socket_of(self._compositor)
 
     def tell_what_compositor_it_is(self):
@@ -147,7 +187,9 @@ class Labwc(CompositorSession):
     """A click on its screen opens no menu."""
 
     tools = (*CompositorSession.tools, "labwc", "wlr-randr")
-    _CONFIGURATION = """<labwc_config><mouse><context name="Client"><mousebind button="Left" action="Press">
+    _CONFIGURATION = """<labwc_config><desktops number="2"/><keyboard><default/>
+<keybind key="W-F1"><action name="GoToDesktop" to="1"/></keybind>
+<keybind key="W-F2"><action name="GoToDesktop" to="2"/></keybind></keyboard><mouse><context name="Client"><mousebind button="Left" action="Press">
 <action name="Focus"/><action name="Raise"/></mousebind></context></mouse></labwc_config>
 """
 
@@ -174,7 +216,7 @@ class Labwc(CompositorSession):
 
     def _start_compositor(self):
         self._configuration = self._write("labwc/rc.xml", self._CONFIGURATION)
-        self._compositor = self.run("labwc", "-C", self._configuration.parent, **_HEADLESS)
+        self._compositor = self.run("labwc", "-C", self._configuration.parent, **self._headless())
         socket = self._socket_of(self._compositor)
         subprocess.run(["wlr-randr", "--output", "HEADLESS-1", "--custom-mode", _SIZE], timeout=60, check=True,
                        env={**self.environment, "WAYLAND_DISPLAY": socket})
@@ -182,15 +224,20 @@ class Labwc(CompositorSession):
 
 
 class KWin(Sway):
-    """KWin takes pictures with OpenGL only. So its screen is a window, which covers that of another compositor.
+    """KWin takes pictures with OpenGL only. So its screen is a window, which covers that of another compositor; several
+    outputs are none, and there are no pictures of them.
 
     It asks nobody who may press keys, and draws the pointer itself: the other one would tell it never that it was drawn.
     """
 
-    tools = (*Sway.tools, "kwin_wayland")
+    tools = (*Sway.tools, "kwin_wayland", "kscreen-doctor")
     input_class = FakeInput
     ground = (0, 0, 0)
+    _output = "Virtual-{}"
+    _rounded = math.ceil
     _ENVIRONMENT = {"KWIN_COMPOSE": "Q", "KWIN_FORCE_SW_CURSOR": "1", "KWIN_WAYLAND_NO_PERMISSION_CHECKS": "1"}
+
+    _OPEN_BORDERS = "[EdgeBarrier]\nEdgeBarrier=0\n"  # else it holds the pointer back between two outputs
 
     def set_layouts(self, layouts):
         folder = self.directory / "home" / ".config"
@@ -208,11 +255,29 @@ class KWin(Sway):
                   "--method", "org.kde.KeyboardLayouts.setLayout", number)
 
     def _start_compositor(self):
-        self._seen = super()._start_compositor()
+        if len(self._scales) > 1:
+            (self.directory / "home" / ".config").mkdir()
+            (self.directory / "home" / ".config" / "kwinrc").write_text(self._OPEN_BORDERS, encoding="utf-8")
+            outputs = "--virtual", "--output-count", len(self._scales)
+        else:
+            self._seen = super()._start_compositor()
+            outputs = "--wayland-display", self._seen
         width, height = SIZE
-        self._compositor = self.run("kwin_wayland", "--wayland-display", self._seen, "--socket", "kwin",
-                                    "--no-lockscreen", "--width", width, "--height", height, **self._ENVIRONMENT)
+        self._compositor = self.run("kwin_wayland", *outputs, "--socket", "kwin", "--no-lockscreen", "--width", width,
+                                    "--height", height, **self._ENVIRONMENT)
         return self._socket_of(self._compositor, "kwin")
+
+    @property
+    def has_pictures(self):
+        return self._seen is not None
+
+    def _arrange(self, wanted):
+        changes = []
+        for name, x, scale in wanted:
+            output = f"output.{name[:-1]}{int(name[-1]) - 1}"  # they count from 0
+            changes += [f"{output}.enable", f"{output}.position.{x},0", f"{output}.scale.{scale}"] if scale else [
+                f"{output}.disable"]
+        self.call("kscreen-doctor", *changes)
 
 
 def _offered(path):

@@ -1,5 +1,7 @@
 # SPDX-License-Identifier: MIT
 """Tarnwick on Wayland itself, and what a person does with its menu there."""
+import os
+
 from gi.repository import Gio, GLib
 
 from case import NativeFixture, WaylandTest, wait_for
@@ -144,3 +146,18 @@ class MenuTest(WaylandTest):
 
     def wait_until_highlighted(self, title):
         wait_for(lambda: self.reader.focused_title() == title, f"{title!r} highlighted")
+
+
+class ButtonTest(MenuTest):
+    """A line for the compositor has the menu opened by a mouse button."""
+
+    button = 0x113
+    _COMMAND = f"gapplication action {_NAME} pop-up-by-pointer"
+    _LINES = {"sway": (f"bindsym --whole-window button8 exec {_COMMAND}", ""),
+              "labwc": (f'<context name="All"><mousebind button="Side" action="Press"><action name="Execute" '
+                        f'command="{_COMMAND}"/></mousebind></context>', "rc.xml, <mouse>")}
+
+    @classmethod
+    def prepare(cls):
+        super().prepare()
+        cls.session.configure(cls._LINES[os.environ.get("TARNWICK_COMPOSITOR", "sway")])

@@ -13,7 +13,6 @@
 #include <QApplication>
 #include <QCursor>
 #include <QEventLoop>
-#include <QMouseEvent>
 #include <xcb/xfixes.h>
 
 using namespace Qt::StringLiterals;
@@ -25,19 +24,6 @@ namespace {
 constexpr QPoint OffScreen(-10, -10);
 /// By then the hot key is there, which is waited for at the start.
 constexpr std::chrono::milliseconds AfterTheStart(100);
-
-/// Hands the pointer on to the open pop-ups as motion with a button down, or as that button's release.
-void feedDrag(QEvent::Type type)
-{
-    QWidget* popUp = QApplication::activePopupWidget();
-    if (!popUp)
-        return;
-    const QPoint global = QCursor::pos();
-    const bool moving = type == QEvent::MouseMove;
-    QMouseEvent event(type, popUp->mapFromGlobal(global), global, moving ? Qt::NoButton : Qt::LeftButton,
-                      moving ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(popUp, &event);
-}
 
 /// Takes back that input passes through a window. The toolkit's own way would change the window's type, too.
 void acceptInput(xcb_window_t window)
@@ -163,8 +149,9 @@ void QMenuPresenter::_connectInput(X11PopUpInput& input, QMenuView& view)
     connect(
         &input, &X11PopUpInput::pressedElsewhere, &view, [this, &view] { _closeWhenOutside(view); },
         Qt::QueuedConnection);
-    connect(&input, &X11PopUpInput::dragged, this, [] { feedDrag(QEvent::MouseMove); });
-    connect(&input, &X11PopUpInput::dragReleased, this, [] { feedDrag(QEvent::MouseButtonRelease); });
+    connect(&input, &X11PopUpInput::dragged, this, [] { feedDrag(QEvent::MouseMove, QCursor::pos()); });
+    connect(&input, &X11PopUpInput::dragReleased, this,
+            [] { feedDrag(QEvent::MouseButtonRelease, QCursor::pos()); });
 }
 
 void QMenuPresenter::_closeWhenOutside(const QMenuView& view)

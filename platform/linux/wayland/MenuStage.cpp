@@ -12,11 +12,20 @@
 
 #include <LayerShellQt/Window>
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace tarnwick {
+
+namespace {
+
+/// A pointer that is above a surface of ours comes to it within 3 to 10 ms, asked with a nudge.
+constexpr auto PatienceAfterLeaving = 500ms;
+
+} // namespace
 
 class MenuStage::Ground final : public QWidget
 {
@@ -72,8 +81,19 @@ private:
 
 MenuStage::MenuStage(PointerNudge& nudge) : _nudge(nudge)
 {
-    connect(qGuiApp, &QGuiApplication::screenAdded, this, &MenuStage::_screensChanged);
+    _left.setSingleShot(true);
+    _left.setInterval(PatienceAfterLeaving);
+    connect(&_left, &QTimer::timeout, this, [this] {
+        _nudge.stop();
+        Q_EMIT lost();
+    });
+    connect(qGuiApp, &QGuiApplication::screenAdded, this, [this](const QScreen* screen) {
+        _follow(*screen);
+        _screensChanged();
+    });
     connect(qGuiApp, &QGuiApplication::screenRemoved, this, &MenuStage::_screensChanged);
+    for (const QScreen* screen : QGuiApplication::screens())
+        _follow(*screen);
 }
 
 MenuStage::~MenuStage()
@@ -90,6 +110,7 @@ void MenuStage::show(Keyboard keyboard)
         for (QScreen* screen : QGuiApplication::screens())
             _grounds.push_back(std::make_unique<Ground>(*this, *screen));
     _shown = true;
+    qGuiApp->installEventFilter(this);
     // One surface takes the keyboard for all of them.
     for (const auto& ground : _grounds)
         ground->showWith(ground == _grounds.front() ? keyboard : Keyboard::Left);
@@ -99,7 +120,10 @@ void MenuStage::show(Keyboard keyboard)
 void MenuStage::hide()
 {
     _shown = false;
+    _left.stop();
     _nudge.stop();
+    if (qGuiApp)
+        qGuiApp->removeEventFilter(this);
     for (const auto& ground : _grounds)
         ground->hide();
 }
@@ -111,6 +135,26 @@ QWidget* MenuStage::groundAt(QPoint place) const
     if (found != _grounds.cend())
         return found->get();
     return _grounds.empty() ? nullptr : _grounds.front().get();
+}
+
+bool MenuStage::eventFilter(QObject* watched, QEvent* event)
+{
+    if (!_pointer || !watched->isWindowType())
+        return QObject::eventFilter(watched, event);
+    if (event->type() == QEvent::Leave) {
+        _left.start();
+        _nudge.start();
+    } else if (event->type() == QEvent::Enter) {
+        _left.stop();
+        _nudge.stop();
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void MenuStage::_follow(const QScreen& screen)
+{
+    // Another scale makes it another size.
+    connect(&screen, &QScreen::geometryChanged, this, &MenuStage::_screensChanged);
 }
 
 void MenuStage::_screensChanged()

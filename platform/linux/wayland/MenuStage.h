@@ -3,6 +3,7 @@
 
 #include <QObject>
 #include <QPoint>
+#include <QTimer>
 
 #include <memory>
 #include <optional>
@@ -44,17 +45,23 @@ public:
 Q_SIGNALS:
     void entered();
     void pressed();
-    /// The compositor has taken a surface away, or a screen has gone.
+    /// The compositor has taken a surface away, or a screen has gone or become another one, or something has
+    /// come over all of them, as a locked screen does: the pointer is above none any more.
     void lost();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     class Ground;
 
+    void _follow(const QScreen& screen);
     void _screensChanged();
 
     PointerNudge& _nudge;
     std::vector<std::unique_ptr<Ground>> _grounds;
     std::optional<QPoint> _pointer;
+    QTimer _left; ///< runs since the pointer has left a window of ours and come to no other one
     bool _shown = false;
     bool _stale = false; ///< the screens are others by now
 };

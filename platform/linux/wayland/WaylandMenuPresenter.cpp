@@ -24,8 +24,9 @@ namespace tarnwick {
 
 namespace {
 
-/// The place comes after 3 to 10 ms, the keyboard after 3 to 6 ms.
-constexpr auto PointerPatience = 100ms;
+/// The place comes after 3 to 10 ms, the keyboard after 3 to 6 ms. A button that is still down may keep the
+/// pointer where it was pressed; busy compositors take their time.
+constexpr auto PointerPatience = 1000ms;
 constexpr auto KeyboardPatience = 250ms;
 /// Applications have the keyboard again, and their items know it, after 3 to 11 ms.
 constexpr auto TargetPatience = 150ms;
@@ -58,6 +59,11 @@ WaylandMenuPresenter::WaylandMenuPresenter(CompositorConnection& connection,
             &WaylandMenuPresenter::cancelTracking);
     connect(&_stage, &MenuStage::pressed, this, &WaylandMenuPresenter::cancelTracking);
     connect(&_stage, &MenuStage::lost, this, &WaylandMenuPresenter::cancelTracking);
+    connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, [this](const QWindow* window) {
+        // The last stage may still be about to lose it.
+        if (std::exchange(_focused, window != nullptr) && !window && _keyboard == MenuStage::Keyboard::Taken)
+            cancelTracking();
+    });
     connect(&_grab, &InputMethodGrab::lost, this, &WaylandMenuPresenter::cancelTracking);
     connect(&connection, &CompositorConnection::ended, this, &WaylandMenuPresenter::cancelTracking);
 }
@@ -74,6 +80,7 @@ bool WaylandMenuPresenter::popUpMenuPositioningItem(const std::shared_ptr<Menu>&
     const MenuTracking::Span tracking;
     _cancelled = false;
     _clicked = false;
+    _pressed = Qt::NoButton;
     _target->fix();
     _takeKeyboard();
     qApp->installEventFilter(this);
@@ -81,8 +88,10 @@ bool WaylandMenuPresenter::popUpMenuPositioningItem(const std::shared_ptr<Menu>&
     qApp->removeEventFilter(this);
     const bool wasTaken = hasKeyboard();
     _giveBack();
-    if (std::exchange(_clicked, false))
+    // Not every compositor does it by itself.
+    if (wasTaken)
         _target->giveFocusBack();
+    _clicked = false;
     // What was chosen was meant for the application that was in front, as it was shown.
     if (!choice || !_waitForTarget(*choice->item, wasTaken))
         return false;
@@ -101,9 +110,27 @@ void WaylandMenuPresenter::cancelTracking()
 
 bool WaylandMenuPresenter::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::MouseButtonPress && watched->isWindowType())
+    if (event->type() == QEvent::MouseButtonPress && watched->isWindowType()) {
         _clicked = true;
+        _pressed |= static_cast<QMouseEvent*>(event)->button();
+    } else if (event->type() == QEvent::MouseButtonRelease && watched->isWindowType() &&
+               _release(*static_cast<QMouseEvent*>(event))) {
+        return true;
+    }
     return QObject::eventFilter(watched, event);
+}
+
+bool WaylandMenuPresenter::_release(const QMouseEvent& event)
+{
+    if (_pressed & event.button())
+        return false;
+    const QPoint place = event.globalPosition().toPoint();
+    static_cast<void>(_drag.follow(place, true));
+    if (_drag.follow(place, false) == PointerDrag::Step::Released) {
+        feedDrag(QEvent::MouseMove, place);
+        feedDrag(QEvent::MouseButtonRelease, place);
+    }
+    return true;
 }
 
 void WaylandMenuPresenter::_takeKeyboard()
@@ -113,6 +140,7 @@ void WaylandMenuPresenter::_takeKeyboard()
     if (PopUpTrigger::current() == PopUpTrigger::Kind::Pointer || _grabKeyboard())
         return;
     _target->readAhead();
+    _focused = false;
     _focusFeed.begin();
     _keyboard = MenuStage::Keyboard::Taken;
 }
@@ -189,6 +217,7 @@ std::optional<MenuChoice> WaylandMenuPresenter::_track(QMenuView& view, QPoint p
     connect(&_keys, &MenuKeys::menuModifierFlagsChanged, &view,
             [&] { view.setHeldModifiers(_keys.menuModifierFlags()); });
     view.setHeldModifiers(_keys.menuModifierFlags());
+    _drag.start(place);
     if (const auto pointer = _stage.pointer())
         view.setPointerAtOpening(*pointer);
     view.openAt(place);

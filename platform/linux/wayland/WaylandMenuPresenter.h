@@ -11,7 +11,9 @@
 #include "platform/linux/wayland/PointerNudge.h"
 #include "platform/qt/menu/MenuChoice.h"
 #include "platform/qt/menu/MenuKeys.h"
+#include "platform/qt/menu/PointerDrag.h"
 
+#include <QMouseEvent>
 #include <QObject>
 
 #include <memory>
@@ -56,6 +58,8 @@ private:
     [[nodiscard]] std::optional<MenuChoice> _show(const std::shared_ptr<Menu>& menu);
     [[nodiscard]] std::optional<MenuChoice> _track(QMenuView& view, QPoint place);
     [[nodiscard]] bool _grabKeyboard();
+    /// Whether the button was down when the menu opened: its release is nobody's but ours.
+    [[nodiscard]] bool _release(const QMouseEvent& event);
     void _takeKeyboard();
     void _giveBack();
     /// Nothing when the menu is not to open any more.
@@ -72,7 +76,10 @@ private:
     PointerNudge _nudge;
     MenuStage _stage;
     MenuStage::Keyboard _keyboard = MenuStage::Keyboard::Left;
+    PointerDrag _drag;
+    Qt::MouseButtons _pressed; ///< since the menu was asked for
     bool _clicked = false;
+    bool _focused = false; ///< a window of ours has the keyboard
     bool _cancelled = false;
 };
 

@@ -78,7 +78,9 @@ class WaylandClient:
 
 
 class Input(WaylandClient):
-    """A keyboard and a pointer. Keys have the codes of the X server, places count from the corner of the output."""
+    """A keyboard and a pointer. Keys have the codes of the X server, places count from the corner of the first output."""
+
+    extent = SIZE  # of all outputs together
 
     def click(self, at=None, button=LEFT_BUTTON):
         if at:
@@ -86,6 +88,10 @@ class Input(WaylandClient):
         for state in (1, 0):
             self._button(button, state)
             self._round_trip()
+
+    def hold_button(self, button, down):
+        self._button(button, int(down))
+        self._round_trip()
 
     def move(self, x, y):
         self._move(x, y)
@@ -135,7 +141,7 @@ class VirtualInput(Input):
         self.set_layouts("us")
 
     def _move(self, x, y):
-        self._send(self._pointer, 1, struct.pack("=IIIII", _now(), x, y, *SIZE))
+        self._send(self._pointer, 1, struct.pack("=IIIII", _now(), x, y, *self.extent))
         self._send(self._pointer, 4)
 
     def _button(self, button, state):

@@ -232,11 +232,12 @@ TEST_F(WaylandPopUp, keepsTheContract)
     MenuPresenterContract({.presenter = _presenter, .user = user}).run();
 }
 
-TEST_F(WaylandPopUp, fixesItsTarget_andReadsAheadWhereItTakesTheKeyboard_beforeAnythingIsShown)
+TEST_F(WaylandPopUp, fixesItsTarget_andWhereItTakesTheKeyboard_readsAheadBeforeAnythingIsShown_andGivesItBack)
 {
     popUp([] { Hands::tap({Escape}); });
     const bool canGrab = connection->offers("zwp_input_method_manager_v2");
-    EXPECT_EQ(_journal, canGrab ? QStringList({u"fixed"_s}) : QStringList({u"fixed"_s, u"read"_s}));
+    EXPECT_EQ(_journal,
+              canGrab ? QStringList({u"fixed"_s}) : QStringList({u"fixed"_s, u"read"_s, u"back"_s}));
     EXPECT_FALSE(_presenter.hasKeyboard());
 }
 
