@@ -51,11 +51,17 @@ void bindToDefaults(QObject& control, const QString& key, std::function<void(con
     new ObservationHolder(control, std::move(observer)); // goes with the control
 }
 
-void bindCheckBox(QCheckBox& box, const QString& key)
+void bindCheckBox(QCheckBox& box, const QString& key, std::function<void()> switched)
 {
     bindToDefaults(box, key, [&box](const QVariant& value) { box.setChecked(value.toBool()); });
-    QObject::connect(&box, &QCheckBox::clicked, &box,
-                     [key](bool checked) { defaults().setValueForKeyPath(checked, keyPath(key)); });
+    // A screen reader switches it without a click.
+    QObject::connect(&box, &QCheckBox::toggled, &box, [key, switched = std::move(switched)](bool checked) {
+        if (defaults().valueForKeyPath(keyPath(key)).toBool() == checked)
+            return; // the setting has switched it
+        defaults().setValueForKeyPath(checked, keyPath(key));
+        if (switched)
+            switched();
+    });
 }
 
 void bindSpinBox(QSpinBox& box, const QString& key)

@@ -14,6 +14,8 @@
 #include <QSpinBox>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace tarnwick {
 
 using namespace Qt::StringLiterals;
@@ -40,9 +42,9 @@ GeneralOptionsPane::GeneralOptionsPane(ActionTarget& target, ActionSender& sende
 
 void GeneralOptionsPane::_addProgramOptions(QVBoxLayout& column)
 {
-    _launchCheckBox = _addCheckBox(column, tr("Start Tarnwick when I &log in"), TWLaunchOnLoginKey);
-    connect(_launchCheckBox, &QCheckBox::clicked, this,
-            [this] { Application::shared().sendActionToFrom(u"startAtLogin:"_s, &_target, &_sender); });
+    _launchCheckBox = _addCheckBox(column, tr("Start Tarnwick when I &log in"), TWLaunchOnLoginKey, [this] {
+        Application::shared().sendActionToFrom(u"startAtLogin:"_s, &_target, &_sender);
+    });
     _addCheckBox(column, tr("Show Tarnwick's &icon in the status area"), TWShowStatusBarIconKey);
     auto* hint = makeHint(tr("Without the icon, start Tarnwick again to come back to this window."));
     hint->setIndent(PaneIndent);
@@ -90,11 +92,12 @@ void GeneralOptionsPane::_addButtons(QVBoxLayout& column)
     column.addLayout(row);
 }
 
-QCheckBox* GeneralOptionsPane::_addCheckBox(QVBoxLayout& column, const QString& text, const QString& key)
+QCheckBox* GeneralOptionsPane::_addCheckBox(QVBoxLayout& column, const QString& text, const QString& key,
+                                            std::function<void()> switched)
 {
     auto* box = new CheckBox(text);
     box->setObjectName(key);
-    bindCheckBox(*box, key);
+    bindCheckBox(*box, key, std::move(switched));
     column.addWidget(box);
     return box;
 }

@@ -3,6 +3,8 @@
 
 #include <QWidget>
 
+#include <functional>
+
 class QCheckBox;
 class QPushButton;
 class QVBoxLayout;
@@ -29,7 +31,8 @@ private:
     void _addMenuOptions(QVBoxLayout& column, bool menuBarsHaveSystemMenu);
     void _addFontSize(QVBoxLayout& column);
     void _addButtons(QVBoxLayout& column);
-    QCheckBox* _addCheckBox(QVBoxLayout& column, const QString& text, const QString& key);
+    QCheckBox* _addCheckBox(QVBoxLayout& column, const QString& text, const QString& key,
+                            std::function<void()> switched = {});
     QPushButton* _makeButton(const QString& text, const QString& action);
 
     ActionTarget& _target;

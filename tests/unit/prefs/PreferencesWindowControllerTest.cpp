@@ -97,6 +97,11 @@ protected:
         EXPECT_NE(box, nullptr) << key.toStdString();
         return *box;
     }
+    static void switchByScreenReader(QCheckBox& box)
+    {
+        QAccessible::queryAccessibleInterface(&box)->actionInterface()->doAction(
+            QAccessibleActionInterface::toggleAction());
+    }
     QList<QUrl> urls()
     {
         QList<QUrl> found;
@@ -569,6 +574,15 @@ TEST_F(PreferencesWindowControllerTest, checkBoxes_showAndStoreTheirSettings)
         UserDefaults::standardUserDefaults().setBoolForKey(initially, key);
         EXPECT_EQ(box.isChecked(), initially) << "a change from elsewhere";
     }
+}
+
+TEST_F(PreferencesWindowControllerTest, checkBoxes_storeWhatAScreenReaderSwitches)
+{
+    switchByScreenReader(checkBox(TWShowStatusBarIconKey));
+    EXPECT_FALSE(setting(TWShowStatusBarIconKey).toBool());
+    switchByScreenReader(made().launchCheckBox());
+    EXPECT_TRUE(setting(TWLaunchOnLoginKey).toBool());
+    EXPECT_EQ(urls(), QList<QUrl>{Ours});
 }
 
 TEST_F(PreferencesWindowControllerTest, controlsThatNeedASystemMenu_areThereOnlyWhereThereIsSuchAMenu)
