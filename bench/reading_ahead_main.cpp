@@ -59,14 +59,14 @@ int main(int argc, char** argv)
         return 2;
     }
     const int rounds = QByteArray(argv[1]).toInt();
-    const auto compositor = CompositorConnection::open();
+    const std::shared_ptr<CompositorConnection> compositor = CompositorConnection::open();
     if (!compositor) {
         std::fputs("bench_reading_ahead: no compositor\n", stderr);
         return 1;
     }
     LinuxSession session(argc, argv, LinuxSession::Part::Visitor, "wayland");
     QtClock clock;
-    ForeignToplevels toplevels(*compositor);
+    const auto toplevels = Toplevels::open(compositor);
     const auto reading = std::make_shared<LinuxReading>(
         [&](AtspiActiveWindow& inTree) { return WaylandFrontApplication::make(inTree, toplevels); });
     LinuxWorkspace workspace(reading);

@@ -62,11 +62,11 @@ std::unique_ptr<GlobalHotKeys> makeHotKeys(LinuxSession& session, SwitchAnnounce
     return hotKeys;
 }
 
-/// The compositor's, as long as the process runs; null where no menu can be shown.
-CompositorConnection* connectionForMenus()
+/// To the compositor, on which a menu can be shown; null where none can.
+std::shared_ptr<CompositorConnection> connectionForMenus()
 {
-    static const auto connection = CompositorConnection::open();
-    return connection && WaylandMenuPresenter::canShowOn(*connection) ? connection.get() : nullptr;
+    std::shared_ptr<CompositorConnection> connection = CompositorConnection::open();
+    return connection && WaylandMenuPresenter::canShowOn(*connection) ? connection : nullptr;
 }
 
 } // namespace
@@ -78,18 +78,17 @@ std::optional<bool> canRunOnWayland()
 
 std::optional<Inspection> openWaylandInspection(int& argc, char** argv)
 {
-    CompositorConnection* connection = connectionForMenus();
+    const auto connection = connectionForMenus();
     if (!connection)
         return std::nullopt;
-    return makeInspection(argc, argv, "wayland", [connection](AtspiActiveWindow& inTree) {
-        static ForeignToplevels toplevels(*connection); // needs the application object
-        return WaylandFrontApplication::make(inTree, toplevels);
+    return makeInspection(argc, argv, "wayland", [&connection](AtspiActiveWindow& inTree) {
+        return WaylandFrontApplication::make(inTree, Toplevels::open(connection));
     });
 }
 
 std::optional<Desktop> openWaylandDesktop(int& argc, char** argv)
 {
-    CompositorConnection* connection = connectionForMenus();
+    const auto connection = connectionForMenus();
     if (!connection)
         return std::nullopt;
     std::optional<Desktop> opened{Desktop()};
@@ -109,9 +108,9 @@ std::optional<Desktop> openWaylandDesktop(int& argc, char** argv)
     desktop.screens = std::make_unique<LinuxScreens>();
     desktop.alerts = std::make_unique<QtAlerts>();
     desktop.eventSource = std::make_unique<QtEventSource>(converter);
-    static ForeignToplevels toplevels(*connection);
+    const auto toplevels = Toplevels::open(connection);
     const auto reading = std::make_shared<LinuxReading>(
-        [](AtspiActiveWindow& inTree) { return WaylandFrontApplication::make(inTree, toplevels); });
+        [&toplevels](AtspiActiveWindow& inTree) { return WaylandFrontApplication::make(inTree, toplevels); });
     auto workspace = std::make_unique<LinuxWorkspace>(
         reading, std::make_unique<LinuxLook>(xdg_session::currentDesktops(), QDBusConnection::sessionBus()));
     session->setPopUpRequest(std::make_unique<PopUpRequest>(workspace->announcements(), *reading->front));
@@ -136,7 +135,7 @@ std::optional<Desktop> openWaylandDesktop(int& argc, char** argv)
     });
     desktop.hotKeys = std::move(hotKeys);
     auto presenter = std::make_unique<WaylandMenuPresenter>(
-        *connection, std::make_unique<FrontMenuTarget>(*reading, toplevels));
+        connection, std::make_unique<FrontMenuTarget>(*reading, toplevels));
     static_cast<WaylandFrontApplication&>(*reading->front).setExcuse([presenter = QPointer(presenter.get())] {
         return presenter && presenter->hasKeyboard();
     });

@@ -111,6 +111,10 @@ class WhatOthersRead(PackagingTest):
         super().setUp()
         self.share = self.install() / "share"
 
+    def test_asks_kwin_to_tell_of_windows(self):
+        entry = entry_of(self.share / f"applications/{NAME}.desktop")["Desktop Entry"]
+        self.assertEqual(entry["X-KDE-Wayland-Interfaces"], "org_kde_plasma_window_management")
+
     def test_is_a_valid_desktop_entry(self):
         require("desktop-file-validate")
         self.assertEqual(output_of("desktop-file-validate", self.share / f"applications/{NAME}.desktop"), "")

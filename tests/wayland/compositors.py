@@ -14,7 +14,7 @@ from harness.waiting import wait_for
 from harness.wayland_input import SIZE, FakeInput, VirtualInput, WaylandClient
 from picture import Picture
 
-OPTION, F4 = 64, 70
+OPTION, COMMAND, F1, F2, F4 = 64, 133, 67, 68, 70
 _SIZE = "x".join(map(str, SIZE))
 _HEADLESS = {"WLR_BACKENDS": "headless", "WLR_LIBINPUT_NO_DEVICES": "1", "WLR_RENDERER": "pixman"}
 
@@ -25,6 +25,7 @@ class CompositorSession(Session):
     tools = ("setpriv", "dbus-daemon", "grim")
     input_class = VirtualInput
     ground = (0, 0, 0)  # the colour of the screen where there is no window
+    tells_processes = False  # of which process a window is
     _seen = None  # the compositor that has the screen, where it is another one
     _output = "HEADLESS-{}"  # the name of an output, counted from 1
     _rounded = math.floor  # a size that is no whole number
@@ -120,6 +121,10 @@ class CompositorSession(Session):
         """The keyboard types on this one of its layouts."""
         self.input.choose_layout(number)
 
+    def go_to_workspace(self, number):
+        """Another workspace, 1 or 2, is shown, with its own windows, or none; it is made where there is none yet."""
+        self.input.tap({1: F1, 2: F2}[number], COMMAND)  # so says the configuration
+
     def _is_drawn(self):
         picture = self.picture()
         return (picture.width, picture.height, picture.at(0, 0)) == (*SIZE, self.ground)
@@ -146,7 +151,7 @@ class CompositorSession(Session):
 
     def _write(self, name, text):
         path = self.directory / name
-        path.parent.mkdir(exist_ok=True)
+        path.parent.mkdir(parents=True, exist_ok=True)
         path.write_text(text, encoding="utf-8")
         return path
 
@@ -231,6 +236,7 @@ class KWin(Sway):
     """
 
     tools = (*Sway.tools, "kwin_wayland", "kscreen-doctor")
+    tells_processes = True
     input_class = FakeInput
     ground = (0, 0, 0)
     _output = "Virtual-{}"
@@ -253,6 +259,15 @@ class KWin(Sway):
     def choose_layout(self, number):
         self.call("gdbus", "call", "--session", "--dest", "org.kde.keyboard", "--object-path", "/Layouts",
                   "--method", "org.kde.KeyboardLayouts.setLayout", number)
+
+    def go_to_workspace(self, number):
+        for name in range(1, number + 1):  # those that there are stay as they are
+            self._desktops("VirtualDesktopManager", "org.kde.KWin.VirtualDesktopManager.createDesktop", name, f"{name}")
+        self._desktops("KWin", "org.kde.KWin.setCurrentDesktop", number)
+
+    def _desktops(self, of, method, *arguments):
+        self.call("gdbus", "call", "--session", "--dest", "org.kde.KWin", "--object-path", f"/{of}",
+                  "--method", method, *arguments)
 
     def _start_compositor(self):
         if len(self._scales) > 1:

@@ -29,12 +29,18 @@ class NativeTarnwick(Tarnwick):
         super().__init__(session, ToldWhatIsMissing=True, **settings)
         self._bus = connect(session.environment["DBUS_SESSION_BUS_ADDRESS"])
 
-    def pop_up(self):
+    def pop_up(self, action="pop-up"):
         """Asks for the menu; returns at once."""
-        arguments = GLib.Variant("(sava{sv})", ("pop-up", [], {}))
-        self._bus.call(_NAME, _PATH, "org.freedesktop.Application", "ActivateAction", arguments, None,
+        self._call("ActivateAction", GLib.Variant("(sava{sv})", (action, [], {})))
+
+    def _call(self, method, arguments):
+        self._bus.call(_NAME, _PATH, "org.freedesktop.Application", method, arguments, None,
                        Gio.DBusCallFlags.NO_AUTO_START, round(1000 * LIMIT), None, None)
         self._bus.flush_sync(None)
+
+    def show_preferences(self):
+        """As another start of it does."""
+        self._call("Activate", GLib.Variant("(a{sv})", ({},)))
 
     def wait_until_told(self):
         """Waits until it has dealt with what the compositor and the programs have told it."""

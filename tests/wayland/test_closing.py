@@ -9,7 +9,6 @@ from harness.wayland_input import SIZE
 from native import COMMAND, OWN_ENTRY, TITLES, A, MenuTest
 
 LOCKED = 0x11, 0x22, 0x33  # the colour of the screen then
-FIRST_WORKSPACE, SECOND_WORKSPACE = 67, 68  # F1 and F2, with Command
 
 
 class WhatClosesTheMenu(MenuTest):
@@ -52,10 +51,10 @@ class WhatClosesTheMenu(MenuTest):
     def test_another_workspace_comes(self):
         fixture = self.begin()
         self.assertEqual(self.open(), TITLES)
-        self.input.tap(SECOND_WORKSPACE, COMMAND)
+        self.session.go_to_workspace(2)
         self.wait_until_closed()
         self.assertEqual(self.open(), [OWN_ENTRY])
-        self.input.tap(FIRST_WORKSPACE, COMMAND)
+        self.session.go_to_workspace(1)
         self.wait_until_closed()
         wait_for(lambda: fixture.lines("focus")[-1] == "in", "the focus in the application again")
         self.assert_all_is_free(fixture)

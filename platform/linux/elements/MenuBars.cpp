@@ -27,11 +27,13 @@ FoundMenuBar MenuBars::of(const FrontWindow& front)
 FoundMenuBar MenuBars::_ofNative(const FrontWindow& front)
 {
     auto& [tree, exports, own] = _sources;
+    const auto process = front.processIdentifier;
+    if (!front.accessible)
+        return _ofAnyWindow(*process);
     FoundMenuBar inTree{&tree.menus, tree.menuBars.below(front.accessible), XCB_WINDOW_NONE};
     const auto toolkit = tree.menuBars.toolkitOf(front.accessible);
     if (inTree.bar && toolkit != AtspiToolkit::Gtk4)
         return inTree;
-    const auto process = front.processIdentifier;
     if (process && (toolkit == AtspiToolkit::Gtk || toolkit == AtspiToolkit::Gtk4))
         if (const BusReference exported = exports.menuBars.ofProcess(*process, _position(front)))
             return {&exports.menus, exported, XCB_WINDOW_NONE};

@@ -14,11 +14,12 @@ struct FrontWindow
 {
     xcb_window_t window = XCB_WINDOW_NONE; ///< none of the X server's where the window is a native one
     std::optional<qint64> processIdentifier;
-    BusReference accessible = {}; ///< of a native window: its place in the accessibility tree
+    BusReference accessible =
+        {}; ///< of a native window: its place in the accessibility tree, where it has one
 
     /// Whether it is a window of a Wayland compositor's own, which no X server knows.
-    [[nodiscard]] bool isNative() const { return bool(accessible); }
-    explicit operator bool() const { return window != XCB_WINDOW_NONE || isNative(); }
+    [[nodiscard]] bool isNative() const { return window == XCB_WINDOW_NONE && bool(*this); }
+    explicit operator bool() const { return *this != FrontWindow(); }
     friend bool operator==(const FrontWindow&, const FrontWindow&) = default;
 };
 

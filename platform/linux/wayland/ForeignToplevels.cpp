@@ -10,16 +10,10 @@
 
 namespace tarnwick {
 
-ForeignToplevels::ForeignToplevels(CompositorConnection& connection) : _connection(connection)
+ForeignToplevels::ForeignToplevels(std::shared_ptr<CompositorConnection> connection)
+    : _connection(std::move(connection)), _manager(_connection->bind<zwlr_foreign_toplevel_manager_v1>(
+                                              zwlr_foreign_toplevel_manager_v1_interface, 1))
 {
-    _tell.setSingleShot(true);
-    _tell.setInterval(0);
-    connect(&_tell, &QTimer::timeout, this, [this] {
-        if (std::exchange(_told, active()) != _told)
-            Q_EMIT activeChanged();
-    });
-    _manager =
-        connection.bind<zwlr_foreign_toplevel_manager_v1>(zwlr_foreign_toplevel_manager_v1_interface, 1);
     if (!_manager)
         return;
     static constexpr zwlr_foreign_toplevel_manager_v1_listener Listener{
@@ -28,7 +22,7 @@ ForeignToplevels::ForeignToplevels(CompositorConnection& connection) : _connecti
         },
         [](void*, zwlr_foreign_toplevel_manager_v1*) {}};
     zwlr_foreign_toplevel_manager_v1_add_listener(_manager, &Listener, this);
-    _told = activeNow();
+    startFrom(activeNow());
 }
 
 ForeignToplevels::~ForeignToplevels()
@@ -48,7 +42,7 @@ ForeignToplevels::Window ForeignToplevels::active() const
 ForeignToplevels::Window ForeignToplevels::activeNow()
 {
     if (_manager)
-        _connection.roundTrip();
+        _connection->roundTrip();
     return active();
 }
 
@@ -56,8 +50,8 @@ void ForeignToplevels::activate(Window window)
 {
     for (const auto& [handle, known] : _windows)
         if (known.window == window)
-            zwlr_foreign_toplevel_handle_v1_activate(handle, _connection.seat());
-    _connection.flush();
+            zwlr_foreign_toplevel_handle_v1_activate(handle, _connection->seat());
+    _connection->flush();
 }
 
 void ForeignToplevels::_add(Handle* handle)
@@ -87,17 +81,17 @@ void ForeignToplevels::_finish(Handle* handle)
 {
     Known& known = _windows.at(handle);
     if (std::exchange(known.active, known.willBeActive) != known.active)
-        _tell.start();
+        change();
 }
 
 void ForeignToplevels::_remove(Handle* handle)
 {
-    if (_windows.at(handle).active)
-        _tell.start();
+    const Known known = _windows.at(handle);
     _windows.erase(handle);
     zwlr_foreign_toplevel_handle_v1_destroy(handle);
+    if (known.active)
+        change();
+    Q_EMIT ended(known.window);
 }
 
 } // namespace tarnwick
-
-#include "moc_ForeignToplevels.cpp"

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QObject>
-#include <QTimer>
+#include "platform/linux/wayland/Toplevels.h"
 
 #include <map>
+#include <memory>
 #include <wayland-util.h>
 
 struct zwlr_foreign_toplevel_handle_v1;
@@ -12,35 +12,18 @@ struct zwlr_foreign_toplevel_manager_v1;
 
 namespace tarnwick {
 
-class CompositorConnection;
-
-/// Which window of all applications is the active one, by the word of a compositor that tells it. It does not
-/// tell whose a window is. GUI thread only.
-class ForeignToplevels final : public QObject
+/// By the word of a compositor of the wlroots kind, which does not tell whose a window is; of any other, none
+/// is ever active.
+class ForeignToplevels final : public Toplevels
 {
-    Q_OBJECT
-
 public:
-    /// Stands for a window; 0 for none. Never used twice.
-    using Window = quint64;
-
-    /// `connection` must outlive this.
-    explicit ForeignToplevels(CompositorConnection& connection);
+    explicit ForeignToplevels(std::shared_ptr<CompositorConnection> connection);
     ~ForeignToplevels() override;
 
-    /// Whether the compositor tells of windows.
-    [[nodiscard]] bool offered() const { return _manager != nullptr; }
-
-    /// As far as has been told: 0 while there is no active window.
-    [[nodiscard]] Window active() const;
-    /// The same, of all that has happened by now: a round trip.
-    [[nodiscard]] Window activeNow();
-    /// Asks for the window to become the active one; does nothing when it has gone.
-    void activate(Window window);
-
-Q_SIGNALS:
-    /// From the event loop, once for what happened together.
-    void activeChanged();
+    [[nodiscard]] Window active() const override;
+    [[nodiscard]] Window activeNow() override;
+    [[nodiscard]] FrontHint about(Window /*window*/) const override { return {}; }
+    void activate(Window window) override;
 
 private:
     using Handle = zwlr_foreign_toplevel_handle_v1;
@@ -56,12 +39,10 @@ private:
     void _finish(Handle* handle);
     void _remove(Handle* handle);
 
-    CompositorConnection& _connection;
-    zwlr_foreign_toplevel_manager_v1* _manager = nullptr;
+    std::shared_ptr<CompositorConnection> _connection;
+    zwlr_foreign_toplevel_manager_v1* _manager; ///< null where nothing is told
     std::map<Handle*, Known> _windows;
     Window _last = 0; ///< that has been given to a window
-    Window _told = 0; ///< that was active at the last activeChanged()
-    QTimer _tell;
 };
 
 } // namespace tarnwick

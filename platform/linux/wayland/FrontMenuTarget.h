@@ -5,8 +5,10 @@
 #include "menu/ProxyMenuItem.h"
 #include "platform/linux/elements/LinuxReading.h"
 #include "platform/linux/elements/MenuItemElement.h"
-#include "platform/linux/wayland/ForeignToplevels.h"
 #include "platform/linux/wayland/MenuTarget.h"
+#include "platform/linux/wayland/Toplevels.h"
+
+#include <utility>
 
 namespace tarnwick {
 
@@ -16,16 +18,16 @@ class FrontMenuTarget final : public MenuTarget
 public:
     static constexpr std::chrono::milliseconds MostForReading{250};
 
-    /// Both must outlive this.
-    FrontMenuTarget(LinuxReading& reading, ForeignToplevels& toplevels)
-        : _reading(reading), _toplevels(toplevels)
+    /// `reading` must outlive this.
+    FrontMenuTarget(LinuxReading& reading, std::shared_ptr<Toplevels> toplevels)
+        : _reading(reading), _toplevels(std::move(toplevels))
     {
     }
 
     void fix() override
     {
         _window = _reading.front->current();
-        _toplevel = _toplevels.active();
+        _toplevel = _toplevels->active();
     }
     void readAhead() override
     {
@@ -37,8 +39,8 @@ public:
     }
     void giveFocusBack() override
     {
-        if (_toplevels.activeNow() == 0)
-            _toplevels.activate(_toplevel);
+        if (_toplevels->activeNow() == 0)
+            _toplevels->activate(_toplevel);
     }
     [[nodiscard]] bool takes(const MenuItem& item, int patience) override
     {
@@ -54,9 +56,9 @@ public:
 
 private:
     LinuxReading& _reading;
-    ForeignToplevels& _toplevels;
+    std::shared_ptr<Toplevels> _toplevels;
     FrontWindow _window;
-    ForeignToplevels::Window _toplevel = 0;
+    Toplevels::Window _toplevel = 0;
 };
 
 } // namespace tarnwick

@@ -3,25 +3,47 @@
 
 #include "platform/qt/menu/MenuTracking.h"
 
+#include <QGuiApplication>
+
 #include <utility>
 
 namespace tarnwick {
 
-std::unique_ptr<FrontApplication> WaylandFrontApplication::make(AtspiActiveWindow& inTree,
-                                                                ForeignToplevels& toplevels)
+namespace {
+
+bool isOwn(const FrontWindow& window)
 {
-    return std::make_unique<WaylandFrontApplication>(inTree, toplevels);
+    return window.processIdentifier == QCoreApplication::applicationPid();
 }
 
-WaylandFrontApplication::WaylandFrontApplication(AtspiActiveWindow& inTree, ForeignToplevels& toplevels)
-    : _inTree(inTree), _toplevels(toplevels)
+/// Our own windows are not in the tree that we see.
+bool isKnown(const FrontWindow& window)
+{
+    return window.accessible || isOwn(window);
+}
+
+} // namespace
+
+std::unique_ptr<FrontApplication> WaylandFrontApplication::make(AtspiActiveWindow& inTree,
+                                                                std::shared_ptr<Toplevels> toplevels)
+{
+    return std::make_unique<WaylandFrontApplication>(inTree, std::move(toplevels));
+}
+
+WaylandFrontApplication::WaylandFrontApplication(AtspiActiveWindow& inTree,
+                                                 std::shared_ptr<Toplevels> toplevels)
+    : _inTree(inTree), _toplevels(std::move(toplevels))
 {
     _none.setSingleShot(true);
     _none.setInterval(NoneCounts);
     connect(&_none, &QTimer::timeout, this, &WaylandFrontApplication::_noneActive);
     _step.setSingleShot(true);
     connect(&_step, &QTimer::timeout, this, &WaylandFrontApplication::_look);
-    connect(&_toplevels, &ForeignToplevels::activeChanged, this, &WaylandFrontApplication::_activeChanged);
+    _late.setSingleShot(true);
+    connect(&_late, &QTimer::timeout, this, &WaylandFrontApplication::_lookLate);
+    connect(_toplevels.get(), &Toplevels::activeChanged, this, &WaylandFrontApplication::_activeChanged);
+    connect(_toplevels.get(), &Toplevels::ended, this, &WaylandFrontApplication::_ended,
+            Qt::QueuedConnection);
 }
 
 bool WaylandFrontApplication::watch()
@@ -38,15 +60,15 @@ std::optional<FrontWindow> WaylandFrontApplication::lookAgain()
 {
     // Under a menu of ours no application may be the active one.
     if (!MenuTracking::shared().active()) {
-        _front = _inTreeNow();
-        _toplevel = _toplevels.active();
+        _front = _found();
+        _toplevel = _toplevels->active();
     }
     return _front;
 }
 
 void WaylandFrontApplication::afterChangesSoFar(std::function<void()> then)
 {
-    static_cast<void>(_toplevels.activeNow());
+    static_cast<void>(_toplevels->activeNow());
     QMetaObject::invokeMethod(
         this,
         [this, then = std::move(then)]() mutable {
@@ -61,20 +83,27 @@ void WaylandFrontApplication::_activeChanged()
 {
     if (!_watching)
         return;
-    if (_toplevels.active() == 0) {
+    if (_toplevels->active() == 0) {
         _none.start();
         return;
     }
     _none.stop();
-    if (_toplevels.active() != _toplevel)
+    if (_toplevels->active() != _toplevel)
         _begin();
     else if (!_step.isActive())
         _settle();
 }
 
+/// While a menu of ours has the keyboard that is the only word of it: no window is active before and after.
+void WaylandFrontApplication::_ended(Toplevels::Window window)
+{
+    if (_watching && window == _toplevel && _toplevels->active() == 0)
+        _begin();
+}
+
 void WaylandFrontApplication::_noneActive()
 {
-    if (_toplevels.active() == 0 && !(_excused && _excused()))
+    if (_toplevels->active() == 0 && !(_excused && _excused()))
         _begin();
     else if (!_step.isActive())
         _settle();
@@ -85,25 +114,43 @@ void WaylandFrontApplication::_begin()
     // The application that a menu is for is in front no more, whoever is.
     MenuTracking::shared().cancel();
     _patience.setRemainingTime(Patience);
+    _late.stop();
     _step.start(0);
 }
 
 void WaylandFrontApplication::_look()
 {
-    const FrontWindow found = _inTreeNow();
-    const bool isBack = found == _front && _toplevels.active() == _toplevel;
-    const bool isAnother = found && found != _front;
+    const FrontWindow found = _found();
+    const bool isBack = found == _front && _toplevels->active() == _toplevel;
+    const bool isAnother = isKnown(found) && found != _front;
     if (!isBack && !isAnother && !_patience.hasExpired()) {
         _step.start(Step);
         return;
     }
-    // Where nobody says it is his, a window that is not in the tree is in front: that counts as none.
-    _toplevel = _toplevels.active();
-    if (found != _front) {
-        _front = found;
-        Q_EMIT changed(_front);
-    }
+    // Where nobody says it is his, a window that is not in the tree is in front: that counts as none, or as
+    // what is known of it.
+    _toplevel = _toplevels->active();
+    _become(found);
+    if (!isBack && !isAnother)
+        _late.start(FirstLateStep);
     _settle();
+}
+
+void WaylandFrontApplication::_lookLate()
+{
+    const FrontWindow found = _found();
+    if (isKnown(found) && found != _front && !MenuTracking::shared().active())
+        _become(found);
+    else if (_late.intervalAsDuration() < LastLateStep)
+        _late.start(2 * _late.intervalAsDuration());
+}
+
+void WaylandFrontApplication::_become(const FrontWindow& found)
+{
+    if (found == _front)
+        return;
+    _front = found;
+    Q_EMIT changed(_front);
 }
 
 void WaylandFrontApplication::_settle()
@@ -112,10 +159,16 @@ void WaylandFrontApplication::_settle()
         then();
 }
 
-FrontWindow WaylandFrontApplication::_inTreeNow()
+FrontWindow WaylandFrontApplication::_found()
 {
-    const AtspiWindow found = _inTree.current();
-    return {XCB_WINDOW_NONE, found.processIdentifier, found.reference};
+    FrontHint told = _toplevels->about(_toplevels->active());
+    if (!told.processIdentifier && QGuiApplication::focusWindow() && !MenuTracking::shared().active())
+        told.processIdentifier = QCoreApplication::applicationPid();
+    FrontWindow known{XCB_WINDOW_NONE, told.processIdentifier};
+    if (isOwn(known))
+        return known;
+    const AtspiWindow found = _inTree.current(told.processIdentifier, told.title);
+    return found ? FrontWindow{XCB_WINDOW_NONE, found.processIdentifier, found.reference} : known;
 }
 
 } // namespace tarnwick

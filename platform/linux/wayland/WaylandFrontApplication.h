@@ -3,7 +3,7 @@
 
 #include "platform/linux/atspi/AtspiActiveWindow.h"
 #include "platform/linux/front/FrontApplication.h"
-#include "platform/linux/wayland/ForeignToplevels.h"
+#include "platform/linux/wayland/Toplevels.h"
 
 #include <QDeadlineTimer>
 #include <QTimer>
@@ -14,9 +14,10 @@
 
 namespace tarnwick {
 
-/// The front application by the word of the applications themselves: no compositor tells us which process a
-/// window belongs to. Where one tells that another window is the active one, the applications are asked until
-/// one of them says the same; elsewhere it is looked for when somebody wants to know.
+/// The front application by the word of the compositor and of the applications. Where the first tells that
+/// another window is the active one, the applications are asked until the window is found: that of the
+/// process, where the compositor tells which that is, else the one that says itself that it is active.
+/// Where the compositor tells nothing the window is looked for when somebody wants to know.
 class WaylandFrontApplication final : public FrontApplication
 {
     Q_OBJECT
@@ -25,13 +26,17 @@ public:
     /// Applications know it 8 to 14 ms after the compositor, busy ones later.
     static constexpr std::chrono::milliseconds Patience{300};
     static constexpr std::chrono::milliseconds Step{20};
+    /// Nobody waits any longer then, but whoever says later that it is in front is believed: it is looked for
+    /// after this time, and after twice as long as before until it is longer than the second one.
+    static constexpr std::chrono::milliseconds FirstLateStep{300};
+    static constexpr std::chrono::milliseconds LastLateStep{4800};
     /// For so long that no window is active may be on the way to something else.
     static constexpr std::chrono::milliseconds NoneCounts{30};
 
-    /// Both must outlive this.
-    WaylandFrontApplication(AtspiActiveWindow& inTree, ForeignToplevels& toplevels);
+    /// `inTree` must outlive this.
+    WaylandFrontApplication(AtspiActiveWindow& inTree, std::shared_ptr<Toplevels> toplevels);
     [[nodiscard]] static std::unique_ptr<FrontApplication> make(AtspiActiveWindow& inTree,
-                                                                ForeignToplevels& toplevels);
+                                                                std::shared_ptr<Toplevels> toplevels);
 
     /// While `excused` says yes, that no window is active means nothing: a surface of ours is the reason.
     void setExcuse(std::function<bool()> excused) { _excused = std::move(excused); }
@@ -43,21 +48,25 @@ public:
 
 private:
     void _activeChanged();
+    void _ended(Toplevels::Window window);
     void _noneActive();
     void _begin();
     void _look();
+    void _lookLate();
+    void _become(const FrontWindow& found);
     void _settle();
-    [[nodiscard]] FrontWindow _inTreeNow();
+    [[nodiscard]] FrontWindow _found();
 
     AtspiActiveWindow& _inTree;
-    ForeignToplevels& _toplevels;
+    std::shared_ptr<Toplevels> _toplevels;
     std::function<bool()> _excused;
     bool _watching = false;
     FrontWindow _front;
-    ForeignToplevels::Window _toplevel = 0; ///< the one that was active when that was found
+    Toplevels::Window _toplevel = 0; ///< the one that was active when that was found
     QTimer _none;
     QTimer _step; ///< runs while it is not known who is in front
     QDeadlineTimer _patience;
+    QTimer _late; ///< runs while somebody may say late who is in front
     std::vector<std::function<void()>> _whenSettled;
 };
 

@@ -50,10 +50,10 @@ bool WaylandMenuPresenter::canShowOn(const CompositorConnection& connection)
     return connection.offers(LayerShell);
 }
 
-WaylandMenuPresenter::WaylandMenuPresenter(CompositorConnection& connection,
+WaylandMenuPresenter::WaylandMenuPresenter(std::shared_ptr<CompositorConnection> connection,
                                            std::unique_ptr<MenuTarget> target)
-    : _target(std::move(target)), _feed(_keys), _grab(connection, _feed), _focusFeed(_keys),
-      _nudge(connection), _stage(_nudge)
+    : _connection(std::move(connection)), _target(std::move(target)), _feed(_keys),
+      _grab(*_connection, _feed), _focusFeed(_keys), _nudge(*_connection), _stage(_nudge)
 {
     connect(&MenuTracking::shared(), &MenuTracking::cancelRequested, this,
             &WaylandMenuPresenter::cancelTracking);
@@ -65,7 +65,7 @@ WaylandMenuPresenter::WaylandMenuPresenter(CompositorConnection& connection,
             cancelTracking();
     });
     connect(&_grab, &InputMethodGrab::lost, this, &WaylandMenuPresenter::cancelTracking);
-    connect(&connection, &CompositorConnection::ended, this, &WaylandMenuPresenter::cancelTracking);
+    connect(_connection.get(), &CompositorConnection::ended, this, &WaylandMenuPresenter::cancelTracking);
 }
 
 WaylandMenuPresenter::~WaylandMenuPresenter() = default;

@@ -35,8 +35,9 @@ public:
     /// Whether the compositor lets programs put surfaces over all others.
     [[nodiscard]] static bool canShowOn(const CompositorConnection& connection);
 
-    /// `connection` must outlive this, and what `target` uses, too.
-    WaylandMenuPresenter(CompositorConnection& connection, std::unique_ptr<MenuTarget> target);
+    /// What `target` uses must outlive this.
+    WaylandMenuPresenter(std::shared_ptr<CompositorConnection> connection,
+                         std::unique_ptr<MenuTarget> target);
     ~WaylandMenuPresenter() override;
 
     bool popUpMenuPositioningItem(const std::shared_ptr<Menu>& menu, const std::shared_ptr<MenuItem>& item,
@@ -68,6 +69,7 @@ private:
     /// Of one that is too busy to say it nobody knows; that counts as yes.
     [[nodiscard]] bool _waitForTarget(const MenuItem& item, bool keyboardWasTaken);
 
+    std::shared_ptr<CompositorConnection> _connection;
     std::unique_ptr<MenuTarget> _target;
     MenuKeys _keys;
     KeyFeed _feed;

@@ -5,6 +5,17 @@
 
 namespace tarnwick {
 
+namespace {
+
+/// A window whose place in the accessibility tree was not known, or is not known any more, and is so now:
+/// what has been read of the one says nothing of the other.
+bool isFoundOrLost(const FrontWindow& before, const FrontWindow& now)
+{
+    return before.isNative() && now.isNative() && bool(before.accessible) != bool(now.accessible);
+}
+
+} // namespace
+
 void FrontSwitches::startFrom(const FrontWindow& front)
 {
     _front = front;
@@ -16,7 +27,8 @@ bool FrontSwitches::isSwitch(const FrontWindow& front)
     const FrontWindow previous = std::exchange(_front, front);
     if (previous == front)
         return false;
-    if (!previous || !front || previous.processIdentifier != front.processIdentifier) {
+    if (!previous || !front || previous.processIdentifier != front.processIdentifier ||
+        isFoundOrLost(previous, front)) {
         _owner.reset();
         return true;
     }

@@ -10,7 +10,7 @@
 namespace tarnwick {
 
 /// Tells which changes of the front window are switches: another process, or another window that owns the
-/// menu bar. A dialog of the same window is none.
+/// menu bar, or the same one that can be read only now. A dialog of the same window is none.
 class FrontSwitches
 {
 public:

@@ -20,6 +20,7 @@ class Call:
     def __init__(self, match):
         self.sender = match["sender"]
         self.destination = match["destination"]
+        self.path = match["path"]
         self.interface = match["interface"]
         self.member = match["member"]
         self.texts = []

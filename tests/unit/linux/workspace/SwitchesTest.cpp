@@ -175,6 +175,24 @@ TEST_F(SwitchAnnouncementsTest, aSwitchThatNobodyHasTold_isAnnouncedBeforeWhoAsk
     EXPECT_EQ(announcedThen, 1) << "it has been announced";
 }
 
+TEST_F(SwitchAnnouncementsTest, aNativeWindowThatIsFoundInTheTreeLate_isASwitch)
+{
+    ASSERT_TRUE(start());
+    const FrontWindow known{XCB_WINDOW_NONE, 300};
+    const FrontWindow found{XCB_WINDOW_NONE, 300, {":1.5", "/window", 1}};
+    EXPECT_TRUE(known && known.isNative());
+    front.bring(known);
+    EXPECT_EQ(announcedByNow(), 1);
+    front.bring(known);
+    EXPECT_EQ(announcedByNow(), 1);
+    front.bring(found);
+    EXPECT_EQ(announcedByNow(), 2);
+    front.bring({XCB_WINDOW_NONE, 300, {":1.5", "/window", 1}});
+    EXPECT_EQ(announcedByNow(), 2);
+    front.bring(known);
+    EXPECT_EQ(announcedByNow(), 3);
+}
+
 TEST_F(SwitchAnnouncementsTest, severalWhoAsk_areAnsweredAfterAllSwitches)
 {
     ASSERT_TRUE(start());
