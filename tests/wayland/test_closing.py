@@ -6,7 +6,7 @@ import signal
 
 from case import NativeFixture, UnseenFixture, main, wait_for
 from harness.wayland_input import SIZE
-from native import COMMAND, OWN_ENTRY, TITLES, A, MenuTest
+from native import OWN_ENTRY, TITLES, A, MenuTest
 
 LOCKED = 0x11, 0x22, 0x33  # the colour of the screen then
 
