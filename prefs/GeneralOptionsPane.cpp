@@ -42,9 +42,8 @@ GeneralOptionsPane::GeneralOptionsPane(ActionTarget& target, ActionSender& sende
 
 void GeneralOptionsPane::_addProgramOptions(QVBoxLayout& column)
 {
-    _launchCheckBox = _addCheckBox(column, tr("Start Tarnwick when I &log in"), TWLaunchOnLoginKey, [this] {
-        Application::shared().sendActionToFrom(u"startAtLogin:"_s, &_target, &_sender);
-    });
+    _launchCheckBox = _addCheckBox(column, tr("Start Tarnwick when I &log in"), TWLaunchOnLoginKey,
+                                   [this] { _send(u"startAtLogin:"_s); });
     _addCheckBox(column, tr("Show Tarnwick's &icon in the status area"), TWShowStatusBarIconKey);
     auto* hint = makeHint(tr("Without the icon, start Tarnwick again to come back to this window."));
     hint->setIndent(PaneIndent);
@@ -107,9 +106,13 @@ QPushButton* GeneralOptionsPane::_makeButton(const QString& text, const QString&
     auto* button = new QPushButton(text);
     button->setObjectName(action);
     button->setAutoDefault(true); // Return presses it, too
-    connect(button, &QPushButton::clicked, this,
-            [this, action] { Application::shared().sendActionToFrom(action, &_target, &_sender); });
+    connect(button, &QPushButton::clicked, this, [this, action] { _send(action); });
     return button;
+}
+
+void GeneralOptionsPane::_send(const QString& action)
+{
+    Application::shared().sendActionToFrom(action, &_target, &_sender);
 }
 
 } // namespace tarnwick

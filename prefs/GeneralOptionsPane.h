@@ -34,6 +34,7 @@ private:
     QCheckBox* _addCheckBox(QVBoxLayout& column, const QString& text, const QString& key,
                             std::function<void()> switched = {});
     QPushButton* _makeButton(const QString& text, const QString& action);
+    void _send(const QString& action);
 
     ActionTarget& _target;
     ActionSender& _sender;
