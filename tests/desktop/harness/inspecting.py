@@ -6,13 +6,13 @@ import subprocess
 from .applications import DATA
 
 
-def menu_lines(greyed=("Cut", "Copy", "Paste")):
+def menu_lines():
     """The editor's menu as it is when nothing is selected and nothing is in the clipboard, with what is greyed then.
 
     What cannot be told is left out: that an entry could be checked, and a key that is a shortcut all by itself.
     """
     lines = [line for line in (DATA / "editor.menu").read_text().splitlines() if line and not line.startswith("#")]
-    for command in greyed:
+    for command in ("Cut", "Copy", "Paste"):
         lines = [line.replace(f"  {command}\t", f"  -{command}\t") for line in lines]
     lines = [line.removesuffix("\tF3") for line in lines]
     return [line.replace("+", "", 1) if line.strip().startswith("+") else line for line in lines]
