@@ -88,6 +88,15 @@ void PrivateSession::_makeDirectories()
     _environment.insert(u"XDG_CACHE_HOME"_s, home + u"/.cache"_s);
     _environment.insert(u"XDG_SESSION_TYPE"_s, u"x11"_s);
     _environment.insert(u"LC_ALL"_s, u"C.UTF-8"_s);
+    _leaveOutPortal(home + u"/.local/share/dbus-1/services"_s);
+}
+
+void PrivateSession::_leaveOutPortal(const QString& services)
+{
+    QDir().mkpath(services);
+    QFile file(services + u"/org.freedesktop.portal.Desktop.service"_s);
+    if (file.open(QIODevice::WriteOnly))
+        file.write("[D-BUS Service]\nName=org.freedesktop.portal.Desktop\nExec=/bin/false\n");
 }
 
 QProcess& PrivateSession::_start(const QString& program, const QStringList& arguments)

@@ -31,6 +31,8 @@ private:
                                            const QString& descriptorArgument);
     QProcess& _start(const QString& program, const QStringList& arguments);
     void _makeDirectories();
+    /// The toolkit would start the machine's portal, and a test could play none.
+    static void _leaveOutPortal(const QString& services);
 
     QTemporaryDir _directory;
     QProcessEnvironment _environment;

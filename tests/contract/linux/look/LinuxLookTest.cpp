@@ -61,7 +61,7 @@ public:
     }
 
     /// Lever: it comes to the bus, or goes.
-    void appear() { _bus.registerService(Service); }
+    void appear() { EXPECT_TRUE(_bus.registerService(Service)) << "another one is there"; }
     void vanish() { _bus.unregisterService(Service); }
     /// Lever: a setting becomes another one.
     void change(const QString& group, const QString& key, uint value)
