@@ -66,6 +66,8 @@ public:
     /// Lever: a setting becomes another one.
     void change(const QString& group, const QString& key, uint value)
     {
+        if (group == u"org.freedesktop.appearance"_s && key == u"color-scheme"_s)
+            colorScheme = value;
         auto signal = QDBusMessage::createSignal(Path, Interface, u"SettingChanged"_s);
         signal.setArguments({group, key, QVariant::fromValue(QDBusVariant(value))});
         _bus.send(signal);
@@ -118,7 +120,8 @@ TEST_F(LinuxLookOfThePortal, followsEachChange_andOfNoOtherSetting)
 {
     portal.appear();
     const LinuxLook look({u"sway"_s}, QDBusConnection::sessionBus());
-    ASSERT_TRUE(becomes(false));
+    // An answer that is still to come tells what was before the change.
+    ASSERT_TRUE(QTest::qWaitFor([this] { return portal.questions > 0; }));
     portal.change(group, key, 1);
     EXPECT_TRUE(becomes(true));
     portal.change(group, u"contrast"_s, 2);
