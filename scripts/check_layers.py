@@ -13,10 +13,11 @@ CORE = {
     "foundation": {"foundation"},
     "ax": {"ax", "foundation"},
     "menu": {"menu", "ax", "foundation"},
+    "search": {"search", "menu", "ax", "foundation"},
     "mouse": {"mouse", "menu", "ax", "foundation"},
     "shortcut": {"shortcut", "menu", "ax", "foundation"},
     "prefs": {"prefs", "shortcut", "mouse", "menu", "ax", "foundation"},
-    "app": {"app", "prefs", "shortcut", "mouse", "menu", "ax", "foundation"},
+    "app": {"app", "search", "prefs", "shortcut", "mouse", "menu", "ax", "foundation"},
 }
 SYSTEMS = ("platform/linux", "platform/macos")
 # Everything that is checked. Inside platform/ the links of the CMake targets narrow it further: see Rooms.

@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: MIT
+#include "search/TermMatch.h"
+
+#include <QVarLengthArray>
+
+#include <algorithm>
+#include <bit>
+
+namespace tarnwick {
+
+namespace {
+
+constexpr qsizetype NotFound = -1;
+
+/// Initials are looked for in the units of a title that one number has a bit for.
+constexpr qsizetype UnitsWithInitials = 64;
+
+void note(QList<TextRange>* where, qsizetype begin, qsizetype end)
+{
+    if (!where)
+        return;
+    if (!where->isEmpty() && where->last().end == begin)
+        where->last().end = end;
+    else
+        where->append({begin, end});
+}
+
+/// Where the term begins a word, else where it is at all.
+qsizetype placeOf(FoldedView title, QStringView term)
+{
+    const qsizetype first = title.text.indexOf(term);
+    qsizetype place = first;
+    while (place != NotFound && !title.wordStarts[place])
+        place = title.text.indexOf(term, place + 1);
+    return place != NotFound ? place : first;
+}
+
+qsizetype lengthOfCharacter(QStringView text, qsizetype at)
+{
+    return text.at(at).isHighSurrogate() && at + 1 < text.size() && text.at(at + 1).isLowSurrogate() ? 2 : 1;
+}
+
+bool lettersInOrder(QStringView title, QStringView term, QList<TextRange>* where)
+{
+    qsizetype met = 0;
+    for (qsizetype at = 0; at < title.size() && met < term.size();) {
+        const qsizetype length = lengthOfCharacter(title, at);
+        if (title.at(at) == term.at(met) && length == lengthOfCharacter(term, met) &&
+            title.at(at + length - 1) == term.at(met + length - 1)) {
+            note(where, at, at + length);
+            met += length;
+        }
+        at += length;
+    }
+    return met == term.size();
+}
+
+/// Looks for a term that is made of beginnings of the title's words, in their order; words may be left out.
+class Initials
+{
+public:
+    Initials(FoldedView title, QStringView term) : _title(title.text.left(UnitsWithInitials)), _term(term)
+    {
+        for (qsizetype at = 0; at < _title.size(); ++at)
+            _starts |= quint64(title.wordStarts[at] != 0) << at;
+    }
+
+    [[nodiscard]] bool found()
+    {
+        quint64 places = _starts & _placesOf(_term.front());
+        for (qsizetype next = 1; places && next < _term.size(); ++next) {
+            _places.append(places);
+            const quint64 goesOn = places << 1U;
+            // Behind the first place of all that a letter may have.
+            const quint64 later = ~((places & -places) | ((places & -places) - 1));
+            places = _placesOf(_term.at(next)) & (goesOn | (_starts & later));
+        }
+        _places.append(places);
+        return places != 0;
+    }
+
+    /// After they were found.
+    void tell(QList<TextRange>* where) const
+    {
+        if (!where)
+            return;
+        QVarLengthArray<qsizetype, UnitsWithInitials> units(_term.size());
+        quint64 possible = _places.last();
+        for (qsizetype letter = _term.size() - 1; letter >= 0; --letter) {
+            const int at = std::bit_width(possible) - 1;
+            units[letter] = at;
+            if (letter == 0)
+                break;
+            const quint64 before = _places.at(letter - 1);
+            const quint64 justBefore = at > 0 ? before & (quint64(1) << (at - 1)) : 0;
+            possible = justBefore ? justBefore : before & ((quint64(1) << at) - 1);
+        }
+        for (const qsizetype unit : std::as_const(units))
+            note(where, unit, unit + 1);
+    }
+
+private:
+    [[nodiscard]] quint64 _placesOf(QChar unit) const
+    {
+        quint64 places = 0;
+        for (qsizetype at = 0; at < _title.size(); ++at)
+            places |= quint64(_title.at(at) == unit) << at;
+        return places;
+    }
+
+    QStringView _title;
+    QStringView _term;
+    quint64 _starts = 0;
+    QVarLengthArray<quint64, 16> _places; ///< of each letter of the term those that it may have
+};
+
+} // namespace
+
+std::optional<MatchLevel> matchTerm(FoldedView title, QStringView term, QList<TextRange>* where)
+{
+    const qsizetype place = placeOf(title, term);
+    if (place != NotFound && title.wordStarts[place]) {
+        note(where, place, place + term.size());
+        return MatchLevel::Words;
+    }
+    if (place == NotFound && !lettersInOrder(title.text, term, nullptr))
+        return std::nullopt;
+    // A single letter that begins a word has been found already.
+    if (Initials initials(title, term); term.size() > 1 && initials.found()) {
+        initials.tell(where);
+        return MatchLevel::Words;
+    }
+    if (place != NotFound) {
+        note(where, place, place + term.size());
+        return MatchLevel::Inside;
+    }
+    if (where)
+        lettersInOrder(title.text, term, where);
+    return MatchLevel::Letters;
+}
+
+} // namespace tarnwick
