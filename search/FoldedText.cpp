@@ -29,7 +29,7 @@ constexpr Replacement Replacements[] = {
     {U'\u201E', u"\""},     {U'\u2044', u"/"},
 };
 
-/// Marks that a reader can do without. Those of Indian scripts are vowels, those of kana make other letters.
+/// Marks that a reader can do without. Those of Indian scripts are vowels.
 constexpr struct
 {
     char32_t first;
@@ -42,6 +42,9 @@ constexpr struct
     {0x1DC0, 0x1DFF}, {0x200B, 0x200F}, {0x202A, 0x202E}, {0x2060, 0x206F},   {0x20D0, 0x20FF},
     {0xFE00, 0xFE0F}, {0xFE20, 0xFE2F}, {0xFEFF, 0xFEFF}, {0xE0100, 0xE01EF},
 };
+
+constexpr uint KanaVoiced = 0x3099;
+constexpr uint KanaHalfVoiced = 0x309A;
 
 bool isPassedOver(char32_t character)
 {
@@ -136,10 +139,12 @@ private:
             _source = {_source.end, next > _source.end ? next : _text.size()};
             if (_source.begin >= leftOut.begin && _source.end <= leftOut.end)
                 continue;
-            const QString character = _text.sliced(_source.begin, _source.end - _source.begin)
-                                          .normalized(QString::NormalizationForm_KD);
-            const auto points = character.toUcs4();
-            for (const char32_t point : points)
+            const QString character = _text.sliced(_source.begin, _source.end - _source.begin);
+            auto points = character.normalized(QString::NormalizationForm_KD).toUcs4();
+            // What sounds of kana are written with is no accent: "ga" does not begin with "ka".
+            if (points.contains(KanaVoiced) || points.contains(KanaHalfVoiced))
+                points = character.normalized(QString::NormalizationForm_KC).toUcs4();
+            for (const char32_t point : std::as_const(points))
                 _take(point);
         }
     }

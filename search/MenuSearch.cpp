@@ -49,7 +49,7 @@ void MenuSearch::setText(const QString& typed)
 
 bool MenuSearch::_isFirstMeant(const QList<int>& ranked) const
 {
-    return isFinished() || (!ranked.isEmpty() && _index.level(ranked.first()) <= MatchLevel::Words);
+    return isFinished() || (!ranked.isEmpty() && _index.level(ranked.first()) <= MatchLevel::Initials);
 }
 
 void MenuSearch::noteChosen(int number)

@@ -44,8 +44,9 @@ QList<TextRange> partsOfTitle(QList<TextRange> folded, const QList<TextRange>& s
 
 void SearchIndex::add(const CollectedMenu& menu)
 {
-    const int first = size();
     MenuRecord menuRecord;
+    menuRecord.first = size();
+    menuRecord.end = size() + static_cast<int>(menu.entries.size());
     menuRecord.path = menu.path;
     menuRecord.holder = menu.holder;
     for (const QString& title : menu.path) {
@@ -54,31 +55,37 @@ void SearchIndex::add(const CollectedMenu& menu)
     }
     _findTermsIn(menuRecord);
     const int menuNumber = static_cast<int>(_menus.size());
-    _menus.append(menuRecord);
-
+    if (menu.holder >= 0)
+        _records[at(menu.holder)].heldMenu = menuNumber;
     for (const MenuEntry& entry : menu.entries) {
         const FoldedText folded = foldedText(entry.title);
         _records.push_back({lettersOf(folded.text), _titles.size(), static_cast<int>(folded.text.size()),
-                            menuNumber, static_cast<quint8>(entry.enabled ? 0 : 1)});
+                            menuNumber, -1, static_cast<quint8>(entry.enabled ? 0 : 1)});
         _titles.append(folded.text);
         _wordStarts.append(folded.wordStarts);
         _entries.append(entry);
         _anyChosen = _anyChosen || entry.lastChosen > 0;
     }
     _ranks.resize(_records.size(), NotFound);
-    _insertInMenuOrder(first, size() - first, menu.holder);
-    for (int number = first; number < size(); ++number)
+    _menus.append(menuRecord);
+    _putInMenuOrder();
+    for (int number = menuRecord.first; number < size(); ++number)
         _match(number);
 }
 
-// What a menu holds is read behind the entry that holds it, and nothing of it has been there before.
-void SearchIndex::_insertInMenuOrder(int first, int count, int holder)
+void SearchIndex::_putInMenuOrder()
 {
-    const auto held = std::find(_menuOrder.cbegin(), _menuOrder.cend(), holder);
-    const auto place = held == _menuOrder.cend() ? held : held + 1;
-    const auto begin = _menuOrder.insert(place, static_cast<std::size_t>(count), 0);
-    for (int i = 0; i < count; ++i)
-        *(begin + i) = first + i;
+    _menuOrder.clear();
+    _menuOrder.reserve(_records.size());
+    QList<int> menus{0};
+    for (qsizetype i = 0; i < menus.size(); ++i) {
+        const MenuRecord& menu = _menus.at(menus.at(i));
+        for (int number = menu.first; number < menu.end; ++number) {
+            _menuOrder.push_back(number);
+            if (const int held = _records[at(number)].heldMenu; held >= 0)
+                menus.append(held);
+        }
+    }
 }
 
 const QStringList& SearchIndex::path(int number) const

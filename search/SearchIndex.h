@@ -19,13 +19,14 @@ namespace tarnwick {
 /// number.
 ///
 /// The order of what is found: the better level first; in one level what can be chosen before what is greyed;
-/// then what was chosen last; then the order of the menu, as somebody reads it from its top. A greyed entry
-/// that is met better stays before an enabled one that is met less well: who types "paste" means Paste, and
-/// is not to press Paste Special because of it.
+/// then what was chosen last; then what is reached through fewer menus, and of these what one reads first in
+/// the menu bar. So "saveas" finds File > Save As… before File > Templates > Save as Template…, which a
+/// reader passes earlier. A greyed entry that is met better stays before an enabled one that is met less
+/// well: who types "paste" means Paste, and is not to press Paste Special because of it.
 class SearchIndex
 {
 public:
-    /// The holder, if any, was added before.
+    /// The root first; then each behind the one that its holder is in.
     void add(const CollectedMenu& menu);
 
     [[nodiscard]] int size() const { return static_cast<int>(_entries.size()); }
@@ -54,6 +55,7 @@ private:
         qsizetype begin = 0; ///< in the titles
         int length = 0;
         int menu = 0;
+        int heldMenu = -1;
         quint8 greyed = 0;
     };
     struct MenuRecord
@@ -62,10 +64,12 @@ private:
         QStringList foldedPath;
         quint64 letters = 0;
         int holder = -1;
+        int first = 0; ///< of its entries
+        int end = 0;
         quint64 termsInPath = 0; ///< a bit for each of the first terms of the query
     };
 
-    void _insertInMenuOrder(int first, int count, int holder);
+    void _putInMenuOrder();
     void _findTermsIn(MenuRecord& menu) const;
     void _match(int number);
     [[nodiscard]] quint8 _rankOf(const Record& record) const;

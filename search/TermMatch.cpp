@@ -55,7 +55,8 @@ bool lettersInOrder(QStringView title, QStringView term, QList<TextRange>* where
     return met == term.size();
 }
 
-/// Looks for a term that is made of beginnings of the title's words, in their order; words may be left out.
+/// Looks for a term that is made of beginnings of the title's words, in their order. Only short words may be
+/// left out between two of them: "fr" is Find and Replace.
 class Initials
 {
 public:
@@ -70,10 +71,7 @@ public:
         quint64 places = _starts & _placesOf(_term.front());
         for (qsizetype next = 1; places && next < _term.size(); ++next) {
             _places.append(places);
-            const quint64 goesOn = places << 1U;
-            // Behind the first place of all that a letter may have.
-            const quint64 later = ~((places & -places) | ((places & -places) - 1));
-            places = _placesOf(_term.at(next)) & (goesOn | (_starts & later));
+            places = _placesOf(_term.at(next)) & ((places << 1U) | _wordsAfter(places));
         }
         _places.append(places);
         return places != 0;
@@ -84,18 +82,14 @@ public:
     {
         if (!where)
             return;
-        QVarLengthArray<qsizetype, UnitsWithInitials> units(_term.size());
+        QVarLengthArray<int, UnitsWithInitials> units(_term.size());
         quint64 possible = _places.last();
         for (qsizetype letter = _term.size() - 1; letter >= 0; --letter) {
-            const int at = std::bit_width(possible) - 1;
-            units[letter] = at;
-            if (letter == 0)
-                break;
-            const quint64 before = _places.at(letter - 1);
-            const quint64 justBefore = at > 0 ? before & (quint64(1) << (at - 1)) : 0;
-            possible = justBefore ? justBefore : before & ((quint64(1) << at) - 1);
+            units[letter] = std::bit_width(possible) - 1;
+            if (letter > 0)
+                possible = _possibleBefore(units.at(letter), _places.at(letter - 1));
         }
-        for (const qsizetype unit : std::as_const(units))
+        for (const int unit : std::as_const(units))
             note(where, unit, unit + 1);
     }
 
@@ -106,6 +100,42 @@ private:
         for (qsizetype at = 0; at < _title.size(); ++at)
             places |= quint64(_title.at(at) == unit) << at;
         return places;
+    }
+
+    /// Where a word begins that may follow one with a letter in `places`.
+    [[nodiscard]] quint64 _wordsAfter(quint64 places) const
+    {
+        quint64 found = 0;
+        bool mayFollow = false;
+        for (quint64 left = _starts; left != 0;) {
+            const quint64 start = left & -left;
+            left -= start;
+            const quint64 end = left & -left; // 0 behind the last word
+            const quint64 word = end - start;
+            if (mayFollow)
+                found |= start;
+            constexpr int blankAndShortWord = 4;
+            if (places & word)
+                mayFollow = true;
+            else if (std::popcount(word) > blankAndShortWord)
+                mayFollow = false;
+        }
+        return found;
+    }
+
+    /// Which of `places` a letter at `at` may follow; the same word goes first.
+    [[nodiscard]] quint64 _possibleBefore(int at, quint64 places) const
+    {
+        const quint64 here = quint64(1) << at;
+        if (const quint64 justBefore = places & (here >> 1U))
+            return justBefore;
+        quint64 possible = 0;
+        for (quint64 left = places & (here - 1); left != 0; left &= left - 1) {
+            const quint64 place = left & -left;
+            if (_wordsAfter(place) & here)
+                possible |= place;
+        }
+        return possible;
     }
 
     QStringView _title;
@@ -128,7 +158,7 @@ std::optional<MatchLevel> matchTerm(FoldedView title, QStringView term, QList<Te
     // A single letter that begins a word has been found already.
     if (Initials initials(title, term); term.size() > 1 && initials.found()) {
         initials.tell(where);
-        return MatchLevel::Words;
+        return MatchLevel::Initials;
     }
     if (place != NotFound) {
         note(where, place, place + term.size());
