@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 // What a pop-up of an unchanged root costs, in instructions, on the fakes: no display, no bus, no clock.
-//   bench_instructions ROUNDS pop-up|submenu
+//   bench_instructions ROUNDS pop-up|submenu|search
 // runs each of the functions below ROUNDS times; callgrind is told which of them to count. With "submenu"
-// each pop-up goes on to open a menu of thirty items.
+// each pop-up goes on to open a menu of thirty items. With "search" two queries are looked for among six
+// thousand entries instead.
 #include "app/AppController.h"
 #include "app/AppDelegate.h"
+#include "bench/many_entries.h"
 #include "tests/fakes/FakeDesktop.h"
 
 #include <QHash>
@@ -19,6 +21,7 @@ namespace {
 
 constexpr qint64 editorPid = 100;
 constexpr int itemsOfMenu = 30;
+constexpr int entriesToSearch = 6000;
 
 /// A desktop with an application in front whose bar is that of tests/data/editor.menu; its last menu, "Many",
 /// has thirty items.
@@ -65,13 +68,22 @@ extern "C" {
 {
     controller->popUpMenuAtMouseLocation();
 }
+
+/// A query that finds much, and one letter more.
+[[gnu::noinline]] void bench_search_entries(SearchIndex* index)
+{
+    for (const char16_t* typed : {u"sa", u"sav"}) {
+        index->setQuery(SearchQuery::of(QString::fromUtf16(typed)));
+        static_cast<void>(index->ranked());
+    }
+}
 }
 
 int main(int argc, char** argv)
 {
     const int rounds = argc == 3 ? QByteArray(argv[1]).toInt() : 0;
     if (rounds <= 0) {
-        std::fputs("bench_instructions ROUNDS pop-up|submenu\n", stderr);
+        std::fputs("bench_instructions ROUNDS pop-up|submenu|search\n", stderr);
         return 2;
     }
     QHashSeed::setDeterministicGlobalSeed();
@@ -87,6 +99,11 @@ int main(int argc, char** argv)
     if (QByteArray(argv[2]) == "submenu")
         desktop.presenter.choose = {u"Many"_s, u"no such item"_s};
     repeat([&] { bench_reference(&seen); });
+    if (QByteArray(argv[2]) == "search") {
+        SearchIndex index = manyEntries(TARNWICK_BENCH_MENU, entriesToSearch);
+        repeat([&] { bench_search_entries(&index); });
+        return index.size() < entriesToSearch ? 1 : 0;
+    }
     repeat([&] { bench_pop_up(&controller); });
     std::fprintf(stderr, "%lld\n", static_cast<long long>(seen));
     return 0;

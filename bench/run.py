@@ -17,6 +17,7 @@ GROUPS = {
     "starting": ("from the start of the process to the hot key", "starting.rows"),
     "idle": ("while nobody uses it, and memory", "idle.rows"),
     "scaling": ("the cost grows with the items that are shown, and with nothing else", "scaling.rows"),
+    "search": ("finding entries by what is typed", "searching.rows"),
     "instructions": ("instructions of a pop-up", "instructions.rows"),
     "wayland": ("the menu on Wayland itself, in each compositor of a newer system", "wayland.rows"),
     "exchanges": ("answers of the X server and messages on the buses", "exchanges.rows"),
