@@ -62,8 +62,8 @@ bool isSpace(char32_t character)
 /// Between the parts of a word, or in front of the letter that is its mnemonic.
 bool isMark(char32_t character)
 {
-    constexpr char32_t minusSign = 0x2212;
-    return character == U'&' || character == U'_' || character == minusSign ||
+    constexpr char32_t MinusSign = 0x2212;
+    return character == U'&' || character == U'_' || character == MinusSign ||
            QChar::category(character) == QChar::Punctuation_Dash;
 }
 

@@ -7,11 +7,11 @@ namespace tarnwick {
 
 quint64 lettersOf(QStringView folded)
 {
-    constexpr unsigned lastBit = 63;
+    constexpr unsigned LastBit = 63;
     quint64 letters = 0;
     for (const QChar unit : folded) {
         if (unit != u' ')
-            letters |= quint64(1) << (unit.unicode() & lastBit);
+            letters |= quint64(1) << (unit.unicode() & LastBit);
     }
     return letters;
 }
@@ -19,9 +19,9 @@ quint64 lettersOf(QStringView folded)
 SearchQuery SearchQuery::of(const QString& typed)
 {
     // A character is hardly ever more than a few units: what is cut here is cut below, too.
-    constexpr qsizetype enough = 16 * Longest;
+    constexpr qsizetype Enough = 16 * Longest;
     SearchQuery query;
-    query.text = foldedText(typed.left(enough)).text.left(Longest);
+    query.text = foldedText(typed.left(Enough)).text.left(Longest);
     if (!query.text.isEmpty() && query.text.back().isHighSurrogate())
         query.text.chop(1);
     const auto words = query.text.split(u' ', Qt::SkipEmptyParts);

@@ -85,7 +85,7 @@ public:
         QVarLengthArray<int, UnitsWithInitials> units(_term.size());
         quint64 possible = _places.last();
         for (qsizetype letter = _term.size() - 1; letter >= 0; --letter) {
-            units[letter] = std::bit_width(possible) - 1;
+            units[letter] = static_cast<int>(std::bit_width(possible)) - 1;
             if (letter > 0)
                 possible = _possibleBefore(units.at(letter), _places.at(letter - 1));
         }
@@ -114,10 +114,10 @@ private:
             const quint64 word = end - start;
             if (mayFollow)
                 found |= start;
-            constexpr int blankAndShortWord = 4;
+            constexpr int BlankAndShortWord = 4;
             if (places & word)
                 mayFollow = true;
-            else if (std::popcount(word) > blankAndShortWord)
+            else if (std::popcount(word) > BlankAndShortWord)
                 mayFollow = false;
         }
         return found;
