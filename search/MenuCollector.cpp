@@ -104,7 +104,7 @@ CollectedMenu MenuCollector::_collect(const Pending& pending, bool wasOpen)
             _unsearched.append({pending.path, UnsearchedMenu::Reason::TooMuch});
             break;
         }
-        collected.entries.append({item, title, item->isEnabled()});
+        collected.entries.append({item, title, item->isEnabled(), 0, pending.menu});
         if (item->hasSubmenu() && item->isEnabled())
             below.append({item->submenu(), _entries, pending.path + QStringList(title)});
         ++_entries;

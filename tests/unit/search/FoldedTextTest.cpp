@@ -34,6 +34,7 @@ const Row Rows[] = {
     {"vowels of Devanagari stay", u"हिंदी"_s, u"हिंदी"_s},
     {"an ellipsis of one character", u"Open…"_s, u"open"_s},
     {"of three", u"Open..."_s, u"open"_s},
+    {"two full stops, too", u"To.."_s, u"to"_s},
     {"in the middle", u"More…here"_s, u"morehere"_s},
     {"one full stop stays", u"2019.txt etc."_s, u"2019.txt etc."_s},
     {"mnemonic marks", u"&Save _As"_s, u"save as"_s},
@@ -99,7 +100,7 @@ TEST(FoldedText, words_beginWhereAReaderBeginsThem)
     EXPECT_EQ(withStarts(u"More…Here"_s), u"[m]ore[h]ere"_s);
     EXPECT_EQ(withStarts(u"R&D_x"_s), u"[r][d][x]"_s);
     EXPECT_EQ(withStarts(u"l’échelle"_s), u"[l]'[e]chelle"_s);
-    EXPECT_EQ(withStarts(u"Größe"_s), u"[g]rosse"_s);
+    EXPECT_EQ(withStarts(u"Größe Ærø"_s), u"[g]rosse [a]ero"_s);
 }
 
 TEST(FoldedText, sources_areWholeCharactersOfTheText)

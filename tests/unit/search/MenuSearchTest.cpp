@@ -130,6 +130,7 @@ TEST_F(MenuSearchTest, sameTitleInSeveralMenus_isSeveralResults)
     for (const int number : search->rows())
         items.insert(search->entry(number).item.get());
     EXPECT_EQ(items.size(), 4);
+    EXPECT_EQ(search->entry(search->rows().at(2)).menu, root().itemWithTitle(u"View"_s)->submenu());
 }
 
 TEST_F(MenuSearchTest, holders_leadToTheEntry)

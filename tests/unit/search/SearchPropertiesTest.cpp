@@ -83,7 +83,7 @@ void fill(SearchIndex& index, Texts& texts)
         CollectedMenu made{holder, path, {}};
         for (int left = 1 + texts.upTo(5); left > 0; --left)
             made.entries.append({nullptr, texts.text(8), texts.upTo(3) > 0,
-                                 static_cast<quint32>(std::max(0, texts.upTo(6) - 4))});
+                                 static_cast<quint32>(std::max(0, texts.upTo(6) - 4)), nullptr});
         index.add(made);
     };
     menu(-1, {});
