@@ -38,11 +38,11 @@ SearchIndex manyEntries(const char* path, int entries)
     if (bar.empty())
         return index;
     CollectedMenu root;
-    constexpr int mostCopies = 100;
-    for (int copy = 0; copy < mostCopies; ++copy)
+    constexpr int MostCopies = 100;
+    for (int copy = 0; copy < MostCopies; ++copy)
         root.entries.append({nullptr, u"Window %1"_s.arg(copy)});
     index.add(root);
-    for (int copy = 0; copy < mostCopies && index.size() < entries; ++copy) {
+    for (int copy = 0; copy < MostCopies && index.size() < entries; ++copy) {
         std::vector<Held> held;
         add(bar, copy, held, index);
         for (std::size_t i = 0; i < held.size() && index.size() < entries; ++i) {
