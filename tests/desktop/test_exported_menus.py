@@ -111,6 +111,45 @@ class TheMenuOfGtk4WithABarInTheWindow(TheMenuOfGtk4):
     options = ("--show-bar",)
 
 
+class TheMenuOfAProgramWithTheModule(OverAnExport):
+    """A program of GTK 3 that makes menus when they open. The module of GTK has it make them."""
+
+    titles = ["File", "View", "Keys", "Late"]
+
+    @classmethod
+    def start_application(cls):
+        return Fixture(cls.session, "gtk3", "--module", menu="kinds.menu")
+
+    def setUp(self):
+        super().setUp()
+        self.application.forget()
+
+    def assert_chosen_once(self, path):
+        self.application.wait_for_line("chosen", path)
+        holds_for(lambda: self.application.chosen() == [path], 0.2, "it was chosen more than once")
+        self.assert_nothing_is_held()
+
+    def test_has_what_was_never_open_in_it(self):
+        self.read_back()
+        self.open_menu()
+        self.assertEqual(self.go.enter("Late"), [Item("Only Then")])
+        self.go.leave()
+        self.go.enter("File")
+        self.assertEqual(self.go.enter("Open Recent"), [Item("one.txt"), Item("two.txt")])
+
+    def test_chooses_once_with_the_keyboard(self):
+        self.read_back()
+        self.open_menu()
+        self.go.choose("File", "Open Recent", "two.txt")
+        self.assert_chosen_once("File > Open Recent > two.txt")
+
+    def test_chooses_once_with_the_pointer(self):
+        self.read_back()
+        self.open_menu()
+        self.go.choose_by_pointer("Late", "Only Then")
+        self.assert_chosen_once("Late > Only Then")
+
+
 class TheMenuOfGucharmap(OverAnExport):
     """A program of GTK 3 on a desktop that shows menu bars itself: then none is in the window."""
 

@@ -12,13 +12,15 @@ namespace {
 
 const GtkMenuPlace& place()
 {
-    static const GtkMenuPlace menu{"/menus", "/application", "/window", {}, {}};
+    static const GtkMenuPlace menu{"/menus", "/application", "/window", {}, {}, "/module"};
     return menu;
 }
 
 GtkActionGroups& actions()
 {
-    static GtkActionGroups groups{{"/application", {{"quit", {true, {}, {}}}}}, {"/window", {}}};
+    static GtkActionGroups groups{{"/application", {{"quit", {true, {}, {}}}}},
+                                  {"/window", {}},
+                                  {"/module", {{"quit", {true, {}, {}}}}}};
     return groups;
 }
 
@@ -41,7 +43,10 @@ void checkMenus(sd_bus_message* reply)
         require(row.title == row.title.trimmed(), "a title is trimmed");
         require((row.kind == MenuRow::Kind::Holder) == bool(row.contents),
                 "a holder, and nothing else, holds a menu");
-        require(!row.contents || GtkMenuPlace::fromPath(row.contents.path), "a submenu's place can be read");
+        const auto contents = GtkMenuPlace::fromPath(row.contents.path);
+        require(!row.contents || contents, "a submenu's place can be read");
+        require(!contents || contents->moduleActions == "/module",
+                "a submenu's actions are where its menu's are");
         require(row.kind == MenuRow::Kind::Item || !row.shortcut, "only items have a shortcut");
     }
     require(rows.isEmpty() || rows.last().kind != MenuRow::Kind::Separator, "no menu ends with a separator");

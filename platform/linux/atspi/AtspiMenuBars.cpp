@@ -14,6 +14,8 @@ namespace {
 
 /// More windows than this are not kept in mind.
 constexpr qsizetype MaximumWindows = 200;
+/// More menus of a bar than this are not looked at.
+constexpr qsizetype MaximumMenus = 100;
 /// For asking all applications about a window whose process none of them is.
 constexpr auto StrangerTime = 200ms;
 
@@ -88,6 +90,22 @@ QList<BusReference> AtspiMenuBars::windowsOf(qint64 processIdentifier)
          _applications.windowsOf(_applications.rootsOf(processIdentifier, deadline), deadline))
         windows.append(window.reference);
     return windows;
+}
+
+QList<BusReference> AtspiMenuBars::emptyMenusOf(const BusReference& bar)
+{
+    const ReadingBudget::Reading reading(_budget);
+    QList<AtspiFacts> bars{{.reference = bar}};
+    QList<AtspiFacts> menus = _bus.childrenOf(bars, MaximumMenus, reading.deadline());
+    QList<AtspiInquiry> inquiries;
+    for (AtspiFacts& menu : menus)
+        inquiries.append({&menu, AtspiQuestion::ChildCount});
+    _bus.ask(inquiries, reading.deadline());
+    QList<BusReference> empty;
+    for (const AtspiFacts& menu : std::as_const(menus))
+        if (menu.childCount == 0)
+            empty.append(menu.reference);
+    return empty;
 }
 
 BusReference AtspiMenuBars::below(const BusReference& window)

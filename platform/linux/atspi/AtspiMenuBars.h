@@ -28,6 +28,8 @@ public:
 
     /// The application's windows, in its own order.
     [[nodiscard]] QList<BusReference> windowsOf(qint64 processIdentifier);
+    /// The menus of a bar that have nothing in them while they are closed.
+    [[nodiscard]] QList<BusReference> emptyMenusOf(const BusReference& bar);
     /// Of a window that is known by its place in the tree; empty when there is none.
     [[nodiscard]] BusReference below(const BusReference& window);
 

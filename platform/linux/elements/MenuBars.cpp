@@ -5,7 +5,18 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
+
 namespace tarnwick {
+
+namespace {
+
+/// More windows than this are not kept in mind.
+constexpr qsizetype MaximumWindows = 200;
+/// Of the half second for an update: what the tree has is read, too.
+constexpr std::chrono::milliseconds MostForLooking{200};
+
+} // namespace
 
 FoundMenuBar MenuBars::of(const FrontWindow& front)
 {
@@ -53,8 +64,10 @@ FoundMenuBar MenuBars::_ofWindow(const X11Window& window, bool active)
     auto& [tree, exports, own] = _sources;
     AtspiMenuBars& bars = tree.menuBars;
     const BusReference known = bars.knownOf(window);
-    if (known && !bars.hidesClosedMenus(known))
+    if (known && !bars.hidesClosedMenus(known)) {
+        _haveFilled(window.id, known);
         return {&tree.menus, known, window.id};
+    }
     const BusReference exported = exports.menuBars.ofWindow(window.id);
     FoundMenuBar second{exported ? &exports.menus : nullptr, exported, window.id};
     if (second && bars.hidesClosedMenus(window))
@@ -62,9 +75,31 @@ FoundMenuBar MenuBars::_ofWindow(const X11Window& window, bool active)
     const BusReference inTree = known ? known : bars.ofWindow(window, active);
     // This is asked even where there is no second one, so that it is known the next time.
     const bool hidden = inTree && bars.hidesClosedMenus(inTree);
-    if (!inTree || (second && hidden))
+    if (second && (hidden || (!inTree && !exports.menus.isEmpty(exported))))
         return second;
+    if (!inTree)
+        return {};
+    _haveFilled(window.id, inTree);
     return {&tree.menus, inTree, window.id};
+}
+
+void MenuBars::_haveFilled(xcb_window_t window, const BusReference& bar)
+{
+    auto& [tree, exports, own] = _sources;
+    if (tree.menuBars.toolkitOf(bar) != AtspiToolkit::Gtk)
+        return;
+    const BusReference exported = exports.menuBars.ofWindow(window);
+    if (!exported || !GtkMenuBars::isOfModule(exported))
+        return;
+    // What a look has left empty is empty.
+    const QList<BusReference> empty = tree.menuBars.emptyMenusOf(bar);
+    const QList<BusReference> leftEmpty = _leftEmpty.value(window);
+    const auto isNew = [&](const BusReference& menu) { return !leftEmpty.contains(menu); };
+    if (!std::ranges::any_of(empty, isNew) || !exports.menus.lookAtAll(exported, MostForLooking))
+        return;
+    if (_leftEmpty.size() >= MaximumWindows)
+        _leftEmpty.clear();
+    _leftEmpty.insert(window, empty);
 }
 
 FoundMenuBar MenuBars::_ofAnyWindow(qint64 processIdentifier)
@@ -73,7 +108,8 @@ FoundMenuBar MenuBars::_ofAnyWindow(qint64 processIdentifier)
     if (const AtspiMenuBars::Found found = tree.menuBars.ofAnyWindow(processIdentifier); found.bar)
         return {&tree.menus, found.bar, found.owner};
     for (const xcb_window_t window : _windows.windowsOf(processIdentifier))
-        if (const BusReference exported = exports.menuBars.ofWindow(window))
+        if (const BusReference exported = exports.menuBars.ofWindow(window);
+            exported && !exports.menus.isEmpty(exported))
             return {&exports.menus, exported, window};
     return {};
 }

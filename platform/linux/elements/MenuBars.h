@@ -6,6 +6,8 @@
 #include "platform/linux/gtk/GtkExports.h"
 #include "platform/linux/menus/MenuSource.h"
 
+#include <QHash>
+
 namespace tarnwick {
 
 struct FoundMenuBar
@@ -28,6 +30,17 @@ struct MenuBarOwner
 };
 
 /// Where a window's menu bar is published. GUI thread only.
+///
+/// | in the accessibility tree     | exported by the window     | what is read                              |
+/// |-------------------------------|----------------------------|-------------------------------------------|
+/// | a bar                         | nothing                    | the tree                                  |
+/// | a bar                         | its own model              | the tree, which has more shortcuts        |
+/// | a bar with empty menus        | by the module of GTK       | the tree, after a look at the export has  |
+/// |                               |                            | made the program fill its menus           |
+/// | a bar that hides closed menus | a model with entries       | the export: GTK 4                         |
+/// | none                          | a model with entries       | the export: GTK 2, or a bar that is shown |
+/// |                               |                            | elsewhere                                 |
+/// | none                          | nothing, or an empty model | none                                      |
 class MenuBars
 {
 public:
@@ -51,10 +64,13 @@ private:
     [[nodiscard]] FoundMenuBar _ofNative(const FrontWindow& front);
     [[nodiscard]] WindowPosition _position(const FrontWindow& front);
     [[nodiscard]] FoundMenuBar _ofWindow(const X11Window& window, bool active);
+    /// Sees to it that the program has filled the menus of its bar in the tree, if it can be had to.
+    void _haveFilled(xcb_window_t window, const BusReference& bar);
     [[nodiscard]] FoundMenuBar _ofAnyWindow(qint64 processIdentifier);
 
     X11Windows& _windows;
     Sources _sources;
+    QHash<xcb_window_t, QList<BusReference>> _leftEmpty; ///< by windows that were looked at: menus of theirs
 };
 
 } // namespace tarnwick

@@ -35,15 +35,23 @@ BusReference GtkMenuBars::ofWindow(xcb_window_t window)
     X11Property name(_x11, window, "_GTK_UNIQUE_BUS_NAME");
     X11Property applicationActions(_x11, window, "_GTK_APPLICATION_OBJECT_PATH");
     X11Property windowActions(_x11, window, "_GTK_WINDOW_OBJECT_PATH");
+    X11Property moduleActions(_x11, window, "_UNITY_OBJECT_PATH");
     const QByteArray service = textOf(name);
     GtkMenuPlace place;
     place.menus = pathOf(menus);
     place.applicationActions = pathOf(applicationActions);
     place.windowActions = pathOf(windowActions);
+    place.moduleActions = pathOf(moduleActions);
     if (place.menus.isEmpty() || !service.startsWith(':') ||
         sd_bus_service_name_is_valid(service.constData()) <= 0)
         return {};
     return _source.reference(service, place);
+}
+
+bool GtkMenuBars::isOfModule(const BusReference& bar)
+{
+    const auto place = GtkMenuPlace::fromPath(bar.path);
+    return place && !place->moduleActions.isEmpty();
 }
 
 BusReference GtkMenuBars::ofProcess(qint64 processIdentifier, const WindowPosition& position)

@@ -26,6 +26,8 @@ public:
 
     /// Empty when the window exports none. Whether it can be read is not tried.
     [[nodiscard]] BusReference ofWindow(xcb_window_t window);
+    /// Whether a module of GTK exports the bar, which it makes of the menus that the program itself has.
+    [[nodiscard]] static bool isOfModule(const BusReference& bar);
     /// The same of a window that no X server knows. Where its program has other windows than those that are
     /// counted, it is not known which one it is, and what its entries do to a window can't be done.
     [[nodiscard]] BusReference ofProcess(qint64 processIdentifier, const WindowPosition& position);

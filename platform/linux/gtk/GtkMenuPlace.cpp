@@ -15,6 +15,7 @@ QByteArray GtkMenuPlace::toPath() const
     return QByteArrayList{menus,
                           applicationActions,
                           windowActions,
+                          moduleActions,
                           QByteArray::number(number.group),
                           QByteArray::number(number.menu),
                           actionNamespace}
@@ -24,10 +25,11 @@ QByteArray GtkMenuPlace::toPath() const
 std::optional<GtkMenuPlace> GtkMenuPlace::fromPath(const QByteArray& path)
 {
     const QByteArrayList parts = path.split(Between);
-    if (parts.size() < 6)
+    if (parts.size() < 7)
         return std::nullopt;
     return GtkMenuPlace{
-        parts[0], parts[1], parts[2], {parts[3].toUInt(), parts[4].toUInt()}, parts.mid(5).join(Between)};
+        parts[0], parts[1], parts[2], {parts[4].toUInt(), parts[5].toUInt()}, parts.mid(6).join(Between),
+        parts[3]};
 }
 
 std::optional<GtkMenuAction> GtkMenuPlace::find(const QByteArray& action) const
@@ -40,6 +42,8 @@ std::optional<GtkMenuAction> GtkMenuPlace::find(const QByteArray& action) const
         path = applicationActions;
     else if (prefix == "win")
         path = windowActions;
+    else if (prefix == "unity")
+        path = moduleActions;
     return path.isEmpty() ? std::nullopt : std::optional(GtkMenuAction{path, full.mid(dot + 1), {}});
 }
 

@@ -16,6 +16,8 @@ struct GtkMenuPlace
     QByteArray windowActions;
     GtkMenuNumber number;
     QByteArray actionNamespace; ///< stands before the names of all actions in the menu; usually empty
+    /// Those that a module of GTK exports for a window that has none of its own. Empty otherwise.
+    QByteArray moduleActions = {};
 
     /// As the path of a reference, which only fromPath() understands.
     [[nodiscard]] QByteArray toPath() const;

@@ -21,14 +21,31 @@ constexpr const char* ActionsInterface = "org.gtk.Actions";
 /// each.
 constexpr int MaximumRounds = 4;
 constexpr qsizetype MaximumGroups = 100;
+/// Menus in one another.
+constexpr int MaximumDepth = 16;
+/// After this a bar that was read is read again.
+constexpr auto Moment = std::chrono::milliseconds(20);
 
-QSet<quint32> groupsOf(const QList<GtkMenuNumber>& menus)
+/// Without those that are known.
+QSet<quint32> groupsOf(const QList<GtkMenuNumber>& menus, const QSet<quint32>& known)
 {
     QSet<quint32> groups;
     for (const GtkMenuNumber& menu : menus)
-        if (groups.size() < MaximumGroups)
+        if (groups.size() < MaximumGroups && !known.contains(menu.group))
             groups.insert(menu.group);
     return groups;
+}
+
+/// What the entries lead to.
+QList<GtkMenuNumber> linkedIn(const GtkMenus& menus)
+{
+    QList<GtkMenuNumber> linked;
+    for (const QList<GtkMenuEntry>& entries : menus)
+        for (const GtkMenuEntry& entry : entries)
+            for (const auto& link : {entry.section, entry.submenu})
+                if (link)
+                    linked.append(*link);
+    return linked;
 }
 
 bool saysDisabled(sd_bus_message* answer)
@@ -83,12 +100,39 @@ BusReference GtkMenuSource::reference(const QByteArray& service, const GtkMenuPl
 
 std::optional<QList<MenuRow>> GtkMenuSource::readBar(const BusReference& bar)
 {
-    auto rows = _readNow(bar);
+    const auto justRead = std::exchange(_justRead, std::nullopt);
+    const bool known = justRead && justRead->bar == bar && !justRead->until.passed();
+    auto rows = known ? justRead->rows : _readNow(bar);
     if (rows) // as in a bar of the toolkit's own
         rows->removeIf([](const MenuRow& row) { return row.kind == MenuRow::Kind::Separator; });
     _service = bar.service;
     _menusOfBar = menusIn(rows.value_or(QList<MenuRow>()));
     return rows;
+}
+
+bool GtkMenuSource::isEmpty(const BusReference& bar)
+{
+    const auto rows = _readNow(bar);
+    if (rows)
+        _justRead = {bar, *rows, Deadline::in(Moment)};
+    return rows && rows->isEmpty();
+}
+
+bool GtkMenuSource::lookAtAll(const BusReference& bar, std::chrono::milliseconds most)
+{
+    const ReadingBudget::Reading budget(_budget);
+    const Deadline deadline = budget.deadline().atMostIn(most);
+    const auto place = GtkMenuPlace::fromPath(bar.path);
+    if (!place || !_bus.stands(bar))
+        return false;
+    Reading reading{bar.service, *place, {}, {}, {}};
+    QSet<quint32> groups{place->number.group};
+    for (int depth = 0; depth < MaximumDepth && !groups.isEmpty(); ++depth) {
+        reading.menus.clear();
+        _look(reading, groups, {}, deadline);
+        groups = groupsOf(linkedIn(reading.menus), reading.groups);
+    }
+    return !deadline.passed();
 }
 
 std::optional<QList<MenuRow>> GtkMenuSource::readMenu(const BusReference& contents)
@@ -128,7 +172,7 @@ std::optional<QList<MenuRow>> GtkMenuSource::_readNow(const BusReference& menu,
     QSet<quint32> groups{place->number.group};
     for (int round = 0; round < MaximumRounds && !groups.isEmpty(); ++round) {
         _read(reading, groups, deadline.value_or(budget.deadline()));
-        groups = groupsOf(missingSections(reading.menus, place->number)) - reading.groups;
+        groups = groupsOf(missingSections(reading.menus, place->number), reading.groups);
     }
     if (!reading.menus.contains(place->number))
         return std::nullopt;
@@ -137,24 +181,31 @@ std::optional<QList<MenuRow>> GtkMenuSource::_readNow(const BusReference& menu,
 
 void GtkMenuSource::_read(Reading& reading, const QSet<quint32>& groups, Deadline deadline)
 {
+    const GtkMenuPlace& place = reading.place;
+    QByteArrayList paths;
+    for (const QByteArray& path : {place.applicationActions, place.windowActions, place.moduleActions})
+        if (!path.isEmpty() && !reading.actions.contains(path) && !paths.contains(path))
+            paths.append(path);
+    _look(reading, groups, paths, deadline);
+}
+
+void GtkMenuSource::_look(Reading& reading, const QSet<quint32>& groups, const QByteArrayList& actions,
+                          Deadline deadline)
+{
     SdBus* bus = _bus.standingConnection();
     if (!bus || deadline.passed())
         return;
-    QByteArrayList paths;
-    for (const QByteArray& path : {reading.place.applicationActions, reading.place.windowActions})
-        if (!path.isEmpty() && !reading.actions.contains(path))
-            paths.append(path);
     bus->exchange(
-        1 + paths.size(),
+        1 + actions.size(),
         [&](qsizetype index) {
             return index == 0 ? _groupCall(reading, "Start", groups)
-                              : _call(reading, ActionsInterface, "DescribeAll", paths[index - 1]);
+                              : _call(reading, ActionsInterface, "DescribeAll", actions[index - 1]);
         },
         [&](qsizetype index, sd_bus_message* reply) {
             if (index == 0)
                 decodeMenus(reply, reading.menus);
             else
-                reading.actions.insert(paths[index - 1], decodeActions(reply));
+                reading.actions.insert(actions[index - 1], decodeActions(reply));
         },
         deadline);
     bus->send(_groupCall(reading, "End", groups));

@@ -29,6 +29,14 @@ public:
     bool press(const MenuRow& row) override;
     [[nodiscard]] bool isDisabledNow(const MenuRow& row, Deadline deadline) override;
 
+    /// Whether the bar is told to have no entry now. Who reads it a moment later does not wait for it again.
+    [[nodiscard]] bool isEmpty(const BusReference& bar);
+
+    /// Looks at every menu below `bar` once, for `most` at most, since some programs make what a menu holds
+    /// only when somebody does. Nothing of it is to be seen. False when there was not the time to look at
+    /// all.
+    bool lookAtAll(const BusReference& bar, std::chrono::milliseconds most);
+
     /// Reads all menus below the bar that was read last, if `service` exports it, for `most` at most. The
     /// pop-up that is open or opens next shows those that were read by then as they are now, whatever becomes
     /// of them.
@@ -36,12 +44,21 @@ public:
 
 private:
     struct Reading;
+    struct JustRead
+    {
+        BusReference bar;
+        QList<MenuRow> rows;
+        Deadline until;
+    };
 
     /// Without a deadline: what there is left of the budget.
     [[nodiscard]] std::optional<QList<MenuRow>> _readNow(const BusReference& menu,
                                                          std::optional<Deadline> deadline = {});
     /// Reads the menus of the groups, and the actions that have not been asked for yet, in one go.
     void _read(Reading& reading, const QSet<quint32>& groups, Deadline deadline);
+    /// The same with these actions.
+    void _look(Reading& reading, const QSet<quint32>& groups, const QByteArrayList& actions,
+               Deadline deadline);
     [[nodiscard]] SdBusMessage _call(const Reading& reading, const char* interface, const char* member,
                                      const QByteArray& path);
     [[nodiscard]] SdBusMessage _groupCall(const Reading& reading, const char* member,
@@ -51,6 +68,7 @@ private:
 
     SessionBus& _bus;
     ReadingBudget& _budget;
+    std::optional<JustRead> _justRead;
     QByteArray _service;                        ///< that exports the bar that was read last
     QList<BusReference> _menusOfBar;            ///< of that one
     QHash<BusReference, QList<MenuRow>> _ahead; ///< while our menu is open, or opens

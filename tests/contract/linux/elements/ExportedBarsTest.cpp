@@ -32,11 +32,12 @@ protected:
     ExportedBarsTest()
     {
         EXPECT_TRUE(QTest::qWaitFor([&] { return windows.managed(); }, Limit)) << "no window manager";
-        exporter.setInterceptor([](sd_bus_message* call) {
+        exporter.setInterceptor([this](sd_bus_message* call) {
             const QByteArrayView member = sd_bus_message_get_member(call);
             if (member == "Start")
-                return answer(call, [](sd_bus_message* reply) {
-                    append(reply, QList<exported::Menu>{{{0, 0}, {submenu("_Exported", {1, 0})}}});
+                return answer(call, [this](sd_bus_message* reply) {
+                    const std::lock_guard lock(_mutex);
+                    append(reply, QList<exported::Menu>{{{0, 0}, {_entry}}});
                 });
             if (member == "DescribeAll")
                 return answer(call, [](sd_bus_message* reply) { append(reply, QList<Action>()); });
@@ -60,26 +61,64 @@ protected:
         return window;
     }
 
-    QStringList titles()
+    /// The only entry of the exported bar from now on.
+    void exportOnly(const Entry& entry)
     {
-        QTest::qWait(1);
-        const auto read = [this](const UIElementRef& of, const QString& attribute) {
-            return accessibility.copyAttributeValue(of, attribute).value_or(QVariant());
-        };
+        const std::lock_guard lock(_mutex);
+        _entry = entry;
+    }
+
+    QVariant read(const UIElementRef& of, const QString& attribute)
+    {
+        return accessibility.copyAttributeValue(of, attribute).value_or(QVariant());
+    }
+    UIElementRef bar()
+    {
         const auto front =
             read(accessibility.createSystemWide(), u"AXFocusedApplication"_s).value<UIElementRef>();
+        return read(front, u"AXMenuBar"_s).value<UIElementRef>();
+    }
+    QStringList titlesIn(const UIElementRef& menu)
+    {
         QStringList found;
-        const QVariantList entries =
-            read(read(front, u"AXMenuBar"_s).value<UIElementRef>(), AXChildrenAttribute).toList();
+        const QVariantList entries = read(menu, AXChildrenAttribute).toList();
         for (const QVariant& entry : entries)
             found.append(read(entry.value<UIElementRef>(), AXTitleAttribute).toString());
         return found;
+    }
+    QStringList titles()
+    {
+        QTest::qWait(1);
+        return titlesIn(bar());
+    }
+    /// Of the menu that is reached by these titles from the bar.
+    UIElementRef menuAt(const QStringList& path)
+    {
+        UIElementRef menu = bar();
+        for (const QString& title : path) {
+            const QVariantList entries = read(menu, AXChildrenAttribute).toList();
+            menu = {};
+            for (const QVariant& entry : entries)
+                if (const auto item = entry.value<UIElementRef>(); read(item, AXTitleAttribute) == title)
+                    menu = read(item, AXChildrenAttribute).toList().value(0).value<UIElementRef>();
+        }
+        return menu;
+    }
+    QStringList titlesAt(const QStringList& path)
+    {
+        QTest::qWait(1);
+        return titlesIn(menuAt(path));
     }
     bool waitForTitles(const QStringList& expected)
     {
         return QTest::qWaitFor([&] { return titles() == expected; }, Limit);
     }
 
+private:
+    std::mutex _mutex;
+    Entry _entry = submenu("_Exported", {1, 0});
+
+protected:
     ScriptedApplication exporter{qgetenv("DBUS_SESSION_BUS_ADDRESS"),
                                  {},
                                  QMap<QByteArray, ScriptedApplication::Object>(),
@@ -190,6 +229,32 @@ TEST_F(ExportedBarsTest, ofAWindowThatNoXServerKnows_theExportsAreFoundByItsProc
             titles.append(row.title);
         EXPECT_EQ(titles, Editor);
     }
+}
+
+TEST_F(ExportedBarsTest, menusThatAreEmptyInTheTree_areFilledByALookAtWhatAModuleExports)
+{
+    const FixtureProgram program(u"gtk3"_s, {u"--module"_s}, u"kinds"_s);
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] {
+            return titles() == QStringList{u"File"_s, u"View"_s, u"Keys"_s, u"Late"_s};
+        },
+        Limit));
+    EXPECT_EQ(titlesAt({u"Late"_s}), QStringList(u"Only Then"_s));
+    EXPECT_EQ(titlesAt({u"File"_s, u"Open Recent"_s}), (QStringList{u"one.txt"_s, u"two.txt"_s}));
+}
+
+TEST_F(ExportedBarsTest, anExportedBarWithoutEntries_isNone)
+{
+    const FixtureProgram program(u"gtk3"_s, {u"--no-bar"_s});
+    exportingWindowOf(program);
+    EXPECT_TRUE(waitForTitles(Exported));
+    exportOnly({{"action", "unity.0"}});
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] {
+            QTest::qWait(1);
+            return !reading->menuBars.of(reading->front->current());
+        },
+        Limit));
 }
 
 TEST_F(ExportedBarsTest, propertiesThatMakeNoSense_areNoBar)

@@ -77,7 +77,7 @@ protected:
 
     BusReference at(GtkMenuNumber number)
     {
-        return source.reference(application->service(), {"/menus", "/app", "/win", number, {}});
+        return source.reference(application->service(), {"/menus", "/app", "/win", number, {}, module});
     }
     QList<MenuRow> menu(GtkMenuNumber number)
     {
@@ -110,6 +110,7 @@ protected:
     SessionBus bus;
     ReadingBudget budget;
     GtkMenuSource source{bus, budget};
+    QByteArray module; ///< path of the actions of a module
 
 private:
     void _connect()
@@ -187,6 +188,99 @@ TEST_F(GtkMenuSourceTest, aMenuOfAnySize_costsFourMessages)
     calls.sort();
     EXPECT_EQ(calls, (QStringList{u"DescribeAll /app"_s, u"DescribeAll /win"_s, u"End /menus"_s,
                                   u"Start /menus"_s}));
+}
+
+TEST_F(GtkMenuSourceTest, theActionsOfAModule_areAskedForToo)
+{
+    module = "/module";
+    publish({{Bar, {item("A", "unity.new")}}}, EditorActions);
+    application->forgetCalls();
+    EXPECT_TRUE(menu(Bar).value(0).enabled);
+    EXPECT_TRUE(allEnded());
+    EXPECT_EQ(application->count(u"DescribeAll"_s), 3);
+    module = "/win"; // as a module may give both
+    application->forgetCalls();
+    EXPECT_TRUE(menu(Bar).value(0).enabled);
+    EXPECT_TRUE(allEnded());
+    EXPECT_EQ(application->count(u"DescribeAll"_s), 2) << "each path is asked once";
+}
+
+TEST_F(GtkMenuSourceTest, aBarWithoutEntries_isKnownAsSuch)
+{
+    publish(Editor);
+    EXPECT_FALSE(source.isEmpty(at(Bar)));
+    publish({{Bar, {}}});
+    EXPECT_TRUE(source.isEmpty(at(Bar)));
+    publish({{Bar, {{{"action", "unity.0"}}}}});
+    EXPECT_TRUE(source.isEmpty(at(Bar))) << "an entry without a title is none";
+    publish({});
+    EXPECT_FALSE(source.isEmpty(at(Bar))) << "nothing was told";
+    application->setInterceptor([](sd_bus_message* /*call*/) { return true; });
+    EXPECT_FALSE(source.isEmpty(at(Bar))) << "nor by one that does not answer";
+}
+
+TEST_F(GtkMenuSourceTest, aBarThatWasJustLookedAt_isNotReadTwice)
+{
+    publish(Editor);
+    const BusReference bar = at(Bar);
+    const auto looks = [&] { return application->count(u"Start"_s); };
+    // Somebody else may have the machine for longer than the moment that counts.
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] {
+            EXPECT_FALSE(source.isEmpty(bar));
+            application->forgetCalls();
+            EXPECT_EQ(source.readBar(bar)->size(), 2);
+            return looks() == 0;
+        },
+        Limit));
+    EXPECT_EQ(source.readBar(bar)->size(), 2);
+    EXPECT_EQ(looks(), 1) << "what was read is given once";
+    EXPECT_FALSE(source.isEmpty(bar));
+    QTest::qWait(50);
+    application->forgetCalls();
+    EXPECT_EQ(source.readBar(bar)->size(), 2);
+    EXPECT_EQ(looks(), 1) << "and not for long";
+    EXPECT_FALSE(source.isEmpty(bar));
+    application->forgetCalls();
+    EXPECT_EQ(source.readBar(at({1, 0}))->size(), 3) << "nor for another one";
+    EXPECT_EQ(looks(), 1);
+}
+
+TEST_F(GtkMenuSourceTest, aLookAtAll_startsEachGroupOnceAndEndsIt)
+{
+    QList<Menu> menus{{Bar, {submenu("A", {1, 0}), submenu("B", {2, 0}), section({0, 1})}},
+                      {{0, 1}, {submenu("C", {3, 0})}},
+                      {{1, 0}, {submenu("Circle", {1, 0}), submenu("Back", Bar), section({4, 0})}},
+                      {{2, 0}, {submenu("A", {1, 0})}},
+                      {{3, 0}, {submenu("Nowhere", {200, 0})}},
+                      {{4, 0}, {submenu("Deep", {10, 0})}}};
+    for (quint32 group = 10; group < 100; ++group) // deeper than anybody looks
+        menus.append({{group, 0}, {submenu("Deeper", {group + 1, 0})}});
+    publish(menus, EditorActions);
+    application->forgetCalls();
+    EXPECT_TRUE(source.lookAtAll(at(Bar), 10s));
+    EXPECT_TRUE(allEnded());
+    const QList<quint32> looked = watched.keys();
+    for (const quint32 group : {0U, 1U, 2U, 3U, 4U, 10U, 20U, 200U})
+        EXPECT_TRUE(looked.contains(group)) << group;
+    EXPECT_LT(looked.size(), 30);
+    EXPECT_EQ(application->count(u"Start"_s), 16);
+    EXPECT_EQ(application->count(u"Start"_s), application->count(u"End"_s));
+    EXPECT_EQ(application->count(u"DescribeAll"_s), 0) << "what the actions are is not needed";
+}
+
+TEST_F(GtkMenuSourceTest, aLookAtAll_hasOnlyTheTimeThatItIsGiven)
+{
+    publish(Editor);
+    EXPECT_TRUE(source.lookAtAll(at(Bar), 10s));
+    EXPECT_FALSE(source.lookAtAll({application->service(), "no place", bus.number()}, 10s));
+    setLever([](sd_bus_message* /*call*/) { return true; });
+    FairTimer time;
+    time.start();
+    EXPECT_FALSE(source.lookAtAll(at(Bar), 100ms));
+    EXPECT_LE(time.fairElapsed(), 300);
+    setLever({});
+    EXPECT_FALSE(source.readMenu(at({1, 0})).value_or(QList<MenuRow>()).isEmpty()) << "and leaves the rest";
 }
 
 TEST_F(GtkMenuSourceTest, everyLook_isEnded)

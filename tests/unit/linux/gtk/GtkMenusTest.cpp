@@ -148,6 +148,30 @@ TEST_F(GtkMenusTest, thePrefix_tellsWhoseActionItIs)
     EXPECT_FALSE(row(item("A", "win.zoom"), {}, {{"zoom", true, "", {}}}).enabled);
 }
 
+TEST_F(GtkMenusTest, whatAModuleExports_hasActionsOfItsOwn)
+{
+    EXPECT_FALSE(row(item("A", "unity.a")).enabled) << "of a window without the module";
+    place.moduleActions = "/module";
+    const auto shown = [this](const Entry& entry) {
+        const QList<Action> exported{
+            {"Save As", true, "", {}}, {"size", true, "s", "big"}, {"More-0", true, "", true}};
+        return gtkNormalForm(menus({{Top, {entry}}}), place, {{"/module", actions(exported)}},
+                             {":1.5", place.toPath(), 1})
+            .value(0);
+    };
+    const MenuRow plain = shown(item("A", "unity.Save As"));
+    ASSERT_TRUE(plain.action);
+    EXPECT_TRUE(plain.enabled);
+    EXPECT_EQ(plain.action->path, "/module");
+    EXPECT_EQ(plain.action->name, "Save As");
+    EXPECT_TRUE(shown(item("A", "unity.size", {{"target", "big"}})).checked);
+    EXPECT_FALSE(shown(item("A", "unity.size", {{"target", "small"}})).checked);
+    const MenuRow holder = shown(submenu("More", {1, 0}, {{"submenu-action", "unity.More-0"}}));
+    EXPECT_EQ(holder.kind, MenuRow::Kind::Holder);
+    EXPECT_FALSE(holder.action) << "what tells that a submenu opens is never sent";
+    EXPECT_EQ(GtkMenuPlace::fromPath(holder.contents.path)->moduleActions, "/module");
+}
+
 TEST_F(GtkMenusTest, aNamespace_standsBeforeTheNamesWithinIt)
 {
     const QList<Action> application{{"a", true, "", {}}, {"x.a", true, "", {}}};
@@ -267,7 +291,7 @@ TEST_F(GtkMenusTest, everyEntry_isAnElementOfItsOwn)
 
 TEST_F(GtkMenusTest, places_surviveAsPaths)
 {
-    const GtkMenuPlace full{"/a/menus", "/a", "/a/window/1", {7, 4'000'000'000}, "app.with blank"};
+    const GtkMenuPlace full{"/a/menus", "/a", "/a/window/1", {7, 4'000'000'000}, "app.with blank", "/m"};
     EXPECT_EQ(GtkMenuPlace::fromPath(full.toPath()), full);
     const GtkMenuPlace bare{"/a", {}, {}, {}, {}};
     EXPECT_EQ(GtkMenuPlace::fromPath(bare.toPath()), bare);
