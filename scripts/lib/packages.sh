@@ -36,7 +36,7 @@ TRIXIE_PACKAGES=(
     libgtest-dev libgmock-dev libbenchmark-dev libgtk-3-dev libgtk-4-dev qtbase5-dev libxcb-damage0-dev libxcb-xtest0-dev
     xvfb openbox xdotool x11-utils x11-xkb-utils x11-xserver-utils xclip python3 python3-gi python3-xlib libglib2.0-bin valgrind locales
     liblayershellqtinterface-dev libwayland-dev wayland-protocols plasma-wayland-protocols qt6-wayland
-    sway labwc wlr-randr kwin-wayland libkscreen-bin swaylock grim fcitx5 xdg-desktop-portal
+    sway labwc xwayland wlr-randr kwin-wayland libkscreen-bin swaylock grim fcitx5 xdg-desktop-portal
     libreoffice-writer libreoffice-gtk3
     clang clang-tidy
 )

@@ -25,14 +25,14 @@ class WaylandTest(DesktopTest):
 
 
 class UnseenFixture:
-    """A fixture program that runs on Wayland itself, of which no pictures are needed; made when its text field has the
-    keyboard. GTK 4 would have it before its window is there."""
+    """A fixture program that runs on Wayland itself, unless `environment` says otherwise, of which no pictures are needed; made
+    when its text field has the keyboard. GTK 4 would have it before its window is there."""
 
-    def __init__(self, session, kit, *options, name=None):
+    def __init__(self, session, kit, *options, name=None, **environment):
         self._session = session
         self.kit = kit
         self.log = session.directory / "out" / f"{name or kit}.log"
-        self.program = session.run(fixture_program(kit), DATA / "editor.menu", "--log", self.log, *options)
+        self.program = session.run(fixture_program(kit), DATA / "editor.menu", "--log", self.log, *options, **environment)
         wait_for(lambda: self.lines("focus")[-1:] == ["in"], f"the focus in {kit}; it wrote {self.program.output!r}")
 
     @property
@@ -52,10 +52,10 @@ class UnseenFixture:
 class NativeFixture(UnseenFixture):
     """The same, as it is seen on the screen."""
 
-    def __init__(self, session, kit, *options):
+    def __init__(self, session, kit, *options, **environment):
         session.put_pointer_away()
         self._empty = session.picture_at_rest()
-        super().__init__(session, kit, *options)
+        super().__init__(session, kit, *options, **environment)
         self.frame()  # GTK 4 has the focus before its window is there
 
     def frame(self):

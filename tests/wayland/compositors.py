@@ -1,9 +1,10 @@
 # SPDX-License-Identifier: MIT
 """Private sessions of Wayland compositors without a screen, with a session bus, a home, and a person's hands and eyes in
-each. No X server is in them: what is started runs on Wayland itself."""
+each. What is started runs on Wayland itself, unless it asks for the X server that a session may offer."""
 import math
 import os
 import pathlib
+import re
 import signal
 import subprocess
 import tempfile
@@ -16,6 +17,7 @@ from picture import Picture
 
 OPTION, COMMAND, F1, F2, F4 = 64, 133, 67, 68, 70
 _SIZE = "x".join(map(str, SIZE))
+_X_SOCKETS = pathlib.Path("/tmp/.X11-unix")  # where X servers have them; a system makes it as it starts
 _HEADLESS = {"WLR_BACKENDS": "headless", "WLR_LIBINPUT_NO_DEVICES": "1", "WLR_RENDERER": "pixman"}
 
 
@@ -30,9 +32,11 @@ class CompositorSession(Session):
     _output = "HEADLESS-{}"  # the name of an output, counted from 1
     _rounded = math.floor  # a size that is no whole number
 
-    def __init__(self, scales=(1,)):
+    def __init__(self, scales=(1,), xwayland=False):
+        """`xwayland`: programs that want an X server find the compositor's own."""
         super().__init__()
         self._scales = scales
+        self._has_xwayland = xwayland
         self.outputs = []  # (x, y, width, height) of each that is on, in the places that the pointer has
 
     def start(self):
@@ -87,6 +91,8 @@ class CompositorSession(Session):
     def begin_compositor(self):
         """Another one comes."""
         self.environment["WAYLAND_DISPLAY"] = self._start_compositor()
+        if self._has_xwayland:
+            self._use_xwayland()
         self.input = self.input_class(self.environment["WAYLAND_DISPLAY"])
         if len(self._scales) > 1:
             self.arrange(*self._scales)
@@ -137,6 +143,32 @@ class CompositorSession(Session):
         """Starts it and returns the path of its socket."""
         raise NotImplementedError
 
+    def _telling(self):
+        """What the compositor is to run: it writes down how its X server is reached, which those that it starts are told."""
+        if not _X_SOCKETS.exists():
+            _X_SOCKETS.mkdir()
+            _X_SOCKETS.chmod(0o1777)
+        told = self._told_display
+        told.unlink(missing_ok=True)
+        return self._write("tell", f'#!/bin/sh\necho "$DISPLAY $XAUTHORITY" > {told}.new && mv {told}.new {told}\n', 0o700)
+
+    @property
+    def _told_display(self):
+        return self.directory / "told"
+
+    def windows_on_xwayland(self):
+        """The process of each window that its X server has."""
+        listed = re.findall(r"0x\w+", self.call("xprop", "-root", "_NET_CLIENT_LIST"))
+        processes = (self.call("xprop", "-id", window, "_NET_WM_PID").rpartition(" ")[2] for window in listed)
+        return [int(process) for process in processes]
+
+    def _use_xwayland(self):
+        wait_for(self._told_display.exists, f"an X server; the compositor wrote: {self._compositor.output}", step=0.02)
+        display, *authority = self._told_display.read_text(encoding="utf-8").split()
+        self.environment["DISPLAY"] = display
+        if authority:
+            self.environment["XAUTHORITY"] = authority[0]
+
     def _headless(self):
         return {**_HEADLESS, "WLR_HEADLESS_OUTPUTS": str(len(self._scales))}
 
@@ -149,23 +181,27 @@ class CompositorSession(Session):
             return next((str(path) for path in sockets if "wl_output" in _offered(path)), None)
         return wait_for(find, f"{program.name} with a screen", step=0.02)
 
-    def _write(self, name, text):
+    def _write(self, name, text, mode=0o600):
         path = self.directory / name
         path.parent.mkdir(parents=True, exist_ok=True)
         path.write_text(text, encoding="utf-8")
+        path.chmod(mode)
         return path
 
 
 class Sway(CompositorSession):
     tools = (*CompositorSession.tools, "sway", "wlr-randr")
     ground = (0x20, 0x30, 0x40)
-    _CONFIGURATION = (f"output * resolution {_SIZE} position 0 0 background #203040 solid_color\nxwayland disable\n"
+    _CONFIGURATION = (f"output * resolution {_SIZE} position 0 0 background #203040 solid_color\n"
                       'default_border none\nfor_window [title=".*"] floating enable\n'
                       "bindsym Mod1+F4 kill\n"  # as in the other ones
                       "bindsym Mod4+F1 workspace 1\nbindsym Mod4+F2 workspace 2\n")
 
     def _start_compositor(self):
-        self._configuration = self._write("sway/config", self._CONFIGURATION)
+        return self._start_sway(f"exec {self._telling()}" if self._has_xwayland else "xwayland disable")
+
+    def _start_sway(self, line):
+        self._configuration = self._write("sway/config", f"{self._CONFIGURATION}{line}\n")
         self._compositor = self.run("sway", "--config", self._configuration, **self._headless())
         return self._socket_of(self._compositor)
 
@@ -221,7 +257,8 @@ class Labwc(CompositorSession):
 
     def _start_compositor(self):
         self._configuration = self._write("labwc/rc.xml", self._CONFIGURATION)
-        self._compositor = self.run("labwc", "-C", self._configuration.parent, **self._headless())
+        tell = ("-s", self._telling()) if self._has_xwayland else ()
+        self._compositor = self.run("labwc", "-C", self._configuration.parent, *tell, **self._headless())
         socket = self._socket_of(self._compositor)
         subprocess.run(["wlr-randr", "--output", "HEADLESS-1", "--custom-mode", _SIZE], timeout=60, check=True,
                        env={**self.environment, "WAYLAND_DISPLAY": socket})
@@ -275,11 +312,12 @@ class KWin(Sway):
             (self.directory / "home" / ".config" / "kwinrc").write_text(self._OPEN_BORDERS, encoding="utf-8")
             outputs = "--virtual", "--output-count", len(self._scales)
         else:
-            self._seen = super()._start_compositor()
+            self._seen = self._start_sway("xwayland disable")
             outputs = "--wayland-display", self._seen
         width, height = SIZE
+        tell = ("--xwayland", self._telling()) if self._has_xwayland else ()
         self._compositor = self.run("kwin_wayland", *outputs, "--socket", "kwin", "--no-lockscreen", "--width", width,
-                                    "--height", height, **self._ENVIRONMENT)
+                                    "--height", height, *tell, **self._ENVIRONMENT)
         return self._socket_of(self._compositor, "kwin")
 
     @property

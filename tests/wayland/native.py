@@ -63,11 +63,13 @@ class MenuTest(WaylandTest):
         cls.reader = cls.tarnwick.reader(cls.bus)
         cls.addClassCleanup(cls.reader.close)
 
+    environment_of = {}  # of a fixture, by its toolkit, where it is not that of the session
+
     def each(self, check, kits=KITS):
         """`check` with a fixture of each toolkit, with the pointer in the middle of its window."""
         for kit in kits:
             with self.subTest(kit):
-                fixture = NativeFixture(self.session, kit)
+                fixture = NativeFixture(self.session, kit, **self.environment_of.get(kit, {}))
                 try:
                     self.wait_until_readable(fixture)
                     check(fixture)
