@@ -462,6 +462,13 @@ Für alle anderen lassen Sie eine Taste des Desktops diesen Befehl ausführen:
     </message>
 </context>
 <context>
+    <name>tarnwick::AtspiMenuSource</name>
+    <message>
+        <source>Open this menu in the application once</source>
+        <translation>Dieses Menü einmal im Programm öffnen</translation>
+    </message>
+</context>
+<context>
     <name>tarnwick::GlobalHotKeys</name>
     <message>
         <source>Open the Menu at the Pointer</source>

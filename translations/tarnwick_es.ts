@@ -462,6 +462,13 @@ Sobre ellas el menú obedece solo al puntero, y puede abrirse donde este se vio 
     </message>
 </context>
 <context>
+    <name>tarnwick::AtspiMenuSource</name>
+    <message>
+        <source>Open this menu in the application once</source>
+        <translation>Abra este menú una vez en la aplicación</translation>
+    </message>
+</context>
+<context>
     <name>tarnwick::GlobalHotKeys</name>
     <message>
         <source>Open the Menu at the Pointer</source>

@@ -42,8 +42,14 @@ def without_idle_separators(entries):
     return kept
 
 
+# Stands in place of what an application makes when the menu opens.
+UNMADE = "Open this menu in the application once"
+
+
 def shown_entries(objects):
     """What `tarnwick-inspect --all --json` has printed for one menu."""
+    if [each.get("title") for each in objects] == [UNMADE]:
+        return []
     return without_idle_separators([_shown_entry(each) for each in objects])
 
 

@@ -104,6 +104,9 @@ class Entries(unittest.TestCase):
         printed = [{"title": "File", "enabled": True, "checked": False, "submenu": True, "entries": [
             {"title": "New", "enabled": False, "checked": True, "keyEquivalent": "Ctrl+N"}, {"separator": True},
             {"title": "More", "enabled": True, "checked": False, "submenu": True, "entries": []}]}]
+        unmade = {"title": "Open this menu in the application once", "enabled": False, "checked": False}
+        late = [{"title": "Late", "enabled": True, "checked": False, "submenu": True, "entries": [unmade]}]
+        self.assertEqual(shown_entries(late), [Entry("Late", holds_menu=True, entries=[])], "which is no entry of it")
         self.assertEqual(shown_entries(printed), [Entry("File", holds_menu=True, entries=[
             Entry("New", enabled=False, checked=True, shortcut="Ctrl+N"), LINE,
             Entry("More", holds_menu=True, entries=[])])])

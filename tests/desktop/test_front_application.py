@@ -4,6 +4,7 @@ import sys
 import time
 
 from harness import display_relay
+from harness.accessible import Item
 from harness.applications import Fixture
 from harness.case import DesktopTest, main
 from harness.navigation import Navigation
@@ -14,6 +15,7 @@ from harness.waiting import holds_for, wait_for
 
 EDITOR = ["File", "Edit", "View", "Help"]
 VIEWER = ["File", "Image", "Go"]
+UNMADE = [Item("Open this menu in the application once", enabled=False)]
 OURS = ["", OWN_ENTRY]
 PAUSE = 0.65  # seconds, at least, from a switch to its being dealt with
 NOTHING_BUT_OURS = [OWN_ENTRY]  # a separator before it takes no room
@@ -172,14 +174,17 @@ class AMenuThatIsFilledWhenItOpens(OverAnApplication):
         self.screen.tap("Escape")
         wait_for(lambda: not self.menus_of(fixture) and self.screen.grabs_left() == [], "that menu closed")
 
-    def test_is_empty_until_then_and_mirrored_afterwards(self):
+    def test_says_so_until_then_and_is_mirrored_afterwards(self):
         for kit in ("gtk3", "qt5", "qt6"):
             with self.subTest(kit):
                 fixture, bar = self.start_and_wait(kit)
                 self.read_back()
                 self.open_menu()
-                self.go.highlight("Late")
-                self.screen.tap("Right")
+                if kit == "gtk3":  # with Qt nobody knows whether it is not simply empty
+                    self.assertEqual(self.go.enter("Late"), UNMADE)
+                else:
+                    self.go.highlight("Late")
+                    self.screen.tap("Right")
                 holds_for(lambda f=fixture: self.menus_of(f) == [], 0.3, "a menu of the application")
                 self.tarnwick.close_menu()
                 self.reader.wait_for(0)

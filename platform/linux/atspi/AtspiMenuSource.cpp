@@ -26,6 +26,15 @@ bool losesKeyBindings(AtspiToolkit toolkit)
     return toolkit == AtspiToolkit::Gtk;
 }
 
+/// Whether programs grey what holds an empty menu. With Qt there are some that do not.
+bool greysEmptyMenus(AtspiToolkit toolkit)
+{
+    return toolkit != AtspiToolkit::Qt;
+}
+
+/// More bars than this are not kept in mind.
+constexpr qsizetype MaximumBars = 200;
+
 bool isWhole(const QList<AtspiFacts>& items)
 {
     return std::ranges::all_of(items, [](const AtspiFacts& item) { return item.states.has_value(); });
@@ -42,10 +51,35 @@ AtspiMenuSource::AtspiMenuSource(AtspiBus& bus, ReadingBudget& budget, AtspiTool
 
 std::optional<QList<MenuRow>> AtspiMenuSource::readBar(const BusReference& bar)
 {
+    _allMade = _barsWithMadeMenus.contains(bar);
+    _unmade.clear();
     auto rows = _read(bar, MenuLevel::Bar);
     _service = bar.service;
     _menusOfBar = menusIn(rows.value_or(QList<MenuRow>()));
     return rows;
+}
+
+void AtspiMenuSource::menusAreMade(const BusReference& bar)
+{
+    if (_barsWithMadeMenus.size() >= MaximumBars)
+        _barsWithMadeMenus.clear();
+    _barsWithMadeMenus.insert(bar);
+}
+
+void AtspiMenuSource::_rememberHolders(const QList<MenuRow>& rows)
+{
+    if (_allMade || _unmade.size() >= MaximumChildren)
+        return;
+    for (const MenuRow& row : rows)
+        if (row.kind == MenuRow::Kind::Holder && row.enabled)
+            _unmade.insert(row.contents);
+}
+
+MenuRow AtspiMenuSource::_rowOfUnmade()
+{
+    MenuRow row;
+    row.title = tr("Open this menu in the application once");
+    return row;
 }
 
 std::optional<QList<MenuRow>> AtspiMenuSource::readMenu(const BusReference& contents)
@@ -108,9 +142,14 @@ QList<AtspiMenuSource::Answer> AtspiMenuSource::_readAll(const QList<BusReferenc
         return QList<Answer>(menus.size(), {QList<MenuRow>(), true});
     auto itemsOfMenus = _itemsOf(menus, toolkit, level, deadline);
     QList<Answer> answers;
-    for (auto& items : itemsOfMenus) {
+    for (qsizetype i = 0; i < menus.size(); ++i) {
+        auto& items = itemsOfMenus[i];
         if (!items) {
             answers.append(Answer());
+            continue;
+        }
+        if (items->isEmpty() && _unmade.contains(menus[i])) {
+            answers.append({QList<MenuRow>{_rowOfUnmade()}, true});
             continue;
         }
         if (const auto inner = level == MenuLevel::Menu ? menuInBetween(*items) : std::nullopt)
@@ -123,6 +162,8 @@ QList<AtspiMenuSource::Answer> AtspiMenuSource::_readAll(const QList<BusReferenc
             _toolkits.shown(root, toolkit);
         }
         answers.append({normalForm(*items, toolkit, level), isWhole(*items)});
+        if (greysEmptyMenus(toolkit))
+            _rememberHolders(*answers.last().rows);
     }
     return answers;
 }

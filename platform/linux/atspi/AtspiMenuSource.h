@@ -9,14 +9,20 @@
 #include "platform/linux/menus/MenuSource.h"
 #include "platform/linux/menus/ReadingBudget.h"
 
+#include <QCoreApplication>
 #include <QHash>
 #include <QObject>
+#include <QSet>
 
 namespace tarnwick {
 
-/// Menus in the accessibility tree.
+/// Menus in the accessibility tree. One that has nothing in it is either empty or made when it opens, and
+/// nothing in the tree says which. But for those of Qt, programs grey what holds an empty menu: where it can be
+/// opened, in place of what is not there yet stands one greyed row that says what helps.
 class AtspiMenuSource final : public MenuSource
 {
+    Q_DECLARE_TR_FUNCTIONS(tarnwick::AtspiMenuSource)
+
 public:
     /// All must outlive this.
     AtspiMenuSource(AtspiBus& bus, ReadingBudget& budget, AtspiToolkits& toolkits,
@@ -24,6 +30,8 @@ public:
 
     std::optional<QList<MenuRow>> readBar(const BusReference& bar) override;
     std::optional<QList<MenuRow>> readMenu(const BusReference& contents) override;
+    /// The application has made all menus of this bar: one that has nothing in it is empty.
+    void menusAreMade(const BusReference& bar);
     bool press(const MenuRow& row) override;
     [[nodiscard]] bool isDisabledNow(const MenuRow& row, Deadline deadline) override;
 
@@ -39,6 +47,9 @@ private:
         bool whole = false; ///< nothing is missing
     };
 
+    [[nodiscard]] static MenuRow _rowOfUnmade();
+    /// What these hold may be yet to be made.
+    void _rememberHolders(const QList<MenuRow>& rows);
     std::optional<QList<MenuRow>> _read(const BusReference& menu, MenuLevel level);
     /// Menus of one application, all at once; an answer for each.
     QList<Answer> _readAll(const QList<BusReference>& menus, MenuLevel level, Deadline deadline);
@@ -59,8 +70,11 @@ private:
     AtspiToolkits& _toolkits;
     ChildrenJustTold& _childrenJustTold;
     RememberedKeyBindings _keyBindings;
-    QByteArray _service;                        ///< that has the bar that was read last
-    QList<BusReference> _menusOfBar;            ///< of that one
+    QByteArray _service;             ///< that has the bar that was read last
+    QList<BusReference> _menusOfBar; ///< of that one
+    bool _allMade = false;           ///< all menus of that one
+    QSet<BusReference> _unmade;      ///< menus of that one that are yet to be made, if empty
+    QSet<BusReference> _barsWithMadeMenus;
     QHash<BusReference, QList<MenuRow>> _ahead; ///< while our menu is open, or opens
     QObject _presses;                           ///< owns those on their way
 };

@@ -100,6 +100,7 @@ void MenuBars::_haveFilled(xcb_window_t window, const BusReference& bar)
     if (_leftEmpty.size() >= MaximumWindows)
         _leftEmpty.clear();
     _leftEmpty.insert(window, empty);
+    tree.menus.menusAreMade(bar);
 }
 
 FoundMenuBar MenuBars::_ofAnyWindow(qint64 processIdentifier)

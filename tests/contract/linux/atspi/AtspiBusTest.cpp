@@ -165,6 +165,88 @@ TEST_F(AtspiBusTest, aMenuOfGtk4_isLeftAlone)
     EXPECT_EQ(application->calls(), QStringList(u"Get ToolkitName "_s + QLatin1String(RootPath)));
 }
 
+namespace {
+
+const QString Unmade = u"Open this menu in the application once"_s;
+
+} // namespace
+
+TEST_F(AtspiBusTest, aMenuThatIsYetToBeMade_saysSoInOneGreyedRow)
+{
+    Objects objects = menuOf(1);
+    objects["/bar"] = {"", RoleMenuBar, Usable, {}, {"/menu", "/unmade", "/greyed", "/hidden"}};
+    objects["/menu"] = {"File", RoleMenu, Usable, {}, {"/0", "/below", "/belowGreyed"}};
+    objects["/below"] = {"Below", RoleMenu, Usable, {}, {}};
+    objects["/belowGreyed"] = {"Below", RoleMenu, bit(StateVisible), {}, {}};
+    objects["/unmade"] = {"Late", RoleMenu, Usable, {}, {}};
+    objects["/greyed"] = {"Greyed", RoleMenu, bit(StateVisible), {}, {}};
+    objects["/hidden"] = {"Hidden", RoleMenu, Usable, {}, {"/unseen"}};
+    objects["/unseen"] = {"Unseen", RoleMenuItem, bit(StateSensitive), {}, {}};
+    for (const char* toolkit : {"gtk", "Gecko"}) {
+        publish(toolkit, objects);
+        const auto at = [this](const char* path) {
+            return source.readMenu(this->at(path)).value_or(QList<MenuRow>());
+        };
+        EXPECT_TRUE(at("/unmade").isEmpty()) << "of no bar that was read";
+        EXPECT_EQ(source.readBar(this->at("/bar"))->size(), 4);
+        EXPECT_EQ(at("/menu").size(), 3);
+        for (const char* unmade : {"/unmade", "/below"}) {
+            const QList<MenuRow> rows = at(unmade);
+            ASSERT_EQ(rows.size(), 1) << toolkit << unmade;
+            EXPECT_EQ(rows[0].title, Unmade);
+            EXPECT_EQ(rows[0].kind, MenuRow::Kind::Item);
+            EXPECT_FALSE(rows[0].enabled);
+            application->forgetCalls();
+            source.press(rows[0]);
+            QTest::qWait(20);
+            EXPECT_EQ(application->calls(), QStringList()) << "there is nothing to press";
+        }
+        for (const char* empty : {"/greyed", "/belowGreyed"})
+            EXPECT_TRUE(at(empty).isEmpty()) << toolkit << empty;
+        EXPECT_NE(at("/hidden").value(0).title, Unmade) << "what it holds is there, shown or not";
+        application->change("/unmade", [](Object& menu) { menu.children = {"/0"}; });
+        EXPECT_EQ(at("/unmade").value(0).title, u"Item 0"_s) << "once it was opened";
+    }
+}
+
+TEST_F(AtspiBusTest, ofQt_anEmptyMenuIsEmpty)
+{
+    Objects objects;
+    objects["/bar"] = {"", RoleMenuBar, Usable, {}, {"/holder"}};
+    objects["/holder"] = {"Recent", RoleMenuItem, Usable, {}, {"/empty"}};
+    objects["/empty"] = {"Recent", RolePopupMenu, Usable, {}, {}};
+    publish("Qt", objects);
+    const auto bar = source.readBar(at("/bar"));
+    ASSERT_TRUE(bar && bar->size() == 1 && bar->first().kind == MenuRow::Kind::Holder);
+    EXPECT_EQ(source.readMenu(bar->first().contents)->size(), 0);
+}
+
+TEST_F(AtspiBusTest, whereAllMenusAreMade_anEmptyOneIsEmpty)
+{
+    Objects objects;
+    objects["/bar"] = {"", RoleMenuBar, Usable, {}, {"/empty"}};
+    objects["/empty"] = {"Empty", RoleMenu, Usable, {}, {}};
+    objects["/other"] = {"", RoleMenuBar, Usable, {}, {"/empty"}};
+    publish("gtk", objects);
+    source.menusAreMade(at("/bar"));
+    EXPECT_EQ(source.readBar(at("/bar"))->size(), 1);
+    EXPECT_TRUE(source.readMenu(at("/empty"))->isEmpty());
+    EXPECT_EQ(source.readBar(at("/other"))->size(), 1);
+    EXPECT_EQ(source.readMenu(at("/empty"))->size(), 1) << "of another bar nothing was said";
+}
+
+TEST_F(AtspiBusTest, aMenuThatIsNotToldInTime_saysNothing)
+{
+    Objects objects;
+    objects["/bar"] = {"", RoleMenuBar, Usable, {}, {"/late"}};
+    objects["/late"] = {"Late", RoleMenu, Usable, {}, {}};
+    publish("gtk", objects);
+    EXPECT_EQ(source.readBar(at("/bar"))->size(), 1);
+    application->setInterceptor([](sd_bus_message* /*call*/) { return true; });
+    EXPECT_FALSE(source.readMenu(at("/late")));
+    application->setInterceptor({});
+}
+
 TEST_F(AtspiBusTest, theToolkit_isAskedForOnce_whoeverNeedsIt)
 {
     publish("GTK", menuOf(3));

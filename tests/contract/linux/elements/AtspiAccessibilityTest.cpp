@@ -205,18 +205,26 @@ class OnTree : public OnToolkit
 
 } // namespace
 
-TEST_P(OnTree, aMenuThatIsFilledWhenItOpens_readsAsEmptyAndIsNotOpened)
+TEST_P(OnTree, aMenuThatIsFilledWhenItOpens_saysSoAndIsNotOpened)
 {
     const FixtureProgram program(toolkit(), {}, u"kinds"_s);
     ASSERT_TRUE(waitUntilFront(program));
     EXPECT_EQ(titles(menuBar()), (QStringList{u"File"_s, u"View"_s, u"Keys"_s, u"Late"_s}));
-    EXPECT_EQ(titles(menu(3)), QStringList());
+    // With Qt nobody knows whether it is not simply empty.
+    const QStringList unmade = toolkit().startsWith(u"qt")
+                                   ? QStringList()
+                                   : QStringList(u"Open this menu in the application once"_s);
+    EXPECT_EQ(titles(menu(3)), unmade);
+    for (const QVariant& row : children(menu(3)))
+        EXPECT_FALSE(accessibility.copyAttributeValue(row.value<UIElementRef>(), u"AXEnabled"_s)
+                         .value_or(true)
+                         .toBool());
     EXPECT_EQ(titles(menu(0)), (QStringList{u"Save"_s, u"Open Recent"_s}));
     const auto recent = children(menu(0)).value(1).value<UIElementRef>();
     EXPECT_EQ(accessibility.copyActionNames(recent), QStringList()) << "it holds a menu";
-    EXPECT_EQ(titles(children(recent).value(0).value<UIElementRef>()), QStringList());
+    EXPECT_EQ(titles(children(recent).value(0).value<UIElementRef>()), unmade);
     QTest::qWait(200);
-    EXPECT_EQ(titles(menu(3)), QStringList()) << "reading has not opened it";
+    EXPECT_EQ(titles(menu(3)), unmade) << "reading has not opened it";
 }
 
 TEST_P(OnTree, ofTwoBarsInOneWindow_theFirstCounts)
