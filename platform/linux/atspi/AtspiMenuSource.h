@@ -17,8 +17,8 @@
 namespace tarnwick {
 
 /// Menus in the accessibility tree. One that has nothing in it is either empty or made when it opens, and
-/// nothing in the tree says which. But for those of Qt, programs grey what holds an empty menu: where it can be
-/// opened, in place of what is not there yet stands one greyed row that says what helps.
+/// nothing in the tree says which. But for those of Qt, programs grey what holds an empty menu: where it can
+/// be opened, in place of what is not there yet stands one greyed row that says what helps.
 class AtspiMenuSource final : public MenuSource
 {
     Q_DECLARE_TR_FUNCTIONS(tarnwick::AtspiMenuSource)
