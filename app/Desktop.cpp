@@ -18,6 +18,7 @@ void Desktop::makeShared() const
     EventTaps::setShared(eventTaps.get());
     HotKeys::setShared(hotKeys.get());
     KeyboardLayout::setShared(keyboardLayout.get());
+    KeyNames::setShared(keyNames.get());
     SymbolicHotKeys::setShared(symbolicHotKeys.get());
     MenuPresenter::setShared(menuPresenter.get());
     StatusBar::setShared(statusBar.get());

@@ -16,6 +16,7 @@
 #include "mouse/EventTaps.h"
 #include "prefs/LoginItems.h"
 #include "prefs/TriggerAdvice.h"
+#include "shortcut/KeyNames.h"
 #include "shortcut/KeyboardLayout.h"
 #include "shortcut/SymbolicHotKeys.h"
 
@@ -57,6 +58,7 @@ struct Desktop
     std::unique_ptr<EventTaps> eventTaps;
     std::unique_ptr<HotKeys> hotKeys;
     std::unique_ptr<KeyboardLayout> keyboardLayout;
+    std::unique_ptr<KeyNames> keyNames; ///< null where people read the glyphs
     std::unique_ptr<SymbolicHotKeys> symbolicHotKeys;
     std::unique_ptr<MenuPresenter> menuPresenter;
     std::unique_ptr<StatusBar> statusBar;

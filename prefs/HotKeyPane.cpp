@@ -57,8 +57,9 @@ bool HotKeyPane::event(QEvent* event)
 
 void HotKeyPane::_fitFields()
 {
-    // Both alike: the text of the mouse button has a size of its own, and a length in each language.
-    const int width = std::max(FieldWidth, _mouseButtonIdentifier->sizeHint().width());
+    // Both alike: what they show has a length in each language, that of the mouse button a size of its own.
+    const int width = std::max(
+        {FieldWidth, _shortcutRecorder->sizeHint().width(), _mouseButtonIdentifier->sizeHint().width()});
     _shortcutRecorder->setFixedWidth(width);
     _mouseButtonIdentifier->setFixedWidth(width);
 }

@@ -249,6 +249,16 @@ private:
 
 } // namespace
 
+double RecorderPicture::widthFor(const QString& combination)
+{
+    // Both fonts that a text can have; at most as much as the cap is taken by what stands at the end.
+    const Fonts& fonts = Fonts::shared();
+    const double text = std::max(
+        QFontMetricsF(fonts.systemFontOfSize(fonts.labelFontSize())).horizontalAdvance(combination),
+        QFontMetricsF(fonts.systemFontOfSize(fonts.smallSystemFontSize())).horizontalAdvance(combination));
+    return text + 2 * (Look::FieldInset + Look::TextPadding) + Look::CapWidth + Look::TextGapToButton;
+}
+
 void RecorderPicture::draw(QPainter& painter) const
 {
     Drawing(*this, painter).draw();

@@ -34,6 +34,10 @@ struct RecorderPicture
     bool pressedSnapback = false;
 
     void draw(QPainter& painter) const;
+
+    /// How wide the frame has to be, in points, to show this combination whole beside its remove button, or
+    /// the modifiers of it beside the cap while recording.
+    [[nodiscard]] static double widthFor(const QString& combination);
 };
 
 } // namespace tarnwick

@@ -10,6 +10,7 @@
 #include "shortcut/Localized.h"
 #include "shortcut/ModifierFlags.h"
 #include "shortcut/SRAdditions.h"
+#include "shortcut/ShownKeys.h"
 
 #include <QGuiApplication>
 
@@ -384,14 +385,14 @@ QString SRRecorderCell::displayedText() const
 
 QString SRRecorderCell::_idleText() const
 {
-    return keyComboString().value_or(localized("Click to record shortcut"));
+    return isEmpty() ? localized("Click to record shortcut") : shownKeyCombo(_state.keyCombo);
 }
 
 QString SRRecorderCell::_recordingText() const
 {
     if (_validModifierFlags(_state.recordingFlags)) {
-        const QString glyphs = SRStringForCocoaModifierFlags(_state.recordingFlags);
-        return glyphs.isEmpty() ? localized("Type shortcut") : glyphs;
+        const QString held = shownModifiers(_state.recordingFlags);
+        return held.isEmpty() ? localized("Type shortcut") : held;
     }
     return _state.mouseInsideTrackingArea ? localized("Use old shortcut") : localized("Type shortcut");
 }

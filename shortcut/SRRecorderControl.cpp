@@ -6,8 +6,9 @@
 #include "shortcut/ModifierFlags.h"
 #include "shortcut/Numbers.h"
 #include "shortcut/RecorderAccessible.h"
+#include "shortcut/RecorderPicture.h"
 #include "shortcut/SRRecorderControlDelegate.h"
-#include "shortcut/SpokenKeys.h"
+#include "shortcut/ShownKeys.h"
 
 #include <QAccessible>
 #include <QGuiApplication>
@@ -17,6 +18,7 @@
 #include <QScopedValueRollback>
 
 #include <algorithm>
+#include <cmath>
 
 namespace tarnwick {
 
@@ -295,7 +297,10 @@ QSize SRRecorderControl::_forcedSize(const QSizeF& size) const
 
 QSize SRRecorderControl::sizeHint() const
 {
-    return {UsualWidth, ForcedHeight};
+    double width = UsualWidth;
+    for (const QString& text : longestKeyCombos())
+        width = std::max(width, std::ceil(RecorderPicture::widthFor(text)));
+    return {int(width), ForcedHeight};
 }
 
 void SRRecorderControl::_viewDidMoveToWindow()

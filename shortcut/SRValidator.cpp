@@ -8,6 +8,7 @@
 #include "shortcut/KeyStrings.h"
 #include "shortcut/Localized.h"
 #include "shortcut/ModifierFlags.h"
+#include "shortcut/ShownKeys.h"
 #include "shortcut/SymbolicHotKeys.h"
 
 #include <QStringList>
@@ -20,10 +21,15 @@ namespace {
 
 constexpr quint64 ComparedModifiers = CarbonCommandKey | CarbonOptionKey | CarbonShiftKey | CarbonControlKey;
 
+KeyCombo comboOf(qint64 keyCode, quint64 carbonFlags)
+{
+    return {SRCarbonToCocoaFlags(carbonFlags), keyCode};
+}
+
 SRError takenError(qint64 keyCode, quint64 carbonFlags, const QString& explanation)
 {
     const QString title = filledIn(localized("The key combination %@ can't be used!"),
-                                   {SRStringForCarbonModifierFlagsAndKeyCode(carbonFlags, keyCode)});
+                                   {shownKeyCombo(comboOf(keyCode, carbonFlags))});
     SRError error;
     error.userInfo = {{NSLocalizedDescriptionKey, title},
                       {NSLocalizedRecoverySuggestionErrorKey, explanation},
@@ -64,7 +70,7 @@ bool SRValidator::_isTakenByDelegate(qint64 keyCode, quint64 carbonFlags, std::o
         const bool told = reason && !reason->isEmpty();
         *error = takenError(keyCode, carbonFlags,
                             filledIn(localized("The key combination \"%@\" can't be used because %@."),
-                                     {SRReadableStringForCarbonModifierFlagsAndKeyCode(carbonFlags, keyCode),
+                                     {readableKeyCombo(comboOf(keyCode, carbonFlags)),
                                       told ? *reason : localized("it's already used")}));
     }
     return true;
@@ -90,7 +96,7 @@ bool SRValidator::_isTakenBySystem(qint64 keyCode, quint64 carbonFlags, std::opt
                                    "system-wide keyboard shortcut. (If you really want to use this key "
                                    "combination, most shortcuts can be changed in the Keyboard & Mouse panel "
                                    "in System Preferences.)"),
-                         {SRReadableStringForCarbonModifierFlagsAndKeyCode(carbonFlags, keyCode)}));
+                         {readableKeyCombo(comboOf(keyCode, carbonFlags))}));
         }
         return true;
     }
@@ -113,9 +119,7 @@ bool SRValidator::isKeyCodeAndFlagsTakenInMenuError(qint64 keyCode, quint64 carb
                 filledIn(
                     localized("The key combination \"%@\" can't be used because it's already used by the "
                               "menu item \"%@\"."),
-                    {SRReadableStringForCocoaModifierFlagsAndKeyCode(item->keyEquivalentModifierMask(),
-                                                                     keyCode),
-                     item->title()}));
+                    {readableKeyCombo({item->keyEquivalentModifierMask(), keyCode}), item->title()}));
         }
         return true;
     }

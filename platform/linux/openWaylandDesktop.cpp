@@ -4,6 +4,7 @@
 #include "platform/linux/elements/AtspiAccessibility.h"
 #include "platform/linux/globalkeys/waylandHotKeys.h"
 #include "platform/linux/hotkeys/LinuxSymbolicHotKeys.h"
+#include "platform/linux/keys/DesktopKeyNames.h"
 #include "platform/linux/look/LinuxLook.h"
 #include "platform/linux/session/LinuxSession.h"
 #include "platform/linux/taps/OwnWindowTaps.h"
@@ -124,6 +125,7 @@ std::optional<Desktop> openWaylandDesktop(int& argc, char** argv)
     desktop.loginItems = XdgLoginItems::ofSession();
     desktop.eventTaps = std::make_unique<OwnWindowTaps>();
     desktop.triggerAdvice = hotKeys.get();
+    desktop.keyNames = std::make_unique<DesktopKeyNames>();
     desktop.symbolicHotKeys = std::make_unique<LinuxSymbolicHotKeys>(LinuxSymbolicHotKeys::Desktop{
         DesktopShortcutStores::ofSession(), xdg_session::currentDesktops(), keymap,
         [](quint32, quint32) { return false; }, [inhibitor] { return inhibitor->take(); },

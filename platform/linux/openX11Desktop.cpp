@@ -8,6 +8,7 @@
 #include "platform/linux/hotkeys/X11KeyboardLayout.h"
 #include "platform/linux/hotkeys/X11ShortcutsInhibitor.h"
 #include "platform/linux/input/X11KeyboardGrab.h"
+#include "platform/linux/keys/DesktopKeyNames.h"
 #include "platform/linux/keys/KeyCodes.h"
 #include "platform/linux/look/LinuxLook.h"
 #include "platform/linux/popup/QMenuPresenter.h"
@@ -117,6 +118,7 @@ Desktop openX11Desktop(int& argc, char** argv)
                      [keys = symbolicHotKeys.get()](const FrontWindow& front) {
                          keys->frontChanged(front.processIdentifier);
                      });
+    desktop.keyNames = std::make_unique<DesktopKeyNames>();
     desktop.symbolicHotKeys = std::move(symbolicHotKeys);
     desktop.hotKeys = std::move(hotKeys);
     desktop.keyboardLayout = std::move(layout);

@@ -287,7 +287,7 @@ class Reset(ThePreferences):
         self.assert_opens_menu("x", CONTROL, SUPER)
         wait_for(self.login_entry().exists, "an entry")
         preferences = self.start_again()
-        self.assertEqual(preferences.recorder.combination, "Command Control X")
+        self.assertEqual(preferences.recorder.combination, "Super+Ctrl+X")
         preferences.show_pane("General")
         preferences.click("Reset to Defaults", BUTTON)
         wait_for(lambda: not self.login_entry().exists(), "no entry")
@@ -316,7 +316,7 @@ class Reset(ThePreferences):
         self.assertTrue(preferences.is_checked("Show Tarnwick's icon in the status area"))
         self.assertFalse(preferences.is_checked("Start Tarnwick when I log in"))
         preferences.show_pane("Hot Key")
-        self.assertEqual(preferences.recorder.combination, "Option Z")
+        self.assertEqual(preferences.recorder.combination, "Alt+Z")
         self.assertEqual(preferences.mouse_button.name, "Mouse button, Button Number: 25")
         self.assertFalse(preferences.is_checked("Open the menu with an extra mouse button"))
 

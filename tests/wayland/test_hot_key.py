@@ -66,11 +66,11 @@ class TheHotKey(MenuTest):
 
     def test_recorded_anew_it_is_the_new_keys_and_no_more_the_former(self):
         self.start(FirstRun=False)  # so the preferences are open
-        recorder = self.control("Shortcut, Option Z")
+        recorder = self.control("Shortcut, Alt+Z")
         recorder.press()
         wait_for(lambda: recorder.name.startswith("Shortcut, recording"), "recording")
         self.input.tap(X, CONTROL, OPTION)
-        wait_for(lambda: recorder.name.startswith("Shortcut, Option Control X"), "the new keys")
+        wait_for(lambda: recorder.name.startswith("Shortcut, Ctrl+Alt+X"), "the new keys")
         self.input.tap(W, CONTROL)
         wait_for(lambda: SHOWING not in recorder.states, "no window", step=0.05)
         fixture = NativeFixture(self.session, "gtk3")

@@ -3,11 +3,12 @@
 
 #include "platform/linux/globalkeys/KGlobalAccelTypes.h"
 #include "platform/linux/xdg/DesktopNames.h"
+#include "platform/qt/menu/KeyEquivalentText.h"
 
 #include <QDBusConnectionInterface>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
-#include <QKeySequence>
+#include <QKeyCombination>
 
 #include <algorithm>
 
@@ -50,6 +51,15 @@ QDBusMessage callOf(const QString& method, const QVariantList& arguments)
     call.setAutoStartService(false); // what would be started takes keys from an X server
     call.setArguments(arguments);
     return call;
+}
+
+QString namesOfKeys(int qtKey)
+{
+    const auto keys = QKeyCombination::fromCombined(qtKey);
+    const Qt::KeyboardModifiers held = keys.keyboardModifiers();
+    return namesOfModifiers(held.testFlag(Qt::MetaModifier), held.testFlag(Qt::ControlModifier),
+                            held.testFlag(Qt::AltModifier), held.testFlag(Qt::ShiftModifier)) +
+           nameOfKey(keys.key());
 }
 
 QVariantList keysOf(const QString& action, const TriggerKey& key)
@@ -115,7 +125,7 @@ TriggerHint KGlobalAccelHotKeys::hotKeyHint(quint32 keyCode, quint32 modifiers) 
         const int granted = _granted.value(hotKey.action);
         if (granted == 0)
             return {TriggerHint::Kind::Refused};
-        return {TriggerHint::Kind::Granted, QKeySequence(granted).toString(QKeySequence::NativeText)};
+        return {TriggerHint::Kind::Granted, namesOfKeys(granted)};
     }
     const auto owner = ownerOf(keyCode, modifiers);
     return owner ? TriggerHint{TriggerHint::Kind::Taken, *owner} : TriggerHint{};

@@ -3,7 +3,6 @@
 
 #include "platform/linux/xdg/DesktopNames.h"
 
-#include <QKeySequence>
 #include <QStringList>
 
 #include <iterator>
@@ -131,11 +130,6 @@ QString popUpCommand()
 QString portalTrigger(const TriggerKey& key)
 {
     return chord(key, {"LOGO"_L1, "CTRL"_L1, "ALT"_L1, "SHIFT"_L1}, "+"_L1, key.keysym);
-}
-
-QString readable(const TriggerKey& key)
-{
-    return QKeySequence(key.qtKey).toString(QKeySequence::NativeText);
 }
 
 std::optional<Line> lineFor(Compositor compositor, const TriggerKey& key)

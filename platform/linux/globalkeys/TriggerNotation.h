@@ -17,9 +17,6 @@ namespace tarnwick::trigger_notation {
 /// For the desktop portal: "CTRL+ALT+z".
 [[nodiscard]] QString portalTrigger(const TriggerKey& key);
 
-/// For a person: "Ctrl+Alt+Z", in the session's language.
-[[nodiscard]] QString readable(const TriggerKey& key);
-
 /// What a compositor's configuration needs.
 struct Line
 {

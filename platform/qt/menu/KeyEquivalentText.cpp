@@ -12,11 +12,6 @@ namespace tarnwick {
 
 namespace {
 
-QString nameOfKey(Qt::Key key)
-{
-    return QKeySequence(key).toString(QKeySequence::NativeText);
-}
-
 QString keyText(const QString& keyEquivalent)
 {
     if (keyEquivalent.size() != 1)
@@ -40,6 +35,25 @@ QString prefix(Qt::KeyboardModifier modifier)
 
 } // namespace
 
+QString nameOfKey(Qt::Key key)
+{
+    return QKeySequence(key).toString(QKeySequence::NativeText);
+}
+
+QString namesOfModifiers(bool super, bool control, bool alt, bool shift)
+{
+    QString text;
+    if (super)
+        text += u"Super+"_s;
+    if (control)
+        text += prefix(Qt::ControlModifier);
+    if (alt)
+        text += prefix(Qt::AltModifier);
+    if (shift)
+        text += prefix(Qt::ShiftModifier);
+    return text;
+}
+
 QString keyEquivalentText(const QString& keyEquivalent, quint64 modifierMask)
 {
     const QString key = keyText(keyEquivalent);
@@ -47,16 +61,10 @@ QString keyEquivalentText(const QString& keyEquivalent, quint64 modifierMask)
         return {};
     // A capital letter is typed with Shift.
     const bool capital = keyEquivalent.size() == 1 && keyEquivalent.front().isUpper();
-    QString text;
-    if (modifierMask & ControlKeyMask)
-        text += u"Super+"_s;
-    if (modifierMask & CommandKeyMask)
-        text += prefix(Qt::ControlModifier);
-    if (modifierMask & AlternateKeyMask)
-        text += prefix(Qt::AltModifier);
-    if ((modifierMask & ShiftKeyMask) || capital)
-        text += prefix(Qt::ShiftModifier);
-    return text + key;
+    return namesOfModifiers((modifierMask & ControlKeyMask) != 0, (modifierMask & CommandKeyMask) != 0,
+                            (modifierMask & AlternateKeyMask) != 0,
+                            (modifierMask & ShiftKeyMask) != 0 || capital) +
+           key;
 }
 
 } // namespace tarnwick

@@ -75,7 +75,7 @@ class Recorder:
 
     @property
     def combination(self):
-        """What it shows while it does not record: "Option Z"."""
+        """What it shows while it does not record: "Alt+Z"."""
         return self.spoken.split(", ")[1]
 
     def is_recording(self):

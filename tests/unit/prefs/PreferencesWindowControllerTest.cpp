@@ -16,6 +16,8 @@
 #include "prefs/PreferencesWindow.h"
 #include "prefs/TriggerHintView.h"
 #include "shortcut/SRRecorderControl.h"
+#include "shortcut/SRSharedImageProvider.h"
+#include "tests/fakes/FakeKeyNames.h"
 #include "tests/fakes/FakeTriggerAdvice.h"
 #include "tests/unit/shortcut/ShortcutFixture.h"
 
@@ -445,6 +447,32 @@ TEST_F(PreferencesWindowControllerTest, recordedHotKey_isStored_theTextLast)
     EXPECT_EQ(setting(TWTriggerKey), u"\u2303\u2318X"_s);
     EXPECT_EQ(made().shortcutRecorderValue(),
               (QVariantMap{{u"keyCode"_s, quint64(7)}, {u"modifierFlags"_s, quint64(0x140000)}}));
+}
+
+TEST_F(PreferencesWindowControllerTest, recordedHotKey_isStoredAsGlyphs_whateverTheDesktopSays)
+{
+    FakeKeyNames names;
+    const SharedPorts shared(names);
+    shown();
+    record(7, ControlKeyMask | CommandKeyMask, u"x"_s);
+    EXPECT_EQ(setting(TWTriggerKey), u"\u2303\u2318X"_s);
+}
+
+TEST_F(PreferencesWindowControllerTest, longestHotKey_fitsTheField)
+{
+    FakeKeyNames names;
+    names.keys[121] = u"one page further down the document"_s;
+    const SharedPorts shared(names);
+    shown();
+    const SRRecorderControl& recorder = *made().window().hotKeyView().shortcutRecorder();
+    const QString text = u"Strg+Alt+Umschalt+Super+"_s + names.keys[121];
+    const double remove =
+        recorder.width() -
+        SRSharedImageProvider::supportingImageWithName(u"SRRemoveShortcut"_s)->size().width() - 4;
+    const QFontMetricsF metrics(fonts.systemFontOfSize(fonts.smallSystemFontSize()));
+    EXPECT_LT(metrics.horizontalAdvance(text), remove - 2 * 6);
+    EXPECT_EQ(made().window().hotKeyView().mouseButtonIdentifier()->width(), recorder.width());
+    EXPECT_GE(made().window().contentView().width(), recorder.geometry().right());
 }
 
 TEST_F(PreferencesWindowControllerTest, storedTexts_areSeenByObservers_afterTheNumbers)

@@ -7,7 +7,8 @@
 #include "shortcut/ModifierFlags.h"
 #include "shortcut/Numbers.h"
 #include "shortcut/SRKeyCodeTransformer.h"
-#include "shortcut/SpokenKeys.h"
+#include "shortcut/ShownKeys.h"
+#include "tests/fakes/FakeKeyNames.h"
 #include "tests/unit/shortcut/ShortcutFixture.h"
 
 #include <QLocale>
@@ -338,6 +339,37 @@ TEST_F(KeyStrings, readableForm_hasAnOrderOfItsOwn)
               u"Command + Option + Control + Shift + Z"_s);
     EXPECT_EQ(SRReadableStringForCocoaModifierFlagsAndKeyCode(0, 49), u"Space"_s);
     EXPECT_EQ(SRReadableStringForCocoaModifierFlagsAndKeyCode(0x40000, -1), u"Control + (null)"_s);
+}
+
+TEST_F(KeyStrings, shownForms_areGlyphsAndWords_orWhatTheDesktopSays)
+{
+    const KeyCombo pageDown{0x1E0000, 121};
+    EXPECT_EQ(shownModifiers(0x1E0000), u"\u2303\u2325\u21E7\u2318"_s);
+    EXPECT_EQ(shownKeyCombo(pageDown), u"\u2303\u2325\u21E7\u2318\u21DF"_s);
+    EXPECT_EQ(readableKeyCombo(pageDown), u"Command + Option + Control + Shift + \u21DF"_s);
+
+    FakeKeyNames names;
+    const SharedPorts shared(names);
+    const QString words = u"Strg+Alt+Umschalt+Super+Bild ab"_s;
+    EXPECT_EQ(shownModifiers(0x1E0000), u"Strg+Alt+Umschalt+Super+"_s);
+    EXPECT_EQ(shownModifiers(0), QString());
+    for (const auto& text : {shownKeyCombo(pageDown), readableKeyCombo(pageDown), spokenKeyCombo(pageDown)})
+        EXPECT_EQ(text, words);
+    EXPECT_EQ(shownKeyCombo({0x80000, 6}), u"Alt+Z"_s) << "a key that types is called by what it types";
+    EXPECT_EQ(shownKeyCombo({0x80000, 122}), u"Alt+F1"_s);
+    EXPECT_EQ(shownKeyCombo({0x80000, -1}), u"Alt+"_s);
+    EXPECT_EQ(SRStringForCocoaModifierFlagsAndKeyCode(0x80000, 121), u"\u2325\u21DF"_s)
+        << "not the stored form";
+}
+
+TEST_F(KeyStrings, longestCombos_holdEachKeyWithAllModifiers)
+{
+    FakeKeyNames names;
+    const SharedPorts shared(names);
+    const QStringList texts = longestKeyCombos();
+    EXPECT_TRUE(texts.contains(u"Strg+Alt+Umschalt+Super+Bild ab"_s));
+    EXPECT_TRUE(texts.contains(u"Strg+Alt+Umschalt+Super+Z"_s));
+    EXPECT_FALSE(texts.contains(u"Strg+Alt+Umschalt+Super+"_s)) << "a key without a name";
 }
 
 TEST_F(KeyStrings, spokenForm_namesGlyphKeys)

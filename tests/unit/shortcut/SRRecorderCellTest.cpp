@@ -2,6 +2,7 @@
 #include "shortcut/SRRecorderCell.h"
 
 #include "shortcut/SRSharedImageProvider.h"
+#include "tests/fakes/FakeKeyNames.h"
 #include "tests/unit/shortcut/RecorderCellFixture.h"
 
 using namespace tarnwick;
@@ -152,6 +153,18 @@ TEST_F(SRRecorderCellTest, empty_isWithoutModifiersOrWithoutAName)
         EXPECT_EQ(cell.keyComboString(), row.text);
         EXPECT_EQ(cell.displayedText(), row.text.value_or(u"Click to record shortcut"_s));
     }
+}
+
+TEST_F(SRRecorderCellTest, whatIsSeen_isInTheDesktopsWords_whatIsToldIsNot)
+{
+    FakeKeyNames names;
+    const SharedPorts shared(names);
+    cell.setKeyCombo({Control | Option, 121});
+    EXPECT_EQ(cell.displayedText(), u"Strg+Alt+Bild ab"_s);
+    EXPECT_EQ(cell.keyComboString(), u"\u2303\u2325\u21DF"_s);
+    startRecording();
+    cell.flagsChanged(flagsEvent(Control | Shift));
+    EXPECT_EQ(cell.displayedText(), u"Strg+Umschalt+"_s);
 }
 
 TEST_F(SRRecorderCellTest, characters_areThoseOfTheKeyPress_orWhatTheKeyWouldType)

@@ -5,6 +5,7 @@
 #include "menu/Menu.h"
 #include "menu/MenuItem.h"
 #include "shortcut/SRAdditions.h"
+#include "tests/fakes/FakeKeyNames.h"
 #include "tests/unit/shortcut/ShortcutFixture.h"
 
 using namespace tarnwick;
@@ -190,6 +191,26 @@ TEST_F(SRValidatorTest, takenByTheSystem_saysSo)
     EXPECT_TRUE(taken(F1, Command));
     EXPECT_EQ(title(), u"The key combination \u2318F1 can't be used!"_s);
     EXPECT_EQ(explanation(), u"The key combination \"Command + F1\" "_s + SystemText);
+}
+
+TEST_F(SRValidatorTest, takenTexts_nameTheKeysAsTheDesktopDoes)
+{
+    FakeKeyNames names;
+    const SharedPorts shared(names);
+    delegate.takes = true;
+    EXPECT_TRUE(taken(F1, Command | Shift));
+    EXPECT_EQ(title(), u"The key combination Umschalt+Super+F1 can't be used!"_s);
+    EXPECT_EQ(explanation(),
+              u"The key combination \"Umschalt+Super+F1\" can't be used because it's already used."_s);
+    delegate.takes = false;
+    symbolicHotKeys.hotKeys = {{true, F1, Command}};
+    EXPECT_TRUE(taken(F1, Command));
+    EXPECT_EQ(explanation(), u"The key combination \"Super+F1\" "_s + SystemText);
+    useMenu({item(u"Quit"_s, u"q"_s, CommandKeyMask)});
+    EXPECT_TRUE(taken(Q, Command));
+    EXPECT_EQ(explanation(),
+              u"The key combination \"Super+Q\" can't be used because it's already used by the menu item "
+              "\"Quit\"."_s);
 }
 
 TEST_F(SRValidatorTest, systemHotKeys_matchByCodeAndFourModifiers)

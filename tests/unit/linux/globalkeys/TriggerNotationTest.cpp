@@ -159,12 +159,6 @@ TEST(TriggerNotation, portal_hasItsOwnNamesForModifiers)
     EXPECT_EQ(portalTrigger(key(Z, Option, russian())), u"ALT+z"_s) << "what its place types elsewhere";
 }
 
-TEST(TriggerNotation, readable_isForPeople)
-{
-    EXPECT_EQ(trigger_notation::readable(key(Z, Option)), u"Alt+Z"_s);
-    EXPECT_EQ(trigger_notation::readable(key(PageDown, Command | Control)), u"Meta+Ctrl+PgDown"_s);
-}
-
 TEST(TriggerNotation, sway)
 {
     const auto sway = [](const TriggerKey& it) { return line(Compositor::Sway, it); };

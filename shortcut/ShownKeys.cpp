@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "shortcut/SpokenKeys.h"
+#include "shortcut/ShownKeys.h"
 
 #include "foundation/Event.h"
+#include "shortcut/KeyNames.h"
 #include "shortcut/KeyStrings.h"
 #include "shortcut/Localized.h"
+#include "shortcut/RecorderSettings.h"
 
 #include <QStringList>
 
@@ -45,9 +47,18 @@ QString spokenKey(qint64 code)
     return SRStringForKeyCode(code).value_or(QString());
 }
 
-} // namespace
+/// In the desktop's words; nothing where it has none.
+std::optional<QString> namedKeyCombo(const KeyCombo& keyCombo)
+{
+    const KeyNames* names = KeyNames::sharedOrNull();
+    if (!names)
+        return std::nullopt;
+    const auto key = names->key(keyCombo.code);
+    return names->modifiers(keyCombo.flags) +
+           (key ? *key : SRStringForKeyCode(keyCombo.code).value_or(QString()));
+}
 
-QString spokenKeyCombo(const KeyCombo& keyCombo)
+QString wordsOfKeyCombo(const KeyCombo& keyCombo)
 {
     QStringList words;
     if (keyCombo.flags & CommandKeyMask)
@@ -60,6 +71,43 @@ QString spokenKeyCombo(const KeyCombo& keyCombo)
         words << localized("Shift");
     words << spokenKey(keyCombo.code);
     return words.join(u' ');
+}
+
+} // namespace
+
+QString shownModifiers(quint64 flags)
+{
+    const KeyNames* names = KeyNames::sharedOrNull();
+    return names ? names->modifiers(flags) : SRStringForCocoaModifierFlags(flags);
+}
+
+QString shownKeyCombo(const KeyCombo& keyCombo)
+{
+    const auto named = namedKeyCombo(keyCombo);
+    return named ? *named : SRStringForCocoaModifierFlagsAndKeyCode(keyCombo.flags, keyCombo.code);
+}
+
+QString readableKeyCombo(const KeyCombo& keyCombo)
+{
+    const auto named = namedKeyCombo(keyCombo);
+    return named ? *named : SRReadableStringForCocoaModifierFlagsAndKeyCode(keyCombo.flags, keyCombo.code);
+}
+
+QString spokenKeyCombo(const KeyCombo& keyCombo)
+{
+    const auto named = namedKeyCombo(keyCombo);
+    return named ? *named : wordsOfKeyCombo(keyCombo);
+}
+
+QStringList longestKeyCombos()
+{
+    constexpr qint64 LastKeyCode = 127;
+    QStringList texts;
+    for (qint64 code = 0; code <= LastKeyCode; ++code) {
+        if (!SRStringForKeyCode(code).value_or(QString()).isEmpty())
+            texts << shownKeyCombo({RecorderSettings::AllModifiers, code});
+    }
+    return texts;
 }
 
 } // namespace tarnwick
