@@ -28,6 +28,7 @@ class CompositorSession(Session):
     input_class = VirtualInput
     ground = (0, 0, 0)  # the colour of the screen where there is no window
     tells_processes = False  # of which process a window is
+    has_input_methods = True  # a seat has room for one that any program may be
     _seen = None  # the compositor that has the screen, where it is another one
     _output = "HEADLESS-{}"  # the name of an output, counted from 1
     _rounded = math.floor  # a size that is no whole number
@@ -274,6 +275,7 @@ class KWin(Sway):
 
     tools = (*Sway.tools, "kwin_wayland", "kscreen-doctor")
     tells_processes = True
+    has_input_methods = False
     input_class = FakeInput
     ground = (0, 0, 0)
     _output = "Virtual-{}"

@@ -95,8 +95,11 @@ class MenuTest(WaylandTest):
         return self.reader.titles()
 
     def choose(self, *titles):
-        """Opens the menu and goes to an entry by keyboard."""
+        """Opens the menu and chooses an entry by keyboard."""
         self.open()
+        self.choose_in_open_menu(*titles)
+
+    def choose_in_open_menu(self, *titles):
         for level, title in enumerate(titles, 1):
             self._go_to(title)
             if level < len(titles):

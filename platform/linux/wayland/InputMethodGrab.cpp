@@ -38,6 +38,17 @@ void InputMethodGrab::begin()
         [](void*, zwp_input_method_v2*, quint32, quint32) {},
         [](void*, zwp_input_method_v2*) {},
         [](void* self, zwp_input_method_v2*) { static_cast<InputMethodGrab*>(self)->_decide(false); }};
+    _method = zwp_input_method_manager_v2_get_input_method(_manager, _connection.seat());
+    zwp_input_method_v2_add_listener(_method, &MethodListener, this);
+    // A refusal comes at once. The compositor knows nothing then of a grab that is asked for all the same,
+    // and to give that back would be an error, which ends the connection.
+    _connection.roundTrip();
+    if (_undecided)
+        _grabKeyboard();
+}
+
+void InputMethodGrab::_grabKeyboard()
+{
     static constexpr zwp_input_method_keyboard_grab_v2_listener GrabListener{
         [](void* data, zwp_input_method_keyboard_grab_v2*, quint32 format, int32_t file, quint32 size) {
             auto* self = static_cast<InputMethodGrab*>(data);
@@ -58,8 +69,6 @@ void InputMethodGrab::begin()
         [](void* data, zwp_input_method_keyboard_grab_v2*, int32_t rate, int32_t delay) {
             static_cast<InputMethodGrab*>(data)->_feed.setRepeat(rate, std::chrono::milliseconds(delay));
         }};
-    _method = zwp_input_method_manager_v2_get_input_method(_manager, _connection.seat());
-    zwp_input_method_v2_add_listener(_method, &MethodListener, this);
     _grab = zwp_input_method_v2_grab_keyboard(_method);
     zwp_input_method_keyboard_grab_v2_add_listener(_grab, &GrabListener, this);
     _connection.flush();

@@ -26,7 +26,8 @@ public:
     /// Whether the compositor knows of such a thing.
     [[nodiscard]] bool offered() const { return _manager != nullptr; }
 
-    /// `decided` follows, unless end() comes first or the compositor goes.
+    /// Waits for the compositor. `decided` comes from in here or follows, unless end() comes first or the
+    /// compositor goes.
     void begin();
     /// Gives the keyboard back.
     void end();
@@ -37,6 +38,7 @@ Q_SIGNALS:
     void lost();
 
 private:
+    void _grabKeyboard();
     void _decide(bool granted);
 
     CompositorConnection& _connection;

@@ -151,10 +151,14 @@ bool WaylandMenuPresenter::_grabKeyboard()
         return false;
     QEventLoop loop;
     bool granted = false;
-    connect(&_grab, &InputMethodGrab::decided, &loop, [&](bool decision) {
-        granted = decision;
-        loop.quit();
-    });
+    // Queued, since it can come before the loop runs.
+    connect(
+        &_grab, &InputMethodGrab::decided, &loop,
+        [&](bool decision) {
+            granted = decision;
+            loop.quit();
+        },
+        Qt::QueuedConnection);
     QTimer::singleShot(KeyboardPatience, &loop, &QEventLoop::quit);
     _grab.begin();
     loop.exec(QEventLoop::ExcludeUserInputEvents);
