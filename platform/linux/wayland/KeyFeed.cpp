@@ -4,9 +4,6 @@
 #include <xkbcommon/xkbcommon-keysyms.h>
 
 #include <array>
-#include <cstring>
-#include <sys/mman.h>
-#include <unistd.h>
 #include <utility>
 
 namespace tarnwick {
@@ -66,7 +63,7 @@ QString textOf(xkb_state* state, xkb_keycode_t code)
 
 } // namespace
 
-KeyFeed::KeyFeed(MenuKeys& keys) : _keys(keys), _context(xkb_context_new(XKB_CONTEXT_NO_FLAGS))
+KeyFeed::KeyFeed(MenuKeys& keys) : _keys(keys)
 {
     connect(&_timer, &QTimer::timeout, this, &KeyFeed::_repeat);
 }
@@ -75,15 +72,7 @@ KeyFeed::~KeyFeed() = default;
 
 void KeyFeed::setKeymap(int file, std::size_t size)
 {
-    void* const text = mmap(nullptr, size, PROT_READ, MAP_PRIVATE, file, 0);
-    close(file);
-    if (text == MAP_FAILED)
-        return;
-    // Its end is part of the text.
-    _keymap.reset(xkb_keymap_new_from_buffer(_context.get(), static_cast<const char*>(text),
-                                             strnlen(static_cast<const char*>(text), size),
-                                             XKB_KEYMAP_FORMAT_TEXT_V1, XKB_KEYMAP_COMPILE_NO_FLAGS));
-    munmap(text, size);
+    _keymap = compileKeymap(file, size);
     _state.reset(_keymap ? xkb_state_new(_keymap.get()) : nullptr);
     _updateState();
 }
@@ -120,7 +109,7 @@ void KeyFeed::_updateState()
 
 xkb_mod_mask_t KeyFeed::_modifiersOf(xkb_keycode_t code) const
 {
-    const Owned<xkb_state> scratch(xkb_state_new(_keymap.get()));
+    const State scratch(xkb_state_new(_keymap.get()));
     xkb_state_update_mask(scratch.get(), 0, 0, 0, 0, 0, _layout);
     xkb_state_update_key(scratch.get(), code, XKB_KEY_DOWN);
     return xkb_state_serialize_mods(scratch.get(), XKB_STATE_MODS_DEPRESSED);

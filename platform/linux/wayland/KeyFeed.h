@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/wayland/CompositorKeymap.h"
 #include "platform/qt/menu/MenuKeys.h"
 
 #include <QHash>
@@ -37,14 +38,11 @@ public:
     void reset();
 
 private:
-    struct Free
+    struct FreeState
     {
-        void operator()(xkb_context* context) const { xkb_context_unref(context); }
-        void operator()(xkb_keymap* keymap) const { xkb_keymap_unref(keymap); }
         void operator()(xkb_state* state) const { xkb_state_unref(state); }
     };
-    template <typename T>
-    using Owned = std::unique_ptr<T, Free>;
+    using State = std::unique_ptr<xkb_state, FreeState>;
 
     /// The modifiers that the key sets while it is down.
     [[nodiscard]] xkb_mod_mask_t _modifiersOf(xkb_keycode_t code) const;
@@ -54,9 +52,8 @@ private:
     void _repeat();
 
     MenuKeys& _keys;
-    Owned<xkb_context> _context;
-    Owned<xkb_keymap> _keymap;
-    Owned<xkb_state> _state;
+    CompositorKeymap _keymap;
+    State _state;
     QHash<xkb_keycode_t, xkb_mod_mask_t> _down; ///< with the modifiers that each sets
     xkb_mod_mask_t _locked = 0;
     xkb_layout_index_t _layout = 0;

@@ -2,10 +2,10 @@
 #include "platform/linux/wayland/WaylandKeyboard.h"
 
 #include "platform/linux/wayland/CompositorConnection.h"
+#include "platform/linux/wayland/CompositorKeymap.h"
 
 #include <QGuiApplication>
 
-#include <sys/mman.h>
 #include <unistd.h>
 #include <utility>
 #include <wayland-client.h>
@@ -16,24 +16,6 @@ namespace {
 
 /// The last one whose events are all named here.
 constexpr quint32 SeatVersion = 4;
-
-/// The text in a file of the compositor, which is closed; null when it is none.
-xkb_keymap* compiled(int file, std::size_t size)
-{
-    void* const text = mmap(nullptr, size, PROT_READ, MAP_PRIVATE, file, 0);
-    close(file);
-    if (text == MAP_FAILED)
-        return nullptr;
-    xkb_context* const context = xkb_context_new(XKB_CONTEXT_NO_FLAGS);
-    const auto* const begin = static_cast<const char*>(text);
-    xkb_keymap* const keymap =
-        context ? xkb_keymap_new_from_buffer(context, begin, strnlen(begin, size), XKB_KEYMAP_FORMAT_TEXT_V1,
-                                             XKB_KEYMAP_COMPILE_NO_FLAGS)
-                : nullptr;
-    xkb_context_unref(context);
-    munmap(text, size);
-    return keymap;
-}
 
 WaylandKeyboard& of(void* self)
 {
@@ -103,7 +85,7 @@ void WaylandKeyboard::_setKeymap(quint32 format, int file, std::size_t size)
         close(file);
         return;
     }
-    auto keymap = XkbKeymap::adopt(compiled(file, size), _group);
+    auto keymap = XkbKeymap::adopt(compileKeymap(file, size).release(), _group);
     if (!keymap)
         return;
     _keymap = std::move(keymap);
