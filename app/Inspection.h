@@ -10,9 +10,11 @@
 #include "foundation/Workspace.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace tarnwick {
 
@@ -33,6 +35,12 @@ struct Inspection
 
     /// Looks for what is in front now, where nobody has told of it.
     std::function<void()> lookAtFront = [] {};
+
+    /// From where the menus of an application can be read, which of it is read, and what could be switched
+    /// on, for a person. Without a process, of the one in front. Empty where there is nothing to choose
+    /// between.
+    std::function<QStringList(std::optional<qint64> processIdentifier)> menuSources =
+        [](std::optional<qint64> /*processIdentifier*/) { return QStringList(); };
 
     /// Makes each adapter the one that its port's shared() gives.
     void makeShared() const;

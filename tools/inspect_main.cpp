@@ -28,6 +28,7 @@ struct Options
     bool all = false;
     bool json = false;
     bool report = false;
+    bool sources = false;
     std::optional<qint64> processIdentifier;
     double delay = 0;
 };
@@ -60,15 +61,18 @@ std::optional<Options> parsedOptions(int& argc, char** argv)
     const QCommandLineOption json(u"json"_s, u"Print JSON."_s);
     const QCommandLineOption report(u"report"_s,
                                     u"Print the full element report of the focused window instead."_s);
+    const QCommandLineOption sources(
+        u"sources"_s, u"Print from where the menus can be read, and what could be switched on, instead."_s);
     const QCommandLineOption pid(u"pid"_s, u"Read the application with this process id."_s, u"N"_s);
     const QCommandLineOption delay(u"delay"_s, u"Wait so many seconds first."_s, u"N"_s);
-    parser.addOptions({all, json, report, pid, delay});
+    parser.addOptions({all, json, report, sources, pid, delay});
     parser.process(application);
 
     Options options;
     options.all = parser.isSet(all);
     options.json = parser.isSet(json);
     options.report = parser.isSet(report);
+    options.sources = parser.isSet(sources);
     bool valid = true;
     if (parser.isSet(pid)) {
         options.processIdentifier = parser.value(pid).toLongLong(&valid);
@@ -99,6 +103,15 @@ int printReport(const UIElementRef& application)
     if (!window.canConvert<UIElementRef>())
         return complain(NothingToPrint, u"the application in front has no focused window."_s);
     print(UIElementUtilities::stringDescriptionOfUIElement(window.value<UIElementRef>()));
+    return Printed;
+}
+
+int printSources(const Inspection& inspection, const Options& options)
+{
+    const QStringList lines = inspection.menuSources(options.processIdentifier);
+    if (lines.isEmpty())
+        return complain(NothingToPrint, u"there is no window to tell the sources of."_s);
+    print(lines.join(u'\n') + u'\n');
     return Printed;
 }
 
@@ -139,6 +152,8 @@ int inspect(const Inspection& inspection, const Options& options)
         return complain(NothingToPrint,
                         u"there is no accessibility bus in this session, or it cannot be switched on."_s);
     inspection.lookAtFront();
+    if (options.sources)
+        return printSources(inspection, options);
 
     std::unique_ptr<ChosenApplicationAccessibility> chosen;
     std::unique_ptr<ChosenApplicationWorkspace> workspace;

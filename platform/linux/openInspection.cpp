@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/DesktopParts.h"
 #include "platform/linux/elements/AtspiAccessibility.h"
+#include "platform/linux/elements/SourceReport.h"
 #include "platform/linux/session/LinuxSession.h"
 #include "platform/linux/workspace/LinuxWorkspace.h"
 #include "platform/linux/workspace/X11FrontApplication.h"
@@ -30,6 +31,9 @@ Inspection makeInspection(int argc, char** argv, const QByteArray& platform,
     inspection.accessibility = std::make_unique<AtspiAccessibility>(reading);
     inspection.keyEquivalentText = keyEquivalentText;
     inspection.lookAtFront = [reading] { static_cast<void>(reading->front->lookAgain()); };
+    inspection.menuSources = [reading](std::optional<qint64> processIdentifier) {
+        return SourceReport(*reading).lines(processIdentifier);
+    };
     return inspection;
 }
 

@@ -52,6 +52,41 @@ class Inspecting(Inspects, DesktopTest):
         self.assertEqual(result.returncode, 0, result.stderr)
         self.assertIn("Fixture gtk3", result.stdout)
 
+    def sources(self, *options):
+        """What is said of each, by its name."""
+        result = self.inspect("--sources", *options)
+        self.assertEqual(result.returncode, 0, result.stderr)
+        return dict(line.split(": ", 1) for line in result.stdout.splitlines())
+
+    def test_sources_tells_what_is_read_and_what_could_be_switched_on(self):
+        fixture = self.in_front("gtk3")
+        whole = {"accessibility tree": 'toolkit "gtk", 4 menus, 0 of them with nothing in them',
+                 "org.gtk.Menus": "nothing is exported", "read": "the accessibility tree"}
+        self.assertEqual(self.sources(), whole)
+        late = Fixture(self.session, "gtk3", menu="kinds.menu", title="Late")
+        self.addCleanup(late.program.stop)
+        late.accessible(self.bus)
+        self.assertEqual(self.sources("--pid", str(fixture.pid)), whole)
+        said = self.sources()
+        self.assertIn("appmenu-gtk3-module", said.pop("could be switched on"))
+        self.assertEqual(said, {**whole, "accessibility tree":
+                                'toolkit "gtk", 4 menus, 1 of them with nothing in them'})
+
+    def test_sources_tells_what_is_exported(self):
+        with_module = Fixture(self.session, "gtk3", "--module", menu="kinds.menu", title="Module")
+        self.addCleanup(with_module.program.stop)
+        with_module.accessible(self.bus)
+        self.assertEqual(self.sources(), {
+            "accessibility tree": 'toolkit "gtk", 4 menus, 1 of them with nothing in them',
+            "org.gtk.Menus": "exported by the module of GTK, 2 menus", "read": "the accessibility tree"})
+        with_module.program.stop()
+        newer = Fixture(self.session, "gtk4", menu="exported.menu", title="Newer")
+        self.addCleanup(newer.program.stop)
+        self.bus.application(newer.pid)
+        self.assertEqual(self.sources(), {
+            "accessibility tree": 'toolkit "GTK", no menu bar', "org.gtk.Menus": "exported by the program, 3 menus",
+            "read": "what is exported"})
+
     def test_delay_leaves_time_to_bring_another_application_to_the_front(self):
         later = Fixture(self.session, "gtk3", menu="viewer.menu", title="Later")
         self.addCleanup(later.program.stop)
