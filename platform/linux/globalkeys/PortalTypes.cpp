@@ -2,6 +2,7 @@
 #include "platform/linux/globalkeys/PortalTypes.h"
 
 #include <QDBusMetaType>
+#include <QDBusObjectPath>
 
 namespace tarnwick {
 
@@ -23,6 +24,7 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, PortalShortcut& s
 
 void registerPortalTypes()
 {
+    qRegisterMetaType<QDBusObjectPath>(); // a slot is found by the names of its types
     qDBusRegisterMetaType<PortalShortcut>();
     qDBusRegisterMetaType<QList<PortalShortcut>>();
 }

@@ -481,6 +481,16 @@ TEST_F(PortalTest, portalThatAnotherReplaces_isAskedAgain)
     EXPECT_EQ(next.bound.size(), 1);
 }
 
+TEST_F(PortalTest, portalThatAnotherReplaces_takesItsSessionAlong)
+{
+    ASSERT_TRUE(registerAltZ());
+    EXPECT_TRUE(becomes([this] { return kind() == Kind::Granted; }));
+    FakePortal next{address()};
+    EXPECT_TRUE(becomes([&] { return next.bound.size() == 1 && kind() == Kind::Granted; }));
+    EXPECT_EQ(next.calls, (QStringList{u"Register"_s, u"Get"_s, u"CreateSession"_s, u"BindShortcuts"_s}))
+        << "and of that one it is asked nothing";
+}
+
 TEST_F(PortalTest, portalThatKnowsNoKeys_leavesTheLine)
 {
     portal.grantsNoKeys = true;
