@@ -37,23 +37,30 @@ namespace tarnwick {
 
 namespace {
 
+using ExpectMenu = std::function<std::shared_ptr<void>()>;
+
 /// Has whoever waits for it run once the application in front is known, whoever has told of it or not.
-TriggerOrder afterFrontOf(SwitchAnnouncements& announcements)
+TriggerOrder afterFrontOf(SwitchAnnouncements& announcements, ExpectMenu expectMenu)
 {
-    return [announcements = QPointer(&announcements)](std::function<void()> then) {
+    return [announcements = QPointer(&announcements),
+            expectMenu = std::move(expectMenu)](std::function<void()> then) {
         if (!announcements)
             return;
-        announcements->afterSwitchesSoFar([announcements, then = std::move(then)]() mutable {
-            if (announcements)
-                announcements->announceFrontThen(std::move(then));
-        });
+        auto expected = expectMenu();
+        announcements->afterSwitchesSoFar(
+            [announcements, then = std::move(then), expected = std::move(expected)] {
+                if (announcements)
+                    announcements->announceFrontThen([then, expected] { then(); });
+            });
     };
 }
 
-std::unique_ptr<GlobalHotKeys> makeHotKeys(LinuxSession& session, SwitchAnnouncements& announcements)
+std::unique_ptr<GlobalHotKeys> makeHotKeys(LinuxSession& session, SwitchAnnouncements& announcements,
+                                           ExpectMenu expectMenu)
 {
-    auto hotKeys = waylandHotKeys(session.bus().connection(), QString::fromLocal8Bit(SessionBus::address()),
-                                  {compositorOfSession(), afterFrontOf(announcements), &textOfCurrentLayout});
+    auto hotKeys = waylandHotKeys(
+        session.bus().connection(), QString::fromLocal8Bit(SessionBus::address()),
+        {compositorOfSession(), afterFrontOf(announcements, std::move(expectMenu)), &textOfCurrentLayout});
     QObject::connect(&session.bus(), &SessionBusWatch::changed, hotKeys.get(),
                      [keys = hotKeys.get(), &bus = session.bus()] { keys->setBus(bus.connection()); });
     session.whenAskedForMenu([keys = QPointer(hotKeys.get())](PopUpTrigger::Kind by) {
@@ -114,11 +121,20 @@ std::optional<Desktop> openWaylandDesktop(int& argc, char** argv)
         [&toplevels](AtspiActiveWindow& inTree) { return WaylandFrontApplication::make(inTree, toplevels); });
     auto workspace = std::make_unique<LinuxWorkspace>(
         reading, std::make_unique<LinuxLook>(xdg_session::currentDesktops(), QDBusConnection::sessionBus()));
-    session->setPopUpRequest(std::make_unique<PopUpRequest>(workspace->announcements(), *reading->front));
+    auto presenter = std::make_unique<WaylandMenuPresenter>(
+        connection, std::make_unique<FrontMenuTarget>(*reading, toplevels));
+    static_cast<WaylandFrontApplication&>(*reading->front).setExcuse([presenter = QPointer(presenter.get())] {
+        return presenter && presenter->hasKeyboard();
+    });
+    const auto expectMenu = [presenter = QPointer(presenter.get())]() -> std::shared_ptr<void> {
+        return presenter ? presenter->expectMenu() : nullptr;
+    };
+    session->setPopUpRequest(std::make_unique<PopUpRequest>(workspace->announcements(), *reading->front,
+                                                            PopUpRequest::Surroundings{{}, {}, expectMenu}));
     auto trayHost = std::make_unique<LinuxTrayHost>(session->bus().connection());
     QObject::connect(&session->bus(), &SessionBusWatch::changed, trayHost.get(),
                      [host = trayHost.get(), &bus = session->bus()] { host->setBus(bus.connection()); });
-    auto hotKeys = makeHotKeys(*session, workspace->announcements());
+    auto hotKeys = makeHotKeys(*session, workspace->announcements(), expectMenu);
     desktop.session = std::move(session);
     desktop.workspace = std::move(workspace);
     desktop.accessibility = std::make_unique<AtspiAccessibility>(reading);
@@ -136,11 +152,6 @@ std::optional<Desktop> openWaylandDesktop(int& argc, char** argv)
             keys->layoutChanged();
     });
     desktop.hotKeys = std::move(hotKeys);
-    auto presenter = std::make_unique<WaylandMenuPresenter>(
-        connection, std::make_unique<FrontMenuTarget>(*reading, toplevels));
-    static_cast<WaylandFrontApplication&>(*reading->front).setExcuse([presenter = QPointer(presenter.get())] {
-        return presenter && presenter->hasKeyboard();
-    });
     desktop.menuPresenter = std::move(presenter);
     desktop.statusBar = std::make_unique<QtStatusBar>(std::move(trayHost), symbolicIconName());
     return opened;

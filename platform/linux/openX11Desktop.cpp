@@ -98,7 +98,7 @@ Desktop openX11Desktop(int& argc, char** argv)
     workspace->setBuiltWithoutWayland(!canRunOnWayland());
     SwitchAnnouncements& announcements = workspace->announcements();
     session->setPopUpRequest(std::make_unique<PopUpRequest>(
-        announcements, *reading->front, PopUpRequest::Surroundings{&makeBackdrop, setPointer}));
+        announcements, *reading->front, PopUpRequest::Surroundings{&makeBackdrop, setPointer, {}}));
     auto trayHost = std::make_unique<LinuxTrayHost>(session->bus().connection());
     QObject::connect(&session->bus(), &SessionBusWatch::changed, trayHost.get(),
                      [host = trayHost.get(), &bus = session->bus()] { host->setBus(bus.connection()); });

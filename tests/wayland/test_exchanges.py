@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: MIT
 """What one pop-up asks of the compositor: it is the same each time, and one more is a growth."""
+import os
 import pathlib
 import sys
 
@@ -12,10 +13,14 @@ from relay import Relay  # noqa: E402
 
 ROUNDS = 5
 SURFACES = 2  # the stage, and the menu on it
-MOST_ANSWERS = 4  # that are waited for: which window is active, before and after, and the toolkit's own two
+# Answers that are waited for: which window is active, and whether the keys can be had as an input method has them. KWin, which
+# has nothing of that, is asked for the window after the menu, too, and the toolkit has two questions of its own there.
+MOST_ANSWERS = {"sway": 2, "labwc": 2, "kwin": 4}
 
 
 class Exchanges(MenuTest):
+    most_answers = MOST_ANSWERS[os.environ.get("TARNWICK_COMPOSITOR", "sway")]
+
     @classmethod
     def prepare(cls):
         cls.relay = Relay(cls.session, "tarnwick")
@@ -33,7 +38,7 @@ class Exchanges(MenuTest):
                 self.tarnwick.wait_until_at_rest()
                 answers, surfaces = (after - first for after, first in zip(self.relay.counts(), before))
                 self.assertEqual(surfaces, SURFACES)
-                self.assertLessEqual(answers, MOST_ANSWERS)
+                self.assertLessEqual(answers, self.most_answers)
         self.each(check, ("gtk3",))
 
 

@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <chrono>
 #include <utility>
+#include <wayland-client.h>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -24,6 +25,13 @@ namespace {
 
 /// A pointer that is above a surface of ours comes to it within 3 to 10 ms, asked with a nudge.
 constexpr auto PatienceAfterLeaving = 500ms;
+
+/// It does so itself only once it has nothing else to do.
+void sendWhatToolkitHolds()
+{
+    if (const auto* const wayland = qGuiApp->nativeInterface<QNativeInterface::QWaylandApplication>())
+        wl_display_flush(wayland->display());
+}
 
 } // namespace
 
@@ -49,12 +57,19 @@ public:
         _layer->setScreenConfiguration(Layer::ScreenFromQWindow);
     }
 
-    void showWith(Keyboard keyboard)
+    void showWithoutKeyboard()
+    {
+        _layer->setKeyboardInteractivity(LayerShellQt::Window::KeyboardInteractivityNone);
+        show();
+    }
+
+    void takeKeyboard()
     {
         using Layer = LayerShellQt::Window;
-        _layer->setKeyboardInteractivity(keyboard == Keyboard::Taken ? Layer::KeyboardInteractivityExclusive
-                                                                     : Layer::KeyboardInteractivityNone);
-        show();
+        if (_layer->keyboardInteractivity() == Layer::KeyboardInteractivityExclusive)
+            return;
+        _layer->setKeyboardInteractivity(Layer::KeyboardInteractivityExclusive);
+        update(); // that counts with the next picture
     }
 
 protected:
@@ -101,8 +116,10 @@ MenuStage::~MenuStage()
     hide();
 }
 
-void MenuStage::show(Keyboard keyboard)
+void MenuStage::show()
 {
+    if (_shown)
+        return;
     _pointer.reset();
     if (std::exchange(_stale, false))
         _grounds.clear();
@@ -111,10 +128,16 @@ void MenuStage::show(Keyboard keyboard)
             _grounds.push_back(std::make_unique<Ground>(*this, *screen));
     _shown = true;
     qGuiApp->installEventFilter(this);
-    // One surface takes the keyboard for all of them.
     for (const auto& ground : _grounds)
-        ground->showWith(ground == _grounds.front() ? keyboard : Keyboard::Left);
+        ground->showWithoutKeyboard();
+    sendWhatToolkitHolds();
     _nudge.start();
+}
+
+void MenuStage::takeKeyboard(std::optional<QPoint> place)
+{
+    if (!_grounds.empty() && (place || _grounds.size() == 1))
+        _groundAt(place.value_or(QPoint()))->takeKeyboard();
 }
 
 void MenuStage::hide()
@@ -129,6 +152,11 @@ void MenuStage::hide()
 }
 
 QWidget* MenuStage::groundAt(QPoint place) const
+{
+    return _groundAt(place);
+}
+
+MenuStage::Ground* MenuStage::_groundAt(QPoint place) const
 {
     const auto found = std::find_if(_grounds.cbegin(), _grounds.cend(),
                                     [&](const auto& ground) { return ground->geometry().contains(place); });

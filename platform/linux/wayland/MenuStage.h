@@ -24,18 +24,18 @@ class MenuStage final : public QObject
     Q_OBJECT
 
 public:
-    enum class Keyboard {
-        Left,  ///< with the window that has it
-        Taken, ///< from it, for as long as the stage is there
-    };
-
     /// `nudge` must outlive this.
     explicit MenuStage(PointerNudge& nudge);
     ~MenuStage() override;
 
-    /// On all screens that there are. `entered` follows where the pointer is on one of them.
-    void show(Keyboard keyboard);
+    /// On all screens that there are, unless it is shown already. `entered` follows where the pointer is on
+    /// one of them. The keyboard stays with the window that has it.
+    void show();
     void hide();
+    /// From that window, until hide(), by the surface on the screen of the pointer's place: not every
+    /// compositor gives it back to a window on another one. Without a place nothing happens where there are
+    /// several screens.
+    void takeKeyboard(std::optional<QPoint> place);
 
     /// Where the pointer came in since show().
     [[nodiscard]] std::optional<QPoint> pointer() const { return _pointer; }
@@ -55,6 +55,7 @@ protected:
 private:
     class Ground;
 
+    [[nodiscard]] Ground* _groundAt(QPoint place) const;
     void _follow(const QScreen& screen);
     void _screensChanged();
 

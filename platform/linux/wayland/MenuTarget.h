@@ -11,7 +11,7 @@ class MenuTarget
 public:
     virtual ~MenuTarget() = default;
 
-    /// It is the one in front now, before anything of ours is on the screen.
+    /// It is the one in front now, before the keyboard is taken from it.
     virtual void fix() = 0;
     /// Reads what all its menus show, until that has been read or a quarter of a second has passed: without
     /// the keyboard it will show other things. What has not come by then is read when it is opened.

@@ -11,6 +11,7 @@
 #include <QApplication>
 #include <QDeadlineTimer>
 #include <QEventLoop>
+#include <QPointer>
 #include <QScreen>
 #include <QTimer>
 #include <QWindow>
@@ -24,7 +25,7 @@ namespace tarnwick {
 
 namespace {
 
-/// The place comes after 3 to 10 ms, the keyboard after 3 to 6 ms. A button that is still down may keep the
+/// The place comes after 3 to 10 ms, the keyboard after 1 to 6 ms. A button that is still down may keep the
 /// pointer where it was pressed; busy compositors take their time.
 constexpr auto PointerPatience = 1000ms;
 constexpr auto KeyboardPatience = 250ms;
@@ -43,7 +44,34 @@ void makeGrabless(QWidget& popUp)
     popUp.windowHandle()->setFlag(Qt::ToolTip, true);
 }
 
+/// One of a window of ours counts, too.
+bool isMenuOpen()
+{
+    return MenuTracking::shared().active() || QApplication::activePopupWidget();
+}
+
 } // namespace
+
+class WaylandMenuPresenter::Expectation
+{
+public:
+    explicit Expectation(WaylandMenuPresenter& presenter) : _presenter(&presenter)
+    {
+        presenter._expectation = this;
+    }
+    ~Expectation()
+    {
+        if (!_presenter || _presenter->_expectation != this)
+            return;
+        _presenter->_expectation = nullptr;
+        _presenter->_stage.hide();
+    }
+    Expectation(const Expectation&) = delete;
+    Expectation& operator=(const Expectation&) = delete;
+
+private:
+    QPointer<WaylandMenuPresenter> _presenter;
+};
 
 bool WaylandMenuPresenter::canShowOn(const CompositorConnection& connection)
 {
@@ -57,11 +85,11 @@ WaylandMenuPresenter::WaylandMenuPresenter(std::shared_ptr<CompositorConnection>
 {
     connect(&MenuTracking::shared(), &MenuTracking::cancelRequested, this,
             &WaylandMenuPresenter::cancelTracking);
-    connect(&_stage, &MenuStage::pressed, this, &WaylandMenuPresenter::cancelTracking);
-    connect(&_stage, &MenuStage::lost, this, &WaylandMenuPresenter::cancelTracking);
+    connect(&_stage, &MenuStage::pressed, this, &WaylandMenuPresenter::_abandon);
+    connect(&_stage, &MenuStage::lost, this, &WaylandMenuPresenter::_abandon);
     connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, [this](const QWindow* window) {
         // The last stage may still be about to lose it.
-        if (std::exchange(_focused, window != nullptr) && !window && _keyboard == MenuStage::Keyboard::Taken)
+        if (std::exchange(_focused, window != nullptr) && !window && _tookKeyboard)
             cancelTracking();
     });
     connect(&_grab, &InputMethodGrab::lost, this, &WaylandMenuPresenter::cancelTracking);
@@ -70,19 +98,26 @@ WaylandMenuPresenter::WaylandMenuPresenter(std::shared_ptr<CompositorConnection>
 
 WaylandMenuPresenter::~WaylandMenuPresenter() = default;
 
+std::shared_ptr<void> WaylandMenuPresenter::expectMenu()
+{
+    if (isMenuOpen())
+        return nullptr;
+    _setStage();
+    return std::make_shared<Expectation>(*this);
+}
+
 bool WaylandMenuPresenter::popUpMenuPositioningItem(const std::shared_ptr<Menu>& menu,
                                                     const std::shared_ptr<MenuItem>& /*item*/,
                                                     QPointF /*location*/)
 {
-    // A menu of a window of ours that is open counts, too.
-    if (!menu || MenuTracking::shared().active() || QApplication::activePopupWidget())
+    if (!menu || isMenuOpen())
         return false;
     const MenuTracking::Span tracking;
-    _cancelled = false;
+    _setStage();
+    _expectation = nullptr;
     _clicked = false;
     _pressed = Qt::NoButton;
     _target->fix();
-    _takeKeyboard();
     qApp->installEventFilter(this);
     const auto choice = _show(menu);
     qApp->removeEventFilter(this);
@@ -106,6 +141,12 @@ void WaylandMenuPresenter::cancelTracking()
     _cancelled = true;
     closeAllPopUps();
     Q_EMIT cancelled();
+}
+
+void WaylandMenuPresenter::_abandon()
+{
+    _cancelled = true; // one that is expected, too
+    cancelTracking();
 }
 
 bool WaylandMenuPresenter::eventFilter(QObject* watched, QEvent* event)
@@ -133,16 +174,48 @@ bool WaylandMenuPresenter::_release(const QMouseEvent& event)
     return true;
 }
 
-void WaylandMenuPresenter::_takeKeyboard()
+void WaylandMenuPresenter::_setStage()
+{
+    if (_expectation)
+        return;
+    _cancelled = false;
+    _stage.show();
+}
+
+bool WaylandMenuPresenter::_needsKeyboard()
 {
     _keys.begin();
-    _keyboard = MenuStage::Keyboard::Left;
     if (PopUpTrigger::current() == PopUpTrigger::Kind::Pointer || _grabKeyboard())
-        return;
+        return false;
     _target->readAhead();
+    return true;
+}
+
+template <typename Sender, typename Signal>
+void WaylandMenuPresenter::_waitFor(const Sender* sender, Signal signal, std::chrono::nanoseconds most)
+{
+    if (_cancelled)
+        return;
+    QEventLoop loop;
+    connect(sender, signal, &loop, &QEventLoop::quit);
+    connect(this, &WaylandMenuPresenter::cancelled, &loop, &QEventLoop::quit);
+    QTimer::singleShot(std::chrono::ceil<std::chrono::milliseconds>(most), &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+void WaylandMenuPresenter::_takeKeyboard()
+{
     _focused = false;
     _focusFeed.begin();
-    _keyboard = MenuStage::Keyboard::Taken;
+    _tookKeyboard = true;
+    _stage.takeKeyboard(_stage.pointer());
+}
+
+void WaylandMenuPresenter::_waitForKeyboard()
+{
+    const QDeadlineTimer patience(KeyboardPatience);
+    while (_tookKeyboard && !_focused && !_cancelled && !patience.hasExpired())
+        _waitFor(qGuiApp, &QGuiApplication::focusWindowChanged, patience.remainingTimeAsDuration());
 }
 
 bool WaylandMenuPresenter::_grabKeyboard()
@@ -173,17 +246,13 @@ void WaylandMenuPresenter::_giveBack()
     _grab.end();
     _focusFeed.end();
     _stage.hide();
-    _keyboard = MenuStage::Keyboard::Left;
+    _tookKeyboard = false;
 }
 
 std::optional<QPoint> WaylandMenuPresenter::_waitForPointer()
 {
-    if (!_stage.pointer() && !_cancelled) {
-        QEventLoop loop;
-        connect(&_stage, &MenuStage::entered, &loop, &QEventLoop::quit);
-        connect(this, &WaylandMenuPresenter::cancelled, &loop, &QEventLoop::quit);
-        QTimer::singleShot(PointerPatience, &loop, &QEventLoop::quit);
-        loop.exec();
+    if (!_stage.pointer()) {
+        _waitFor(&_stage, &MenuStage::entered, PointerPatience);
         _nudge.stop(); // the menu may lie over the place from now on
     }
     const QScreen* screen = QGuiApplication::primaryScreen();
@@ -196,15 +265,19 @@ std::optional<MenuChoice> WaylandMenuPresenter::_show(const std::shared_ptr<Menu
 {
     if (_cancelled)
         return std::nullopt;
-    _stage.show(_keyboard);
+    if (_needsKeyboard())
+        _takeKeyboard();
     const auto place = _waitForPointer();
     if (!place)
         return std::nullopt;
+    if (_tookKeyboard)
+        _stage.takeKeyboard(place);
     QWidget* ground = _stage.groundAt(*place);
     if (!ground)
         return std::nullopt;
-    QMenuView view(menu, ground);
-    return _track(view, *place);
+    QMenuView view(menu, ground); // while the keyboard is on its way
+    _waitForKeyboard();
+    return _cancelled ? std::nullopt : _track(view, *place);
 }
 
 std::optional<MenuChoice> WaylandMenuPresenter::_track(QMenuView& view, QPoint place)

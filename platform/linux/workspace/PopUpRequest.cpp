@@ -16,8 +16,10 @@ void PopUpRequest::carryOut(const FrontHint& hint, const std::function<void()>& 
         MenuTracking::shared().cancel();
         return;
     }
-    _announcements.afterSwitchesSoFar([this, hint, popUp] {
-        _announcements.announceFrontThen([this, hint, popUp] { _popUp(hint.pointer, popUp); }, hint);
+    auto expected = _surroundings.expectMenu ? _surroundings.expectMenu() : nullptr;
+    _announcements.afterSwitchesSoFar([this, hint, popUp, expected = std::move(expected)]() mutable {
+        _announcements.announceFrontThen(
+            [this, hint, popUp, expected = std::move(expected)] { _popUp(hint.pointer, popUp); }, hint);
     });
 }
 

@@ -24,6 +24,8 @@ public:
         std::function<std::shared_ptr<void>(bool pointerIsTold)> backdrop;
         /// From now on the pointer is at this place, or again where it is found to be.
         std::function<void(std::optional<QPoint>)> setPointer;
+        /// A menu is about to be asked for: gets ready for it, until what is given goes.
+        std::function<std::shared_ptr<void>()> expectMenu;
     };
 
     /// Both must outlive this.

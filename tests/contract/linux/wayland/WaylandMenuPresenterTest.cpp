@@ -98,6 +98,33 @@ private:
     bool _yes = false;
 };
 
+/// Whether an event of a kind has come to a window since, or to a menu.
+class Seen final : public QObject
+{
+public:
+    explicit Seen(QEvent::Type kind, const char* in = "QWindow") : _kind(kind), _in(in)
+    {
+        qApp->installEventFilter(this);
+    }
+
+    [[nodiscard]] bool yes() const { return _yes; }
+    /// Whether a window of ours had the keyboard then.
+    [[nodiscard]] bool withKeyboard() const { return _withKeyboard; }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == _kind && watched->inherits(_in) && !std::exchange(_yes, true))
+            _withKeyboard = QGuiApplication::focusWindow();
+        return false;
+    }
+
+private:
+    QEvent::Type _kind;
+    const char* _in;
+    bool _yes = false;
+    bool _withKeyboard = false;
+};
+
 class Target final : public ActionTarget
 {
 public:
@@ -126,8 +153,16 @@ class FakeTarget final : public MenuTarget
 {
 public:
     explicit FakeTarget(QStringList& journal) : _journal(journal) {}
-    void fix() override { _journal << (shown() ? u"fixed late"_s : u"fixed"_s); }
-    void readAhead() override { _journal << (shown() ? u"read late"_s : u"read"_s); }
+    void fix() override { _journal << (haveKeyboard() ? u"fixed late"_s : u"fixed"_s); }
+    void readAhead() override
+    {
+        // It is the stage's place in time to come up, which must not take anything from anybody yet.
+        QTest::qWait(readingTakes);
+        if (haveKeyboard())
+            _journal << u"read late"_s;
+        else
+            _journal << (shown() ? u"read"_s : u"read before the stage"_s);
+    }
     void giveFocusBack() override { _journal << u"back"_s; }
     [[nodiscard]] bool takes(const MenuItem& item, int patience) override
     {
@@ -138,11 +173,13 @@ public:
     }
 
     int takesAfter = 0;
-    int busy = 0; ///< milliseconds for each answer
+    int busy = 0;         ///< milliseconds for each answer
+    int readingTakes = 0; ///< milliseconds, in which events are dealt with
     QString asked;
     int longest = 0;
 
 private:
+    [[nodiscard]] static bool haveKeyboard() { return QGuiApplication::focusWindow(); }
     [[nodiscard]] static bool shown()
     {
         const auto windows = QGuiApplication::topLevelWindows();
@@ -232,13 +269,70 @@ TEST_F(WaylandPopUp, keepsTheContract)
     MenuPresenterContract({.presenter = _presenter, .user = user}).run();
 }
 
-TEST_F(WaylandPopUp, fixesItsTarget_andWhereItTakesTheKeyboard_readsAheadBeforeAnythingIsShown_andGivesItBack)
+TEST_F(WaylandPopUp, whereItTakesTheKeyboard_firstSetsTheStage_thenReadsAhead_andGivesItBack)
 {
+    _target->readingTakes = 100; // more than a compositor takes to give the keyboard
+    const Seen shown(QEvent::Show, "QMenu");
     popUp([] { Hands::tap({Escape}); });
     const bool canGrab = connection->offers("zwp_input_method_manager_v2");
     EXPECT_EQ(_journal,
               canGrab ? QStringList({u"fixed"_s}) : QStringList({u"fixed"_s, u"read"_s, u"back"_s}));
+    EXPECT_TRUE(shown.yes());
+    EXPECT_EQ(shown.withKeyboard(), !canGrab) << "or the next key goes to the application";
     EXPECT_FALSE(_presenter.hasKeyboard());
+}
+
+/// Our surfaces that stand on the screen now.
+int surfaces()
+{
+    const auto windows = QGuiApplication::topLevelWindows();
+    return static_cast<int>(std::count_if(windows.cbegin(), windows.cend(),
+                                          [](const QWindow* window) { return window->isVisible(); }));
+}
+
+TEST_F(WaylandPopUp, anExpectedMenu_hasItsStageAtOnce_andTheSameWhenItComes)
+{
+    auto expected = _presenter.expectMenu();
+    EXPECT_EQ(surfaces(), QGuiApplication::screens().size());
+    EXPECT_TRUE(popUp([] { Hands::tap({Down, Return}); }));
+    EXPECT_EQ(surfaces(), 0);
+    const auto another = _presenter.expectMenu();
+    expected.reset();
+    EXPECT_EQ(surfaces(), QGuiApplication::screens().size()) << "what is over takes nothing away";
+}
+
+TEST_F(WaylandPopUp, anExpectedMenuThatDoesNotCome_leavesNothing)
+{
+    auto expected = _presenter.expectMenu();
+    auto another = _presenter.expectMenu();
+    expected.reset();
+    EXPECT_EQ(surfaces(), QGuiApplication::screens().size());
+    another.reset();
+    EXPECT_EQ(surfaces(), 0);
+    EXPECT_TRUE(popUp([] { Hands::tap({Down, Return}); }));
+}
+
+TEST_F(WaylandPopUp, whileAMenuIsOpen_noneIsExpected)
+{
+    bool isExpected = true;
+    popUp([&] {
+        isExpected = _presenter.expectMenu() != nullptr;
+        Hands::tap({Escape});
+    });
+    EXPECT_FALSE(isExpected);
+}
+
+TEST_F(WaylandPopUp, aClickBeforeAnExpectedMenu_isTheEndOfIt)
+{
+    const Seen entered(QEvent::Enter);
+    const Seen pressed(QEvent::MouseButtonPress);
+    const auto expected = _presenter.expectMenu();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return entered.yes(); }, 10'000));
+    Hands::begin(u"click 200 200 left"_s);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return pressed.yes(); }, 10'000));
+    const Painted painted([this] { _presenter.cancelTracking(); });
+    EXPECT_FALSE(_presenter.popUpMenuPositioningItem(_menu, nullptr, QPointF()));
+    EXPECT_FALSE(painted.yes());
 }
 
 TEST_F(WaylandPopUp, chosen_waitsUntilTheApplicationTakesIt)

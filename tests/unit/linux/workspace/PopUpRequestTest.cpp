@@ -66,6 +66,7 @@ protected:
     int placesTold = 0;
     std::vector<bool> backdrops; ///< whether the pointer was told to each
     std::weak_ptr<void> backdrop;
+    std::weak_ptr<void> expected; ///< the menu
     PopUpRequest request{announcements, front,
                          PopUpRequest::Surroundings{
                              [this](bool pointerIsTold) {
@@ -77,6 +78,11 @@ protected:
                              [this](Pointer told) {
                                  ++placesTold;
                                  pointer = told;
+                             },
+                             [this] {
+                                 std::shared_ptr<void> made = std::make_shared<int>();
+                                 expected = made;
+                                 return made;
                              },
                          }};
 };
@@ -120,6 +126,18 @@ TEST_F(PopUpRequestTest, anotherRequestOverANativeWindow_closesTheMenu)
         QCoreApplication::processEvents();
     EXPECT_EQ(closed, 1);
     EXPECT_EQ(pointer, std::nullopt);
+}
+
+TEST_F(PopUpRequestTest, theMenuIsExpectedAtOnce_untilItHasClosed)
+{
+    bool whileOpen = false;
+    request.carryOut(Hint, [&] { whileOpen = !expected.expired(); });
+    EXPECT_FALSE(expected.expired()) << "before anybody looks for the front";
+    EXPECT_TRUE(front.hints.empty());
+    for (int i = 0; i < 20; ++i)
+        QCoreApplication::processEvents();
+    EXPECT_TRUE(whileOpen);
+    EXPECT_TRUE(expected.expired());
 }
 
 } // namespace
