@@ -19,6 +19,9 @@ FORBIDDEN = {
     "org.a11y.atspi.DeviceEventController.RegisterKeystrokeListener": "it makes every program send its keys over the bus",
     "org.a11y.atspi.DeviceEventController.RegisterDeviceEventListener": "the same",
 }
+# All that may be sent to who exports menus on the session bus. SetState tells that a submenu opens, or chooses something.
+OF_EXPORTS = {"org.gtk.Menus.Start", "org.gtk.Menus.End", "org.gtk.Actions.DescribeAll", "org.gtk.Actions.Describe",
+              "org.gtk.Actions.Activate"}
 PRESS = "org.a11y.atspi.Action.DoAction"
 
 
@@ -32,6 +35,7 @@ class AWholeScenario(DesktopTest):
         wait_for(bus.is_enabled, "accessibility switched on", step=0.05)
         cls.tarnwick.wait_until_ready()
         cls.chosen = [cls.walk_through(kit) for kit in KITS]
+        cls.look_at_what_a_module_exports()
         cls.calls = [cls.own_calls(monitor) for monitor in cls.monitors]
 
     @classmethod
@@ -55,6 +59,20 @@ class AWholeScenario(DesktopTest):
         fixture.wait_for_line("chosen", "File > Open Recent > Older > 2018.txt")
         reader.close()
         return fixture
+
+    @classmethod
+    def look_at_what_a_module_exports(cls):
+        fixture = Fixture(cls.session, "gtk3", "--module", menu="kinds.menu", title="Module")
+        reader = cls.tarnwick.reader(cls.bus)
+        go = Navigation(cls.screen, reader)
+        cls.tarnwick.wait_for_titles(reader, [item.title for item in fixture.bar_items(cls.bus)] + ["", OWN_ENTRY])
+        cls.tarnwick.open()
+        reader.wait_for(1)
+        for title in ("File", "Late"):
+            go.enter(title)
+            go.leave()
+        cls.tarnwick.close_menu()
+        reader.close()
 
     @classmethod
     def own_calls(cls, monitor):
@@ -81,6 +99,11 @@ class AWholeScenario(DesktopTest):
         for method, reason in FORBIDDEN.items():
             with self.subTest(method, reason=reason):
                 self.assertEqual([call for call in self.calls[0] if call.method == method], [])
+
+    def test_sends_exporters_of_menus_nothing_that_shows_or_changes_something(self):
+        sent = {call.method for call in self.calls[1] if call.interface.startswith(("org.gtk.", "com.canonical."))}
+        self.assertIn("org.gtk.Menus.Start", sent, "nothing was looked at")
+        self.assertLessEqual(sent, OF_EXPORTS)
 
     def test_leaves_the_screen_reader_off(self):
         self.assertEqual([call for call in self.calls[1] if "ScreenReaderEnabled" in call.texts and

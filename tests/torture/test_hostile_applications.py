@@ -101,6 +101,12 @@ CASES = [
     Case("exports sections of sections of sections", "exported sections-elsewhere", brief=False),
     Case("exports attributes of other types", "exported wrong-links", brief=False),
     Case("exports another bar each time", "exported changing-exports"),
+    Case("has a module that exports its bar and never answers", "by-module never"),
+    Case("has a module that takes 0.1 s for each answer", "by-module in-turn 0.1", brief=False),
+    Case("has a module that answers with other types", "by-module wrong-types", brief=False),
+    Case("has a module that exports 100,000 entries everywhere", "by-module entries 100000", brief=False),
+    Case("has a module that exports menus that hold themselves", "by-module links-in-circles", brief=False),
+    Case("has a module that exports another bar each time", "by-module changing-exports", brief=False),
 ]
 
 
@@ -241,7 +247,8 @@ class AHostileApplication(BesideAGoodOne):
         return hostile
 
     def goes_bad_under_its_menu(self, behaviour, ordeal):
-        hostile = self.start_hostile("exported well" if behaviour.startswith("exported") else "well")
+        way = next((way for way in ("exported", "by-module") if behaviour.startswith(way)), "")
+        hostile = self.start_hostile(f"{way} well".strip())
         self.wait_for_titles(TITLES)
         self.open_a_submenu(lambda: hostile.behave(behaviour))
         self.close_all(ordeal)

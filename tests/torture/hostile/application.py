@@ -4,7 +4,8 @@
     application.py ADDRESS LOG BEHAVIOUR
 
 With "exported BEHAVIOUR" its tree is good, without a bar, and what BEHAVIOUR says is true of the one that it exports on
-the session bus. It writes `typed X` for a key and `pressed PATH` for an action into LOG, and `thrown out` when the bus has
+the session bus. With "by-module BEHAVIOUR" its tree has a bar, too, whose menus have nothing in them, and the export is one
+that a module of GTK makes. It writes `typed X` for a key and `pressed PATH` for an action into LOG, and `thrown out` when the bus has
 closed the connection. The call "Behave" on the object "/control" gives it another behaviour, "Asked" tells how many calls
 there were, "Owed" how many answers are still to come.
 """
@@ -26,6 +27,7 @@ from hostile.tree import ROOT  # noqa: E402
 from hostile.wire import CALL, RETURN, Connection  # noqa: E402
 
 _EXPORTED = "exported "
+_BY_MODULE = "by-module "
 
 
 class Log:
@@ -77,7 +79,9 @@ class Application:
     def __init__(self, address, log, text):
         self.log = log
         self.bus = Connection(address)
-        self._session_bus = Connection(os.environ["DBUS_SESSION_BUS_ADDRESS"]) if text.startswith(_EXPORTED) else None
+        self._by_module = text.startswith(_BY_MODULE)
+        exporting = self._by_module or text.startswith(_EXPORTED)
+        self._session_bus = Connection(os.environ["DBUS_SESSION_BUS_ADDRESS"]) if exporting else None
         self._delayed = []
         self._order = itertools.count()
         self._asked = 0
@@ -132,13 +136,14 @@ class Application:
         """What tells everybody where the exported model is."""
         if not self._session_bus:
             return {}
+        actions = "_UNITY_OBJECT_PATH" if self._by_module else "_GTK_WINDOW_OBJECT_PATH"
         return {"_GTK_UNIQUE_BUS_NAME": self._session_bus.name, "_GTK_MENUBAR_OBJECT_PATH": exports.PATH,
-                "_GTK_WINDOW_OBJECT_PATH": exports.PATH}
+                actions: exports.PATH}
 
     def _behave(self, text):
         if self._session_bus:
-            self._behaviour = behaviour(self, "without-a-bar")
-            self._exports = behaviour(self, text.removeprefix(_EXPORTED))
+            self._behaviour = behaviour(self, "unmade" if self._by_module else "without-a-bar")
+            self._exports = behaviour(self, text.removeprefix(_EXPORTED).removeprefix(_BY_MODULE))
         else:
             self._behaviour = behaviour(self, text)
         if self._window:

@@ -450,6 +450,14 @@ class WithoutABar(Behaviour):
         return nodes
 
 
+class Unmade(Behaviour):
+    """Has nothing in the menus of its tree, as one has that makes them when they open."""
+
+    def tree(self):
+        nodes = super().tree()
+        return {path: node._replace(children=[]) if node.role == tree.MENU else node for path, node in nodes.items()}
+
+
 class LargeLabels(Behaviour):
     """Each exported label has 16 MiB."""
 
@@ -534,7 +542,8 @@ BEHAVIOURS = {
     "counts": Counts, "false-counts": FalseCounts, "cycle": Cycle, "deep": Deep, "bar-too-deep": BarTooDeep,
     "foreign": Foreign, "foreign-window": ForeignWindow, "asker": Asker, "askers-window": AskersWindow,
     "nobody": Nobody, "changing": Changing, "vanish": Vanish, "leave": Leave, "twice": Twice, "flood": Flood,
-    "qt": Qt, "toolkit": ToolkitOf, "without-a-bar": WithoutABar, "large-labels": LargeLabels, "entries": ManyEntries,
+    "qt": Qt, "toolkit": ToolkitOf, "without-a-bar": WithoutABar, "unmade": Unmade,
+    "large-labels": LargeLabels, "entries": ManyEntries,
     "links-in-circles": LinksInCircles, "sections-elsewhere": SectionsElsewhere, "wrong-links": WrongLinks,
     "changing-exports": ChangingExports, "disguised": Disguised,
 }
