@@ -14,31 +14,6 @@ namespace {
 
 constexpr qint64 LargestFile = 1024LL * 1024;
 
-QString unescaped(const QString& value, QChar listSeparator = {})
-{
-    QString text;
-    for (qsizetype i = 0; i < value.size(); ++i) {
-        if (value.at(i) != u'\\' || i + 1 == value.size()) {
-            text += value.at(i);
-            continue;
-        }
-        const QChar escape = value.at(++i);
-        if (escape == u's')
-            text += u' ';
-        else if (escape == u'n')
-            text += u'\n';
-        else if (escape == u't')
-            text += u'\t';
-        else if (escape == u'r')
-            text += u'\r';
-        else if (escape == u'\\' || escape == listSeparator)
-            text += escape;
-        else
-            text += QString(u'\\') + escape;
-    }
-    return text;
-}
-
 QString escaped(QString value)
 {
     value.replace(u'\\', u"\\\\"_s)
@@ -142,7 +117,7 @@ std::optional<DesktopEntry> DesktopEntry::read(const QString& path)
 
 QString DesktopEntry::string(const QString& key) const
 {
-    return unescaped(_values.value(key));
+    return key_file::unescaped(_values.value(key));
 }
 
 QStringList DesktopEntry::strings(const QString& key) const
@@ -155,14 +130,14 @@ QStringList DesktopEntry::strings(const QString& key) const
             item += value.at(i);
             item += value.at(++i);
         } else if (value.at(i) == u';') {
-            list.append(unescaped(item, u';'));
+            list.append(key_file::unescaped(item, u';'));
             item.clear();
         } else {
             item += value.at(i);
         }
     }
     if (!item.isEmpty())
-        list.append(unescaped(item, u';'));
+        list.append(key_file::unescaped(item, u';'));
     return list;
 }
 

@@ -63,4 +63,29 @@ QString textOf(const QByteArray& bytes)
     return decoder(bytes);
 }
 
+QString unescaped(const QString& value, QChar listSeparator)
+{
+    QString text;
+    for (qsizetype i = 0; i < value.size(); ++i) {
+        if (value.at(i) != u'\\' || i + 1 == value.size()) {
+            text += value.at(i);
+            continue;
+        }
+        const QChar escape = value.at(++i);
+        if (escape == u's')
+            text += u' ';
+        else if (escape == u'n')
+            text += u'\n';
+        else if (escape == u't')
+            text += u'\t';
+        else if (escape == u'r')
+            text += u'\r';
+        else if (escape == u'\\' || escape == listSeparator)
+            text += escape;
+        else
+            text += QString(u'\\') + escape;
+    }
+    return text;
+}
+
 } // namespace tarnwick::key_file

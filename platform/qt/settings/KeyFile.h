@@ -28,6 +28,11 @@ struct Entry
 /// UTF-8 as it is written: what looks like a byte-order mark is a character like others.
 [[nodiscard]] QString textOf(const QByteArray& bytes);
 
+/// A value as desktops and their programs mean it: a backslash stands before what could not be written, and,
+/// where there is a separator of lists, before each that separates nothing. One before anything else is
+/// meant.
+[[nodiscard]] QString unescaped(const QString& value, QChar listSeparator = {});
+
 } // namespace key_file
 
 } // namespace tarnwick

@@ -56,5 +56,12 @@ TEST(KeyFile, holdsEntriesInGroups)
         EXPECT_EQ(read(row.contents), row.entries) << row.sentence;
 }
 
+TEST(KeyFile, valuesAreWhatStoodBeforeTheyWereWritten)
+{
+    EXPECT_EQ(key_file::unescaped(uR"(\sa\sb\tc\nd\re\\sf)"_s), u" a b\tc\nd\re\\sf"_s);
+    EXPECT_EQ(key_file::unescaped(uR"(a\;b\xc\)"_s), uR"(a\;b\xc\)"_s) << "what means nothing is meant";
+    EXPECT_EQ(key_file::unescaped(uR"(a\;b\,c)"_s, u';'), uR"(a;b\,c)"_s) << "in a list separated by that";
+}
+
 } // namespace
 } // namespace tarnwick
