@@ -3,26 +3,13 @@
 
 #include "platform/linux/gtk/GtkMenuDecode.h"
 #include "platform/linux/menus/KeyBinding.h"
+#include "platform/linux/menus/MnemonicLabel.h"
 
 #include <QSet>
 
 namespace tarnwick {
 
 namespace {
-
-/// A single underscore marks the letter that follows it; two stand for one.
-QString titleOf(const GtkMenuEntry& entry)
-{
-    const QString label = entry.label.value_or(QString()).section(u'\t', 0, 0);
-    QString title;
-    title.reserve(label.size());
-    for (qsizetype i = 0; i < label.size(); ++i) {
-        if (label[i] == u'_' && ++i == label.size())
-            break;
-        title.append(label[i]);
-    }
-    return title.trimmed();
-}
 
 std::optional<MenuShortcut> shortcutOf(const GtkMenuEntry& entry)
 {
@@ -99,7 +86,7 @@ private:
                  qsizetype index)
     {
         MenuRow row;
-        row.title = titleOf(entry);
+        row.title = titleOfMnemonicLabel(entry.label.value_or(QString()));
         row.item = _reference(number, index);
         const bool missing = !_readAction(entry, actionNamespace, row);
         if (row.title.isEmpty() || isHidden(entry, missing, row.enabled))

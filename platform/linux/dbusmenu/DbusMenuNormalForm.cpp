@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/dbusmenu/DbusMenuNormalForm.h"
+
+#include "platform/linux/dbusmenu/DbusMenuPlace.h"
+#include "platform/linux/menus/KeyBinding.h"
+#include "platform/linux/menus/MnemonicLabel.h"
+
+namespace tarnwick {
+
+namespace {
+
+/// A shortcut of several strokes cannot be shown.
+std::optional<MenuShortcut> shortcutOf(const DbusMenuEntry& entry)
+{
+    if (entry.shortcut.size() != 1 || entry.shortcut.first().isEmpty())
+        return std::nullopt;
+    QString accelerator;
+    const QStringList& stroke = entry.shortcut.first();
+    for (qsizetype i = 0; i + 1 < stroke.size(); ++i)
+        accelerator += u'<' + stroke[i] + u'>';
+    const auto binding = KeyBinding::parseAccelerator(accelerator + stroke.last());
+    return binding ? MenuShortcut::of(*binding) : std::nullopt;
+}
+
+std::optional<MenuRow> rowOf(const DbusMenuEntry& entry, const BusReference& self, const QByteArray& menu)
+{
+    MenuRow row;
+    row.item = self;
+    row.item.path = DbusMenuPlace{menu, entry.number}.toPath();
+    if (entry.separator) {
+        row.kind = MenuRow::Kind::Separator;
+        return row;
+    }
+    row.title = titleOfMnemonicLabel(entry.label);
+    if (row.title.isEmpty())
+        return std::nullopt;
+    row.enabled = entry.enabled;
+    if (entry.submenu) {
+        row.kind = MenuRow::Kind::Holder;
+        row.contents = row.item;
+        return row;
+    }
+    row.checked = entry.toggle != DbusMenuEntry::Toggle::None && entry.on;
+    row.shortcut = shortcutOf(entry);
+    return row;
+}
+
+bool isSeparator(const MenuRow& row)
+{
+    return row.kind == MenuRow::Kind::Separator;
+}
+
+} // namespace
+
+QList<MenuRow> dbusMenuNormalForm(const QList<DbusMenuEntry>& entries, const BusReference& self)
+{
+    QList<MenuRow> rows;
+    const auto place = DbusMenuPlace::fromPath(self.path);
+    if (!place)
+        return rows;
+    for (const DbusMenuEntry& entry : entries) {
+        const auto row = entry.visible ? rowOf(entry, self, place->menu) : std::nullopt;
+        if (row && !(isSeparator(*row) && (rows.isEmpty() || isSeparator(rows.last()))))
+            rows.append(*row);
+    }
+    if (!rows.isEmpty() && isSeparator(rows.last()))
+        rows.removeLast();
+    return rows;
+}
+
+} // namespace tarnwick

@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/dbusmenu/DbusMenuModel.h"
+#include "platform/linux/menus/MenuRow.h"
+
+namespace tarnwick {
+
+/// The visible entries of one exported menu, with separators between them only. `self` is the reference to
+/// the menu, its path that of a DbusMenuPlace.
+[[nodiscard]] QList<MenuRow> dbusMenuNormalForm(const QList<DbusMenuEntry>& entries,
+                                                const BusReference& self);
+
+} // namespace tarnwick

@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/menus/MnemonicLabel.h"
+
+namespace tarnwick {
+
+QString titleOfMnemonicLabel(const QString& label)
+{
+    const QString seen = label.section(u'\t', 0, 0);
+    QString title;
+    title.reserve(seen.size());
+    for (qsizetype i = 0; i < seen.size(); ++i) {
+        if (seen[i] == u'_' && ++i == seen.size())
+            break;
+        title.append(seen[i]);
+    }
+    return title.trimmed();
+}
+
+} // namespace tarnwick

@@ -1,0 +1,212 @@
+// SPDX-License-Identifier: MIT
+// What applications export for a menu bar outside their windows, read and made into the entries that are
+// shown.
+#include "platform/linux/dbusmenu/DbusMenuDecode.h"
+#include "platform/linux/dbusmenu/DbusMenuNormalForm.h"
+#include "platform/linux/dbusmenu/DbusMenuPlace.h"
+#include "tests/unit/linux/bus/MessageTest.h"
+
+#include <functional>
+
+using namespace tarnwick;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Appends the properties of one entry.
+using Fill = std::function<void(sd_bus_message*)>;
+
+void property(sd_bus_message* message, const char* name, const char* type, auto... value)
+{
+    sd_bus_message_open_container(message, SD_BUS_TYPE_DICT_ENTRY, "sv");
+    sd_bus_message_append(message, "s", name);
+    sd_bus_message_append(message, "v", type, value...);
+    sd_bus_message_close_container(message);
+}
+
+class DbusMenusTest : public MessageTest
+{
+protected:
+    static void openEntry(sd_bus_message* message, qint32 number, const Fill& fill)
+    {
+        sd_bus_message_open_container(message, SD_BUS_TYPE_STRUCT, "ia{sv}av");
+        sd_bus_message_append(message, "i", number);
+        sd_bus_message_open_container(message, SD_BUS_TYPE_ARRAY, "{sv}");
+        fill(message);
+        sd_bus_message_close_container(message);
+        sd_bus_message_open_container(message, SD_BUS_TYPE_ARRAY, "v");
+    }
+    static void closeEntry(sd_bus_message* message)
+    {
+        sd_bus_message_close_container(message);
+        sd_bus_message_close_container(message);
+    }
+
+    /// A layout of these entries, numbered from 1 on, each with `below` entries in it.
+    SdBusMessage layout(const QList<Fill>& entries, int below = 0)
+    {
+        SdBusMessage message = empty();
+        sd_bus_message_append(message.get(), "u", 7);
+        openEntry(message.get(), 0, [](sd_bus_message*) {});
+        for (qsizetype i = 0; i < entries.size(); ++i) {
+            sd_bus_message_open_container(message.get(), SD_BUS_TYPE_VARIANT, "(ia{sv}av)");
+            openEntry(message.get(), static_cast<qint32>(i) + 1, entries[i]);
+            for (int child = 0; child < below; ++child)
+                sd_bus_message_append(message.get(), "v", "(ia{sv}av)", 100 + child, 0, 0);
+            closeEntry(message.get());
+            sd_bus_message_close_container(message.get());
+        }
+        closeEntry(message.get());
+        return sealed(std::move(message));
+    }
+    QList<MenuRow> rows(const QList<Fill>& entries, int below = 0)
+    {
+        const auto decoded = dbus_menus::decodeLayout(layout(entries, below).get());
+        EXPECT_TRUE(decoded);
+        return dbusMenuNormalForm(decoded.value_or(QList<DbusMenuEntry>()), {":1.5", "/menu 0", 1});
+    }
+    MenuRow row(const Fill& entry, int below = 0)
+    {
+        const QList<MenuRow> all = rows({entry}, below);
+        EXPECT_EQ(all.size(), 1);
+        return all.value(0);
+    }
+    QStringList titles(const QList<Fill>& entries)
+    {
+        QStringList found;
+        for (const MenuRow& one : rows(entries))
+            found.append(one.kind == MenuRow::Kind::Separator ? u"---"_s : one.title);
+        return found;
+    }
+
+    static Fill labelled(
+        const char* label, const Fill& more = [](sd_bus_message*) {})
+    {
+        return [label, more](sd_bus_message* message) {
+            property(message, "label", "s", label);
+            more(message);
+        };
+    }
+    static Fill separator()
+    {
+        return [](sd_bus_message* message) { property(message, "type", "s", "separator"); };
+    }
+};
+
+} // namespace
+
+TEST_F(DbusMenusTest, anEntryWithALabelOnly_isEnabledAndUnmarked)
+{
+    const MenuRow shown = row(labelled("_Save __as\tCtrl+S"));
+    EXPECT_EQ(shown.kind, MenuRow::Kind::Item);
+    EXPECT_EQ(shown.title, u"Save _as"_s);
+    EXPECT_TRUE(shown.enabled);
+    EXPECT_FALSE(shown.checked);
+    EXPECT_FALSE(shown.shortcut);
+    EXPECT_EQ(shown.item, (BusReference{":1.5", "/menu 1", 1}));
+    EXPECT_FALSE(shown.contents);
+}
+
+TEST_F(DbusMenusTest, properties_greyMarkAndHide)
+{
+    const auto toggle = [](const char* type, int state) {
+        return labelled("A", [=](sd_bus_message* message) {
+            property(message, "toggle-type", "s", type);
+            property(message, "toggle-state", "i", state);
+        });
+    };
+    EXPECT_FALSE(row(labelled("A", [](auto* m) { property(m, "enabled", "b", 0); })).enabled);
+    EXPECT_TRUE(row(toggle("checkmark", 1)).checked);
+    EXPECT_TRUE(row(toggle("radio", 1)).checked);
+    EXPECT_FALSE(row(toggle("checkmark", 0)).checked);
+    EXPECT_FALSE(row(toggle("checkmark", -1)).checked) << "neither on nor off";
+    EXPECT_FALSE(row(toggle("", 1)).checked) << "no toggle";
+    EXPECT_EQ(titles({labelled("A", [](auto* m) { property(m, "visible", "b", 0); }), labelled("B"),
+                      labelled(""), labelled("_")}),
+              QStringList(u"B"_s));
+}
+
+TEST_F(DbusMenusTest, submenus_areHoldersWhoseContentsAreTheirOwn)
+{
+    const MenuRow told = row(labelled("More", [](auto* m) {
+        property(m, "children-display", "s", "submenu");
+        property(m, "toggle-type", "s", "checkmark");
+        property(m, "toggle-state", "i", 1);
+    }));
+    EXPECT_EQ(told.kind, MenuRow::Kind::Holder);
+    EXPECT_EQ(told.contents, told.item);
+    EXPECT_FALSE(told.checked);
+    EXPECT_EQ(row(labelled("More"), 2).kind, MenuRow::Kind::Holder)
+        << "it does not say so, but holds entries";
+}
+
+TEST_F(DbusMenusTest, separators_standBetweenWhatIsSeen)
+{
+    const Fill hidden = labelled("X", [](auto* m) { property(m, "visible", "b", 0); });
+    EXPECT_EQ(
+        titles({separator(), labelled("A"), separator(), hidden, separator(), labelled("B"), separator()}),
+        (QStringList{u"A"_s, u"---"_s, u"B"_s}));
+    EXPECT_EQ(titles({separator(), hidden}), QStringList());
+}
+
+TEST_F(DbusMenusTest, oneStroke_isAShortcut)
+{
+    const auto shortcut = [&](int strokes, auto... names) {
+        return row(labelled("A", [=](auto* m) { property(m, "shortcut", "aas", strokes, names...); }))
+            .shortcut;
+    };
+    EXPECT_EQ(shortcut(1, 2, "Control", "S"), (MenuShortcut{u"S"_s, {}, 0}));
+    EXPECT_EQ(shortcut(1, 3, "Control", "Shift", "s"), (MenuShortcut{u"S"_s, {}, 1}));
+    EXPECT_EQ(shortcut(1, 2, "Control", "plus"), (MenuShortcut{u"+"_s, {}, 0}));
+    EXPECT_EQ(shortcut(1, 2, "Alt", "F4"), (MenuShortcut{{}, 114, 10}));
+    EXPECT_FALSE(shortcut(2, 2, "Control", "K", 2, "Control", "S")) << "two strokes";
+    EXPECT_FALSE(shortcut(0));
+    EXPECT_FALSE(shortcut(1, 0)) << "a stroke of no key";
+    EXPECT_FALSE(shortcut(1, 2, "Hyper", "s"));
+    EXPECT_FALSE(shortcut(1, 1, "nonsense"));
+}
+
+TEST_F(DbusMenusTest, propertiesOfAWrongType_areMissing)
+{
+    const MenuRow shown = row(labelled("A", [](auto* m) {
+        property(m, "enabled", "i", 0);
+        property(m, "visible", "s", "no");
+        property(m, "type", "i", 3);
+        property(m, "toggle-type", "b", 1);
+        property(m, "toggle-state", "s", "1");
+        property(m, "shortcut", "as", 1, "s");
+        property(m, "children-display", "b", 1);
+        property(m, "icon-data", "ay", 3, 1, 2, 3);
+    }));
+    EXPECT_EQ(shown.kind, MenuRow::Kind::Item);
+    EXPECT_TRUE(shown.enabled);
+    EXPECT_EQ(titles({[](auto* m) { property(m, "label", "i", 1); }, labelled("B")}), QStringList(u"B"_s));
+}
+
+TEST_F(DbusMenusTest, repliesOfAWrongType_giveNothing)
+{
+    EXPECT_FALSE(dbus_menus::decodeLayout(reply("").get()));
+    EXPECT_FALSE(dbus_menus::decodeLayout(reply("s", "menu").get()));
+    EXPECT_FALSE(dbus_menus::decodeLayout(reply("u", 1).get()));
+    EXPECT_FALSE(dbus_menus::decodeLayout(reply("u(is)", 1, 0, "x").get()));
+    const auto strange = dbus_menus::decodeLayout(reply("u(ia{sv}av)", 1, 0, 0, 2, "s", "x", "i", 3).get());
+    ASSERT_TRUE(strange);
+    EXPECT_TRUE(strange->isEmpty());
+}
+
+TEST_F(DbusMenusTest, menusOfManyEntriesAndLongLabels_areCut)
+{
+    EXPECT_EQ(rows(QList<Fill>(12'000, labelled("A"))).size(), dbus_menus::MaximumEntries);
+    const QByteArray label(1'000'000, 'x');
+    EXPECT_EQ(row(labelled(label.constData())).title.size(), 64 * 1024);
+}
+
+TEST_F(DbusMenusTest, places_surviveAsPaths)
+{
+    const DbusMenuPlace place{"/com/canonical/menu/1C0", -5};
+    EXPECT_EQ(DbusMenuPlace::fromPath(place.toPath()), place);
+    EXPECT_FALSE(DbusMenuPlace::fromPath("/menu"));
+    EXPECT_FALSE(DbusMenuPlace::fromPath("/menu x"));
+    EXPECT_FALSE(DbusMenuPlace::fromPath(" 1"));
+    EXPECT_FALSE(DbusMenuPlace::fromPath(""));
+}
