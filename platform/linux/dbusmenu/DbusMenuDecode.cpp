@@ -119,17 +119,22 @@ bool readProperty(sd_bus_message* reply, DbusMenuEntry& entry)
     return sd_bus_message_exit_container(reply) >= 0;
 }
 
-/// Up to what the entry holds, which comes next.
-bool readFacts(sd_bus_message* reply, DbusMenuEntry& entry)
+bool readNumberAndProperties(sd_bus_message* reply, DbusMenuEntry& entry)
 {
-    if (sd_bus_message_enter_container(reply, SD_BUS_TYPE_STRUCT, "ia{sv}av") <= 0 ||
-        sd_bus_message_read_basic(reply, SD_BUS_TYPE_INT32, &entry.number) <= 0 ||
+    if (sd_bus_message_read_basic(reply, SD_BUS_TYPE_INT32, &entry.number) <= 0 ||
         sd_bus_message_enter_container(reply, SD_BUS_TYPE_ARRAY, "{sv}") <= 0)
         return false;
     while (sd_bus_message_at_end(reply, 0) == 0)
         if (!readProperty(reply, entry))
             return false;
-    return sd_bus_message_exit_container(reply) >= 0 &&
+    return sd_bus_message_exit_container(reply) >= 0;
+}
+
+/// Up to what the entry holds, which comes next.
+bool readFacts(sd_bus_message* reply, DbusMenuEntry& entry)
+{
+    return sd_bus_message_enter_container(reply, SD_BUS_TYPE_STRUCT, "ia{sv}av") > 0 &&
+           readNumberAndProperties(reply, entry) &&
            sd_bus_message_enter_container(reply, SD_BUS_TYPE_ARRAY, "v") > 0;
 }
 
@@ -156,20 +161,30 @@ std::optional<DbusMenuEntry> readEntry(sd_bus_message* reply)
 
 } // namespace
 
-std::optional<QList<DbusMenuEntry>> decodeLayout(sd_bus_message* reply)
+std::optional<DbusMenuLayout> decodeLayout(sd_bus_message* reply)
 {
     quint32 revision = 0;
-    DbusMenuEntry menu;
-    if (sd_bus_message_read_basic(reply, SD_BUS_TYPE_UINT32, &revision) <= 0 || !readFacts(reply, menu))
+    DbusMenuLayout layout;
+    if (sd_bus_message_read_basic(reply, SD_BUS_TYPE_UINT32, &revision) <= 0 ||
+        !readFacts(reply, layout.menu))
         return std::nullopt;
-    QList<DbusMenuEntry> entries;
-    while (entries.size() < MaximumEntries && sd_bus_message_at_end(reply, 0) == 0) {
+    while (layout.entries.size() < MaximumEntries && sd_bus_message_at_end(reply, 0) == 0) {
         auto entry = readEntry(reply);
         if (!entry)
             break;
-        entries.append(*std::move(entry));
+        layout.entries.append(*std::move(entry));
     }
-    return entries;
+    return layout;
+}
+
+std::optional<DbusMenuEntry> decodeProperties(sd_bus_message* reply)
+{
+    DbusMenuEntry entry;
+    if (sd_bus_message_enter_container(reply, SD_BUS_TYPE_ARRAY, "(ia{sv})") <= 0 ||
+        sd_bus_message_enter_container(reply, SD_BUS_TYPE_STRUCT, "ia{sv}") <= 0 ||
+        !readNumberAndProperties(reply, entry))
+        return std::nullopt;
+    return entry;
 }
 
 } // namespace tarnwick::dbus_menus

@@ -18,8 +18,10 @@ inline constexpr qsizetype MaximumEntries = 5'000;
 inline constexpr std::array<const char*, 8> Properties{
     "label", "enabled", "visible", "type", "toggle-type", "toggle-state", "shortcut", "children-display"};
 
-/// The entries right below the one whose layout was asked for: the reply to "GetLayout". What lies deeper is
+/// The reply to "GetLayout": the entry that was asked for and those right below it. What lies deeper is
 /// passed over; nothing when the reply is no layout. What comes after MaximumEntries is cut off.
-[[nodiscard]] std::optional<QList<DbusMenuEntry>> decodeLayout(sd_bus_message* reply);
+[[nodiscard]] std::optional<DbusMenuLayout> decodeLayout(sd_bus_message* reply);
+/// The first entry of a reply to "GetGroupProperties".
+[[nodiscard]] std::optional<DbusMenuEntry> decodeProperties(sd_bus_message* reply);
 
 } // namespace tarnwick::dbus_menus

@@ -24,4 +24,11 @@ struct DbusMenuEntry
     QList<QStringList> shortcut; ///< one list a stroke: the modifiers' names, then the key's
 };
 
+/// An entry with those right below it.
+struct DbusMenuLayout
+{
+    DbusMenuEntry menu;
+    QList<DbusMenuEntry> entries;
+};
+
 } // namespace tarnwick

@@ -9,6 +9,10 @@ namespace tarnwick {
 
 namespace {
 
+/// What the library of many exporters sends as the label of an entry that has none. It is in menus that are
+/// made when they open.
+constexpr QLatin1StringView StandIn("Label Empty");
+
 /// A shortcut of several strokes cannot be shown.
 std::optional<MenuShortcut> shortcutOf(const DbusMenuEntry& entry)
 {
@@ -32,7 +36,7 @@ std::optional<MenuRow> rowOf(const DbusMenuEntry& entry, const BusReference& sel
         return row;
     }
     row.title = titleOfMnemonicLabel(entry.label);
-    if (row.title.isEmpty())
+    if (row.title.isEmpty() || row.title == StandIn)
         return std::nullopt;
     row.enabled = entry.enabled;
     if (entry.submenu) {

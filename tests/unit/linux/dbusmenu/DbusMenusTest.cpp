@@ -63,7 +63,7 @@ protected:
     {
         const auto decoded = dbus_menus::decodeLayout(layout(entries, below).get());
         EXPECT_TRUE(decoded);
-        return dbusMenuNormalForm(decoded.value_or(QList<DbusMenuEntry>()), {":1.5", "/menu 0", 1});
+        return dbusMenuNormalForm(decoded.value_or(DbusMenuLayout()).entries, {":1.5", "/menu 0", 1});
     }
     MenuRow row(const Fill& entry, int below = 0)
     {
@@ -122,7 +122,7 @@ TEST_F(DbusMenusTest, properties_greyMarkAndHide)
     EXPECT_FALSE(row(toggle("checkmark", -1)).checked) << "neither on nor off";
     EXPECT_FALSE(row(toggle("", 1)).checked) << "no toggle";
     EXPECT_EQ(titles({labelled("A", [](auto* m) { property(m, "visible", "b", 0); }), labelled("B"),
-                      labelled(""), labelled("_")}),
+                      labelled(""), labelled("_"), labelled("Label Empty")}),
               QStringList(u"B"_s));
 }
 
@@ -191,7 +191,7 @@ TEST_F(DbusMenusTest, repliesOfAWrongType_giveNothing)
     EXPECT_FALSE(dbus_menus::decodeLayout(reply("u(is)", 1, 0, "x").get()));
     const auto strange = dbus_menus::decodeLayout(reply("u(ia{sv}av)", 1, 0, 0, 2, "s", "x", "i", 3).get());
     ASSERT_TRUE(strange);
-    EXPECT_TRUE(strange->isEmpty());
+    EXPECT_TRUE(strange->entries.isEmpty());
 }
 
 TEST_F(DbusMenusTest, menusOfManyEntriesAndLongLabels_areCut)
@@ -199,6 +199,16 @@ TEST_F(DbusMenusTest, menusOfManyEntriesAndLongLabels_areCut)
     EXPECT_EQ(rows(QList<Fill>(12'000, labelled("A"))).size(), dbus_menus::MaximumEntries);
     const QByteArray label(1'000'000, 'x');
     EXPECT_EQ(row(labelled(label.constData())).title.size(), 64 * 1024);
+}
+
+TEST_F(DbusMenusTest, whetherAnEntryIsEnabledNow_isInItsProperties)
+{
+    const auto greyed = dbus_menus::decodeProperties(reply("a(ia{sv})", 1, 7, 1, "enabled", "b", 0).get());
+    ASSERT_TRUE(greyed);
+    EXPECT_FALSE(greyed->enabled);
+    EXPECT_TRUE(dbus_menus::decodeProperties(reply("a(ia{sv})", 1, 7, 0).get())->enabled);
+    EXPECT_FALSE(dbus_menus::decodeProperties(reply("a(ia{sv})", 0).get())) << "it is gone";
+    EXPECT_FALSE(dbus_menus::decodeProperties(reply("b", 0).get()));
 }
 
 TEST_F(DbusMenusTest, places_surviveAsPaths)

@@ -1,0 +1,251 @@
+// SPDX-License-Identifier: MIT
+#include "platform/linux/dbusmenu/DbusMenuSource.h"
+
+#include "platform/linux/bus/SdBus.h"
+#include "platform/linux/dbusmenu/DbusMenuDecode.h"
+#include "platform/linux/dbusmenu/DbusMenuNormalForm.h"
+#include "platform/linux/dbusmenu/DbusMenuPlace.h"
+#include "platform/linux/menus/MenuPress.h"
+#include "platform/linux/menus/MnemonicLabel.h"
+#include "platform/linux/x11/X11ServerTime.h"
+
+#include <QStringList>
+
+#include <utility>
+
+namespace tarnwick {
+
+using namespace dbus_menus;
+
+namespace {
+
+constexpr const char* Interface = "com.canonical.dbusmenu";
+/// No menu is deeper. An entry may say that it holds itself.
+constexpr qsizetype MaximumDepth = 32;
+constexpr qsizetype MaximumOrigins = 4 * MaximumEntries;
+
+/// Whether the exporter takes "AboutToShow" as what it is, a word ahead. Qt and KDE make a menu up to date
+/// then, and show nothing. Firefox and Thunderbird, as everything that exports at "/com/canonical/menu", may
+/// bring their own menu bar back into the window and give all entries other numbers.
+bool takesAboutToShow(const DbusMenuPlace& place)
+{
+    return place.number != 0 && place.menu.startsWith("/MenuBar/");
+}
+
+bool appendProperties(sd_bus_message* call)
+{
+    if (sd_bus_message_open_container(call, SD_BUS_TYPE_ARRAY, "s") < 0)
+        return false;
+    for (const char* name : Properties)
+        if (sd_bus_message_append_basic(call, SD_BUS_TYPE_STRING, name) < 0)
+            return false;
+    return sd_bus_message_close_container(call) >= 0;
+}
+
+qint32 numberOf(const BusReference& item)
+{
+    const auto place = DbusMenuPlace::fromPath(item.path);
+    return place ? place->number : 0;
+}
+
+/// Menu bars have no title, and some exporters do not send that of other menus.
+bool isOfAnother(const DbusMenuEntry& menu, const QString& title)
+{
+    return !title.isEmpty() && !menu.label.isEmpty() && titleOfMnemonicLabel(menu.label) != title;
+}
+
+/// The answer to "GetGroupProperties" for one entry; nothing unless it tells of that one.
+std::optional<DbusMenuEntry> factsOf(const BusReference& item, const QString& title, sd_bus_message* answer)
+{
+    auto entry = decodeProperties(answer);
+    const bool isIt = entry && entry->number == numberOf(item) && titleOfMnemonicLabel(entry->label) == title;
+    return isIt ? std::move(entry) : std::nullopt;
+}
+
+} // namespace
+
+BusReference DbusMenuSource::reference(const QByteArray& service, const QByteArray& path)
+{
+    const ReadingBudget::Reading reading(_budget);
+    return _bus.connection(reading.deadline())
+               ? BusReference{service, DbusMenuPlace{path, 0}.toPath(), _bus.number()}
+               : BusReference();
+}
+
+std::optional<QList<MenuRow>> DbusMenuSource::readBar(const BusReference& bar)
+{
+    const ReadingBudget::Reading reading(_budget);
+    auto rows = _read(bar, {}, reading.deadline());
+    if (rows)
+        rows->removeIf([](const MenuRow& row) { return row.kind == MenuRow::Kind::Separator; });
+    return rows;
+}
+
+std::optional<QList<MenuRow>> DbusMenuSource::readMenu(const BusReference& contents)
+{
+    const ReadingBudget::Reading reading(_budget);
+    const QString title = _origins.value(contents).title;
+    if (auto rows = _read(contents, title, reading.deadline()))
+        return rows;
+    const BusReference again = _foundAgain(contents, reading.deadline());
+    return again ? _read(again, title, reading.deadline()) : std::nullopt;
+}
+
+std::optional<QList<MenuRow>> DbusMenuSource::_read(const BusReference& menu, const QString& title,
+                                                    Deadline deadline)
+{
+    const auto place = DbusMenuPlace::fromPath(menu.path);
+    if (!place || !_bus.stands(menu) || deadline.passed())
+        return std::nullopt;
+    const qsizetype words = takesAboutToShow(*place) ? 1 : 0; // before the question
+    std::optional<DbusMenuLayout> layout;
+    _bus.standingConnection()->exchange(
+        words + 1, [&](qsizetype index) { return index < words ? _aboutToShow(menu) : _layoutCall(menu); },
+        [&](qsizetype index, sd_bus_message* reply) {
+            if (index == words)
+                layout = decodeLayout(reply);
+        },
+        deadline);
+    if (!layout || isOfAnother(layout->menu, title))
+        return std::nullopt;
+    const QList<MenuRow> rows = dbusMenuNormalForm(layout->entries, menu);
+    _remember(rows, menu);
+    return rows;
+}
+
+void DbusMenuSource::_remember(const QList<MenuRow>& rows, const BusReference& menu)
+{
+    if (_origins.size() + rows.size() > MaximumOrigins)
+        _origins.clear();
+    for (const MenuRow& row : rows)
+        _origins.insert(row.item, {menu, row.title});
+}
+
+BusReference DbusMenuSource::_foundAgain(const BusReference& item, Deadline deadline)
+{
+    QStringList titles;
+    BusReference at = item;
+    for (auto origin = _origins.constFind(at); numberOf(at) != 0 && origin != _origins.cend();
+         origin = _origins.constFind(at)) {
+        titles.prepend(origin->title);
+        at = origin->menu;
+        if (titles.size() > MaximumDepth)
+            return {};
+    }
+    if (numberOf(at) != 0)
+        return {};
+    QString title;
+    for (const QString& next : std::as_const(titles)) {
+        auto rows = _read(at, title, deadline).value_or(QList<MenuRow>());
+        rows.removeIf([&next](const MenuRow& row) { return row.title != next; });
+        if (rows.size() != 1)
+            return {};
+        at = rows.first().item;
+        title = next;
+    }
+    return at;
+}
+
+SdBusMessage DbusMenuSource::_call(const BusReference& menu, const char* member)
+{
+    const auto place = DbusMenuPlace::fromPath(menu.path);
+    if (!place || !_bus.stands(menu))
+        return nullptr;
+    SdBusMessage call = _bus.standingConnection()->methodCall(menu.service, place->menu, Interface, member);
+    if (call)
+        sd_bus_message_set_auto_start(call.get(), 0);
+    return call;
+}
+
+SdBusMessage DbusMenuSource::_aboutToShow(const BusReference& menu)
+{
+    SdBusMessage call = _call(menu, "AboutToShow");
+    if (call && sd_bus_message_append(call.get(), "i", numberOf(menu)) < 0)
+        call.reset();
+    return call;
+}
+
+SdBusMessage DbusMenuSource::_layoutCall(const BusReference& menu)
+{
+    SdBusMessage call = _call(menu, "GetLayout");
+    if (call &&
+        (sd_bus_message_append(call.get(), "ii", numberOf(menu), 1) < 0 || !appendProperties(call.get())))
+        call.reset();
+    return call;
+}
+
+struct DbusMenuSource::Press
+{
+    BusReference item; ///< empty once it is known that nothing can be pressed
+    QString title;
+    quint32 time; ///< of the choice
+    bool lost = false;
+    bool foundAgain = false;
+
+    /// Whether it is not to be pressed yet.
+    bool waits(sd_bus_message* answer)
+    {
+        const auto facts = factsOf(item, title, answer);
+        lost = !facts;
+        if (lost && foundAgain)
+            item = {};
+        return item && (lost || !facts->enabled);
+    }
+};
+
+bool DbusMenuSource::press(const MenuRow& row)
+{
+    if (row.kind != MenuRow::Kind::Item || !_bus.stands(row.item))
+        return false;
+    const auto press = std::make_shared<Press>(Press{row.item, row.title, x11ServerTime()});
+    const MenuPressCalls calls{
+        [this] { return _bus.standingConnection(); },
+        [this, press] { return _questionOf(*press); },
+        [press](sd_bus_message* answer) { return press->waits(answer); },
+        [this, press] { return press->lost ? SdBusMessage() : _click(press->item, press->time); },
+    };
+    return MenuPress::start(calls, row.enabled, &_presses);
+}
+
+SdBusMessage DbusMenuSource::_questionOf(Press& press)
+{
+    if (press.lost) {
+        const ReadingBudget::Reading reading(_budget);
+        press.item = _foundAgain(press.item, reading.deadline());
+        press.foundAgain = true;
+    }
+    return press.item ? _question(press.item) : nullptr;
+}
+
+bool DbusMenuSource::isDisabledNow(const MenuRow& row, Deadline deadline)
+{
+    if (!_bus.stands(row.item))
+        return false;
+    bool disabled = false;
+    _bus.standingConnection()->exchange(
+        1, [&](qsizetype /*index*/) { return _question(row.item); },
+        [&](qsizetype /*index*/, sd_bus_message* reply) {
+            const auto facts = factsOf(row.item, row.title, reply);
+            disabled = facts && !facts->enabled;
+        },
+        deadline);
+    return disabled;
+}
+
+SdBusMessage DbusMenuSource::_question(const BusReference& item)
+{
+    SdBusMessage call = _call(item, "GetGroupProperties");
+    if (call && sd_bus_message_append(call.get(), "aias", 1, numberOf(item), 2, "label", "enabled") < 0)
+        call.reset();
+    return call;
+}
+
+SdBusMessage DbusMenuSource::_click(const BusReference& item, quint32 time)
+{
+    SdBusMessage call = _call(item, "Event");
+    if (call && sd_bus_message_append(call.get(), "isvu", numberOf(item), "clicked", "i", 0, time) < 0)
+        call.reset();
+    return call;
+}
+
+} // namespace tarnwick

@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/linux/bus/SessionBus.h"
+#include "platform/linux/menus/MenuSource.h"
+#include "platform/linux/menus/ReadingBudget.h"
+
+#include <QHash>
+#include <QObject>
+
+namespace tarnwick {
+
+/// Menus that a program exports on the session bus as "com.canonical.dbusmenu". Entries are told apart by
+/// numbers, which may be others' by the time they are used: where one stands for another entry, or for none,
+/// the entry is looked for once by the titles that lead to it. Nothing is kept of what menus hold, so what
+/// the program tells of their changes is not listened to. GUI thread only.
+class DbusMenuSource final : public MenuSource
+{
+public:
+    /// Both must outlive this.
+    DbusMenuSource(SessionBus& bus, ReadingBudget& budget) : _bus(bus), _budget(budget) {}
+
+    /// A reference to the menu bar that the program `service` exports at `path`; empty when the bus cannot be
+    /// reached.
+    [[nodiscard]] BusReference reference(const QByteArray& service, const QByteArray& path);
+
+    std::optional<QList<MenuRow>> readBar(const BusReference& bar) override;
+    std::optional<QList<MenuRow>> readMenu(const BusReference& contents) override;
+    bool press(const MenuRow& row) override;
+    [[nodiscard]] bool isDisabledNow(const MenuRow& row, Deadline deadline) override;
+
+private:
+    /// Where an entry was read.
+    struct Origin
+    {
+        BusReference menu;
+        QString title;
+    };
+    struct Press;
+
+    /// As it is now; nothing when its number stands for another entry than that of this title.
+    [[nodiscard]] std::optional<QList<MenuRow>> _read(const BusReference& menu, const QString& title,
+                                                      Deadline deadline);
+    void _remember(const QList<MenuRow>& rows, const BusReference& menu);
+    /// The only entry to which the same titles lead now; empty when there is none.
+    [[nodiscard]] BusReference _foundAgain(const BusReference& item, Deadline deadline);
+    [[nodiscard]] SdBusMessage _call(const BusReference& menu, const char* member);
+    [[nodiscard]] SdBusMessage _aboutToShow(const BusReference& menu);
+    [[nodiscard]] SdBusMessage _layoutCall(const BusReference& menu);
+    [[nodiscard]] SdBusMessage _question(const BusReference& item);
+    [[nodiscard]] SdBusMessage _questionOf(Press& press);
+    [[nodiscard]] SdBusMessage _click(const BusReference& item, quint32 time);
+
+    SessionBus& _bus;
+    ReadingBudget& _budget;
+    QHash<BusReference, Origin> _origins; ///< by entry, of those that were read last
+    QObject _presses;                     ///< owns those on their way
+};
+
+} // namespace tarnwick

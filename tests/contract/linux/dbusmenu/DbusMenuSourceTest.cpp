@@ -1,0 +1,208 @@
+// SPDX-License-Identifier: MIT
+// Menus that an application exports as "com.canonical.dbusmenu": what it is asked, and what is made of its
+// answers.
+#include "platform/linux/dbusmenu/DbusMenuSource.h"
+
+#include "platform/linux/bus/SdBus.h"
+#include "platform/linux/menus/MenuPress.h"
+#include "tests/FairTimer.h"
+#include "tests/contract/linux/dbusmenu/ScriptedMenus.h"
+#include "tests/contract/session/BusDaemon.h"
+
+#include <QTest>
+#include <gtest/gtest.h>
+
+using namespace tarnwick;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int Limit = 20'000; // ms, for what comes at once where nothing else is going on
+
+using Entries = QMap<qint32, ScriptedMenus::Entry>;
+const Entries Editor{
+    {0, {"", {5, 8}}}, {5, {"_File", {6}}}, {6, {"_Quit"}}, {8, {"_Edit", {9}}}, {9, {"_Copy"}}};
+/// The same menus, after the program has made all of them anew.
+const Entries EditorAnew{
+    {0, {"", {15, 6}}}, {15, {"_File", {16}}}, {16, {"_Quit"}}, {6, {"_Edit", {19}}}, {19, {"_Copy"}}};
+
+class DbusMenuSourceTest : public ::testing::Test
+{
+protected:
+    DbusMenuSourceTest()
+    {
+        qputenv("DBUS_SESSION_BUS_ADDRESS", daemon.address());
+        application = std::make_unique<ScriptedApplication>(daemon.address(), "",
+                                                            QMap<QByteArray, ScriptedApplication::Object>());
+        menus = std::make_unique<ScriptedMenus>(*application);
+        menus->set(Editor);
+    }
+    ~DbusMenuSourceTest() override
+    {
+        application.reset(); // its thread uses what the other members hold
+        qunsetenv("DBUS_SESSION_BUS_ADDRESS");
+    }
+
+    BusReference bar(const QByteArray& path = "/menu")
+    {
+        return source.reference(application->service(), path);
+    }
+    /// The only entry of that title in a menu.
+    MenuRow entry(const std::optional<QList<MenuRow>>& rows, const QString& title)
+    {
+        for (const MenuRow& row : rows.value_or(QList<MenuRow>()))
+            if (row.title == title)
+                return row;
+        ADD_FAILURE() << "no entry " << title.toStdString();
+        return {};
+    }
+    MenuRow file() { return entry(source.readBar(bar()), u"File"_s); }
+    MenuRow quit() { return entry(source.readMenu(file().contents), u"Quit"_s); }
+    /// Whether that is chosen, and nothing else.
+    bool waitForClickOf(qint32 number)
+    {
+        return QTest::qWaitFor([&] { return !menus->clicks().isEmpty(); }, Limit) &&
+               menus->clicks().size() == 1 && menus->clicks().first().number == number;
+    }
+    /// Whether nothing was chosen by the time a press is over.
+    bool nothingWasClicked()
+    {
+        QTest::qWait(2 * int(MenuPress::Patience.count()));
+        static_cast<void>(source.readBar(bar())); // what was sent before has been received by its answer
+        return menus->clicks().isEmpty();
+    }
+    QStringList titles(const BusReference& menu)
+    {
+        QStringList found;
+        for (const MenuRow& row : source.readMenu(menu).value_or(QList<MenuRow>()))
+            found.append(row.title);
+        return found;
+    }
+
+    BusDaemon daemon;
+    std::unique_ptr<ScriptedApplication> application;
+    std::unique_ptr<ScriptedMenus> menus;
+    SessionBus bus;
+    ReadingBudget budget;
+    DbusMenuSource source{bus, budget};
+};
+
+} // namespace
+
+TEST_F(DbusMenuSourceTest, aBarAndItsMenus_areReadWithOneMessageEach)
+{
+    EXPECT_EQ(titles(file().contents), QStringList(u"Quit"_s));
+    EXPECT_EQ(application->calls(), (QStringList{u"GetLayout /menu"_s, u"GetLayout /menu"_s}));
+    BusReference gone = file().contents;
+    gone.path = "/menu 77";
+    EXPECT_FALSE(source.readMenu(gone));
+}
+
+TEST_F(DbusMenuSourceTest, onlyQtIsToldThatAMenuOpens_beforeItIsRead)
+{
+    menus->setAboutToShow([](qint32 number, Entries& entries) {
+        entries[number].holds.append(6);
+        entries[number].holds.removeFirst();
+        entries[6].label = "_Leave";
+    });
+    for (const QByteArray path : {"/com/canonical/menu/0", "/com/canonical/menu/1C00004", "/menu"}) {
+        const MenuRow menu = entry(source.readBar(bar(path)), u"File"_s);
+        EXPECT_EQ(titles(menu.contents), QStringList(u"Quit"_s)) << path.constData();
+        EXPECT_EQ(application->count(u"AboutToShow"_s), 0) << path.constData();
+    }
+    const MenuRow menu = entry(source.readBar(bar("/MenuBar/1")), u"File"_s);
+    EXPECT_EQ(application->count(u"AboutToShow"_s), 0) << "a bar does not open";
+    EXPECT_EQ(titles(menu.contents), QStringList(u"Leave"_s));
+    EXPECT_EQ(application->count(u"AboutToShow"_s), 1);
+    EXPECT_EQ(application->count(u"Event"_s), 0);
+}
+
+TEST_F(DbusMenuSourceTest, aPress_isOneClickOnceTheEntryIsEnabled)
+{
+    const MenuRow chosen = quit();
+    menus->setGreyedFor(2);
+    EXPECT_TRUE(source.press(chosen));
+    EXPECT_TRUE(waitForClickOf(6));
+    EXPECT_EQ(application->count(u"GetGroupProperties"_s), 3);
+    EXPECT_EQ(application->count(u"Event"_s), 1);
+    EXPECT_FALSE(source.press(file())) << "a submenu is not pressed";
+}
+
+TEST_F(DbusMenuSourceTest, whetherAnEntryIsGreyedNow_isAsked)
+{
+    const MenuRow chosen = quit();
+    EXPECT_FALSE(source.isDisabledNow(chosen, Deadline::in(std::chrono::seconds(20))));
+    menus->change(6, [](auto& entry) { entry.enabled = false; });
+    EXPECT_TRUE(source.isDisabledNow(chosen, Deadline::in(std::chrono::seconds(20))));
+    menus->change(6, [](auto& entry) { entry.label = "Another"; });
+    EXPECT_FALSE(source.isDisabledNow(chosen, Deadline::in(std::chrono::seconds(20))))
+        << "that is another one";
+}
+
+TEST_F(DbusMenuSourceTest, aMenuWhoseNumberHasChanged_isFoundByItsTitle)
+{
+    const MenuRow edit = entry(source.readBar(bar()), u"Edit"_s);
+    menus->set(EditorAnew);
+    application->forgetCalls();
+    EXPECT_EQ(titles(edit.contents), QStringList(u"Copy"_s)) << "its number is refused";
+    EXPECT_EQ(application->count(u"GetLayout"_s), 3) << "read again once from the bar on";
+    menus->set({{0, {"", {8}}}, {8, {"_File", {6}}}, {6, {"_Quit"}}});
+    EXPECT_EQ(titles(edit.contents), QStringList()) << "its number is that of another menu";
+}
+
+TEST_F(DbusMenuSourceTest, aPressOfAnEntryWhoseNumberHasChanged_goesToThatOfTheSameTitles)
+{
+    const MenuRow chosen = quit();
+    menus->set(EditorAnew);
+    EXPECT_TRUE(source.press(chosen));
+    EXPECT_TRUE(waitForClickOf(16)) << "number 6 is another one now";
+}
+
+TEST_F(DbusMenuSourceTest, aPressOfAnEntryThatIsGone_doesNothing)
+{
+    const MenuRow chosen = quit();
+    const std::pair<const char*, Entries> rows[] = {
+        {"its menu is gone", {{0, {"", {6}}}, {6, {"_Edit", {9}}}, {9, {"_Copy"}}}},
+        {"there are two", {{0, {"", {15}}}, {15, {"File", {16, 17}}}, {16, {"Quit"}}, {17, {"Quit"}}}},
+        {"nothing is there", {}},
+        {"it holds itself", {{0, {"", {0}}}, {5, {"File", {5}}}}},
+    };
+    for (const auto& [sentence, entries] : rows) {
+        menus->set(entries);
+        source.press(chosen);
+        EXPECT_TRUE(nothingWasClicked()) << sentence;
+    }
+}
+
+TEST_F(DbusMenuSourceTest, whatDoesNotAnswer_isMissingInTime)
+{
+    const BusReference menu = bar();
+    const MenuRow holder = file();
+    menus->setHanging(true);
+    QTest::qWait(1); // another event has another half second
+    FairTimer time;
+    time.start();
+    EXPECT_FALSE(source.readBar(menu));
+    EXPECT_FALSE(source.readMenu(holder.contents));
+    EXPECT_LE(time.fairElapsed(), 1000);
+}
+
+TEST_F(DbusMenuSourceTest, aPressOfOneThatDoesNotAnswer_isSentOnce)
+{
+    const MenuRow chosen = quit();
+    menus->setHanging(true);
+    EXPECT_TRUE(source.press(chosen));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return application->count(u"Event"_s) == 1; }, Limit));
+}
+
+TEST_F(DbusMenuSourceTest, theEndOfTheExporter_isTheEndOfItsMenus)
+{
+    const MenuRow holder = file();
+    const MenuRow chosen = quit();
+    application.reset();
+    QTest::qWait(1);
+    EXPECT_FALSE(source.readMenu(holder.contents));
+    EXPECT_FALSE(source.isDisabledNow(chosen, Deadline::in(std::chrono::seconds(20))));
+    source.press(chosen); // may be sent, and comes to nobody
+    QTest::qWait(int(MenuPress::Patience.count()));
+}
