@@ -5,8 +5,8 @@ namespace tarnwick {
 
 LinuxReading::LinuxReading(const MakeFront& makeFront)
     : windows(X11Connection::shared()), tree(windows, budget), exports(X11Connection::shared(), budget),
-      menuBars(windows, {tree, exports, ownMenus}), names(tree.bus, tree.applications, windows, budget),
-      front(makeFront(tree.activeWindow))
+      outside(exports.bus, budget), menuBars(windows, {tree, exports, ownMenus}, outside),
+      names(tree.bus, tree.applications, windows, budget), front(makeFront(tree.activeWindow))
 {
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/linux/atspi/AccessibleTree.h"
+#include "platform/linux/dbusmenu/DbusMenuExports.h"
 #include "platform/linux/elements/ApplicationNames.h"
 #include "platform/linux/elements/MenuBars.h"
 #include "platform/linux/front/FrontApplication.h"
@@ -27,6 +28,7 @@ struct LinuxReading
     X11Windows windows;
     AccessibleTree tree;
     GtkExports exports;
+    DbusMenuExports outside; ///< of menu bars
     OwnMenuSource ownMenus;
     MenuBars menuBars;
     ApplicationNames names;

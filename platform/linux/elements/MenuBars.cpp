@@ -25,14 +25,20 @@ FoundMenuBar MenuBars::of(const FrontWindow& front)
                                        : FoundMenuBar{};
     if (!front)
         return {};
-    if (front.isNative())
-        return _ofNative(front);
-    if (FoundMenuBar found = _ofWindow({front.window, front.processIdentifier}, true))
+    const auto process = front.processIdentifier;
+    if (front.isNative()) {
+        const FoundMenuBar inside = _ofNative(front);
+        return process ? _orOutsideAnyWindow(*process, inside) : inside;
+    }
+    const X11Window window{front.window, process};
+    if (FoundMenuBar found = _orOutside(window, _ofWindow(window, true)))
         return found;
-    for (const xcb_window_t owner : _windows.withOwners(front.window).mid(1))
-        if (FoundMenuBar found = _ofWindow({owner, _windows.processIdentifier(owner)}, false))
+    for (const xcb_window_t id : _windows.withOwners(front.window).mid(1)) {
+        const X11Window owner{id, _windows.processIdentifier(id)};
+        if (FoundMenuBar found = _orOutside(owner, _ofWindow(owner, false)))
             return found;
-    return front.processIdentifier ? _ofAnyWindow(*front.processIdentifier) : FoundMenuBar();
+    }
+    return process ? _orOutsideAnyWindow(*process, _ofAnyWindow(*process)) : FoundMenuBar();
 }
 
 FoundMenuBar MenuBars::_ofNative(const FrontWindow& front)
@@ -113,6 +119,38 @@ FoundMenuBar MenuBars::_ofAnyWindow(qint64 processIdentifier)
             exported && !exports.menus.isEmpty(exported))
             return {&exports.menus, exported, window};
     return {};
+}
+
+FoundMenuBar MenuBars::_orOutside(const X11Window& window, const FoundMenuBar& inside)
+{
+    if (!_mayLackMenus(inside))
+        return inside;
+    if (const BusReference bar = _outside.menuBars.ofWindow(window.id))
+        return {&_outside.menus, bar, window.id};
+    if (!inside || !window.processIdentifier)
+        return inside;
+    const BusReference only = _outside.menuBars.ofProcess(*window.processIdentifier);
+    return only ? FoundMenuBar{&_outside.menus, only, window.id} : inside;
+}
+
+FoundMenuBar MenuBars::_orOutsideAnyWindow(qint64 processIdentifier, const FoundMenuBar& inside)
+{
+    if (!_mayLackMenus(inside))
+        return inside;
+    for (const xcb_window_t window : _windows.windowsOf(processIdentifier))
+        if (const BusReference bar = _outside.menuBars.ofWindow(window))
+            return {&_outside.menus, bar, window};
+    const BusReference only = _outside.menuBars.ofProcess(processIdentifier);
+    return only ? FoundMenuBar{&_outside.menus, only, XCB_WINDOW_NONE} : inside;
+}
+
+bool MenuBars::_mayLackMenus(const FoundMenuBar& found)
+{
+    AccessibleTree& tree = _sources.tree;
+    if (found.source != &tree.menus)
+        return !found;
+    const auto toolkit = tree.menuBars.toolkitOf(found.bar);
+    return toolkit == AtspiToolkit::Unknown || toolkit == AtspiToolkit::Bridge;
 }
 
 MenuBarOwner MenuBars::ownerOf(const FrontWindow& front)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/linux/atspi/AccessibleTree.h"
+#include "platform/linux/dbusmenu/DbusMenuExports.h"
 #include "platform/linux/front/FrontWindow.h"
 #include "platform/linux/gtk/GtkExports.h"
 #include "platform/linux/menus/MenuSource.h"
@@ -40,7 +41,10 @@ struct MenuBarOwner
 /// | a bar that hides closed menus | a model with entries       | the export: GTK 4                         |
 /// | none                          | a model with entries       | the export: GTK 2, or a bar that is shown |
 /// |                               |                            | elsewhere                                 |
-/// | none                          | nothing, or an empty model | none                                      |
+/// | none                          | nothing, or an empty model | what is exported for outside the window,  |
+/// |                               |                            | if anything                               |
+/// | of a toolkit that may make    | nothing                    | the same, else the tree: Firefox          |
+/// | menus when they open          |                            |                                           |
 class MenuBars
 {
 public:
@@ -51,7 +55,11 @@ public:
         GtkExports& exports;
         MenuSource& own; ///< for the windows of this process
     };
-    MenuBars(X11Windows& windows, const Sources& sources) : _windows(windows), _sources(sources) {}
+    /// All must outlive this. `outside` is what is exported for a place outside of windows.
+    MenuBars(X11Windows& windows, const Sources& sources, DbusMenuExports& outside)
+        : _windows(windows), _sources(sources), _outside(outside)
+    {
+    }
 
     /// The window's own menu bar, else that of a window it is transient for, else that of any window of the
     /// same application; false when there is none. A bar in the accessibility tree goes before an exported
@@ -67,9 +75,15 @@ private:
     /// Sees to it that the program has filled the menus of its bar in the tree, if it can be had to.
     void _haveFilled(xcb_window_t window, const BusReference& bar);
     [[nodiscard]] FoundMenuBar _ofAnyWindow(qint64 processIdentifier);
+    /// `inside`, or what is exported for outside the window where that may be better.
+    [[nodiscard]] FoundMenuBar _orOutside(const X11Window& window, const FoundMenuBar& inside);
+    [[nodiscard]] FoundMenuBar _orOutsideAnyWindow(qint64 processIdentifier, const FoundMenuBar& inside);
+    /// Whether its menus may be missing until they first open, or it is none.
+    [[nodiscard]] bool _mayLackMenus(const FoundMenuBar& found);
 
     X11Windows& _windows;
     Sources _sources;
+    DbusMenuExports& _outside;
     QHash<xcb_window_t, QList<BusReference>> _leftEmpty; ///< by windows that were looked at: menus of theirs
 };
 

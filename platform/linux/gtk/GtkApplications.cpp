@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/gtk/GtkApplications.h"
 
+#include "platform/linux/bus/ProcessConnections.h"
 #include "platform/linux/bus/SdBus.h"
 
 #include <algorithm>
@@ -11,38 +12,11 @@ namespace tarnwick {
 
 namespace {
 
-constexpr const char* BusService = "org.freedesktop.DBus";
-constexpr const char* BusPath = "/org/freedesktop/DBus";
-/// More connections than this are not looked at, nor more objects of one of them.
-constexpr qsizetype MaximumConnections = 1'000;
+/// More objects of one connection than this are not looked at.
 constexpr qsizetype MaximumObjects = 100;
 constexpr qsizetype MaximumPlaces = 200;
 /// A process that is on the bus only a moment later is looked for again.
 constexpr auto NotYet = 3s;
-
-SdBusMessage askBus(SdBus& bus, const char* member)
-{
-    return bus.methodCall(BusService, BusPath, BusService, member);
-}
-
-QByteArray textIn(sd_bus_message* reply)
-{
-    const char* text = nullptr;
-    return reply && sd_bus_message_read(reply, "s", &text) > 0 ? QByteArray(text) : QByteArray();
-}
-
-/// The names of connections, which begin with a colon.
-QByteArrayList connectionsIn(sd_bus_message* reply)
-{
-    QByteArrayList found;
-    const char* name = nullptr;
-    if (!reply || sd_bus_message_enter_container(reply, SD_BUS_TYPE_ARRAY, "s") < 0)
-        return found;
-    while (found.size() < MaximumConnections && sd_bus_message_read(reply, "s", &name) > 0)
-        if (*name == ':')
-            found.append(name);
-    return found;
-}
 
 QList<quint32> numbersIn(const QByteArrayList& names)
 {
@@ -93,32 +67,10 @@ GtkApplications::Place GtkApplications::_placeOf(qint64 processIdentifier, Deadl
 
 GtkApplications::Place GtkApplications::_search(qint64 processIdentifier, Deadline deadline)
 {
-    for (const QByteArray& service : _connectionsOf(processIdentifier, deadline))
+    for (const QByteArray& service : connectionsOf(processIdentifier, *_bus.standingConnection(), deadline))
         if (const QByteArray path = _applicationPath(service, deadline); !path.isEmpty())
             return {service, path, std::nullopt};
     return {{}, {}, Deadline::in(NotYet)};
-}
-
-QByteArrayList GtkApplications::_connectionsOf(qint64 processIdentifier, Deadline deadline)
-{
-    SdBus& bus = *_bus.standingConnection();
-    const QByteArrayList all = connectionsIn(bus.call(askBus(bus, "ListNames"), deadline).get());
-    QByteArrayList found;
-    bus.exchange(
-        all.size(),
-        [&](qsizetype index) {
-            SdBusMessage call = askBus(bus, "GetConnectionUnixProcessID");
-            if (call && sd_bus_message_append(call.get(), "s", all[index].constData()) < 0)
-                call.reset();
-            return call;
-        },
-        [&](qsizetype index, sd_bus_message* reply) {
-            quint32 process = 0;
-            if (sd_bus_message_read(reply, "u", &process) > 0 && process == processIdentifier)
-                found.append(all[index]);
-        },
-        deadline);
-    return found;
 }
 
 /// Level by level: a program has few objects above that one.
@@ -145,24 +97,8 @@ QByteArray GtkApplications::_applicationPath(const QByteArray& service, Deadline
 QHash<QByteArray, BusObject> GtkApplications::_look(const QByteArray& service, const QByteArrayList& paths,
                                                     Deadline deadline)
 {
-    QHash<QByteArray, BusObject> objects;
     SdBus* bus = _bus.standingConnection();
-    if (!bus || deadline.passed())
-        return objects;
-    bus->exchange(
-        paths.size(),
-        [&](qsizetype index) {
-            SdBusMessage call =
-                bus->methodCall(service, paths[index], "org.freedesktop.DBus.Introspectable", "Introspect");
-            if (call)
-                sd_bus_message_set_auto_start(call.get(), 0);
-            return call;
-        },
-        [&](qsizetype index, sd_bus_message* reply) {
-            objects.insert(paths[index], BusObject::fromIntrospection(textIn(reply)));
-        },
-        deadline);
-    return objects;
+    return bus ? introspect(service, paths, *bus, deadline) : QHash<QByteArray, BusObject>();
 }
 
 } // namespace tarnwick

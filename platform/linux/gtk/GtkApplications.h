@@ -49,7 +49,6 @@ private:
 
     [[nodiscard]] Place _placeOf(qint64 processIdentifier, Deadline deadline);
     [[nodiscard]] Place _search(qint64 processIdentifier, Deadline deadline);
-    [[nodiscard]] QByteArrayList _connectionsOf(qint64 processIdentifier, Deadline deadline);
     [[nodiscard]] QByteArray _applicationPath(const QByteArray& service, Deadline deadline);
     /// Of the objects that answer, by their paths.
     [[nodiscard]] QHash<QByteArray, BusObject> _look(const QByteArray& service, const QByteArrayList& paths,

@@ -28,6 +28,13 @@ const Entries EditorAnew{
 
 class DbusMenuSourceTest : public ::testing::Test
 {
+public:
+    ~DbusMenuSourceTest() override
+    {
+        application.reset(); // its thread uses what the other members hold
+        qunsetenv("DBUS_SESSION_BUS_ADDRESS");
+    }
+
 protected:
     DbusMenuSourceTest()
     {
@@ -36,11 +43,6 @@ protected:
                                                             QMap<QByteArray, ScriptedApplication::Object>());
         menus = std::make_unique<ScriptedMenus>(*application);
         menus->set(Editor);
-    }
-    ~DbusMenuSourceTest() override
-    {
-        application.reset(); // its thread uses what the other members hold
-        qunsetenv("DBUS_SESSION_BUS_ADDRESS");
     }
 
     BusReference bar(const QByteArray& path = "/menu")
