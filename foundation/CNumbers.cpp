@@ -3,14 +3,34 @@
 
 #include <QByteArray>
 
-#include <algorithm>
 #include <array>
-#include <limits>
-#include <system_error>
+#include <cstdio>
+#include <cstdlib>
+#include <locale> // with it comes what the system has of locales, also where locale.h is without
 
 namespace tarnwick {
 
 namespace {
+
+// std::from_chars and std::to_chars would do, but not every standard library has them for floating point.
+locale_t cLocale()
+{
+    static const locale_t locale = newlocale(LC_ALL_MASK, "C", nullptr);
+    return locale;
+}
+
+/// The C locale for this thread, as long as it lives.
+class InCLocale
+{
+public:
+    InCLocale() : _before(uselocale(cLocale())) {}
+    ~InCLocale() { uselocale(_before); }
+    InCLocale(const InCLocale&) = delete;
+    InCLocale& operator=(const InCLocale&) = delete;
+
+private:
+    locale_t _before;
+};
 
 bool isDigit(char byte)
 {
@@ -22,55 +42,55 @@ bool isHexDigit(char byte)
     return isDigit(byte) || (byte >= 'a' && byte <= 'f') || (byte >= 'A' && byte <= 'F');
 }
 
-qint64 exponentOf(QByteArrayView text)
+qsizetype countDigits(QByteArrayView text, qsizetype from, bool (*isDigitOfBase)(char))
 {
-    constexpr qint64 Limit = 1'000'000'000'000;
-    const bool negative = text.startsWith('-');
-    qint64 exponent = 0;
-    for (const char byte : text) {
-        if (isDigit(byte))
-            exponent = std::min(exponent * 10 + (byte - '0'), Limit);
-    }
-    return negative ? -exponent : exponent;
+    qsizetype end = from;
+    while (end < text.size() && isDigitOfBase(text[end]))
+        ++end;
+    return end - from;
 }
 
-// Whether a number that is out of the range of a float is too large; otherwise it is too small. The place of
-// its first significant digit and its exponent decide.
-bool isTooLarge(QByteArrayView number, std::chars_format format)
+/// How much of `text` is a number: digits, with a point or without, and an exponent that has digits; 0 for
+/// none.
+qsizetype numberLength(QByteArrayView text, bool hex)
 {
-    const bool hex = format == std::chars_format::hex;
-    const char mark = hex ? 'p' : 'e';
-    const auto end =
-        std::find_if(number.begin(), number.end(), [mark](char c) { return (c | 0x20) == mark; });
-    const auto point = std::find(number.begin(), end, '.');
-    const auto first = std::find_if(number.begin(), end, [](char c) { return c != '0' && c != '.'; });
-    const qint64 exponent = end == number.end() ? 0 : exponentOf(number.sliced(end - number.begin() + 1));
-    return (point - first) * (hex ? 4 : 1) + exponent > 0;
+    const auto isDigitOfBase = hex ? isHexDigit : isDigit;
+    qsizetype digits = countDigits(text, 0, isDigitOfBase);
+    qsizetype end = digits;
+    if (end < text.size() && text[end] == '.') {
+        const qsizetype fraction = countDigits(text, end + 1, isDigitOfBase);
+        digits += fraction;
+        end += 1 + fraction;
+    }
+    if (digits == 0)
+        return 0;
+    if (end == text.size() || (text[end] | 0x20) != (hex ? 'p' : 'e'))
+        return end;
+    const qsizetype sign = end + 1;
+    const bool isSigned = sign < text.size() && (text[sign] == '-' || text[sign] == '+');
+    const qsizetype exponent = sign + (isSigned ? 1 : 0);
+    const qsizetype exponentDigits = countDigits(text, exponent, isDigit);
+    return exponentDigits > 0 ? exponent + exponentDigits : end;
 }
 
 } // namespace
 
 QString formatG(double value, int precision)
 {
+    const InCLocale inCLocale;
     std::array<char, 64> text{};
-    const auto written =
-        std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::general, precision);
-    return QString::fromLatin1(text.data(), written.ptr - text.data());
+    const int length = std::snprintf(text.data(), text.size(), "%.*g", precision, value);
+    return QString::fromLatin1(text.data(), length);
 }
 
 std::optional<float> magnitudeFromText(QByteArrayView text, std::chars_format format)
 {
-    if (text.isEmpty() || !(text.front() == '.' || isHexDigit(text.front())))
+    const bool hex = format == std::chars_format::hex;
+    const qsizetype length = numberLength(text, hex);
+    if (length == 0)
         return std::nullopt;
-    float value = 0;
-    const auto [end, error] = std::from_chars(text.begin(), text.end(), value, format);
-    if (error == std::errc::invalid_argument)
-        return std::nullopt;
-    if (error == std::errc::result_out_of_range) {
-        const bool large = isTooLarge(text.first(end - text.begin()), format);
-        return large ? std::numeric_limits<float>::infinity() : 0.0F;
-    }
-    return value;
+    const QByteArray number = (hex ? QByteArray("0x") : QByteArray()) + text.first(length).toByteArray();
+    return strtof_l(number.constData(), nullptr, cLocale());
 }
 
 float floatValue(QStringView text)

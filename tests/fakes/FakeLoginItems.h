@@ -59,9 +59,9 @@ private:
             return {_items.entries.cbegin(), _items.entries.cend()};
         }
 
-        [[nodiscard]] std::optional<QUrl> resolve(const Item& item, quint32 resolveFlags) override
+        [[nodiscard]] std::optional<QUrl> resolve(const Item& item, quint32 flags) override
         {
-            _items.resolveFlags.append(resolveFlags);
+            _items.resolveFlags.append(flags);
             return static_cast<const Entry&>(item).url;
         }
 

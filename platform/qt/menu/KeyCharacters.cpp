@@ -62,8 +62,9 @@ std::optional<char16_t> characterOfKey(int key)
 {
     if (key >= Qt::Key_F1 && key <= Qt::Key_F35)
         return static_cast<char16_t>(FirstFunctionKey + (key - Qt::Key_F1));
-    const auto* const row = std::ranges::find_if(
-        Rows, [key](const Row& candidate) { return candidate.key == key && candidate.use == Use::Both; });
+    const auto* const row = std::find_if(std::begin(Rows), std::end(Rows), [key](const Row& candidate) {
+        return candidate.key == key && candidate.use == Use::Both;
+    });
     return row == std::end(Rows) ? std::nullopt : std::optional(row->character);
 }
 
@@ -71,7 +72,9 @@ std::optional<Qt::Key> keyOfCharacter(char16_t character)
 {
     if (character >= FirstFunctionKey && character <= LastFunctionKey)
         return static_cast<Qt::Key>(Qt::Key_F1 + (character - FirstFunctionKey));
-    const auto* const row = std::ranges::find(Rows, character, &Row::character);
+    const auto* const row = std::find_if(std::begin(Rows), std::end(Rows), [character](const Row& candidate) {
+        return candidate.character == character;
+    });
     return row == std::end(Rows) ? std::nullopt : std::optional(row->key);
 }
 
