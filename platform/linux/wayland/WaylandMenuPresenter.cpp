@@ -16,6 +16,7 @@
 #include <QTimer>
 #include <QWindow>
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -317,7 +318,11 @@ bool WaylandMenuPresenter::_waitForTarget(const MenuItem& item, bool keyboardWas
             loop.exec();
         }
         const auto asked = std::chrono::steady_clock::now();
-        if (_target->takes(item, static_cast<int>(patience.remainingTime())))
+        // The last question, too, has time for its answer: without one it would count as a yes.
+        const auto most =
+            std::max<std::chrono::nanoseconds>(patience.remainingTimeAsDuration(), PromptAnswer);
+        if (_target->takes(item,
+                           static_cast<int>(std::chrono::ceil<std::chrono::milliseconds>(most).count())))
             return true;
         isNo = std::chrono::steady_clock::now() - asked <= PromptAnswer;
     }

@@ -169,11 +169,12 @@ public:
         asked = item.title();
         longest = std::max(longest, patience);
         QTest::qSleep(busy);
-        return takesAfter-- <= 0;
+        return patience < needs || takesAfter-- <= 0;
     }
 
     int takesAfter = 0;
     int busy = 0;         ///< milliseconds for each answer
+    int needs = 0;        ///< milliseconds; with less it says nothing
     int readingTakes = 0; ///< milliseconds, in which events are dealt with
     QString asked;
     int longest = 0;
@@ -348,6 +349,7 @@ TEST_F(WaylandPopUp, chosen_waitsUntilTheApplicationTakesIt)
 TEST_F(WaylandPopUp, whatIsNotTakenInTime_isNotPerformed_andSaysSo)
 {
     _target->takesAfter = 1'000'000;
+    _target->needs = 10;
     bool told = false;
     const auto observer = NotificationCenter::defaultCenter().addObserver(
         QString::fromUtf16(MenuDidSendActionNotificationName), nullptr, [&](const auto&) { told = true; });
