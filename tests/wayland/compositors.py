@@ -16,6 +16,7 @@ from harness.wayland_input import SIZE, FakeInput, VirtualInput, WaylandClient
 from picture import Picture
 
 OPTION, COMMAND, F1, F2, F4 = 64, 133, 67, 68, 70
+LOCKED = 0x11, 0x22, 0x33  # the colour of the screen then
 _SIZE = "x".join(map(str, SIZE))
 _X_SOCKETS = pathlib.Path("/tmp/.X11-unix")  # where X servers have them; a system makes it as it starts
 _HEADLESS = {"WLR_BACKENDS": "headless", "WLR_LIBINPUT_NO_DEVICES": "1", "WLR_RENDERER": "pixman"}
@@ -29,6 +30,7 @@ class CompositorSession(Session):
     ground = (0, 0, 0)  # the colour of the screen where there is no window
     tells_processes = False  # of which process a window is
     has_input_methods = True  # a seat has room for one that any program may be
+    can_be_unlocked = True
     _seen = None  # the compositor that has the screen, where it is another one
     _output = "HEADLESS-{}"  # the name of an output, counted from 1
     _rounded = math.floor  # a size that is no whole number
@@ -131,6 +133,16 @@ class CompositorSession(Session):
     def go_to_workspace(self, number):
         """Another workspace, 1 or 2, is shown, with its own windows, or none; it is made where there is none yet."""
         self.input.tap({1: F1, 2: F2}[number], COMMAND)  # so says the configuration
+
+    def lock(self):
+        """Locks the screen, as a person does who goes away; returns when it is locked."""
+        self._locker = self.run("swaylock", "--color", bytes(LOCKED).hex())
+        wait_for(lambda: self.picture().at(1, 1) == LOCKED, f"the screen locked; swaylock wrote {self._locker.output!r}",
+                 step=0.05)
+
+    def unlock(self):
+        os.kill(self._locker.pid, signal.SIGUSR1)
+        self._locker.status()
 
     def _is_drawn(self):
         picture = self.picture()
@@ -276,6 +288,7 @@ class KWin(Sway):
     tools = (*Sway.tools, "kwin_wayland", "kscreen-doctor")
     tells_processes = True
     has_input_methods = False
+    can_be_unlocked = False  # it believes a part of Plasma only, which is not there, that the password was right
     input_class = FakeInput
     ground = (0, 0, 0)
     _output = "Virtual-{}"
@@ -304,22 +317,30 @@ class KWin(Sway):
             self._desktops("VirtualDesktopManager", "org.kde.KWin.VirtualDesktopManager.createDesktop", name, f"{name}")
         self._desktops("KWin", "org.kde.KWin.setCurrentDesktop", number)
 
+    def lock(self):
+        self._screen_saver("Lock")
+        wait_for(lambda: "true" in self._screen_saver("GetActive"), "the screen locked")
+
+    def _screen_saver(self, method):
+        return self.call("gdbus", "call", "--session", "--dest", "org.freedesktop.ScreenSaver", "--object-path",
+                         "/ScreenSaver", "--method", f"org.freedesktop.ScreenSaver.{method}")
+
     def _desktops(self, of, method, *arguments):
         self.call("gdbus", "call", "--session", "--dest", "org.kde.KWin", "--object-path", f"/{of}",
                   "--method", method, *arguments)
 
     def _start_compositor(self):
         if len(self._scales) > 1:
-            (self.directory / "home" / ".config").mkdir()
-            (self.directory / "home" / ".config" / "kwinrc").write_text(self._OPEN_BORDERS, encoding="utf-8")
+            self._write("home/.config/kwinrc", self._OPEN_BORDERS)
             outputs = "--virtual", "--output-count", len(self._scales)
         else:
             self._seen = self._start_sway("xwayland disable")
             outputs = "--wayland-display", self._seen
         width, height = SIZE
         tell = ("--xwayland", self._telling()) if self._has_xwayland else ()
-        self._compositor = self.run("kwin_wayland", *outputs, "--socket", "kwin", "--no-lockscreen", "--width", width,
-                                    "--height", height, *tell, **self._ENVIRONMENT)
+        self._write("home/.config/kscreenlockerrc", "[Daemon]\nAutolock=false\n")  # by itself, after a while
+        self._compositor = self.run("kwin_wayland", *outputs, "--socket", "kwin", "--width", width, "--height", height,
+                                    *tell, **self._ENVIRONMENT)
         return self._socket_of(self._compositor, "kwin")
 
     @property

@@ -82,7 +82,8 @@ bool WaylandMenuPresenter::canShowOn(const CompositorConnection& connection)
 WaylandMenuPresenter::WaylandMenuPresenter(std::shared_ptr<CompositorConnection> connection,
                                            std::unique_ptr<MenuTarget> target)
     : _connection(std::move(connection)), _target(std::move(target)), _feed(_keys),
-      _grab(*_connection, _feed), _focusFeed(_keys), _nudge(*_connection), _stage(_nudge)
+      _grab(*_connection, _feed), _focusFeed(_keys), _nudge(*_connection), _stage(_nudge),
+      _desktops(_connection)
 {
     connect(&MenuTracking::shared(), &MenuTracking::cancelRequested, this,
             &WaylandMenuPresenter::cancelTracking);
@@ -91,8 +92,9 @@ WaylandMenuPresenter::WaylandMenuPresenter(std::shared_ptr<CompositorConnection>
     connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, [this](const QWindow* window) {
         // The last stage may still be about to lose it.
         if (std::exchange(_focused, window != nullptr) && !window && _tookKeyboard)
-            cancelTracking();
+            _supersede();
     });
+    connect(&_desktops, &PlasmaDesktops::changed, this, &WaylandMenuPresenter::_supersede);
     connect(&_grab, &InputMethodGrab::lost, this, &WaylandMenuPresenter::cancelTracking);
     connect(_connection.get(), &CompositorConnection::ended, this, &WaylandMenuPresenter::cancelTracking);
 }
@@ -117,6 +119,7 @@ bool WaylandMenuPresenter::popUpMenuPositioningItem(const std::shared_ptr<Menu>&
     _setStage();
     _expectation = nullptr;
     _clicked = false;
+    _superseded = false;
     _pressed = Qt::NoButton;
     _target->fix();
     qApp->installEventFilter(this);
@@ -124,8 +127,8 @@ bool WaylandMenuPresenter::popUpMenuPositioningItem(const std::shared_ptr<Menu>&
     qApp->removeEventFilter(this);
     const bool wasTaken = hasKeyboard();
     _giveBack();
-    // Not every compositor does it by itself.
-    if (wasTaken)
+    // Not every compositor does it by itself. Who goes to another workspace would be taken back from there.
+    if (wasTaken && !_superseded)
         _target->giveFocusBack();
     _clicked = false;
     // What was chosen was meant for the application that was in front, as it was shown.
@@ -248,6 +251,12 @@ void WaylandMenuPresenter::_giveBack()
     _focusFeed.end();
     _stage.hide();
     _tookKeyboard = false;
+}
+
+void WaylandMenuPresenter::_supersede()
+{
+    _superseded = true;
+    _abandon();
 }
 
 std::optional<QPoint> WaylandMenuPresenter::_waitForPointer()

@@ -8,6 +8,7 @@
 #include "platform/linux/wayland/KeyFeed.h"
 #include "platform/linux/wayland/MenuStage.h"
 #include "platform/linux/wayland/MenuTarget.h"
+#include "platform/linux/wayland/PlasmaDesktops.h"
 #include "platform/linux/wayland/PointerNudge.h"
 #include "platform/qt/menu/MenuChoice.h"
 #include "platform/qt/menu/MenuKeys.h"
@@ -81,6 +82,8 @@ private:
     template <typename Sender, typename Signal>
     void _waitFor(const Sender* sender, Signal signal, std::chrono::nanoseconds most);
     void _giveBack();
+    /// The compositor has gone on to something else than the application that the menu is for.
+    void _supersede();
     /// Nothing when the menu is not to open any more.
     [[nodiscard]] std::optional<QPoint> _waitForPointer();
     /// Whether the application that the menu was for takes the choice: it has to be in front again, or still.
@@ -95,12 +98,14 @@ private:
     FocusKeyFeed _focusFeed;
     PointerNudge _nudge;
     MenuStage _stage;
+    PlasmaDesktops _desktops;
     PointerDrag _drag;
     Qt::MouseButtons _pressed;                 ///< since the menu was asked for
     const Expectation* _expectation = nullptr; ///< the last one, while no menu has come
     bool _tookKeyboard = false;
     bool _clicked = false;
-    bool _focused = false; ///< a window of ours has the keyboard
+    bool _focused = false;    ///< a window of ours has the keyboard
+    bool _superseded = false; ///< see _supersede()
     bool _cancelled = false;
 };
 
