@@ -521,4 +521,46 @@ Für alle anderen lassen Sie eine Taste des Desktops diesen Befehl ausführen:
         <translation>So wurde das Menü noch nicht angefordert.</translation>
     </message>
 </context>
+<context>
+    <name>tarnwick::SearchRows</name>
+    <message>
+        <source>checked</source>
+        <translation>ausgewählt</translation>
+    </message>
+    <message>
+        <source>not available</source>
+        <translation>nicht verfügbar</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::SearchView</name>
+    <message>
+        <source>Search the menus</source>
+        <translation>In den Menüs suchen</translation>
+    </message>
+    <message>
+        <source>Results</source>
+        <translation>Treffer</translation>
+    </message>
+    <message>
+        <source>Menus that were not searched: %1. Open them in the application once.</source>
+        <translation>Nicht durchsuchte Menüs: %1. Öffnen Sie sie einmal in der Anwendung.</translation>
+    </message>
+    <message>
+        <source>Menus that took too long: %1.</source>
+        <translation>Menüs, die zu lange gebraucht haben: %1.</translation>
+    </message>
+    <message>
+        <source>Results: %1</source>
+        <translation>Treffer: %1</translation>
+    </message>
+    <message>
+        <source>Nothing is called so.</source>
+        <translation>So heißt nichts.</translation>
+    </message>
+    <message>
+        <source>Searching...</source>
+        <translation>Suche läuft...</translation>
+    </message>
+</context>
 </TS>

@@ -521,4 +521,46 @@ Sobre ellas el menú obedece solo al puntero, y puede abrirse donde este se vio 
         <translation>Aún no se ha pedido el menú de este modo.</translation>
     </message>
 </context>
+<context>
+    <name>tarnwick::SearchRows</name>
+    <message>
+        <source>checked</source>
+        <translation>marcado</translation>
+    </message>
+    <message>
+        <source>not available</source>
+        <translation>no disponible</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::SearchView</name>
+    <message>
+        <source>Search the menus</source>
+        <translation>Buscar en los menús</translation>
+    </message>
+    <message>
+        <source>Results</source>
+        <translation>Resultados</translation>
+    </message>
+    <message>
+        <source>Menus that were not searched: %1. Open them in the application once.</source>
+        <translation>Menús en los que no se ha buscado: %1. Ábralos una vez en la aplicación.</translation>
+    </message>
+    <message>
+        <source>Menus that took too long: %1.</source>
+        <translation>Menús que han tardado demasiado: %1.</translation>
+    </message>
+    <message>
+        <source>Results: %1</source>
+        <translation>Resultados: %1</translation>
+    </message>
+    <message>
+        <source>Nothing is called so.</source>
+        <translation>Nada se llama así.</translation>
+    </message>
+    <message>
+        <source>Searching...</source>
+        <translation>Buscando...</translation>
+    </message>
+</context>
 </TS>

@@ -521,4 +521,46 @@ Au-dessus d’elles, le menu n’obéit qu’au pointeur, et il peut s’ouvrir 
         <translation>Le menu n'a pas encore été demandé ainsi.</translation>
     </message>
 </context>
+<context>
+    <name>tarnwick::SearchRows</name>
+    <message>
+        <source>checked</source>
+        <translation>coché</translation>
+    </message>
+    <message>
+        <source>not available</source>
+        <translation>non disponible</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::SearchView</name>
+    <message>
+        <source>Search the menus</source>
+        <translation>Rechercher dans les menus</translation>
+    </message>
+    <message>
+        <source>Results</source>
+        <translation>Résultats</translation>
+    </message>
+    <message>
+        <source>Menus that were not searched: %1. Open them in the application once.</source>
+        <translation>Menus non parcourus : %1. Ouvrez-les une fois dans l’application.</translation>
+    </message>
+    <message>
+        <source>Menus that took too long: %1.</source>
+        <translation>Menus trop lents à répondre : %1.</translation>
+    </message>
+    <message>
+        <source>Results: %1</source>
+        <translation>Résultats : %1</translation>
+    </message>
+    <message>
+        <source>Nothing is called so.</source>
+        <translation>Rien ne porte ce nom.</translation>
+    </message>
+    <message>
+        <source>Searching...</source>
+        <translation>Recherche...</translation>
+    </message>
+</context>
 </TS>

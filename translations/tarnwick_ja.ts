@@ -521,4 +521,46 @@ Over them the menu obeys the pointer alone, and it may open where the pointer wa
         <translation>この方法ではまだメニューが要求されていません。</translation>
     </message>
 </context>
+<context>
+    <name>tarnwick::SearchRows</name>
+    <message>
+        <source>checked</source>
+        <translation>チェック済み</translation>
+    </message>
+    <message>
+        <source>not available</source>
+        <translation>利用できません</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::SearchView</name>
+    <message>
+        <source>Search the menus</source>
+        <translation>メニューを検索</translation>
+    </message>
+    <message>
+        <source>Results</source>
+        <translation>検索結果</translation>
+    </message>
+    <message>
+        <source>Menus that were not searched: %1. Open them in the application once.</source>
+        <translation>検索されなかったメニュー: %1。アプリケーションで一度開いてください。</translation>
+    </message>
+    <message>
+        <source>Menus that took too long: %1.</source>
+        <translation>時間がかかりすぎたメニュー: %1。</translation>
+    </message>
+    <message>
+        <source>Results: %1</source>
+        <translation>検索結果: %1</translation>
+    </message>
+    <message>
+        <source>Nothing is called so.</source>
+        <translation>該当する項目はありません。</translation>
+    </message>
+    <message>
+        <source>Searching...</source>
+        <translation>検索中...</translation>
+    </message>
+</context>
 </TS>

@@ -521,4 +521,46 @@ Over them the menu obeys the pointer alone, and it may open where the pointer wa
         <translation>尚未通过这种方式请求过菜单。</translation>
     </message>
 </context>
+<context>
+    <name>tarnwick::SearchRows</name>
+    <message>
+        <source>checked</source>
+        <translation>已选中</translation>
+    </message>
+    <message>
+        <source>not available</source>
+        <translation>不可用</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::SearchView</name>
+    <message>
+        <source>Search the menus</source>
+        <translation>搜索菜单</translation>
+    </message>
+    <message>
+        <source>Results</source>
+        <translation>结果</translation>
+    </message>
+    <message>
+        <source>Menus that were not searched: %1. Open them in the application once.</source>
+        <translation>未搜索的菜单：%1。请先在应用程序中打开一次。</translation>
+    </message>
+    <message>
+        <source>Menus that took too long: %1.</source>
+        <translation>耗时过长的菜单：%1。</translation>
+    </message>
+    <message>
+        <source>Results: %1</source>
+        <translation>结果：%1</translation>
+    </message>
+    <message>
+        <source>Nothing is called so.</source>
+        <translation>没有叫这个名称的项目。</translation>
+    </message>
+    <message>
+        <source>Searching...</source>
+        <translation>正在搜索...</translation>
+    </message>
+</context>
 </TS>

@@ -9,6 +9,7 @@
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/xdg/DesktopNames.h"
 #include "platform/qt/application/VisibleWindows.h"
+#include "platform/qt/menu/PopUpBeginning.h"
 
 #include <QSessionManager>
 #include <QThread>
@@ -49,6 +50,25 @@ void popUpMenuByPointer()
 {
     const PopUpTrigger::Scope byPointer(PopUpTrigger::Kind::Pointer);
     popUpMenu();
+}
+
+void searchMenu()
+{
+    const PopUpBeginning::Scope inSearch(PopUpBeginning::Kind::Search);
+    popUpMenu();
+}
+
+/// How the menu opens that is asked for so.
+void (*openingOf(SessionInstance::Request request))()
+{
+    switch (request) {
+    case SessionInstance::Request::PopUpByPointer:
+        return &popUpMenuByPointer;
+    case SessionInstance::Request::Search:
+        return &searchMenu;
+    default:
+        return &popUpMenu;
+    }
 }
 
 // Qt publishes its own windows and menus to screen readers only when this is set, or when accessibility was
@@ -167,11 +187,11 @@ void LinuxSession::_followRequests()
             reopen();
             return;
         }
-        const bool byKey = request == SessionInstance::Request::PopUp;
+        const bool byPointer = request == SessionInstance::Request::PopUpByPointer;
         if (_menuAskedFor)
-            _menuAskedFor(byKey ? PopUpTrigger::Kind::Key : PopUpTrigger::Kind::Pointer);
+            _menuAskedFor(byPointer ? PopUpTrigger::Kind::Pointer : PopUpTrigger::Kind::Key);
         if (_popUpRequest)
-            _popUpRequest->carryOut(hint, byKey ? &popUpMenu : &popUpMenuByPointer);
+            _popUpRequest->carryOut(hint, openingOf(request));
     });
 }
 

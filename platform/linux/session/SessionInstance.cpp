@@ -78,6 +78,8 @@ void SessionInstance::ActivateAction(const QString& action, const QVariantList& 
         _request(Request::PopUp, popUpParameter(parameter));
     else if (action == desktop_names::PopUpByPointerAction)
         _request(Request::PopUpByPointer, popUpParameter(parameter));
+    else if (action == desktop_names::SearchAction)
+        _request(Request::Search, popUpParameter(parameter));
 }
 
 void SessionInstance::_request(Request request, const FrontHint& hint)

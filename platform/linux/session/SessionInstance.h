@@ -35,6 +35,7 @@ public:
         Show,           ///< the user started the program again
         PopUp,          ///< the action "pop-up"
         PopUpByPointer, ///< the action "pop-up-by-pointer"
+        Search,         ///< the action "search"
     };
 
     /// `hint` has come with the action.
@@ -50,6 +51,7 @@ public Q_SLOTS:
     void Open(const QStringList& uris, const QVariantMap& platformData);
     /// "pop-up" has the menu opened at the pointer; its parameter may tell where that is, and over which
     /// window (PopUpParameter.h). So has "pop-up-by-pointer", for a person who has no hand at the keyboard.
+    /// "search" opens it in its search.
     /// Others do nothing.
     void ActivateAction(const QString& action, const QVariantList& parameter,
                         const QVariantMap& platformData);

@@ -13,6 +13,8 @@ inline const QString ObjectPath = QStringLiteral("/example/quorlane/Tarnwick");
 inline const QString PopUpAction = QStringLiteral("pop-up");
 /// The same of a mouse button that somebody else has seen.
 inline const QString PopUpByPointerAction = QStringLiteral("pop-up-by-pointer");
+/// The menu with its search begun.
+inline const QString SearchAction = QStringLiteral("search");
 
 inline const QString ApplicationName = QStringLiteral("Tarnwick");
 inline const QString OrganizationName = QStringLiteral("Quorlane");

@@ -127,7 +127,8 @@ void MenuKeys::_handOn()
         const auto [press, modifiers] = _waiting.takeFirst();
         QKeyEvent event(QEvent::KeyPress, press.key, modifiers, press.code, 0, 0, press.text, press.repeats);
         event.setTimestamp(press.time);
-        QCoreApplication::sendEvent(popUp, &event);
+        QWidget* within = popUp->focusWidget(); // a field
+        QCoreApplication::sendEvent(within ? within : popUp, &event);
     }
 }
 

@@ -22,4 +22,12 @@ QPoint popUpPosition(QPoint corner, QSize size, const QRect& screen)
             fitted(corner.y(), size.height(), screen.top(), screen.top() + screen.height())};
 }
 
+QPoint shiftedInto(QPoint corner, QSize size, const QRect& screen)
+{
+    const int rightmost = screen.left() + screen.width() - size.width();
+    const int lowest = screen.top() + screen.height() - size.height();
+    return {std::max(std::min(corner.x(), rightmost), screen.left()),
+            std::max(std::min(corner.y(), lowest), screen.top())};
+}
+
 } // namespace tarnwick

@@ -12,4 +12,8 @@ namespace tarnwick {
 /// its top left corner at least.
 [[nodiscard]] QPoint popUpPosition(QPoint corner, QSize size, const QRect& screen);
 
+/// The top left corner nearest to `corner` with which a window of that size is on the screen, or as much of
+/// its beginning as fits.
+[[nodiscard]] QPoint shiftedInto(QPoint corner, QSize size, const QRect& screen);
+
 } // namespace tarnwick

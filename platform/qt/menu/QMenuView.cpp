@@ -8,13 +8,19 @@
 #include "platform/qt/menu/MenuStyle.h"
 #include "platform/qt/menu/MenuTitle.h"
 #include "platform/qt/menu/OpenPopUps.h"
+#include "platform/qt/menu/PopUpBeginning.h"
 #include "platform/qt/menu/PopUpGeometry.h"
+#include "platform/qt/menu/SearchField.h"
+#include "platform/qt/menu/SearchKeys.h"
+#include "platform/qt/menu/SearchView.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QEnterEvent>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QScreen>
+#include <QStyleOptionMenuItem>
 
 #include <algorithm>
 
@@ -88,8 +94,13 @@ void QMenuView::setPointerAtOpening(QPoint place)
 
 void QMenuView::openAt(QPoint corner)
 {
+    _corner = corner;
     _fill();
+    if (PopUpBeginning::current() == PopUpBeginning::Kind::Search)
+        _makeSearch();
     popup(popUpPosition(corner, sizeHint(), screenGeometryAt(corner)));
+    if (_search)
+        _fitSearch();
 }
 
 void QMenuView::setHeldModifiers(quint64 flags)
@@ -115,6 +126,10 @@ bool QMenuView::coversGlobal(QPoint point) const
 
 QSize QMenuView::sizeHint() const
 {
+    if (_search) {
+        const int frame = 2 * style()->pixelMetric(QStyle::PM_MenuPanelWidth, nullptr, this);
+        return _search->sizeHint() + QSize(frame, frame);
+    }
     const int line = fontMetrics().height();
     return QMenu::sizeHint().expandedTo(QSize(2 * line, line / 2));
 }
@@ -179,6 +194,8 @@ void QMenuView::_closed()
         return;
     _filled = false;
     _highlighted = nullptr;
+    _wanted.clear();
+    _dropSearch();
     _letterSearch.forget();
     if (MenuDelegate* delegate = _menu->delegate())
         delegate->menuDidClose(*_menu);
@@ -189,7 +206,7 @@ void QMenuView::_showAlternates()
     const bool anyAlternate = std::any_of(_entries.cbegin(), _entries.cend(),
                                           [](const Entry& entry) { return entry.item->isAlternate(); });
     // A menu that was rebuilt behind the one on the screen says nothing about it.
-    if (!anyAlternate || _menu->itemArray() != _shownItems)
+    if (_search || !anyAlternate || _menu->itemArray() != _shownItems)
         return;
     const auto shown = itemsShownWithModifiers(*_menu, _heldModifiers);
     const QAction* active = activeAction();
@@ -233,8 +250,13 @@ void QMenuView::_noticeHighlight()
 
 void QMenuView::keyPressEvent(QKeyEvent* event)
 {
+    _wanted.clear();
     if (_moveToLetter(*event))
         return;
+    if (beginsSearch(*event)) {
+        _outermost().beginSearch();
+        return;
+    }
     QMenu::keyPressEvent(event);
     // From the top to the last entry the toolkit moves the highlight without scrolling.
     QAction* active = activeAction();
@@ -244,6 +266,8 @@ void QMenuView::keyPressEvent(QKeyEvent* event)
 
 void QMenuView::enterEvent(QEnterEvent* event)
 {
+    if (_search)
+        return;
     QMenu::enterEvent(event);
     _toldOfMotions = false;
     // There may be no other motion than the one that led here.
@@ -253,21 +277,22 @@ void QMenuView::enterEvent(QEnterEvent* event)
 
 void QMenuView::mouseMoveEvent(QMouseEvent* event)
 {
-    if (_pointerHasMoved(*event))
+    if (_pointerHasMoved(*event) && !_search)
         QMenu::mouseMoveEvent(event);
 }
 
 void QMenuView::mousePressEvent(QMouseEvent* event)
 {
-    if (_pointerHasMoved(*event))
+    const bool beside = !rect().contains(event->position().toPoint());
+    if (_pointerHasMoved(*event) && !_search)
         QMenu::mousePressEvent(event);
-    else
+    else if (!_search || beside)
         closeAllPopUps();
 }
 
 void QMenuView::mouseReleaseEvent(QMouseEvent* event)
 {
-    if (_pointerHasMoved(*event))
+    if (_pointerHasMoved(*event) && !_search)
         QMenu::mouseReleaseEvent(event);
 }
 
@@ -312,6 +337,8 @@ bool QMenuView::_moveToLetter(const QKeyEvent& event)
     }
     if (const auto found = _letterSearch.type(letter, now, titles, current))
         _highlight(_entries.at(*found).action);
+    else if (beginsSearch(event))
+        return false;
     return true;
 }
 
@@ -324,6 +351,154 @@ void QMenuView::_highlight(QAction* action)
     setActiveAction(action);
     if (submenu)
         submenu->setAttribute(Qt::WA_Disabled, false);
+}
+
+void QMenuView::beginSearch()
+{
+    if (_search || !_open)
+        return;
+    _makeSearch();
+    for (const Entry& entry : std::as_const(_entries))
+        if (entry.submenu && entry.submenu->isVisible())
+            entry.submenu->close();
+    setActiveAction(nullptr);
+    _fitSearch();
+}
+
+void QMenuView::_makeSearch()
+{
+    _letterSearch.forget();
+    _search = new SearchView(_menu, _openSubmenus(), *this);
+    connect(_search, &SearchView::left, this, &QMenuView::_leaveSearch);
+    connect(_search, &SearchView::chosen, this, &QMenuView::_choose);
+    connect(_search, &SearchView::wantedInMenu, this, &QMenuView::_showInMenu);
+    connect(_search, &SearchView::sizeChanged, this, &QMenuView::_fitSearch);
+}
+
+void QMenuView::_dropSearch()
+{
+    if (!_search)
+        return;
+    // It may be what tells that it is over.
+    SearchView* search = std::exchange(_search, nullptr);
+    search->disconnect(this);
+    search->end();
+    search->field().clearFocus();
+    search->hide();
+    search->deleteLater();
+}
+
+void QMenuView::_leaveSearch()
+{
+    _dropSearch();
+    _showAlternates();
+    const QSize size = sizeHint();
+    setGeometry(QRect(popUpPosition(_corner, size, screenGeometryAt(_corner)), size));
+    update();
+}
+
+void QMenuView::_fitSearch()
+{
+    const QRect screen = screenGeometryAt(_corner);
+    const int frame = style()->pixelMetric(QStyle::PM_MenuPanelWidth, nullptr, this);
+    _search->setGreatestHeight(screen.height() - 2 * frame);
+    const QSize full(sizeHint().width(), std::min(_search->fullHeight() + 2 * frame, screen.height()));
+    const QPoint corner = shiftedInto(pos(), full, screen);
+    const QRect wanted(corner, sizeHint());
+    if (geometry() != wanted)
+        setGeometry(wanted);
+    _search->setGeometry(rect().adjusted(frame, frame, -frame, -frame));
+    _search->show();
+    if (focusWidget() != &_search->field())
+        _search->field().setFocus(Qt::PopupFocusReason);
+}
+
+void QMenuView::_choose(int number)
+{
+    const MenuEntry entry = _search->search().entry(number);
+    Q_EMIT itemChosen(entry.menu, entry.item);
+    close();
+}
+
+void QMenuView::_showInMenu(int number)
+{
+    QList<Place> way;
+    const MenuSearch& search = _search->search();
+    const auto numbers = search.holders(number) + QList<int>{number};
+    for (const int each : numbers) {
+        const MenuEntry& entry = search.entry(each);
+        way.append({entry.menu->indexOfItem(entry.item.get()), entry.title});
+    }
+    _leaveSearch();
+    _wanted = way;
+}
+
+void QMenuView::paintEvent(QPaintEvent* event)
+{
+    if (!_search) {
+        QMenu::paintEvent(event);
+        if (!_wanted.isEmpty())
+            QMetaObject::invokeMethod(this, &QMenuView::_goOnToWanted, Qt::QueuedConnection);
+        return;
+    }
+    // The menu's ground and frame without its entries.
+    QPainter painter(this);
+    QStyleOptionMenuItem ground;
+    ground.initFrom(this);
+    ground.state = QStyle::State_None;
+    ground.checkType = QStyleOptionMenuItem::NotCheckable;
+    style()->drawPrimitive(QStyle::PE_PanelMenu, &ground, &painter, this);
+    ground.menuItemType = QStyleOptionMenuItem::EmptyArea;
+    style()->drawControl(QStyle::CE_MenuEmptyArea, &ground, &painter, this);
+    QStyleOptionFrame frame;
+    frame.initFrom(this);
+    frame.state = QStyle::State_None;
+    frame.lineWidth = style()->pixelMetric(QStyle::PM_MenuPanelWidth, nullptr, this);
+    style()->drawPrimitive(QStyle::PE_FrameMenu, &frame, &painter, this);
+}
+
+void QMenuView::_goOnToWanted()
+{
+    if (_wanted.isEmpty())
+        return;
+    const QList<Place> way = std::exchange(_wanted, {});
+    const Entry* entry = _entryAt(way.first());
+    if (!entry || !entry->action->isVisible())
+        return;
+    if (way.size() == 1 || !entry->submenu || !entry->action->isEnabled()) {
+        _highlight(entry->action);
+        return;
+    }
+    entry->submenu->_wanted = way.sliced(1);
+    setActiveAction(entry->action);
+}
+
+const QMenuView::Entry* QMenuView::_entryAt(const Place& place) const
+{
+    std::shared_ptr<MenuItem> item = _shownItems.value(place.index);
+    if (!item || drawnTitle(*item) != place.title) {
+        const auto same = std::find_if(_shownItems.cbegin(), _shownItems.cend(), [&](const auto& candidate) {
+            return drawnTitle(*candidate) == place.title;
+        });
+        item = same == _shownItems.cend() ? nullptr : *same;
+    }
+    const auto found = std::find_if(_entries.cbegin(), _entries.cend(),
+                                    [&](const Entry& entry) { return entry.item == item; });
+    return found == _entries.cend() ? nullptr : &*found;
+}
+
+QMenuView& QMenuView::_outermost()
+{
+    auto* around = qobject_cast<QMenuView*>(parentWidget());
+    return around ? around->_outermost() : *this;
+}
+
+QList<std::shared_ptr<Menu>> QMenuView::_openSubmenus() const
+{
+    for (const Entry& entry : _entries)
+        if (entry.submenu && entry.submenu->_open)
+            return QList<std::shared_ptr<Menu>>{entry.submenu->_menu} + entry.submenu->_openSubmenus();
+    return {};
 }
 
 const QMenuView::Entry* QMenuView::_entryOf(const QAction* action) const

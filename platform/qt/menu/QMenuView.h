@@ -6,6 +6,7 @@
 
 #include <QList>
 #include <QMenu>
+#include <QString>
 
 #include <functional>
 #include <memory>
@@ -16,11 +17,15 @@ namespace tarnwick {
 
 class Menu;
 class MenuItem;
+class SearchView;
 
 /// A Menu as a menu of the toolkit. It is filled just before it opens, each time anew: the delegate is told
 /// menuNeedsUpdate, the menu enables its items, the delegate is told menuWillOpen; then menuWillHighlightItem
 /// as the highlight moves and menuDidClose at the end. What it shows is a copy that it holds: the model may
 /// be changed or dropped while it is open. Choosing performs nothing, it is only told.
+///
+/// While it is searched a field and what is found stand in its place; its submenus are closed then, and it
+/// stays open. The keys are those of the field, which is its focus widget.
 class QMenuView final : public QMenu
 {
     Q_OBJECT
@@ -43,8 +48,12 @@ public:
     void setPointerAtOpening(QPoint place);
 
     /// Shows it with its top left corner at `corner` (toolkit coordinates), or flipped where it would not fit
-    /// on the screen of that point. Returns at once.
+    /// on the screen of that point, in a search if that is what a pop-up begins with now. Returns at once.
     void openAt(QPoint corner);
+
+    /// Of the menu that is opened itself, not of a submenu; does nothing where it is searched already.
+    void beginSearch();
+    [[nodiscard]] bool isSearched() const { return _search != nullptr; }
 
     /// ModifierFlag bits: of alternates, those are shown whose modifiers are held; in submenus, too.
     void setHeldModifiers(quint64 flags);
@@ -66,8 +75,16 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 
 private:
+    /// Where an entry was in its menu.
+    struct Place
+    {
+        int index;
+        QString title; ///< as it is drawn
+    };
+
     struct Entry
     {
         QAction* action;
@@ -81,6 +98,18 @@ private:
     void _showAlternates();
     [[nodiscard]] QAction* _shownInPlaceOf(const QAction* hidden) const;
     void _noticeHighlight();
+    [[nodiscard]] QMenuView& _outermost();
+    [[nodiscard]] QList<std::shared_ptr<Menu>> _openSubmenus() const;
+    void _makeSearch();
+    void _dropSearch();
+    void _leaveSearch();
+    void _fitSearch();
+    void _choose(int number);
+    void _showInMenu(int number);
+    /// Opens the menus on the way to what is wanted, one after another: each has to be on the screen before
+    /// the next one, which is placed beside it.
+    void _goOnToWanted();
+    [[nodiscard]] const Entry* _entryAt(const Place& place) const;
     [[nodiscard]] bool _moveToLetter(const QKeyEvent& event);
     void _highlight(QAction* action);
     [[nodiscard]] bool _pointerHasMoved(const QMouseEvent& event);
@@ -98,6 +127,9 @@ private:
     std::function<void(QWidget&)> _prepareWindow;
     std::shared_ptr<PointerTravel> _pointer; ///< of all menus that are open together; null: the toolkit knows
     bool _toldOfMotions = false;
+    QPoint _corner;                ///< where it was to open
+    SearchView* _search = nullptr; ///< a child
+    QList<Place> _wanted;          ///< the way to an entry that is to be highlighted
 };
 
 } // namespace tarnwick

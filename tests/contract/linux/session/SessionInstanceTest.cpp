@@ -118,6 +118,7 @@ TEST_F(SessionInstanceTest, request_isPassedOn_orMeansNothing)
          u"ActivateAction"_s,
          {u"pop-up"_s, QVariantList{1}, data},
          {Request::PopUp}},
+        {"the search", u"ActivateAction"_s, {u"search"_s, none, data}, {Request::Search}},
         {"another action", u"ActivateAction"_s, {u"pop-down"_s, none, data}, {}},
         {"an action without a name", u"ActivateAction"_s, {QString(), none, data}, {}},
     };

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/qt/menu/SearchKeys.h"
+
+#include <QLineEdit>
+
+namespace tarnwick {
+
+/// Where the text of a search is typed. Its window never is the active one: keys are handed to it, and it
+/// looks as if it had the focus.
+class SearchField final : public QLineEdit
+{
+    Q_OBJECT
+
+public:
+    explicit SearchField(QWidget* parent);
+
+Q_SIGNALS:
+    /// A key that is not the text's.
+    void pressed(tarnwick::SearchKey key);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+
+private:
+    [[nodiscard]] bool _isTexts(SearchKey key) const;
+};
+
+} // namespace tarnwick

@@ -1,0 +1,461 @@
+// SPDX-License-Identifier: MIT
+#include "foundation/Event.h"
+#include "menu/Menu.h"
+#include "menu/MenuDelegate.h"
+#include "menu/MenuItem.h"
+#include "platform/qt/menu/PopUpBeginning.h"
+#include "platform/qt/menu/QMenuView.h"
+#include "platform/qt/menu/SearchField.h"
+#include "platform/qt/menu/SearchList.h"
+#include "tests/fakes/FakeClock.h"
+#include "tests/fakes/SharedPorts.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMouseEvent>
+#include <gtest/gtest.h>
+
+#include <functional>
+
+using namespace Qt::StringLiterals;
+
+namespace tarnwick {
+namespace {
+
+class Target final : public ActionTarget
+{
+public:
+    bool respondsTo(const QString& /*action*/) const override { return true; }
+    void perform(const QString& /*action*/, ActionSender* /*sender*/) override {}
+};
+
+/// Fills its menu as it is asked for, as the mirror does.
+class Reading final : public MenuDelegate
+{
+public:
+    std::function<void(Menu&)> fill;
+    int times = 0;
+    bool isOpen = false;
+
+    void menuNeedsUpdate(Menu& menu) override
+    {
+        ++times;
+        menu.removeAllItems();
+        fill(menu);
+    }
+    void menuWillOpen(Menu& /*menu*/) override { isOpen = true; }
+    void menuDidClose(Menu& /*menu*/) override { isOpen = false; }
+};
+
+class SearchInMenuTest : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        QObject::connect(&view, &QMenuView::itemChosen,
+                         [this](const std::shared_ptr<Menu>& menu, const std::shared_ptr<MenuItem>& item) {
+                             chosen.append(menu->title() + u'/' + item->title());
+                         });
+        fileReading.fill = [this](Menu& menu) {
+            for (const QString& title : fileTitles)
+                add(menu, title)->setEnabled(title != u"Revert"_s);
+        };
+        file->setDelegate(&fileReading);
+        file->setAutoenablesItems(false);
+        root->setAutoenablesItems(false);
+        add(*root, u"File"_s)->setSubmenu(file);
+        add(*root, u"Edit"_s);
+    }
+
+    std::shared_ptr<MenuItem> add(Menu& menu, const QString& title)
+    {
+        auto item = MenuItem::create(title, u"choose"_s, {});
+        item->setTarget(target);
+        menu.addItem(item);
+        return item;
+    }
+
+    /// As the toolkit does: to the widget of the pop-up that has its focus.
+    static void press(int key, const QString& text = {}, Qt::KeyboardModifiers modifiers = {})
+    {
+        QWidget* popUp = QApplication::activePopupWidget();
+        ASSERT_TRUE(popUp);
+        QKeyEvent event(QEvent::KeyPress, key, modifiers, text);
+        QApplication::sendEvent(popUp->focusWidget() ? popUp->focusWidget() : popUp, &event);
+    }
+
+    void type(const QString& text)
+    {
+        for (const QChar letter : text)
+            press(letter.toUpper().unicode(), letter);
+    }
+
+    void open()
+    {
+        view.openAt(QPoint(10, 10));
+        QApplication::processEvents();
+    }
+
+    void search(const QString& text)
+    {
+        open();
+        press(Qt::Key_Slash, u"/"_s);
+        clock.advance(1);
+        type(text);
+    }
+
+    [[nodiscard]] SearchField& field() { return *view.findChild<SearchField*>(); }
+    [[nodiscard]] SearchList& list() { return *view.findChild<SearchList*>(); }
+
+    [[nodiscard]] QStringList rows()
+    {
+        QStringList titles;
+        for (int row = 0; row < list().model()->rowCount(); ++row)
+            titles.append(list().model()->index(row, 0).data().toString());
+        return titles;
+    }
+    [[nodiscard]] QString highlighted() { return list().currentIndex().data().toString(); }
+
+    void mouse(QEvent::Type type, QPoint place)
+    {
+        QWidget* viewport = list().viewport();
+        const auto button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
+        QMouseEvent event(type, place, viewport->mapToGlobal(place), button,
+                          type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
+        QApplication::sendEvent(viewport, &event);
+    }
+    [[nodiscard]] QPoint centerOf(int row)
+    {
+        return list().visualRect(list().model()->index(row, 0)).center();
+    }
+
+    FakeClock clock;
+    SharedPorts ports{clock};
+    std::shared_ptr<Target> target = std::make_shared<Target>();
+    std::shared_ptr<Menu> root = Menu::create(u"root"_s);
+    std::shared_ptr<Menu> file = Menu::create(u"File"_s);
+    QStringList fileTitles{u"Save"_s, u"Save As..."_s, u"Revert"_s};
+    Reading fileReading;
+    QStringList chosen;
+    QMenuView view{root};
+};
+
+TEST_F(SearchInMenuTest, aSlash_turnsTheMenuIntoAFieldWithTheKeys)
+{
+    open();
+    EXPECT_FALSE(view.isSearched());
+    press(Qt::Key_Slash, u"/"_s);
+    EXPECT_TRUE(view.isSearched());
+    EXPECT_TRUE(view.isVisible());
+    type(u"sa"_s);
+    EXPECT_EQ(field().text(), u"sa");
+    EXPECT_EQ(view.activeAction(), nullptr);
+}
+
+TEST_F(SearchInMenuTest, controlAndF_beginsItToo)
+{
+    open();
+    press(Qt::Key_F, u"\x06"_s, Qt::ControlModifier);
+    EXPECT_TRUE(view.isSearched());
+}
+
+TEST_F(SearchInMenuTest, anEntryThatBeginsWithASlash_winsItsKey)
+{
+    add(*root, u"/usr"_s);
+    open();
+    press(Qt::Key_Slash, u"/"_s);
+    EXPECT_FALSE(view.isSearched());
+    ASSERT_TRUE(view.activeAction());
+    EXPECT_EQ(view.activeAction()->text(), u"/usr");
+}
+
+TEST_F(SearchInMenuTest, theKeyHeldDownAMomentLonger_typesNothing)
+{
+    open();
+    press(Qt::Key_Slash, u"/"_s);
+    QKeyEvent repeat(QEvent::KeyPress, Qt::Key_Slash, {}, u"/"_s, true);
+    QApplication::sendEvent(&field(), &repeat);
+    EXPECT_EQ(field().text(), QString());
+}
+
+TEST_F(SearchInMenuTest, nothingIsRead_beforeTheSearchBegins_andOneMenuInAnEvent)
+{
+    open();
+    clock.advance(1);
+    EXPECT_EQ(fileReading.times, 0);
+    press(Qt::Key_Slash, u"/"_s);
+    EXPECT_EQ(fileReading.times, 0);
+    clock.advance(0);
+    EXPECT_EQ(fileReading.times, 1);
+    EXPECT_FALSE(fileReading.isOpen);
+    clock.advance(1);
+    EXPECT_EQ(fileReading.times, 1);
+}
+
+TEST_F(SearchInMenuTest, returnChooses_andPerformsWithTheMenuItWasReadIn)
+{
+    search(u"save as"_s);
+    EXPECT_EQ(rows(), QStringList{u"Save As..."_s});
+    press(Qt::Key_Return);
+    EXPECT_EQ(chosen, QStringList{u"File/Save As..."_s});
+    EXPECT_FALSE(view.isVisible());
+}
+
+TEST_F(SearchInMenuTest, whatIsGreyed_isNotChosen)
+{
+    search(u"revert"_s);
+    EXPECT_EQ(highlighted(), u"Revert");
+    press(Qt::Key_Return);
+    EXPECT_EQ(chosen, QStringList());
+    EXPECT_TRUE(view.isVisible());
+}
+
+TEST_F(SearchInMenuTest, upAndDown_moveAndGoRound)
+{
+    search(u"save"_s);
+    EXPECT_EQ(rows(), (QStringList{u"Save"_s, u"Save As..."_s}));
+    EXPECT_EQ(highlighted(), u"Save");
+    press(Qt::Key_Down);
+    EXPECT_EQ(highlighted(), u"Save As...");
+    press(Qt::Key_Down);
+    EXPECT_EQ(highlighted(), u"Save");
+    press(Qt::Key_Up);
+    EXPECT_EQ(highlighted(), u"Save As...");
+    press(Qt::Key_PageUp);
+    EXPECT_EQ(highlighted(), u"Save");
+}
+
+TEST_F(SearchInMenuTest, upWithoutAHighlight_goesToTheLastRow)
+{
+    open();
+    press(Qt::Key_Slash, u"/"_s);
+    type(u"i"_s); // in "File" and "Edit" only inside: not meant before all is read
+    ASSERT_EQ(highlighted(), QString());
+    const QString last = rows().constLast();
+    press(Qt::Key_Up);
+    EXPECT_EQ(highlighted(), last);
+}
+
+TEST_F(SearchInMenuTest, escape_goesBackToTheMenu_andASecondOneCloses)
+{
+    open();
+    const QRect place = view.geometry();
+    press(Qt::Key_Slash, u"/"_s);
+    clock.advance(1);
+    type(u"s"_s);
+    EXPECT_NE(view.geometry(), place);
+    press(Qt::Key_Escape);
+    EXPECT_FALSE(view.isSearched());
+    EXPECT_TRUE(view.isVisible());
+    EXPECT_EQ(view.geometry(), place);
+    press(Qt::Key_E, u"e"_s);
+    ASSERT_TRUE(view.activeAction()) << "the keys are the menu's again";
+    EXPECT_EQ(view.activeAction()->text(), u"Edit");
+    press(Qt::Key_Escape);
+    EXPECT_FALSE(view.isVisible());
+}
+
+TEST_F(SearchInMenuTest, escape_endsTheReading)
+{
+    open();
+    press(Qt::Key_Slash, u"/"_s);
+    press(Qt::Key_Escape);
+    clock.advance(1);
+    EXPECT_EQ(fileReading.times, 0);
+    EXPECT_EQ(clock.pending(), 0);
+}
+
+TEST_F(SearchInMenuTest, closingTheMenu_endsTheReading)
+{
+    open();
+    press(Qt::Key_Slash, u"/"_s);
+    view.close();
+    EXPECT_FALSE(view.isSearched());
+    clock.advance(1);
+    EXPECT_EQ(fileReading.times, 0);
+}
+
+TEST_F(SearchInMenuTest, emptyingTheText_goesBack)
+{
+    search(u"s"_s);
+    press(Qt::Key_Backspace);
+    EXPECT_FALSE(view.isSearched());
+    EXPECT_TRUE(view.isVisible());
+}
+
+TEST_F(SearchInMenuTest, right_showsTheEntryInItsMenu)
+{
+    search(u"save as"_s);
+    press(Qt::Key_Right);
+    EXPECT_FALSE(view.isSearched());
+    QMenu* submenu = view.actions().constFirst()->menu();
+    for (int turn = 0; turn < 100 && !(submenu->isVisible() && submenu->activeAction()); ++turn)
+        QApplication::processEvents();
+    ASSERT_TRUE(submenu->isVisible());
+    EXPECT_TRUE(fileReading.isOpen);
+    ASSERT_TRUE(submenu->activeAction());
+    EXPECT_EQ(submenu->activeAction()->text(), u"Save As...");
+    EXPECT_EQ(chosen, QStringList());
+    press(Qt::Key_Return);
+    EXPECT_EQ(chosen, QStringList{u"File/Save As..."_s});
+}
+
+TEST_F(SearchInMenuTest, rightBeforeTheEndOfTheText_movesTheCursor)
+{
+    search(u"save"_s);
+    press(Qt::Key_Left);
+    press(Qt::Key_Right);
+    EXPECT_TRUE(view.isSearched());
+    press(Qt::Key_Right);
+    EXPECT_FALSE(view.isSearched());
+}
+
+TEST_F(SearchInMenuTest, right_ofWhatIsThereNoMore_pressesNothing)
+{
+    search(u"save as"_s);
+    fileTitles = QStringList{u"Close"_s};
+    press(Qt::Key_Right);
+    QMenu* submenu = view.actions().constFirst()->menu();
+    for (int turn = 0; turn < 100 && !submenu->isVisible(); ++turn)
+        QApplication::processEvents();
+    QApplication::processEvents();
+    EXPECT_TRUE(submenu->isVisible());
+    EXPECT_EQ(submenu->activeAction(), nullptr);
+    EXPECT_EQ(chosen, QStringList());
+}
+
+TEST_F(SearchInMenuTest, returnOnAMenu_opensIt)
+{
+    search(u"file"_s);
+    EXPECT_EQ(highlighted(), u"File");
+    press(Qt::Key_Return);
+    for (int turn = 0; turn < 100 && !view.activeAction(); ++turn)
+        QApplication::processEvents();
+    ASSERT_TRUE(view.activeAction());
+    EXPECT_EQ(view.activeAction()->text(), u"File");
+    EXPECT_EQ(chosen, QStringList());
+}
+
+TEST_F(SearchInMenuTest, thePointer_choosesOnlyAfterItHasMoved)
+{
+    search(u"save"_s);
+    QApplication::processEvents();
+    mouse(QEvent::MouseMove, centerOf(1));
+    mouse(QEvent::MouseButtonPress, centerOf(1));
+    mouse(QEvent::MouseButtonRelease, centerOf(1));
+    EXPECT_EQ(highlighted(), u"Save");
+    EXPECT_EQ(chosen, QStringList());
+    mouse(QEvent::MouseMove, centerOf(0));
+    mouse(QEvent::MouseMove, centerOf(1));
+    EXPECT_EQ(highlighted(), u"Save As...");
+    mouse(QEvent::MouseButtonPress, centerOf(1));
+    EXPECT_EQ(chosen, QStringList());
+    mouse(QEvent::MouseButtonRelease, centerOf(1));
+    EXPECT_EQ(chosen, QStringList{u"File/Save As..."_s});
+}
+
+TEST_F(SearchInMenuTest, aPressOnTheField_doesNotClose_oneBesideDoes)
+{
+    search(u"save"_s);
+    const auto pressAt = [this](QPoint place) {
+        QMouseEvent event(QEvent::MouseButtonPress, place, view.mapToGlobal(place), Qt::LeftButton,
+                          Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&view, &event);
+    };
+    pressAt(QPoint(0, 0));
+    EXPECT_TRUE(view.isVisible());
+    pressAt(QPoint(-20, -20));
+    EXPECT_FALSE(view.isVisible());
+}
+
+TEST_F(SearchInMenuTest, asAPopUpBegins_itMayBeSearchedAtOnce)
+{
+    {
+        const PopUpBeginning::Scope inSearch(PopUpBeginning::Kind::Search);
+        open();
+    }
+    EXPECT_TRUE(view.isSearched());
+    clock.advance(1);
+    type(u"save as"_s);
+    press(Qt::Key_Return);
+    EXPECT_EQ(chosen, QStringList{u"File/Save As..."_s});
+    open();
+    EXPECT_FALSE(view.isSearched());
+}
+
+TEST_F(SearchInMenuTest, anOpenSubmenu_isClosed_andNotReadAgain)
+{
+    open();
+    press(Qt::Key_F, u"f"_s);
+    press(Qt::Key_Right);
+    ASSERT_TRUE(fileReading.isOpen);
+    press(Qt::Key_Slash, u"/"_s);
+    EXPECT_TRUE(view.isSearched());
+    EXPECT_FALSE(fileReading.isOpen);
+    type(u"save as"_s);
+    EXPECT_EQ(rows(), QStringList{u"Save As..."_s});
+    clock.advance(1);
+    EXPECT_EQ(fileReading.times, 1);
+}
+
+TEST_F(SearchInMenuTest, whatArrivesLater_isAdded_andTheHighlightStays)
+{
+    open();
+    press(Qt::Key_Slash, u"/"_s);
+    type(u"e"_s);
+    const QStringList before = rows();
+    EXPECT_EQ(highlighted(), u"Edit");
+    clock.advance(1);
+    EXPECT_GT(rows().size(), before.size());
+    EXPECT_EQ(rows().constFirst(), u"Edit");
+    EXPECT_EQ(highlighted(), u"Edit");
+}
+
+TEST_F(SearchInMenuTest, aMenuThatIsEmpty_isNamedAtTheEnd_andTheNumberOfResultsTold)
+{
+    fileTitles.clear();
+    search(u"edit"_s);
+    const QString told = view.findChild<QLabel*>()->text();
+    EXPECT_TRUE(told.contains(u"Results: 1"_s)) << told.toStdString();
+    EXPECT_TRUE(told.contains(u"not searched: 1"_s)) << told.toStdString();
+    EXPECT_EQ(field().accessibleDescription(), told);
+}
+
+TEST_F(SearchInMenuTest, aRowTellsAScreenReaderAllOfIt)
+{
+    fileReading.fill = [this](Menu& menu) {
+        auto item = add(menu, u"Wrap"_s);
+        item->setState(MenuItem::State::On);
+        item->setEnabled(false);
+        item->setKeyEquivalent(u"w"_s);
+    };
+    search(u"wrap"_s);
+    EXPECT_EQ(list().model()->index(0, 0).data(Qt::AccessibleTextRole).toString(),
+              u"Wrap, File, Ctrl+W, checked, not available");
+}
+
+TEST_F(SearchInMenuTest, modifiersHeldInTheSearch_leaveItsSizeAlone)
+{
+    add(*root, u"Edit All of It, with a Long Title"_s)->setAlternate(true);
+    search(u"save"_s);
+    const QRect place = view.geometry();
+    view.setHeldModifiers(AlternateKeyMask);
+    EXPECT_EQ(view.geometry(), place);
+}
+
+TEST_F(SearchInMenuTest, itIsNoHigherThanTheScreen)
+{
+    for (int count = 0; count < 500; ++count)
+        fileTitles.append(u"Save %1"_s.arg(count));
+    search(u"save"_s);
+    EXPECT_EQ(rows().size(), 502);
+    EXPECT_TRUE(view.screen()->geometry().contains(view.geometry()));
+    for (int count = 0; count < 300; ++count)
+        press(Qt::Key_Down);
+    EXPECT_TRUE(list().viewport()->rect().contains(list().visualRect(list().currentIndex())));
+}
+
+} // namespace
+} // namespace tarnwick
