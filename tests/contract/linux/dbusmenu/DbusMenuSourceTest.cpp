@@ -162,7 +162,6 @@ TEST_F(DbusMenuSourceTest, aPressOfAnEntryWhoseNumberHasChanged_goesToThatOfTheS
 
 TEST_F(DbusMenuSourceTest, aPressOfAnEntryThatIsGone_doesNothing)
 {
-    const MenuRow chosen = quit();
     const std::pair<const char*, Entries> rows[] = {
         {"its menu is gone", {{0, {"", {6}}}, {6, {"_Edit", {9}}}, {9, {"_Copy"}}}},
         {"there are two", {{0, {"", {15}}}, {15, {"File", {16, 17}}}, {16, {"Quit"}}, {17, {"Quit"}}}},
@@ -170,6 +169,8 @@ TEST_F(DbusMenuSourceTest, aPressOfAnEntryThatIsGone_doesNothing)
         {"it holds itself", {{0, {"", {0}}}, {5, {"File", {5}}}}},
     };
     for (const auto& [sentence, entries] : rows) {
+        menus->set(Editor);
+        const MenuRow chosen = quit();
         menus->set(entries);
         source.press(chosen);
         EXPECT_TRUE(nothingWasClicked()) << sentence;
