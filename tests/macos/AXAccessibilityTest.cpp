@@ -24,6 +24,7 @@ protected:
         editor->processIdentifier = 100;
         other->processIdentifier = 200;
         mac.systemWide->attributes = {{u"AXFocusedApplication"_s, QVariant::fromValue(editor)}};
+        mac.whileWaiting = [this](double seconds) { clock.advance(seconds); };
     }
 
     void TearDown() override
@@ -408,6 +409,27 @@ TEST_F(AXAccessibilityTest, applicationThatDidNotAnswer_isReadAgainWhenAnotherRe
     editor->hung = false;
     ax().beginReading();
     EXPECT_EQ(ax().copyAttributeValue(application, u"AXTitle"_s), u"Editor"_s);
+}
+
+TEST_F(AXAccessibilityTest, applicationThatRefusesAtOnce_lacksThatValueAndNoMore)
+{
+    editor->attributes = {{u"AXTitle"_s, u"Editor"_s}};
+    const auto application = ax().createApplication(100);
+    editor->refusing = true;
+    EXPECT_FALSE(ax().copyAttributeValue(application, u"AXTitle"_s));
+    editor->refusing = false;
+    EXPECT_EQ(ax().copyAttributeValue(application, u"AXTitle"_s), u"Editor"_s);
+}
+
+TEST_F(AXAccessibilityTest, applicationThatRefusesLate_wasWaitedForAllTheSame)
+{
+    editor->attributes = {{u"AXTitle"_s, u"Editor"_s}};
+    editor->hung = true;
+    mac.whileWaiting = [this](double seconds) { clock.advance(seconds - 0.01); };
+    const auto application = ax().createApplication(100);
+    EXPECT_FALSE(ax().copyAttributeValue(application, u"AXTitle"_s));
+    editor->hung = false;
+    EXPECT_FALSE(ax().copyAttributeValue(application, u"AXTitle"_s)) << "timers are not exact";
 }
 
 TEST_F(AXAccessibilityTest, systemThatDoesNotAnswer_isAskedAgainAtOnce)

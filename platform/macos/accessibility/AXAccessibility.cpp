@@ -15,6 +15,7 @@ namespace tarnwick {
 namespace {
 
 constexpr double PatienceInSeconds = 0.5;
+constexpr double WaitedInVainInSeconds = 0.9 * PatienceInSeconds; // timers are not exact
 const QString FocusedApplication = QStringLiteral("AXFocusedApplication");
 
 static_assert(quint32{kAXValueTypeCGPoint} == quint32(AXValueType::Point));
@@ -303,9 +304,13 @@ bool AXAccessibility::_ask(const UIElementRef& element, const std::function<qint
     const auto silent = _silentUntil.constFind(processIdentifier);
     if (silent != _silentUntil.cend() && Clock::shared().now() < *silent)
         return false;
+    const double asked = Clock::shared().now();
     const qint32 error = call();
-    if (error == kAXErrorCannotComplete && processIdentifier != 0)
-        _silentUntil.insert(processIdentifier, Clock::shared().now() + PatienceInSeconds);
+    const double answered = Clock::shared().now();
+    // What fails at once is a value that is missing, and no more.
+    const bool waitedInVain = error == kAXErrorCannotComplete && answered - asked >= WaitedInVainInSeconds;
+    if (waitedInVain && processIdentifier != 0)
+        _silentUntil.insert(processIdentifier, answered + PatienceInSeconds);
     else
         _silentUntil.remove(processIdentifier);
     return error == kAXErrorSuccess;

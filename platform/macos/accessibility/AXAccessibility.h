@@ -11,7 +11,8 @@ namespace tarnwick {
 
 /// Other applications by the system's accessibility interface. One call waits half a second at most for an
 /// application. One that has not answered by then is not read again for as long, or until the next reading
-/// begins, so that a menu of many items does not wait for each of them. An action is sent in any case.
+/// begins, so that a menu of many items does not wait for each of them; one that refuses at once is asked
+/// again. An action is sent in any case.
 class AXAccessibility final : public Accessibility
 {
 public:

@@ -2,6 +2,7 @@
 // Simulated accessibility: elements of other applications, structured values, the permission.
 #include "ax/AXValue.h"
 #include "tests/macos/simulation/MacObject.h"
+#include "tests/macos/simulation/MacState.h"
 #include "tests/macos/simulation/SimulatedMac.h"
 #include "tests/macos/simulation/Symbols.h"
 
@@ -71,10 +72,12 @@ AxNode* answering(AXUIElementRef reference, const MacCall& call, AXError& error)
         error = kAXErrorAPIDisabled;
     else if (!node || node->gone)
         error = kAXErrorInvalidUIElement;
-    else if (node->hung)
+    else if (node->hung || node->refusing)
         error = kAXErrorCannotComplete;
     else
         error = kAXErrorSuccess;
+    if (node && node->hung && error == kAXErrorCannotComplete && mac().whileWaiting)
+        mac().whileWaiting(double(MacState::instance().messagingTimeout));
     return error == kAXErrorSuccess ? node : nullptr;
 }
 
@@ -270,7 +273,10 @@ AXError AXUIElementSetMessagingTimeout(AXUIElementRef reference, float timeoutIn
     const MacCall call(__func__, reference, timeoutInSeconds);
     if (!objects().find<MacElement>(reference))
         return kAXErrorIllegalArgument;
-    return call.fails() ? static_cast<AXError>(call.status()) : kAXErrorSuccess;
+    if (call.fails())
+        return static_cast<AXError>(call.status());
+    MacState::instance().messagingTimeout = timeoutInSeconds;
+    return kAXErrorSuccess;
 }
 
 AXValueRef AXValueCreate(::AXValueType type, const void* value)

@@ -25,7 +25,8 @@ struct AxNode
     QStringList settable;
     QList<std::pair<QString, QString>> actions; ///< with their descriptions
     bool gone = false;                          ///< its application has quit: every call fails
-    bool hung = false;                          ///< its application does not answer
+    bool hung = false;                          ///< its application does not answer: a call waits in vain
+    bool refusing = false;                      ///< the same answer, at once
 
     QStringList performed;                       ///< look: the actions performed
     QList<std::pair<QString, QVariant>> written; ///< look: the attribute values set

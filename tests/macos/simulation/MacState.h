@@ -50,7 +50,8 @@ struct MacState
 
     QList<Handler> handlers;
     QList<HotKeyEntry> hotKeys;
-    int symbolicModes = 0; ///< pushed and not popped
+    float messagingTimeout = 6; ///< seconds
+    int symbolicModes = 0;      ///< pushed and not popped
     QList<Observer> observers;
     QList<AppleEventHandler> reopenHandlers;
     QList<MacTap*> taps;

@@ -13,6 +13,7 @@
 #include <QStringList>
 #include <QVariant>
 
+#include <functional>
 #include <optional>
 
 namespace tarnwick {
@@ -74,6 +75,8 @@ public:
     /// A function or constant that is looked up at run time and that this system does not have.
     void takeAway(const QString& symbol) { _missing.insert(symbol); }
 
+    std::function<void(double)> whileWaiting;        ///< told how long a call has waited, in seconds
+    bool loginListIgnoresInsertions = false;         ///< as today's systems may
     bool accessGranted = false;                      ///< to all programs
     bool processTrusted = true;                      ///< to this one; taps need it
     AxNodeRef systemWide;                            ///< null: no accessibility at all
