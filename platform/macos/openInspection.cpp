@@ -14,8 +14,6 @@ namespace tarnwick {
 
 Inspection openInspection(int& argc, char** argv)
 {
-    // A program without a bundle would come to the front otherwise, and be the application that it reads.
-    qputenv("QT_MAC_DISABLE_FOREGROUND_APPLICATION_TRANSFORM", "1");
     Inspection inspection;
     inspection.session = std::make_unique<MacSession>(argc, argv);
     const QtEventConverter withoutKeyboard(

@@ -21,6 +21,9 @@ bool reopen()
 
 MacSession::Attributes::Attributes()
 {
+    // Qt would bring the program to the front as it starts, and take the keyboard from the application in
+    // use.
+    qputenv("QT_MAC_DISABLE_FOREGROUND_APPLICATION_TRANSFORM", "1");
     // Modifiers are the physical keys: Qt would exchange Control and Command.
     QCoreApplication::setAttribute(Qt::AA_MacDontSwapCtrlAndMeta);
 }
