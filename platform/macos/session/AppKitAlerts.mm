@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/macos/session/AppKitAlerts.h"
 
+#include "platform/macos/session/AlertAnswer.h"
 #include "platform/macos/system/NsText.h"
 #include "platform/macos/workspace/AppKitWindows.h"
 
@@ -12,6 +13,8 @@
 
 namespace tarnwick {
 namespace {
+
+static_assert(ModalSessionContinues == NSModalResponseContinue);
 
 /// Autoreleased.
 NSAlert* nativeAlert(const Alert& alert)
@@ -25,20 +28,13 @@ NSAlert* nativeAlert(const Alert& alert)
     return native;
 }
 
-/// The answer of `alert`; one that was closed without a button answers as its second, or as its only one.
-int answerOf(const Alert& alert, NSInteger nativeCode)
-{
-    if (nativeCode >= Alert::FirstButtonReturn)
-        return static_cast<int>(nativeCode);
-    return alert.buttonTitles.size() > 1 ? Alert::SecondButtonReturn : Alert::FirstButtonReturn;
-}
-
 } // namespace
 
 int AppKitAlerts::runModal(const Alert& alert)
 {
     activateApplication(true);
-    return answerOf(alert, [nativeAlert(alert) runModal]);
+    NSAlert* native = nativeAlert(alert);
+    return answerOf(alert, modalAnswer([native] { return static_cast<qint64>([native runModal]); }));
 }
 
 void AppKitAlerts::beginSheetModalForWindow(const Alert& alert, QWidget* window,

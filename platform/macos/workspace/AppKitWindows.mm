@@ -23,8 +23,21 @@ void orderFrontRegardless(const QWidget& window)
 
 void abortModalAlert()
 {
-    if ([NSApp modalWindow])
-        [NSApp abortModal];
+    if (![NSApp modalWindow])
+        return;
+    // abortModal would throw, and through C++ where a menu or a notification has called us. This loop ends
+    // when it has had an event.
+    [NSApp stopModalWithCode:NSModalResponseAbort];
+    [NSApp postEvent:[NSEvent otherEventWithType:NSEventTypeApplicationDefined
+                                        location:NSZeroPoint
+                                   modifierFlags:0
+                                       timestamp:0
+                                    windowNumber:0
+                                         context:nil
+                                         subtype:0
+                                           data1:0
+                                           data2:0]
+             atStart:YES];
 }
 
 } // namespace tarnwick

@@ -6,6 +6,8 @@
 
 enum { NSPreferencePanesDirectory = 22 };
 
+const NSEventType NSEventTypeApplicationDefined = NSApplicationDefined;
+
 @interface NSMenu (GNUstepLacks)
 - (BOOL)popUpMenuPositioningItem:(NSMenuItem*)item atLocation:(NSPoint)location inView:(NSView*)view;
 - (void)cancelTracking;
