@@ -319,6 +319,22 @@ TEST_F(CoreOnMacTest, loginItem_followsTheSettingFromTheStart)
               (QList<QVariantList>{{list, u"kLSSharedFileListItemBeforeFirst"_s, QVariant(), QVariant(),
                                     QUrl(u"file:///Applications/Tarnwick.app/"_s), QVariant(), QVariant()}}));
     EXPECT_EQ(mac.loginItems, (QStringList{u"/Applications/Tarnwick.app"_s, u"/Applications/Other.app"_s}));
+    EXPECT_TRUE(mac.callsOf(u"registerAndReturnError"_s).isEmpty());
+}
+
+TEST_F(CoreOnMacTest, loginItemThatTheSharedFileListIgnores_isTheServices)
+{
+    mac.loginListIgnoresInsertions = true;
+    mac.appServiceStatus = 0;
+    mac.preferences.insert(TWLaunchOnLoginKey, true);
+    start();
+    EXPECT_EQ(mac.appServiceStatus, 1);
+    const QUrl us = QUrl::fromLocalFile(mac.bundlePath);
+    PreferencesWindowController::setStartAtLoginEnabled(us, true);
+    EXPECT_EQ(mac.callsOf(u"LSSharedFileListInsertItemURL"_s).size(), 1) << "it is there already";
+    EXPECT_EQ(mac.callsOf(u"registerAndReturnError"_s).size(), 1) << "it is there already";
+    PreferencesWindowController::setStartAtLoginEnabled(us, false);
+    EXPECT_EQ(mac.appServiceStatus, 0);
 }
 
 TEST_F(CoreOnMacTest, settingOff_removesTheLoginItem)

@@ -104,16 +104,61 @@ TEST_F(SharedFileListLoginItemsTest, systemWithoutAnyPartOfTheLists_leavesItToTh
     }
 }
 
-TEST_F(SharedFileListLoginItemsTest, successor_isAskedOnlyWhereThereIsNoList)
+TEST_F(SharedFileListLoginItemsTest, noListAtAll_leavesItToTheSuccessor)
 {
     auto successor = std::make_unique<FakeLoginItems>();
     FakeLoginItems& fake = *successor;
     SharedFileListLoginItems both(std::move(successor));
-    EXPECT_TRUE(both.createSessionLoginItems());
-    EXPECT_EQ(fake.listsMade, 0);
     mac.fail(u"LSSharedFileListCreate"_s);
-    EXPECT_TRUE(both.createSessionLoginItems());
-    EXPECT_EQ(fake.listsMade, 1);
+    const auto list = both.createSessionLoginItems();
+    ASSERT_TRUE(list);
+    list->insertBeforeFirst(us);
+    EXPECT_EQ(fake.urls(), QList<QUrl>{us});
+}
+
+TEST_F(SharedFileListLoginItemsTest, insertionThatTheListTakes_staysThere)
+{
+    auto successor = std::make_unique<FakeLoginItems>();
+    FakeLoginItems& fake = *successor;
+    SharedFileListLoginItems both(std::move(successor));
+    both.createSessionLoginItems()->insertBeforeFirst(us);
+    EXPECT_EQ(mac.loginItems, QStringList{u"/Applications/Tarnwick.app"_s});
+    EXPECT_TRUE(fake.entries.isEmpty());
+}
+
+TEST_F(SharedFileListLoginItemsTest, insertionThatTheListIgnores_goesToTheSuccessor)
+{
+    mac.loginItems = {u"/Applications/Other.app"_s};
+    mac.loginListIgnoresInsertions = true;
+    auto successor = std::make_unique<FakeLoginItems>();
+    FakeLoginItems& fake = *successor;
+    SharedFileListLoginItems both(std::move(successor));
+    both.createSessionLoginItems()->insertBeforeFirst(us);
+    EXPECT_EQ(mac.callsOf(u"LSSharedFileListInsertItemURL"_s).size(), 1);
+    EXPECT_EQ(mac.loginItems, QStringList{u"/Applications/Other.app"_s});
+    EXPECT_EQ(fake.urls(), QList<QUrl>{us});
+    items.createSessionLoginItems()->insertBeforeFirst(us);
+    EXPECT_EQ(mac.loginItems, QStringList{u"/Applications/Other.app"_s}) << "and nowhere without one";
+}
+
+TEST_F(SharedFileListLoginItemsTest, itemsOfTheSuccessor_comeAfterThoseOfTheListAndAreItsOwn)
+{
+    mac.loginItems = {u"/Applications/Other.app"_s};
+    auto successor = std::make_unique<FakeLoginItems>();
+    FakeLoginItems& fake = *successor;
+    fake.add(us);
+    SharedFileListLoginItems both(std::move(successor));
+    const auto list = both.createSessionLoginItems();
+    const auto snapshot = list->copySnapshot();
+    ASSERT_EQ(snapshot.size(), 2);
+    EXPECT_EQ(list->resolve(*snapshot.at(0), Quietly), QUrl::fromLocalFile(u"/Applications/Other.app"_s));
+    EXPECT_EQ(list->resolve(*snapshot.at(1), Quietly), us);
+    EXPECT_EQ(fake.resolveFlags, QList<quint32>{3});
+    list->remove(*snapshot.at(1));
+    EXPECT_TRUE(fake.entries.isEmpty());
+    EXPECT_TRUE(mac.callsOf(u"LSSharedFileListItemRemove"_s).isEmpty());
+    list->remove(*snapshot.at(0));
+    EXPECT_TRUE(mac.loginItems.isEmpty());
 }
 
 } // namespace tarnwick

@@ -5,6 +5,7 @@
 #include "platform/macos/system/SystemSymbol.h"
 
 #include <CoreServices/CoreServices.h>
+#include <algorithm>
 #include <utility>
 
 namespace tarnwick {
@@ -47,6 +48,11 @@ private:
     CfOwned<LSSharedFileListItemRef> _item;
 };
 
+bool isOfFileList(const LoginItems::Item& item)
+{
+    return dynamic_cast<const FileListItem*>(&item) != nullptr;
+}
+
 LSSharedFileListItemRef itemRef(const LoginItems::Item& item)
 {
     return static_cast<const FileListItem&>(item).get();
@@ -55,12 +61,49 @@ LSSharedFileListItemRef itemRef(const LoginItems::Item& item)
 class FileList final : public LoginItems::List
 {
 public:
-    FileList(const FileListSymbols& system, CfOwned<LSSharedFileListRef> list)
-        : _system(system), _list(std::move(list))
+    /// `successor` may be null.
+    FileList(const FileListSymbols& system, CfOwned<LSSharedFileListRef> list,
+             std::unique_ptr<List> successor)
+        : _system(system), _list(std::move(list)), _successor(std::move(successor))
     {
     }
 
     [[nodiscard]] QList<std::shared_ptr<LoginItems::Item>> copySnapshot() override
+    {
+        return _fileListItems() +
+               (_successor ? _successor->copySnapshot() : QList<std::shared_ptr<LoginItems::Item>>());
+    }
+
+    [[nodiscard]] std::optional<QUrl> resolve(const LoginItems::Item& item, quint32 resolveFlags) override
+    {
+        if (!isOfFileList(item))
+            return _successor->resolve(item, resolveFlags);
+        CFURLRef url = nullptr;
+        if (_system.resolve(itemRef(item), resolveFlags, &url, nullptr) != noErr)
+            return std::nullopt;
+        const CfOwned<CFURLRef> owned(url);
+        const QString path = filePathOf(url);
+        return path.isEmpty() ? std::nullopt : std::optional(QUrl::fromLocalFile(path));
+    }
+
+    void insertBeforeFirst(const QUrl& applicationUrl) override
+    {
+        _insertIntoFileList(applicationUrl);
+        // Today's systems may take the call and do nothing.
+        if (_successor && !_fileListHas(applicationUrl))
+            _successor->insertBeforeFirst(applicationUrl);
+    }
+
+    void remove(const LoginItems::Item& item) override
+    {
+        if (isOfFileList(item))
+            _system.remove(_list.get(), itemRef(item));
+        else
+            _successor->remove(item);
+    }
+
+private:
+    [[nodiscard]] QList<std::shared_ptr<LoginItems::Item>> _fileListItems() const
     {
         UInt32 seed = 0;
         const CfOwned<CFArrayRef> snapshot(_system.copySnapshot(_list.get(), &seed));
@@ -75,17 +118,7 @@ public:
         return items;
     }
 
-    [[nodiscard]] std::optional<QUrl> resolve(const LoginItems::Item& item, quint32 resolveFlags) override
-    {
-        CFURLRef url = nullptr;
-        if (_system.resolve(itemRef(item), resolveFlags, &url, nullptr) != noErr)
-            return std::nullopt;
-        const CfOwned<CFURLRef> owned(url);
-        const QString path = filePathOf(url);
-        return path.isEmpty() ? std::nullopt : std::optional(QUrl::fromLocalFile(path));
-    }
-
-    void insertBeforeFirst(const QUrl& applicationUrl) override
+    void _insertIntoFileList(const QUrl& applicationUrl) const
     {
         const CfOwned<CFURLRef> url = cfFileUrl(applicationUrl.toLocalFile(), true);
         if (!url)
@@ -94,21 +127,19 @@ public:
             _list.get(), _system.beforeFirst, nullptr, nullptr, url.get(), nullptr, nullptr));
     }
 
-    void remove(const LoginItems::Item& item) override { _system.remove(_list.get(), itemRef(item)); }
+    [[nodiscard]] bool _fileListHas(const QUrl& applicationUrl)
+    {
+        const auto items = _fileListItems();
+        return std::any_of(items.cbegin(), items.cend(), [&](const auto& item) {
+            return resolve(*item, LoginItems::NoUserInteraction | LoginItems::DoNotMountVolumes) ==
+                   applicationUrl;
+        });
+    }
 
-private:
     FileListSymbols _system;
     CfOwned<LSSharedFileListRef> _list;
+    std::unique_ptr<List> _successor;
 };
-
-std::unique_ptr<LoginItems::List> createFileList()
-{
-    const FileListSymbols system;
-    if (!system.areComplete())
-        return nullptr;
-    CfOwned<LSSharedFileListRef> list(system.create(kCFAllocatorDefault, system.sessionLoginItems, nullptr));
-    return list ? std::make_unique<FileList>(system, std::move(list)) : nullptr;
-}
 
 } // namespace
 
@@ -119,9 +150,14 @@ SharedFileListLoginItems::SharedFileListLoginItems(std::unique_ptr<LoginItems> s
 
 std::unique_ptr<LoginItems::List> SharedFileListLoginItems::createSessionLoginItems()
 {
-    if (auto list = createFileList())
-        return list;
-    return _successor ? _successor->createSessionLoginItems() : nullptr;
+    auto successor = _successor ? _successor->createSessionLoginItems() : nullptr;
+    const FileListSymbols system;
+    if (!system.areComplete())
+        return successor;
+    CfOwned<LSSharedFileListRef> list(system.create(kCFAllocatorDefault, system.sessionLoginItems, nullptr));
+    if (!list)
+        return successor;
+    return std::make_unique<FileList>(system, std::move(list), std::move(successor));
 }
 
 } // namespace tarnwick

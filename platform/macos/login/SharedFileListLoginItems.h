@@ -5,7 +5,8 @@
 
 namespace tarnwick {
 
-/// The user's login items as a shared file list; where the system has no such list any more, its successor.
+/// The user's login items as a shared file list, and after them those of its successor; that alone where the
+/// system has no such list any more. What the shared file list does not take goes to the successor.
 class SharedFileListLoginItems final : public LoginItems
 {
 public:

@@ -73,7 +73,8 @@ LSSharedFileListItemRef insertItemUrl(LSSharedFileListRef list, LSSharedFileList
     const auto* target = objects().find<MacUrl>(url);
     if (!objects().find<MacFileList>(list) || !target || call.fails())
         return nullptr;
-    mac().loginItems.prepend(target->path);
+    if (!mac().loginListIgnoresInsertions)
+        mac().loginItems.prepend(target->path);
     return handOut<LSSharedFileListItemRef>(itemFor(target->path), call);
 }
 
