@@ -6,6 +6,7 @@ import os
 from harness.applications import KITS, Fixture
 from harness.case import DesktopTest, main
 from harness.inspecting import Inspects, menu_lines
+from harness.outside import Exporting
 from harness.tarnwick import Tarnwick
 from harness.waiting import holds_for
 
@@ -61,7 +62,8 @@ class Inspecting(Inspects, DesktopTest):
     def test_sources_tells_what_is_read_and_what_could_be_switched_on(self):
         fixture = self.in_front("gtk3")
         whole = {"accessibility tree": 'toolkit "gtk", 4 menus, 0 of them with nothing in them',
-                 "org.gtk.Menus": "nothing is exported", "read": "the accessibility tree"}
+                 "org.gtk.Menus": "nothing is exported", "com.canonical.dbusmenu": "nothing is exported",
+                 "read": "the accessibility tree"}
         self.assertEqual(self.sources(), whole)
         late = Fixture(self.session, "gtk3", menu="kinds.menu", title="Late")
         self.addCleanup(late.program.stop)
@@ -78,14 +80,22 @@ class Inspecting(Inspects, DesktopTest):
         with_module.accessible(self.bus)
         self.assertEqual(self.sources(), {
             "accessibility tree": 'toolkit "gtk", 4 menus, 1 of them with nothing in them',
-            "org.gtk.Menus": "exported by the module of GTK, 2 menus", "read": "the accessibility tree"})
+            "org.gtk.Menus": "exported by the module of GTK, 2 menus",
+            "com.canonical.dbusmenu": "nothing is exported", "read": "the accessibility tree"})
         with_module.program.stop()
         newer = Fixture(self.session, "gtk4", menu="exported.menu", title="Newer")
         self.addCleanup(newer.program.stop)
         self.bus.application(newer.pid)
         self.assertEqual(self.sources(), {
             "accessibility tree": 'toolkit "GTK", no menu bar', "org.gtk.Menus": "exported by the program, 3 menus",
-            "read": "what is exported"})
+            "com.canonical.dbusmenu": "nothing is exported", "read": "org.gtk.Menus"})
+
+    def test_sources_tells_what_is_exported_for_outside_the_window(self):
+        program = Exporting(self.session)
+        self.addCleanup(program.program.stop)
+        said = self.sources()
+        self.assertEqual((said["com.canonical.dbusmenu"], said["read"]),
+                         ("exported by the program, 3 menus", "com.canonical.dbusmenu"))
 
     def test_delay_leaves_time_to_bring_another_application_to_the_front(self):
         later = Fixture(self.session, "gtk3", menu="viewer.menu", title="Later")

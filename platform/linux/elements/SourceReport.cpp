@@ -8,10 +8,19 @@ namespace tarnwick {
 namespace {
 
 const QString NothingExported = u"nothing is exported"_s;
+const QString GtkModel = u"org.gtk.Menus"_s;
+const QString DbusMenu = u"com.canonical.dbusmenu"_s;
 
 QString told(const QString& source, const QString& what)
 {
     return source + u": "_s + what;
+}
+
+QString told(const QString& by, const std::optional<QList<MenuRow>>& bar)
+{
+    if (!bar)
+        return by + u", it does not answer"_s;
+    return by + (bar->isEmpty() ? u", without entries"_s : u", %1 menus"_s.arg(menusIn(*bar).size()));
 }
 
 } // namespace
@@ -27,8 +36,8 @@ QStringList SourceReport::lines(std::optional<qint64> processIdentifier)
                             ? u"%1 menus, %2 of them with nothing in them"_s.arg(tree.menus).arg(tree.empty)
                             : u"no menu bar"_s;
     const QString exported = _exported(window);
-    return QStringList{told(u"accessibility tree"_s, toolkit + u", "_s + bar),
-                       told(u"org.gtk.Menus"_s, exported), told(u"read"_s, _read(window))} +
+    return QStringList{told(u"accessibility tree"_s, toolkit + u", "_s + bar), told(GtkModel, exported),
+                       told(DbusMenu, _exportedForOutside(window)), told(u"read"_s, _read(window))} +
            _advice(tree, exported);
 }
 
@@ -85,10 +94,20 @@ QString SourceReport::_exported(const FrontWindow& window)
         return NothingExported;
     const QString by =
         GtkMenuBars::isOfModule(bar) ? u"exported by the module of GTK"_s : u"exported by the program"_s;
-    const auto rows = _reading.exports.menus.readBar(bar);
-    if (!rows)
-        return by + u", it does not answer"_s;
-    return by + (rows->isEmpty() ? u", without entries"_s : u", %1 menus"_s.arg(menusIn(*rows).size()));
+    return told(by, _reading.exports.menus.readBar(bar));
+}
+
+QString SourceReport::_exportedForOutside(const FrontWindow& window)
+{
+    _reading.budget.begin();
+    DbusMenuBars& bars = _reading.outside.menuBars;
+    const BusReference collected = window.isNative() ? BusReference() : bars.ofWindow(window.window);
+    const BusReference bar =
+        collected || !window.processIdentifier ? collected : bars.ofProcess(*window.processIdentifier);
+    if (!bar)
+        return NothingExported;
+    return told(collected ? u"collected by the desktop"_s : u"exported by the program"_s,
+                _reading.outside.menus.readBar(bar));
 }
 
 QString SourceReport::_read(const FrontWindow& window)
@@ -97,10 +116,18 @@ QString SourceReport::_read(const FrontWindow& window)
     const FoundMenuBar found = _reading.menuBars.of(window);
     if (!found)
         return u"nothing"_s;
-    const QString source =
-        found.source == &_reading.tree.menus ? u"the accessibility tree"_s : u"what is exported"_s;
+    const QString source = _nameOf(*found.source);
     const bool another = found.owner != XCB_WINDOW_NONE && found.owner != window.window;
     return another ? source + u" of another window of the application"_s : source;
+}
+
+QString SourceReport::_nameOf(const MenuSource& source) const
+{
+    if (&source == &_reading.tree.menus)
+        return u"the accessibility tree"_s;
+    if (&source == &_reading.exports.menus)
+        return GtkModel;
+    return &source == &_reading.outside.menus ? DbusMenu : u"Tarnwick itself"_s;
 }
 
 QStringList SourceReport::_advice(const InTree& tree, const QString& exported)

@@ -33,7 +33,9 @@ private:
     [[nodiscard]] BusReference _barInTree(const FrontWindow& window);
     [[nodiscard]] QString _toolkitOf(const FrontWindow& window);
     [[nodiscard]] QString _exported(const FrontWindow& window);
+    [[nodiscard]] QString _exportedForOutside(const FrontWindow& window);
     [[nodiscard]] QString _read(const FrontWindow& window);
+    [[nodiscard]] QString _nameOf(const MenuSource& source) const;
     [[nodiscard]] static QStringList _advice(const InTree& tree, const QString& exported);
 
     LinuxReading& _reading;
