@@ -19,6 +19,9 @@ constexpr const char* Unasked = "/com/canonical/menu";
 constexpr qsizetype MaximumProcesses = 200;
 /// A process that exports something only a moment later is looked at again.
 constexpr auto NotYet = 3s;
+/// For all questions of one kind: the menus themselves are yet to be read in the same half second. A
+/// collector that has not answered by then is asked again after NotYet.
+constexpr auto MostForAsking = 200ms;
 
 SdBusMessage questionFor(xcb_window_t window, SdBus& bus)
 {
@@ -33,11 +36,15 @@ SdBusMessage questionFor(xcb_window_t window, SdBus& bus)
 
 BusReference DbusMenuBars::ofWindow(xcb_window_t window)
 {
-    const ReadingBudget::Reading reading(_budget);
-    SdBus* bus = _bus.connection(reading.deadline());
-    if (!bus || reading.deadline().passed())
+    if (_silentUntil && !_silentUntil->passed())
         return {};
-    const SdBusMessage answer = bus->call(questionFor(window, *bus), reading.deadline());
+    const ReadingBudget::Reading reading(_budget);
+    const Deadline deadline = reading.deadline().atMostIn(MostForAsking);
+    SdBus* bus = _bus.connection(deadline);
+    if (!bus || deadline.passed())
+        return {};
+    const SdBusMessage answer = bus->call(questionFor(window, *bus), deadline);
+    _silentUntil = !answer && deadline.passed() ? std::optional(Deadline::in(NotYet)) : std::nullopt;
     const char* service = nullptr;
     const char* path = nullptr;
     if (!answer || sd_bus_message_read(answer.get(), "so", &service, &path) <= 0)
@@ -57,19 +64,22 @@ BusReference DbusMenuBars::at(const QByteArray& service, const QByteArray& path)
 BusReference DbusMenuBars::ofProcess(qint64 processIdentifier)
 {
     const ReadingBudget::Reading reading(_budget);
-    if (!_bus.connection(reading.deadline()))
+    const Deadline deadline = reading.deadline().atMostIn(MostForAsking);
+    if (!_bus.connection(deadline))
         return {};
     QList<std::pair<QByteArray, QByteArray>> exported;
-    const QByteArrayList connections = _connectionsOf(processIdentifier, reading.deadline());
+    const QByteArrayList connections = _connectionsOf(processIdentifier, deadline);
     for (const QByteArray& service : connections) {
         SdBus* bus = _bus.standingConnection();
         if (!bus)
             return {};
-        const BusObject object = introspect(service, {Unasked}, *bus, reading.deadline()).value(Unasked);
+        const BusObject object = introspect(service, {Unasked}, *bus, deadline).value(Unasked);
         for (const QByteArray& name : object.children)
             if (const QByteArray path = childPath(Unasked, name); !path.isEmpty())
                 exported.append({service, path});
     }
+    if (deadline.passed()) // one that has not answered may export the second
+        return {};
     if (exported.isEmpty() && !connections.isEmpty())
         _exporters.insert(processIdentifier, {{}, Deadline::in(NotYet)});
     return exported.size() == 1 ? at(exported.first().first, exported.first().second) : BusReference();

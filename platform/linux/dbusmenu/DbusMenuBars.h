@@ -6,6 +6,8 @@
 #include <QHash>
 #include <xcb/xproto.h>
 
+#include <optional>
+
 namespace tarnwick {
 
 /// Finds the menu bar that a program exports for one of its windows, by the word of whoever collects such
@@ -42,6 +44,7 @@ private:
     DbusMenuSource& _source;
     QHash<qint64, Exporter> _exporters; ///< by process, on the connection of that number
     int _connection = 0;
+    std::optional<Deadline> _silentUntil; ///< the collector, which did not answer
 };
 
 } // namespace tarnwick

@@ -15,6 +15,8 @@ namespace {
 constexpr qsizetype MaximumWindows = 200;
 /// Of the half second for an update: what the tree has is read, too.
 constexpr std::chrono::milliseconds MostForLooking{200};
+/// A look that did not come to its end is not tried again at each reading.
+constexpr std::chrono::seconds AfterAFailedLook{3};
 
 } // namespace
 
@@ -97,14 +99,20 @@ void MenuBars::_haveFilled(xcb_window_t window, const BusReference& bar)
     const BusReference exported = exports.menuBars.ofWindow(window);
     if (!exported || !GtkMenuBars::isOfModule(exported))
         return;
-    // What a look has left empty is empty.
     const QList<BusReference> empty = tree.menuBars.emptyMenusOf(bar);
     const QList<BusReference> leftEmpty = _leftEmpty.value(window);
     const auto isNew = [&](const BusReference& menu) { return !leftEmpty.contains(menu); };
-    if (!std::ranges::any_of(empty, isNew) || !exports.menus.lookAtAll(exported, MostForLooking))
+    const auto notBefore = _failedLooks.value(window);
+    if (!std::ranges::any_of(empty, isNew) || (notBefore && !notBefore->passed()))
         return;
-    if (_leftEmpty.size() >= MaximumWindows)
+    if (_leftEmpty.size() + _failedLooks.size() >= MaximumWindows) {
         _leftEmpty.clear();
+        _failedLooks.clear();
+    }
+    if (!exports.menus.lookAtAll(exported, MostForLooking)) {
+        _failedLooks.insert(window, Deadline::in(AfterAFailedLook));
+        return;
+    }
     _leftEmpty.insert(window, empty);
     tree.menus.menusAreMade(bar);
 }
@@ -125,12 +133,12 @@ FoundMenuBar MenuBars::_orOutside(const X11Window& window, const FoundMenuBar& i
 {
     if (!_mayLackMenus(inside))
         return inside;
-    if (const BusReference bar = _outside.menuBars.ofWindow(window.id))
+    if (const BusReference bar = _outside.menuBars.ofWindow(window.id); _hasEntries(bar))
         return {&_outside.menus, bar, window.id};
     if (!inside || !window.processIdentifier)
         return inside;
     const BusReference only = _outside.menuBars.ofProcess(*window.processIdentifier);
-    return only ? FoundMenuBar{&_outside.menus, only, window.id} : inside;
+    return _hasEntries(only) ? FoundMenuBar{&_outside.menus, only, window.id} : inside;
 }
 
 FoundMenuBar MenuBars::_orOutsideAnyWindow(qint64 processIdentifier, const FoundMenuBar& inside)
@@ -138,10 +146,18 @@ FoundMenuBar MenuBars::_orOutsideAnyWindow(qint64 processIdentifier, const Found
     if (!_mayLackMenus(inside))
         return inside;
     for (const xcb_window_t window : _windows.windowsOf(processIdentifier))
-        if (const BusReference bar = _outside.menuBars.ofWindow(window))
+        if (const BusReference bar = _outside.menuBars.ofWindow(window); _hasEntries(bar))
             return {&_outside.menus, bar, window};
     const BusReference only = _outside.menuBars.ofProcess(processIdentifier);
-    return only ? FoundMenuBar{&_outside.menus, only, XCB_WINDOW_NONE} : inside;
+    return _hasEntries(only) ? FoundMenuBar{&_outside.menus, only, XCB_WINDOW_NONE} : inside;
+}
+
+bool MenuBars::_hasEntries(const BusReference& outside)
+{
+    if (!outside)
+        return false;
+    const auto rows = _outside.menus.readBar(outside);
+    return rows && !rows->isEmpty();
 }
 
 bool MenuBars::_mayLackMenus(const FoundMenuBar& found)

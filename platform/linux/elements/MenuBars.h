@@ -9,6 +9,8 @@
 
 #include <QHash>
 
+#include <optional>
+
 namespace tarnwick {
 
 struct FoundMenuBar
@@ -78,13 +80,17 @@ private:
     /// `inside`, or what is exported for outside the window where that may be better.
     [[nodiscard]] FoundMenuBar _orOutside(const X11Window& window, const FoundMenuBar& inside);
     [[nodiscard]] FoundMenuBar _orOutsideAnyWindow(qint64 processIdentifier, const FoundMenuBar& inside);
+    /// Whether there is something to read: a collector may know a bar that is gone or has nothing in it.
+    [[nodiscard]] bool _hasEntries(const BusReference& outside);
     /// Whether its menus may be missing until they first open, or it is none.
     [[nodiscard]] bool _mayLackMenus(const FoundMenuBar& found);
 
     X11Windows& _windows;
     Sources _sources;
     DbusMenuExports& _outside;
-    QHash<xcb_window_t, QList<BusReference>> _leftEmpty; ///< by windows that were looked at: menus of theirs
+    /// By windows: the menus that were empty before a look at all of them. Another look helps none of these.
+    QHash<xcb_window_t, QList<BusReference>> _leftEmpty;
+    QHash<xcb_window_t, std::optional<Deadline>> _failedLooks; ///< by windows: when to look again
 };
 
 } // namespace tarnwick

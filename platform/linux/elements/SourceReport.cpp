@@ -36,9 +36,11 @@ QStringList SourceReport::lines(std::optional<qint64> processIdentifier)
                             ? u"%1 menus, %2 of them with nothing in them"_s.arg(tree.menus).arg(tree.empty)
                             : u"no menu bar"_s;
     const QString exported = _exported(window);
+    const QString read = _read(window);
+    const bool isReadOutside = read.startsWith(DbusMenu);
     return QStringList{told(u"accessibility tree"_s, toolkit + u", "_s + bar), told(GtkModel, exported),
-                       told(DbusMenu, _exportedForOutside(window)), told(u"read"_s, _read(window))} +
-           _advice(tree, exported);
+                       told(DbusMenu, _exportedForOutside(window)), told(u"read"_s, read)} +
+           (isReadOutside ? QStringList() : _advice(tree, exported));
 }
 
 FrontWindow SourceReport::_windowOf(std::optional<qint64> processIdentifier)

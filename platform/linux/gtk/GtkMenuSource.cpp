@@ -127,12 +127,14 @@ bool GtkMenuSource::lookAtAll(const BusReference& bar, std::chrono::milliseconds
         return false;
     Reading reading{bar.service, *place, {}, {}, {}};
     QSet<quint32> groups{place->number.group};
+    bool answered = false;
     for (int depth = 0; depth < MaximumDepth && !groups.isEmpty(); ++depth) {
         reading.menus.clear();
         _look(reading, groups, {}, deadline);
+        answered = answered || !reading.menus.isEmpty();
         groups = groupsOf(linkedIn(reading.menus), reading.groups);
     }
-    return !deadline.passed();
+    return answered && !deadline.passed();
 }
 
 std::optional<QList<MenuRow>> GtkMenuSource::readMenu(const BusReference& contents)

@@ -45,8 +45,10 @@ protected:
         menus->set(Editor);
     }
 
+    /// Each reading that begins here has its whole half second, as after a turn of the event loop.
     BusReference bar(const QByteArray& path = "/menu")
     {
+        budget.begin();
         return source.reference(application->service(), path);
     }
     /// The only entry of that title in a menu.
@@ -75,6 +77,7 @@ protected:
     }
     QStringList titles(const BusReference& menu)
     {
+        budget.begin();
         QStringList found;
         for (const MenuRow& row : source.readMenu(menu).value_or(QList<MenuRow>()))
             found.append(row.title);

@@ -3,6 +3,7 @@
 #include "platform/linux/atspi/AtspiConstants.h"
 #include "platform/linux/elements/LinuxReading.h"
 #include "platform/linux/workspace/X11FrontApplication.h"
+#include "tests/contract/linux/dbusmenu/ScriptedMenus.h"
 #include "tests/contract/linux/dbusmenu/ScriptedRegistrar.h"
 #include "tests/contract/session/FixtureProgram.h"
 
@@ -25,6 +26,7 @@ protected:
         if (!FixtureProgram::exists(u"gtk3"_s) && !qEnvironmentVariableIsSet("TARNWICK_REQUIRE_TOOLS"))
             GTEST_SKIP() << "no fixture program of gtk3";
         EXPECT_TRUE(reading->tree.access.open());
+        menus.set({{0, {"", {1}}}, {1, {"_File", {2}}}, {2, {"_Quit"}}});
     }
 
     /// Once the program is in front, and its bar is collected.
@@ -34,7 +36,7 @@ protected:
             [&] { return reading->front->current().processIdentifier == program.processIdentifier(); },
             Limit));
         FrontWindow front = reading->front->current();
-        registrar->set(front.window, {":1.0", "/MenuBar/1"});
+        registrar->set(front.window, {exporter.service(), "/MenuBar/1"});
         return front;
     }
     /// Each question is one event.
@@ -61,6 +63,9 @@ protected:
                 BusReference{program.service(), "/window", reading.tree.bus.number()}};
     }
 
+    ScriptedApplication exporter{qgetenv("DBUS_SESSION_BUS_ADDRESS"), "",
+                                 QMap<QByteArray, ScriptedApplication::Object>()};
+    ScriptedMenus menus{exporter};
     std::unique_ptr<ScriptedRegistrar> registrar =
         std::make_unique<ScriptedRegistrar>(qgetenv("DBUS_SESSION_BUS_ADDRESS"));
     std::shared_ptr<LinuxReading> reading = std::make_shared<LinuxReading>(&X11FrontApplication::make);
@@ -85,6 +90,10 @@ TEST_F(OutsideBarsTest, withoutABarInTheTree_whatIsCollectedCountsAsLongAsItIs)
     EXPECT_EQ(reading->menuBars.ownerOf(front), (MenuBarOwner{front.window, {}}));
     const FrontWindow native{XCB_WINDOW_NONE, front.processIdentifier};
     EXPECT_EQ(sourceOf(native), &reading->outside.menus) << "by any window of its process";
+    menus.set({{0, {"", {}}}});
+    EXPECT_EQ(sourceOf(front), nullptr) << "a bar with nothing in it is none";
+    registrar->set(front.window, {":1.9999", "/MenuBar/1"});
+    EXPECT_EQ(sourceOf(front), nullptr) << "nor is one whose program has gone";
     registrar.reset();
     EXPECT_EQ(sourceOf(front), nullptr);
     EXPECT_EQ(sourceOf(native), nullptr);
@@ -102,7 +111,10 @@ TEST_F(OutsideBarsTest, menusThatMayBeMissingUntilTheyOpen_areReadOutside)
             isInTree ? static_cast<MenuSource*>(&reading->tree.menus) : &reading->outside.menus;
         EXPECT_EQ(sourceOf(window), expected) << toolkit;
     }
-    registrar.reset();
+    registrar->set(front.window, {":1.9999", "/MenuBar/1"});
     const auto inTree = programOf("Gecko");
+    EXPECT_EQ(sourceOf(windowOf(*inTree, front, *reading)), &reading->tree.menus)
+        << "what is gone hides nothing";
+    registrar.reset();
     EXPECT_EQ(sourceOf(windowOf(*inTree, front, *reading)), &reading->tree.menus) << "it is all there is";
 }

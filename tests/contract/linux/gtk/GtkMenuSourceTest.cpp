@@ -258,6 +258,7 @@ TEST_F(GtkMenuSourceTest, aLookAtAll_startsEachGroupOnceAndEndsIt)
         menus.append({{group, 0}, {submenu("Deeper", {group + 1, 0})}});
     publish(menus, EditorActions);
     application->forgetCalls();
+    budget.begin();
     EXPECT_TRUE(source.lookAtAll(at(Bar), 10s));
     EXPECT_TRUE(allEnded());
     const QList<quint32> looked = watched.keys();
@@ -274,6 +275,10 @@ TEST_F(GtkMenuSourceTest, aLookAtAll_hasOnlyTheTimeThatItIsGiven)
     publish(Editor);
     EXPECT_TRUE(source.lookAtAll(at(Bar), 10s));
     EXPECT_FALSE(source.lookAtAll({application->service(), "no place", bus.number()}, 10s));
+    setLever([](sd_bus_message* call) {
+        return sd_bus_reply_method_errorf(call, SD_BUS_ERROR_FAILED, "no") >= 0;
+    });
+    EXPECT_FALSE(source.lookAtAll(at(Bar), 10s)) << "nothing was looked at";
     setLever([](sd_bus_message* /*call*/) { return true; });
     FairTimer time;
     time.start();
