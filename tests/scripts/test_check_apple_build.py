@@ -7,7 +7,7 @@ import unittest
 from tree import TreeTest, require
 
 SCRIPT = "scripts/lib/check-apple-build"
-ROOMS = ("foundation", "ax", "menu", "mouse", "shortcut", "prefs", "app", "platform/qt", "platform/macos", "tests/unit",
+ROOMS = ("foundation", "ax", "menu", "mouse", "shortcut", "search", "prefs", "app", "platform/qt", "platform/macos", "tests/unit",
          "tests/macos")
 FAULTS = {
     "a number that the library cannot read":

@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int Limit = 10'000; // ms
+constexpr int Limit = 30'000; // ms
 const QStringList Editor{u"File"_s, u"Edit"_s, u"View"_s, u"Help"_s};
 const QStringList Exported{u"Exported"_s};
 
