@@ -3,10 +3,13 @@
 
 #include "platform/linux/bus/BusText.h"
 
+#include <utility>
+
 namespace tarnwick::dbus_menus {
 
 namespace {
 
+constexpr const char* EntryType = "(ia{sv}av)";
 constexpr qsizetype MaximumStrokes = 8;
 constexpr qsizetype MaximumKeys = 8;
 
@@ -150,13 +153,21 @@ bool passChildren(sd_bus_message* reply, DbusMenuEntry& entry)
     return sd_bus_message_exit_container(reply) >= 0;
 }
 
-std::optional<DbusMenuEntry> readEntry(sd_bus_message* reply)
+/// Appends the entry that comes next, unless it is something else. False when nothing after it can be read.
+bool readEntry(sd_bus_message* reply, QList<DbusMenuEntry>& entries)
 {
+    const char* contents = nullptr;
+    if (sd_bus_message_peek_type(reply, nullptr, &contents) <= 0)
+        return false;
+    if (QByteArrayView(contents) != EntryType)
+        return sd_bus_message_skip(reply, "v") > 0;
     DbusMenuEntry entry;
-    const bool read = sd_bus_message_enter_container(reply, SD_BUS_TYPE_VARIANT, "(ia{sv}av)") > 0 &&
+    const bool read = sd_bus_message_enter_container(reply, SD_BUS_TYPE_VARIANT, EntryType) > 0 &&
                       readFacts(reply, entry) && passChildren(reply, entry) &&
                       sd_bus_message_exit_container(reply) >= 0 && sd_bus_message_exit_container(reply) >= 0;
-    return read ? std::optional(entry) : std::nullopt;
+    if (read)
+        entries.append(std::move(entry));
+    return read;
 }
 
 } // namespace
@@ -168,12 +179,9 @@ std::optional<DbusMenuLayout> decodeLayout(sd_bus_message* reply)
     if (sd_bus_message_read_basic(reply, SD_BUS_TYPE_UINT32, &revision) <= 0 ||
         !readFacts(reply, layout.menu))
         return std::nullopt;
-    while (layout.entries.size() < MaximumEntries && sd_bus_message_at_end(reply, 0) == 0) {
-        auto entry = readEntry(reply);
-        if (!entry)
+    while (layout.entries.size() < MaximumEntries && sd_bus_message_at_end(reply, 0) == 0)
+        if (!readEntry(reply, layout.entries))
             break;
-        layout.entries.append(*std::move(entry));
-    }
     return layout;
 }
 

@@ -26,11 +26,10 @@ std::optional<MenuShortcut> shortcutOf(const DbusMenuEntry& entry)
     return binding ? MenuShortcut::of(*binding) : std::nullopt;
 }
 
-std::optional<MenuRow> rowOf(const DbusMenuEntry& entry, const BusReference& self, const QByteArray& menu)
+std::optional<MenuRow> rowOf(const DbusMenuEntry& entry, const BusReference& self, const DbusMenuPlace& menu)
 {
     MenuRow row;
     row.item = self;
-    row.item.path = DbusMenuPlace{menu, entry.number}.toPath();
     if (entry.separator) {
         row.kind = MenuRow::Kind::Separator;
         return row;
@@ -38,6 +37,7 @@ std::optional<MenuRow> rowOf(const DbusMenuEntry& entry, const BusReference& sel
     row.title = titleOfMnemonicLabel(entry.label);
     if (row.title.isEmpty() || row.title == StandIn)
         return std::nullopt;
+    row.item.path = menu.below(entry.number, row.title).toPath();
     row.enabled = entry.enabled;
     if (entry.submenu) {
         row.kind = MenuRow::Kind::Holder;
@@ -63,7 +63,7 @@ QList<MenuRow> dbusMenuNormalForm(const QList<DbusMenuEntry>& entries, const Bus
     if (!place)
         return rows;
     for (const DbusMenuEntry& entry : entries) {
-        const auto row = entry.visible ? rowOf(entry, self, place->menu) : std::nullopt;
+        const auto row = entry.visible ? rowOf(entry, self, *place) : std::nullopt;
         if (row && !(isSeparator(*row) && (rows.isEmpty() || isSeparator(rows.last()))))
             rows.append(*row);
     }

@@ -10,19 +10,29 @@ constexpr char Between = ' ';
 
 } // namespace
 
+QByteArray DbusMenuPlace::mark(const QString& title)
+{
+    return QByteArray::number(static_cast<quint64>(qHash(title)), 36);
+}
+
+DbusMenuPlace DbusMenuPlace::below(qint32 entry, const QString& title) const
+{
+    return {menu, entry, way + QByteArrayList{mark(title)}};
+}
+
 QByteArray DbusMenuPlace::toPath() const
 {
-    return menu + Between + QByteArray::number(number);
+    return (QByteArrayList{menu, QByteArray::number(number)} + way).join(Between);
 }
 
 std::optional<DbusMenuPlace> DbusMenuPlace::fromPath(const QByteArray& path)
 {
-    const qsizetype between = path.indexOf(Between);
+    const QByteArrayList parts = path.split(Between);
     bool isNumber = false;
-    const qint32 number = path.mid(between + 1).toInt(&isNumber);
-    if (between < 1 || !isNumber)
+    const qint32 number = parts.value(1).toInt(&isNumber);
+    if (parts.first().isEmpty() || !isNumber)
         return std::nullopt;
-    return DbusMenuPlace{path.first(between), number};
+    return DbusMenuPlace{parts.first(), number, parts.mid(2)};
 }
 
 } // namespace tarnwick

@@ -9,8 +9,6 @@
 #include "platform/linux/menus/MnemonicLabel.h"
 #include "platform/linux/x11/X11ServerTime.h"
 
-#include <QStringList>
-
 #include <utility>
 
 namespace tarnwick {
@@ -22,7 +20,8 @@ namespace {
 constexpr const char* Interface = "com.canonical.dbusmenu";
 /// No menu is deeper. An entry may say that it holds itself.
 constexpr qsizetype MaximumDepth = 32;
-constexpr qsizetype MaximumOrigins = 4 * MaximumEntries;
+/// A program that is busy answers in the end. What was chosen waits for that, as any message would.
+constexpr std::chrono::seconds LongestForAnAnswer{20};
 
 /// Whether the exporter takes "AboutToShow" as what it is, a word ahead. Qt and KDE make a menu up to date
 /// then, and show nothing. Firefox and Thunderbird, as everything that exports at "/com/canonical/menu", may
@@ -49,9 +48,10 @@ qint32 numberOf(const BusReference& item)
 }
 
 /// Menu bars have no title, and some exporters do not send that of other menus.
-bool isOfAnother(const DbusMenuEntry& menu, const QString& title)
+bool isOfAnother(const DbusMenuEntry& menu, const DbusMenuPlace& place)
 {
-    return !title.isEmpty() && !menu.label.isEmpty() && titleOfMnemonicLabel(menu.label) != title;
+    return !place.way.isEmpty() && !menu.label.isEmpty() &&
+           DbusMenuPlace::mark(titleOfMnemonicLabel(menu.label)) != place.way.last();
 }
 
 /// The answer to "GetGroupProperties" for one entry; nothing unless it tells of that one.
@@ -75,7 +75,7 @@ BusReference DbusMenuSource::reference(const QByteArray& service, const QByteArr
 std::optional<QList<MenuRow>> DbusMenuSource::readBar(const BusReference& bar)
 {
     const ReadingBudget::Reading reading(_budget);
-    auto rows = _read(bar, {}, reading.deadline());
+    auto rows = _read(bar, reading.deadline());
     if (rows)
         rows->removeIf([](const MenuRow& row) { return row.kind == MenuRow::Kind::Separator; });
     return rows;
@@ -84,15 +84,13 @@ std::optional<QList<MenuRow>> DbusMenuSource::readBar(const BusReference& bar)
 std::optional<QList<MenuRow>> DbusMenuSource::readMenu(const BusReference& contents)
 {
     const ReadingBudget::Reading reading(_budget);
-    const QString title = _origins.value(contents).title;
-    if (auto rows = _read(contents, title, reading.deadline()))
+    if (auto rows = _read(contents, reading.deadline()))
         return rows;
     const BusReference again = _foundAgain(contents, reading.deadline());
-    return again ? _read(again, title, reading.deadline()) : std::nullopt;
+    return again ? _read(again, reading.deadline()) : std::nullopt;
 }
 
-std::optional<QList<MenuRow>> DbusMenuSource::_read(const BusReference& menu, const QString& title,
-                                                    Deadline deadline)
+std::optional<QList<MenuRow>> DbusMenuSource::_read(const BusReference& menu, Deadline deadline)
 {
     const auto place = DbusMenuPlace::fromPath(menu.path);
     if (!place || !_bus.stands(menu) || deadline.passed())
@@ -106,42 +104,24 @@ std::optional<QList<MenuRow>> DbusMenuSource::_read(const BusReference& menu, co
                 layout = decodeLayout(reply);
         },
         deadline);
-    if (!layout || isOfAnother(layout->menu, title))
+    if (!layout || isOfAnother(layout->menu, *place))
         return std::nullopt;
-    const QList<MenuRow> rows = dbusMenuNormalForm(layout->entries, menu);
-    _remember(rows, menu);
-    return rows;
-}
-
-void DbusMenuSource::_remember(const QList<MenuRow>& rows, const BusReference& menu)
-{
-    if (_origins.size() + rows.size() > MaximumOrigins)
-        _origins.clear();
-    for (const MenuRow& row : rows)
-        _origins.insert(row.item, {menu, row.title});
+    return dbusMenuNormalForm(layout->entries, menu);
 }
 
 BusReference DbusMenuSource::_foundAgain(const BusReference& item, Deadline deadline)
 {
-    QStringList titles;
-    BusReference at = item;
-    for (auto origin = _origins.constFind(at); numberOf(at) != 0 && origin != _origins.cend();
-         origin = _origins.constFind(at)) {
-        titles.prepend(origin->title);
-        at = origin->menu;
-        if (titles.size() > MaximumDepth)
-            return {};
-    }
-    if (numberOf(at) != 0)
+    const auto place = DbusMenuPlace::fromPath(item.path);
+    if (!place || place->way.isEmpty() || place->way.size() > MaximumDepth)
         return {};
-    QString title;
-    for (const QString& next : std::as_const(titles)) {
-        auto rows = _read(at, title, deadline).value_or(QList<MenuRow>());
-        rows.removeIf([&next](const MenuRow& row) { return row.title != next; });
+    BusReference at = item;
+    at.path = DbusMenuPlace{place->menu}.toPath();
+    for (const QByteArray& next : place->way) {
+        auto rows = _read(at, deadline).value_or(QList<MenuRow>());
+        rows.removeIf([&next](const MenuRow& row) { return DbusMenuPlace::mark(row.title) != next; });
         if (rows.size() != 1)
             return {};
         at = rows.first().item;
-        title = next;
     }
     return at;
 }
@@ -178,18 +158,21 @@ struct DbusMenuSource::Press
 {
     BusReference item; ///< empty once it is known that nothing can be pressed
     QString title;
-    quint32 time; ///< of the choice
-    bool lost = false;
+    bool enabled;     ///< when it was chosen
+    quint32 time;     ///< of the choice
+    bool isIt = true; ///< as far as the program has answered
+    bool answered = false;
     bool foundAgain = false;
 
     /// Whether it is not to be pressed yet.
     bool waits(sd_bus_message* answer)
     {
         const auto facts = factsOf(item, title, answer);
-        lost = !facts;
-        if (lost && foundAgain)
+        answered = true;
+        isIt = facts.has_value();
+        if (!isIt && foundAgain)
             item = {};
-        return item && (lost || !facts->enabled);
+        return item && (!isIt || (enabled && !facts->enabled));
     }
 };
 
@@ -197,19 +180,21 @@ bool DbusMenuSource::press(const MenuRow& row)
 {
     if (row.kind != MenuRow::Kind::Item || !_bus.stands(row.item))
         return false;
-    const auto press = std::make_shared<Press>(Press{row.item, row.title, x11ServerTime()});
+    const auto press = std::make_shared<Press>(Press{row.item, row.title, row.enabled, x11ServerTime()});
     const MenuPressCalls calls{
         [this] { return _bus.standingConnection(); },
         [this, press] { return _questionOf(*press); },
         [press](sd_bus_message* answer) { return press->waits(answer); },
-        [this, press] { return press->lost ? SdBusMessage() : _click(press->item, press->time); },
+        [this, press] {
+            return press->answered && press->isIt ? _click(press->item, press->time) : SdBusMessage();
+        },
     };
-    return MenuPress::start(calls, row.enabled, &_presses);
+    return MenuPress::startOnceAnswered(calls, LongestForAnAnswer, &_presses);
 }
 
 SdBusMessage DbusMenuSource::_questionOf(Press& press)
 {
-    if (press.lost) {
+    if (!press.isIt) {
         const ReadingBudget::Reading reading(_budget);
         press.item = _foundAgain(press.item, reading.deadline());
         press.foundAgain = true;

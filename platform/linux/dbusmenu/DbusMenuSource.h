@@ -5,7 +5,6 @@
 #include "platform/linux/menus/MenuSource.h"
 #include "platform/linux/menus/ReadingBudget.h"
 
-#include <QHash>
 #include <QObject>
 
 namespace tarnwick {
@@ -13,7 +12,8 @@ namespace tarnwick {
 /// Menus that a program exports on the session bus as "com.canonical.dbusmenu". Entries are told apart by
 /// numbers, which may be others' by the time they are used: where one stands for another entry, or for none,
 /// the entry is looked for once by the titles that lead to it. Nothing is kept of what menus hold, so what
-/// the program tells of their changes is not listened to. GUI thread only.
+/// the program tells of their changes is not listened to. What the program does not say to be the entry that
+/// was chosen is not pressed. GUI thread only.
 class DbusMenuSource final : public MenuSource
 {
 public:
@@ -30,18 +30,10 @@ public:
     [[nodiscard]] bool isDisabledNow(const MenuRow& row, Deadline deadline) override;
 
 private:
-    /// Where an entry was read.
-    struct Origin
-    {
-        BusReference menu;
-        QString title;
-    };
     struct Press;
 
-    /// As it is now; nothing when its number stands for another entry than that of this title.
-    [[nodiscard]] std::optional<QList<MenuRow>> _read(const BusReference& menu, const QString& title,
-                                                      Deadline deadline);
-    void _remember(const QList<MenuRow>& rows, const BusReference& menu);
+    /// As it is now; nothing when its number stands for another entry.
+    [[nodiscard]] std::optional<QList<MenuRow>> _read(const BusReference& menu, Deadline deadline);
     /// The only entry to which the same titles lead now; empty when there is none.
     [[nodiscard]] BusReference _foundAgain(const BusReference& item, Deadline deadline);
     [[nodiscard]] SdBusMessage _call(const BusReference& menu, const char* member);
@@ -53,8 +45,7 @@ private:
 
     SessionBus& _bus;
     ReadingBudget& _budget;
-    QHash<BusReference, Origin> _origins; ///< by entry, of those that were read last
-    QObject _presses;                     ///< owns those on their way
+    QObject _presses; ///< owns those on their way
 };
 
 } // namespace tarnwick

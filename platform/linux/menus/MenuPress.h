@@ -32,14 +32,19 @@ public:
     /// in the menu it is sent at once. False, and nothing is sent, without a connection. What the calls use
     /// must outlive `parent`.
     static bool start(const MenuPressCalls& calls, bool enabled, QObject* parent);
+    /// The same for what must not be pressed before the application has said what it is: it has so much time
+    /// for its first answer. Without one the press is made anew as ever, and may then be none.
+    static bool startOnceAnswered(const MenuPressCalls& calls, std::chrono::milliseconds most,
+                                  QObject* parent);
 
 private:
-    MenuPress(const MenuPressCalls& calls, QObject* parent);
+    MenuPress(const MenuPressCalls& calls, std::chrono::milliseconds forTheFirstAnswer, QObject* parent);
     void _look();
     void _judge(sd_bus_message* answer);
     void _send();
 
     MenuPressCalls _calls;
+    std::chrono::milliseconds _forAnAnswer;
     SdBusSlot _question;
     QTimer _step;
     QTimer _patience;

@@ -148,6 +148,7 @@ TEST_F(DbusMenuBarsTest, aProcessWithoutBars_isNotSearchedForEachTime)
 {
     const auto none = exporting({});
     EXPECT_EQ(ofProcess(), "");
+    ASSERT_EQ(none->count(u"Introspect"_s), 1);
     none->forgetCalls();
     EXPECT_EQ(ofProcess(), "");
     EXPECT_EQ(none->calls(), QStringList());

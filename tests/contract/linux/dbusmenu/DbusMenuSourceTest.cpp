@@ -4,7 +4,6 @@
 #include "platform/linux/dbusmenu/DbusMenuSource.h"
 
 #include "platform/linux/bus/SdBus.h"
-#include "platform/linux/menus/MenuPress.h"
 #include "tests/FairTimer.h"
 #include "tests/contract/linux/dbusmenu/ScriptedMenus.h"
 #include "tests/contract/session/BusDaemon.h"
@@ -31,6 +30,7 @@ class DbusMenuSourceTest : public ::testing::Test
 public:
     ~DbusMenuSourceTest() override
     {
+        menus->setBusy(false);
         application.reset(); // its thread uses what the other members hold
         qunsetenv("DBUS_SESSION_BUS_ADDRESS");
     }
@@ -62,18 +62,34 @@ protected:
     }
     MenuRow file() { return entry(source.readBar(bar()), u"File"_s); }
     MenuRow quit() { return entry(source.readMenu(file().contents), u"Quit"_s); }
-    /// Whether that is chosen, and nothing else.
-    bool waitForClickOf(qint32 number)
+    /// Presses an entry of another application that says to the end that it is greyed: its click is sent when
+    /// nobody has patience any more with what was pressed before and has been answered.
+    void outwaitPresses()
     {
-        return QTest::qWaitFor([&] { return !menus->clicks().isEmpty(); }, Limit) &&
-               menus->clicks().size() == 1 && menus->clicks().first().number == number;
+        ScriptedApplication other(daemon.address(), "", QMap<QByteArray, ScriptedApplication::Object>());
+        ScriptedMenus others(other);
+        others.set({{0, {"", {1}}}, {1, {"Last"}}});
+        budget.begin();
+        const MenuRow last = entry(source.readMenu(source.reference(other.service(), "/menu")), u"Last"_s);
+        others.setGreyedFor(1'000'000);
+        EXPECT_TRUE(source.press(last));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !others.clicks().isEmpty(); }, Limit));
+        other.setInterceptor({});
     }
-    /// Whether nothing was chosen by the time a press is over.
-    bool nothingWasClicked()
+    /// What is chosen by the time every press is over.
+    QList<qint32> clicked()
     {
-        QTest::qWait(2 * int(MenuPress::Patience.count()));
+        outwaitPresses();
         static_cast<void>(source.readBar(bar())); // what was sent before has been received by its answer
-        return menus->clicks().isEmpty();
+        QList<qint32> numbers;
+        for (const ScriptedMenus::Click& click : menus->clicks())
+            numbers.append(click.number);
+        return numbers;
+    }
+    QList<qint32> clickedAfterOne()
+    {
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !menus->clicks().isEmpty(); }, Limit));
+        return clicked();
     }
     QStringList titles(const BusReference& menu)
     {
@@ -127,7 +143,7 @@ TEST_F(DbusMenuSourceTest, aPress_isOneClickOnceTheEntryIsEnabled)
     const MenuRow chosen = quit();
     menus->setGreyedFor(2);
     EXPECT_TRUE(source.press(chosen));
-    EXPECT_TRUE(waitForClickOf(6));
+    EXPECT_EQ(clickedAfterOne(), QList<qint32>{6});
     EXPECT_EQ(application->count(u"GetGroupProperties"_s), 3);
     EXPECT_EQ(application->count(u"Event"_s), 1);
     EXPECT_FALSE(source.press(file())) << "a submenu is not pressed";
@@ -153,6 +169,8 @@ TEST_F(DbusMenuSourceTest, aMenuWhoseNumberHasChanged_isFoundByItsTitle)
     EXPECT_EQ(application->count(u"GetLayout"_s), 3) << "read again once from the bar on";
     menus->set({{0, {"", {8}}}, {8, {"_File", {6}}}, {6, {"_Quit"}}});
     EXPECT_EQ(titles(edit.contents), QStringList()) << "its number is that of another menu";
+    EXPECT_EQ(titles(file().contents), QStringList(u"Quit"_s));
+    EXPECT_EQ(titles(edit.contents), QStringList()) << "of which more is known meanwhile";
 }
 
 TEST_F(DbusMenuSourceTest, aPressOfAnEntryWhoseNumberHasChanged_goesToThatOfTheSameTitles)
@@ -160,7 +178,7 @@ TEST_F(DbusMenuSourceTest, aPressOfAnEntryWhoseNumberHasChanged_goesToThatOfTheS
     const MenuRow chosen = quit();
     menus->set(EditorAnew);
     EXPECT_TRUE(source.press(chosen));
-    EXPECT_TRUE(waitForClickOf(16)) << "number 6 is another one now";
+    EXPECT_EQ(clickedAfterOne(), QList<qint32>{16}) << "number 6 is another one now";
 }
 
 TEST_F(DbusMenuSourceTest, aPressOfAnEntryThatIsGone_doesNothing)
@@ -176,7 +194,7 @@ TEST_F(DbusMenuSourceTest, aPressOfAnEntryThatIsGone_doesNothing)
         const MenuRow chosen = quit();
         menus->set(entries);
         source.press(chosen);
-        EXPECT_TRUE(nothingWasClicked()) << sentence;
+        EXPECT_EQ(clicked(), QList<qint32>()) << sentence;
     }
 }
 
@@ -193,12 +211,35 @@ TEST_F(DbusMenuSourceTest, whatDoesNotAnswer_isMissingInTime)
     EXPECT_LE(time.fairElapsed(), 1000);
 }
 
-TEST_F(DbusMenuSourceTest, aPressOfOneThatDoesNotAnswer_isSentOnce)
+TEST_F(DbusMenuSourceTest, aPressWaitsForOneThatIsBusy_whatItsNumberIsByThen)
 {
-    const MenuRow chosen = quit();
-    menus->setHanging(true);
-    EXPECT_TRUE(source.press(chosen));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return application->count(u"Event"_s) == 1; }, Limit));
+    for (const bool anew : {false, true}) {
+        const MenuRow chosen = quit();
+        menus->setBusy(true);
+        EXPECT_TRUE(source.press(chosen));
+        outwaitPresses();
+        if (anew)
+            menus->set(EditorAnew);
+        menus->setBusy(false);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return menus->clicks().size() == (anew ? 2 : 1); }, Limit)) << anew;
+        EXPECT_EQ(clicked().mid(anew ? 1 : 0), QList<qint32>{anew ? 16 : 6});
+    }
+}
+
+TEST_F(DbusMenuSourceTest, whatIsNotSaidToBeTheEntry_isNotPressed)
+{
+    MenuRow chosen = quit();
+    menus->setRefusingFacts(true);
+    source.press(chosen);
+    EXPECT_EQ(clicked(), QList<qint32>());
+    menus->setRefusingFacts(false);
+    menus->change(6, [](auto& entry) { entry.label = "Another"; });
+    chosen.enabled = false;
+    source.press(chosen);
+    EXPECT_EQ(clicked(), QList<qint32>()) << "neither where it was greyed";
+    menus->set(Editor);
+    source.press(chosen);
+    EXPECT_EQ(clickedAfterOne(), QList<qint32>{6});
 }
 
 TEST_F(DbusMenuSourceTest, theEndOfTheExporter_isTheEndOfItsMenus)
@@ -209,6 +250,6 @@ TEST_F(DbusMenuSourceTest, theEndOfTheExporter_isTheEndOfItsMenus)
     QTest::qWait(1);
     EXPECT_FALSE(source.readMenu(holder.contents));
     EXPECT_FALSE(source.isDisabledNow(chosen, Deadline::in(std::chrono::seconds(20))));
-    source.press(chosen); // may be sent, and comes to nobody
-    QTest::qWait(int(MenuPress::Patience.count()));
+    source.press(chosen);
+    outwaitPresses();
 }

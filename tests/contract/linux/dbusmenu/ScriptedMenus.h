@@ -7,6 +7,7 @@
 #include <QList>
 #include <QMap>
 
+#include <condition_variable>
 #include <mutex>
 
 namespace tarnwick {
@@ -50,6 +51,18 @@ public:
         const std::scoped_lock lock(_mutex);
         _hangs = hanging;
     }
+    /// Answers nothing until it is idle again, and then, in their order, what it was asked meanwhile.
+    void setBusy(bool busy)
+    {
+        const std::scoped_lock lock(_mutex);
+        _busy = busy;
+        _idle.notify_all();
+    }
+    void setRefusingFacts(bool refuses)
+    {
+        const std::scoped_lock lock(_mutex);
+        _refusesFacts = refuses;
+    }
     /// So many times an entry that is asked for says that it is disabled.
     void setGreyedFor(int times)
     {
@@ -71,11 +84,14 @@ public:
 private:
     bool _receive(sd_bus_message* call)
     {
-        const std::scoped_lock lock(_mutex);
+        std::unique_lock lock(_mutex);
+        _idle.wait(lock, [this] { return !_busy; });
         const QByteArrayView member = sd_bus_message_get_member(call);
         qint32 number = 0;
         if (_hangs)
             return true;
+        if (_refusesFacts && member == "GetGroupProperties")
+            return sd_bus_reply_method_errorf(call, SD_BUS_ERROR_FAILED, "no facts") >= 0;
         if (member == "GetLayout")
             return sd_bus_message_read(call, "i", &number) > 0 && _sendLayout(call, number);
         if (member == "GetGroupProperties")
@@ -155,7 +171,10 @@ private:
 
     mutable std::mutex _mutex; ///< guards all below
     QMap<qint32, Entry> _entries;
+    std::condition_variable _idle;
+    bool _busy = false;
     bool _hangs = false;
+    bool _refusesFacts = false;
     int _greyedFor = 0;
     std::function<void(qint32, QMap<qint32, Entry>&)> _aboutToShow;
     QList<Click> _clicks;

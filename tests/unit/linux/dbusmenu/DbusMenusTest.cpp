@@ -103,7 +103,10 @@ TEST_F(DbusMenusTest, anEntryWithALabelOnly_isEnabledAndUnmarked)
     EXPECT_TRUE(shown.enabled);
     EXPECT_FALSE(shown.checked);
     EXPECT_FALSE(shown.shortcut);
-    EXPECT_EQ(shown.item, (BusReference{":1.5", "/menu 1", 1}));
+    EXPECT_EQ(shown.item.service, ":1.5");
+    EXPECT_EQ(shown.item.connection, 1);
+    EXPECT_EQ(DbusMenuPlace::fromPath(shown.item.path),
+              (DbusMenuPlace{"/menu", 1, {DbusMenuPlace::mark(u"Save _as"_s)}}));
     EXPECT_FALSE(shown.contents);
 }
 
@@ -192,6 +195,11 @@ TEST_F(DbusMenusTest, repliesOfAWrongType_giveNothing)
     const auto strange = dbus_menus::decodeLayout(reply("u(ia{sv}av)", 1, 0, 0, 2, "s", "x", "i", 3).get());
     ASSERT_TRUE(strange);
     EXPECT_TRUE(strange->entries.isEmpty());
+    const auto mixed = dbus_menus::decodeLayout(
+        reply("u(ia{sv}av)", 1, 0, 0, 3, "s", "x", "(ia{sv}av)", 7, 0, 0, "(ia{sv})", 8, 0).get());
+    ASSERT_TRUE(mixed);
+    ASSERT_EQ(mixed->entries.size(), 1) << "what is no entry takes no other one with it";
+    EXPECT_EQ(mixed->entries[0].number, 7);
 }
 
 TEST_F(DbusMenusTest, menusOfManyEntriesAndLongLabels_areCut)
@@ -215,6 +223,13 @@ TEST_F(DbusMenusTest, places_surviveAsPaths)
 {
     const DbusMenuPlace place{"/com/canonical/menu/1C0", -5};
     EXPECT_EQ(DbusMenuPlace::fromPath(place.toPath()), place);
+    const DbusMenuPlace below = place.below(3, u"Save as"_s).below(4, QString(100'000, u'x'));
+    EXPECT_EQ(DbusMenuPlace::fromPath(below.toPath()), below);
+    EXPECT_EQ(below.number, 4);
+    EXPECT_EQ(below.way.size(), 2);
+    EXPECT_EQ(below.way, place.below(9, u"Save as"_s).below(4, QString(100'000, u'x')).way);
+    EXPECT_NE(below.way, place.below(3, u"Save"_s).below(4, QString(100'000, u'x')).way);
+    EXPECT_LT(below.toPath().size(), 100) << "long titles are not kept";
     EXPECT_FALSE(DbusMenuPlace::fromPath("/menu"));
     EXPECT_FALSE(DbusMenuPlace::fromPath("/menu x"));
     EXPECT_FALSE(DbusMenuPlace::fromPath(" 1"));
