@@ -4,8 +4,6 @@
 #include "platform/qt/menu/MenuTracking.h"
 #include "tests/macos/MacTest.h"
 
-#include <QCoreApplication>
-
 using namespace Qt::StringLiterals;
 
 namespace tarnwick {
@@ -44,46 +42,37 @@ TEST_F(CarbonFrontSwitchTest, install_refused_isFalse)
     EXPECT_EQ(switches, 0);
 }
 
-TEST_F(CarbonFrontSwitchTest, switchWhileAMenuIsOpen_closesItAndIsToldAfterwards)
+TEST_F(CarbonFrontSwitchTest, switchesWhileAMenuIsOpen_areToldOnceItHasClosed)
 {
     EXPECT_TRUE(frontSwitch.install(count));
+    {
+        const MenuTracking::Span tracking;
+        mac.menuIsOpen = true;
+        EXPECT_FALSE(mac.switchFront()) << "the system keeps it";
+        EXPECT_FALSE(mac.switchFront());
+        mac.menuIsOpen = false;
+    }
+    EXPECT_EQ(switches, 0) << "the call that opened the menu has not returned yet";
+    EXPECT_EQ(mac.deliverEvents(), 2);
+    EXPECT_EQ(switches, 2) << "each switch is told, none are merged";
+}
+
+TEST_F(CarbonFrontSwitchTest, applicationThatBecomesActive_closesTheOpenMenuOnly)
+{
     MenuTracking& tracking = MenuTracking::shared();
     int cancels = 0;
     const auto connection =
         QObject::connect(&tracking, &MenuTracking::cancelRequested, &tracking, [&] { ++cancels; });
-    tracking.begin();
-    mac.switchFront();
-    mac.switchFront();
-    EXPECT_EQ(cancels, 2);
-    EXPECT_EQ(switches, 0);
-    tracking.end();
-    EXPECT_EQ(switches, 0) << "the call that opened the menu has not returned yet";
-    QCoreApplication::processEvents();
-    EXPECT_EQ(switches, 2) << "each switch is told, none are merged";
+    CarbonFrontSwitch::applicationActivated();
+    EXPECT_EQ(cancels, 0);
+    {
+        const MenuTracking::Span span;
+        CarbonFrontSwitch::applicationActivated();
+        EXPECT_EQ(cancels, 1);
+    }
+    CarbonFrontSwitch::applicationActivated();
+    EXPECT_EQ(cancels, 1);
     QObject::disconnect(connection);
-}
-
-TEST_F(CarbonFrontSwitchTest, switchThatANextMenuOvertakes_waitsForItsEndToo)
-{
-    EXPECT_TRUE(frontSwitch.install(count));
-    MenuTracking::shared().begin();
-    mac.switchFront();
-    MenuTracking::shared().end();
-    MenuTracking::shared().begin();
-    QCoreApplication::processEvents();
-    EXPECT_EQ(switches, 0);
-    MenuTracking::shared().end();
-    QCoreApplication::processEvents();
-    EXPECT_EQ(switches, 1);
-}
-
-TEST_F(CarbonFrontSwitchTest, menuThatClosesWithoutASwitch_tellsNothing)
-{
-    EXPECT_TRUE(frontSwitch.install(count));
-    MenuTracking::shared().begin();
-    MenuTracking::shared().end();
-    QCoreApplication::processEvents();
-    EXPECT_EQ(switches, 0);
 }
 
 } // namespace tarnwick

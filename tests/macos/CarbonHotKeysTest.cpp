@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/macos/hotkeys/CarbonHotKeys.h"
 
+#include "platform/qt/menu/MenuTracking.h"
 #include "tests/macos/MacTest.h"
 
 using namespace Qt::StringLiterals;
@@ -115,6 +116,53 @@ TEST_F(CarbonHotKeysTest, unregisterThatTheSystemRefuses_isFalse)
     ASSERT_TRUE(hotKey);
     mac.fail(u"UnregisterEventHotKey"_s, -9879);
     EXPECT_FALSE(hotKeys.unregisterEventHotKey(*hotKey));
+}
+
+TEST_F(CarbonHotKeysTest, pressWhileAMenuIsOpen_isDroppedOnceItHasClosed)
+{
+    keepHotKey();
+    install(u"older"_s, 0);
+    install(u"newer"_s, 0);
+    EXPECT_TRUE(hotKeys.registerEventHotKey(6, 0x800, Identity, 0));
+    for (int menu = 0; menu < 2; ++menu) {
+        {
+            const MenuTracking::Span tracking;
+            mac.menuIsOpen = true;
+            EXPECT_FALSE(mac.pressHotKey({6, 0x800})) << "the system keeps it";
+            EXPECT_FALSE(mac.pressHotKey({6, 0x800}));
+            mac.menuIsOpen = false;
+        }
+        EXPECT_EQ(mac.deliverEvents(), 2) << "nobody else has them either";
+        EXPECT_EQ(taken, QStringList(menu, u"newer"_s));
+        EXPECT_TRUE(mac.pressHotKey({6, 0x800})) << "of a time when the menu has closed";
+        EXPECT_EQ(taken, QStringList(menu + 1, u"newer"_s));
+    }
+}
+
+TEST_F(CarbonHotKeysTest, pressThatIsKeptForAnotherReason_isTaken)
+{
+    keepHotKey();
+    install(u"only"_s, 0);
+    EXPECT_TRUE(hotKeys.registerEventHotKey(6, 0x800, Identity, 0));
+    MenuTracking::shared().begin();
+    MenuTracking::shared().end();
+    mac.menuIsOpen = true; // of somebody else in this process: an alert's, say
+    EXPECT_FALSE(mac.pressHotKey({6, 0x800}));
+    mac.menuIsOpen = false;
+    EXPECT_EQ(mac.deliverEvents(), 1);
+    EXPECT_EQ(taken, QStringList{u"only"_s});
+}
+
+TEST_F(CarbonHotKeysTest, pressOfAnUnknownTime_isTaken)
+{
+    keepHotKey();
+    install(u"only"_s, 0);
+    EXPECT_TRUE(hotKeys.registerEventHotKey(6, 0x800, Identity, 0));
+    MenuTracking::shared().begin();
+    MenuTracking::shared().end();
+    mac.fail(u"GetEventTime"_s);
+    EXPECT_TRUE(mac.pressHotKey({6, 0x800}));
+    EXPECT_EQ(taken, QStringList{u"only"_s});
 }
 
 } // namespace tarnwick

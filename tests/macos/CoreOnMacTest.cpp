@@ -293,6 +293,45 @@ TEST_F(CoreOnMacTest, frontSwitch_rebuildsTheMirrorAfterItsPause)
     EXPECT_TRUE(desktop->menus->popUps.first().menu->itemWithTitle(u"History"_s));
 }
 
+TEST_F(CoreOnMacTest, hotKeyWhileItsMenuIsOpen_opensNoOtherWhenThatHasClosed)
+{
+    start();
+    desktop->menus->whileOpen = [this](const auto&) {
+        if (desktop->menus->popUps.size() > 1)
+            return;
+        EXPECT_FALSE(mac.pressHotKey({6, 0x800}));
+        EXPECT_FALSE(mac.pressHotKey({6, 0x800}));
+    };
+    EXPECT_TRUE(mac.pressHotKey({6, 0x800}));
+    EXPECT_EQ(mac.deliverEvents(), 2);
+    EXPECT_EQ(desktop->menus->popUps.size(), 1);
+    EXPECT_TRUE(mac.pressHotKey({6, 0x800}));
+    EXPECT_EQ(desktop->menus->popUps.size(), 2);
+}
+
+TEST_F(CoreOnMacTest, frontSwitchWhileTheMenuIsOpen_closesItAndFillsTheNext)
+{
+    start();
+    desktop->menus->whileOpen = [this](const auto&) {
+        const auto browser = fake.addApplication(200, u"Browser"_s);
+        fake.setMenuBar(browser, MenuFile::parse(u"History\n  Back\n"_s));
+        fake.setFocusedApplication(browser);
+        tree.show(mac, {browser});
+        desktop->workspace.fake.active = Workspace::ActiveApplication{u"Browser"_s, 200};
+        EXPECT_FALSE(mac.switchFront());
+        CarbonFrontSwitch::applicationActivated();
+        EXPECT_EQ(desktop->menus->cancels, 1);
+        EXPECT_TRUE(desktop->clock.slept.isEmpty()) << "the mirror that is shown stays as it is";
+    };
+    EXPECT_TRUE(mac.pressHotKey({6, 0x800}));
+    EXPECT_TRUE(desktop->menus->popUps.last().menu->itemWithTitle(u"File"_s));
+    desktop->menus->whileOpen = nullptr;
+    EXPECT_EQ(mac.deliverEvents(), 1);
+    EXPECT_EQ(desktop->clock.slept, QList<double>{double(0.65f)});
+    EXPECT_TRUE(mac.pressHotKey({6, 0x800}));
+    EXPECT_TRUE(desktop->menus->popUps.last().menu->itemWithTitle(u"History"_s));
+}
+
 TEST_F(CoreOnMacTest, systemThatCannotTellOfSwitches_leavesTheControllerIdle)
 {
     mac.fail(u"InstallEventHandler"_s, -50);

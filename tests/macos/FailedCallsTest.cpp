@@ -14,6 +14,7 @@
 #include "platform/macos/system/MacBundle.h"
 #include "platform/macos/workspace/CGScreens.h"
 #include "platform/macos/workspace/CarbonFrontSwitch.h"
+#include "platform/qt/menu/MenuTracking.h"
 #include "tests/fakes/FakeClock.h"
 #include "tests/fakes/FakeWorkspace.h"
 #include "tests/fakes/SharedPorts.h"
@@ -111,6 +112,30 @@ QVariant hotKeyPressed()
     SimulatedMac::instance().pressHotKey({6, 0x800});
     const bool unregistered = hotKey && hotKeys.unregisterEventHotKey(*hotKey);
     return QVariantList{presses, unregistered};
+}
+
+/// The presses that count of one while a menu is open and one afterwards.
+QVariant hotKeyPressedAroundAMenu()
+{
+    CarbonHotKeys hotKeys;
+    int presses = 0;
+    hotKeys.installEventHandler([&] {
+        ++presses;
+        return HotKeys::noErr;
+    });
+    const auto hotKey = hotKeys.registerEventHotKey(6, 0x800, {0x747A7131, 1}, 0);
+    SimulatedMac& mac = SimulatedMac::instance();
+    {
+        const MenuTracking::Span tracking;
+        mac.menuIsOpen = true;
+        mac.pressHotKey({6, 0x800});
+        mac.menuIsOpen = false;
+    }
+    mac.deliverEvents();
+    mac.pressHotKey({6, 0x800});
+    if (hotKey)
+        hotKeys.unregisterEventHotKey(*hotKey);
+    return presses;
 }
 
 QVariant frontSwitched()
@@ -384,6 +409,8 @@ QList<Row> rowsOfKeys()
         {"InstallEventHandler", hotKeyPressed, pressed, QVariantList{0, true}},
         {"RegisterEventHotKey", hotKeyPressed, pressed, QVariantList{0, false}},
         {"UnregisterEventHotKey", hotKeyPressed, pressed, QVariantList{1, false}},
+        {"GetCurrentEventTime", hotKeyPressedAroundAMenu, 1, 2},
+        {"GetEventTime", hotKeyPressedAroundAMenu, 1, 2},
         {"GetApplicationEventTarget", frontSwitched, QVariantList{true, 1}, QVariantList{false, 0}},
         {"InstallEventHandler", frontSwitched, QVariantList{true, 1}, QVariantList{false, 0}},
         {"AEInstallEventHandler", reopened, QVariantList{true, 0}, QVariantList{false, nothing}},

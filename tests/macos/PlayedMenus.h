@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/macos/menu/NativeMenus.h"
+#include "tests/macos/simulation/SimulatedMac.h"
 
 #include <QList>
 
@@ -28,8 +29,10 @@ public:
     {
         popUps.append({menu, item, location});
         last = chosen;
+        SimulatedMac::instance().menuIsOpen = true;
         if (whileOpen)
             whileOpen(chosen);
+        SimulatedMac::instance().menuIsOpen = false;
     }
 
     void cancel() override { ++cancels; }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/macos/hotkeys/CarbonHotKeys.h"
 
+#include "platform/qt/menu/MenuTracking.h"
+
 #include <Carbon/Carbon.h>
 #include <utility>
 
@@ -13,18 +15,22 @@ static_assert(OSStatus{::noErr} == HotKeys::noErr);
 
 constexpr quint32 HighestKeyCode = 127;
 
-OSStatus hotKeyPressed(EventHandlerCallRef /*next*/, EventRef /*event*/, void* userData)
-{
-    return (*static_cast<std::function<qint32()>*>(userData))();
-}
-
 } // namespace
+
+CarbonHotKeys::CarbonHotKeys()
+{
+    QObject::connect(&MenuTracking::shared(), &MenuTracking::ended, &_whileThere,
+                     [this] { _menuClosed = GetCurrentEventTime(); });
+}
 
 void CarbonHotKeys::installEventHandler(std::function<qint32()> handler)
 {
-    _handlers.push_back(std::move(handler));
+    _handlers.push_back({this, std::move(handler)});
     const EventTypeSpec type{kEventClassKeyboard, kEventHotKeyPressed};
-    InstallEventHandler(GetApplicationEventTarget(), hotKeyPressed, 1, &type, &_handlers.back(), nullptr);
+    const auto pressed = [](EventHandlerCallRef, EventRef event, void* userData) -> OSStatus {
+        return _pressed(*static_cast<const Handler*>(userData), GetEventTime(event));
+    };
+    InstallEventHandler(GetApplicationEventTarget(), pressed, 1, &type, &_handlers.back(), nullptr);
 }
 
 std::optional<EventHotKeyRef> CarbonHotKeys::registerEventHotKey(quint32 keyCode, quint32 modifiers,
@@ -46,6 +52,12 @@ bool CarbonHotKeys::unregisterEventHotKey(EventHotKeyRef hotKey)
     // A dead reference never reaches the system, which may have given its address to another hot key.
     auto* registered = static_cast<::EventHotKeyRef>(_registered.take(hotKey));
     return registered && UnregisterEventHotKey(registered) == ::noErr;
+}
+
+qint32 CarbonHotKeys::_pressed(const Handler& handler, double time)
+{
+    const bool whileAMenuWasOpen = time > 0 && time < handler.hotKeys->_menuClosed;
+    return whileAMenuWasOpen ? noErr : handler.pressed();
 }
 
 } // namespace tarnwick

@@ -43,7 +43,17 @@ std::optional<qint64> AppKitWorkspace::activeProcessIdentifier() const
 
 bool AppKitWorkspace::installAppFrontSwitchedHandler(std::function<void()> switched)
 {
-    return _frontSwitch.install(std::move(switched));
+    if (!_frontSwitch.install(std::move(switched)))
+        return false;
+    // Kept for life, as the event's handler is.
+    [[[NSWorkspace sharedWorkspace] notificationCenter]
+        addObserverForName:NSWorkspaceDidActivateApplicationNotification
+                    object:nil
+                     queue:nil
+                usingBlock:^(NSNotification*) {
+                  CarbonFrontSwitch::applicationActivated();
+                }];
+    return true;
 }
 
 bool AppKitWorkspace::openURL(const QUrl& url)

@@ -10,17 +10,11 @@ namespace tarnwick {
 
 static_assert(kEventClassApplication == 0x6170706C && kEventAppFrontSwitched == 7); // "appl"
 
-CarbonFrontSwitch::CarbonFrontSwitch()
-{
-    connect(&MenuTracking::shared(), &MenuTracking::ended, this, &CarbonFrontSwitch::_runPending,
-            Qt::QueuedConnection);
-}
-
 bool CarbonFrontSwitch::install(std::function<void()> switched)
 {
     const EventTypeSpec type{kEventClassApplication, kEventAppFrontSwitched};
     const auto handler = [](EventHandlerCallRef, EventRef, void* userData) -> OSStatus {
-        static_cast<CarbonFrontSwitch*>(userData)->_switched();
+        static_cast<CarbonFrontSwitch*>(userData)->_callback();
         return noErr;
     };
     if (InstallEventHandler(GetApplicationEventTarget(), handler, 1, &type, this, nullptr) != noErr)
@@ -29,22 +23,9 @@ bool CarbonFrontSwitch::install(std::function<void()> switched)
     return true;
 }
 
-void CarbonFrontSwitch::_switched()
+void CarbonFrontSwitch::applicationActivated()
 {
-    if (!MenuTracking::shared().active()) {
-        _callback();
-        return;
-    }
-    ++_pending;
     MenuTracking::shared().cancel();
 }
 
-void CarbonFrontSwitch::_runPending()
-{
-    for (; _pending > 0 && !MenuTracking::shared().active(); --_pending)
-        _callback();
-}
-
 } // namespace tarnwick
-
-#include "moc_CarbonFrontSwitch.cpp"

@@ -8,6 +8,9 @@ enum { NSPreferencePanesDirectory = 22 };
 
 const NSEventType NSEventTypeApplicationDefined = NSApplicationDefined;
 
+NSString* const NSWorkspaceDidActivateApplicationNotification =
+    @"NSWorkspaceDidActivateApplicationNotification";
+
 @interface NSMenu (GNUstepLacks)
 - (BOOL)popUpMenuPositioningItem:(NSMenuItem*)item atLocation:(NSPoint)location inView:(NSView*)view;
 - (void)cancelTracking;

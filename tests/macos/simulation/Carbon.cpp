@@ -43,15 +43,33 @@ MacObjects& objects()
     return MacObjects::instance();
 }
 
-/// Offers an event to its handlers, the newest first, until one takes it.
-bool dispatch(OSType eventClass, UInt32 eventKind)
+struct MacCarbonEvent final : MacHandle
 {
+    double time = 0;
+};
+
+/// Offers an event to its handlers, the newest first, until one takes it.
+bool offer(const MacState::WaitingEvent& waiting)
+{
+    auto* event = objects().make<MacCarbonEvent>();
+    MacObjects::hold(event);
+    event->time = waiting.time;
     const auto handlers = state().handlers;
     for (auto each = handlers.crbegin(); each != handlers.crend(); ++each) {
-        if (each->type.eventClass == eventClass && each->type.eventKind == eventKind &&
-            each->handler(nullptr, nullptr, each->userData) == noErr)
+        if (each->type.eventClass == waiting.eventClass && each->type.eventKind == waiting.eventKind &&
+            each->handler(nullptr, referenceTo<EventRef>(event), each->userData) == noErr)
             return true;
     }
+    return false;
+}
+
+/// At once, or when the open menu has closed.
+bool dispatch(OSType eventClass, UInt32 eventKind)
+{
+    const MacState::WaitingEvent event{eventClass, eventKind, ++mac().now};
+    if (!mac().menuIsOpen)
+        return offer(event);
+    state().waitingEvents.append(event);
     return false;
 }
 
@@ -71,6 +89,14 @@ bool SimulatedMac::pressHotKey(const HotKey& hotKey)
 bool SimulatedMac::switchFront()
 {
     return dispatch(kEventClassApplication, kEventAppFrontSwitched);
+}
+
+int SimulatedMac::deliverEvents()
+{
+    int taken = 0;
+    while (!menuIsOpen && !state().waitingEvents.isEmpty())
+        taken += offer(state().waitingEvents.takeFirst()) ? 1 : 0;
+    return taken;
 }
 
 std::optional<int> SimulatedMac::reopen()
@@ -117,6 +143,19 @@ EventTargetRef GetApplicationEventTarget()
     static const auto target = constantHandle<EventTargetRef>(u"GetApplicationEventTarget"_s);
     const MacCall call(__func__);
     return call.fails() ? nullptr : target;
+}
+
+EventTime GetCurrentEventTime()
+{
+    const MacCall call(__func__);
+    return call.fails() ? 0 : ++mac().now;
+}
+
+EventTime GetEventTime(EventRef event)
+{
+    const MacCall call(__func__, event);
+    const auto* object = objects().find<MacCarbonEvent>(event);
+    return object && !call.fails() ? object->time : 0;
 }
 
 OSStatus InstallEventHandler(EventTargetRef target, EventHandlerUPP handler, ItemCount typeCount,

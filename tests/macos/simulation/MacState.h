@@ -46,10 +46,18 @@ struct MacState
         SRefCon context = nullptr;
     };
 
+    struct WaitingEvent
+    {
+        OSType eventClass = 0;
+        UInt32 eventKind = 0;
+        double time = 0;
+    };
+
     static MacState& instance();
 
     QList<Handler> handlers;
     QList<HotKeyEntry> hotKeys;
+    QList<WaitingEvent> waitingEvents;
     float messagingTimeout = 6; ///< seconds
     int symbolicModes = 0;      ///< pushed and not popped
     QList<Observer> observers;

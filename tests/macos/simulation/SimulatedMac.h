@@ -75,6 +75,7 @@ public:
     /// A function or constant that is looked up at run time and that this system does not have.
     void takeAway(const QString& symbol) { _missing.insert(symbol); }
 
+    double now = 1000;                               ///< seconds since the start; goes on with each event
     std::function<void(double)> whileWaiting;        ///< told how long a call has waited, in seconds
     bool loginListIgnoresInsertions = false;         ///< as today's systems may
     bool accessGranted = false;                      ///< to all programs
@@ -96,6 +97,11 @@ public:
     bool pressHotKey(const HotKey& hotKey);
     /// Brings another application to the front: true when a handler has taken the event.
     bool switchFront();
+    /// A menu of this program is open. Presses of hot keys and switches that come meanwhile wait, untaken,
+    /// for deliverEvents().
+    bool menuIsOpen = false;
+    /// The event loop after a menu has closed: how many of the events that have waited a handler has taken.
+    int deliverEvents();
     /// The user starts the program again: what the handler answers, nothing without a handler.
     std::optional<int> reopen();
     /// Chooses another keyboard layout.

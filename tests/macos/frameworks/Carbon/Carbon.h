@@ -23,7 +23,10 @@ enum : OSType {
 };
 enum : UInt32 { kEventHotKeyPressed = 5, kEventAppFrontSwitched = 7 };
 enum { eventHotKeyExistsErr = -9878, eventHotKeyInvalidErr = -9879 };
+using EventTime = double; // seconds since the system has started
 EventTargetRef GetApplicationEventTarget(void);
+EventTime GetCurrentEventTime(void);
+EventTime GetEventTime(EventRef event);
 OSStatus InstallEventHandler(EventTargetRef target, EventHandlerUPP handler, ItemCount typeCount,
                              const EventTypeSpec* types, void* userData, EventHandlerRef* handlerRef);
 
