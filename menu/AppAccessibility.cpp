@@ -23,7 +23,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString AppleMenuTitle = u"Apple"_s;
-const QString AuxiliaryMenuTitle = u"Tarnwick"_s;
 const QString RecentSelectionsTitle = u"Recent Selections"_s;
 const QString MenuRole = u"AXMenu"_s;
 const QString MenuItemRole = u"AXMenuItem"_s;
@@ -377,7 +376,8 @@ void AppAccessibility::appendAuxiliaryMenuTo(Menu& menu)
     if (!_auxiliaryMenu)
         return;
     if (Menu* holder = _auxiliaryMenu->supermenu()) {
-        holder->removeItem(holder->itemWithTitle(AuxiliaryMenuTitle));
+        // Not by its title: our own menu bar, when we are in front, has a menu of the same name.
+        holder->removeItemAtIndex(holder->indexOfItemWithSubmenu(_auxiliaryMenu.get()));
         // The separator that was inserted with it. This takes for granted that the holder is this menu.
         menu.removeItemAtIndex(menu.numberOfItems() - 1);
     }

@@ -70,6 +70,22 @@ TEST_F(MenuFinishingTest, openingAgain_withTarnwickItselfInFront_leavesOneOwnEnt
     }
 }
 
+TEST_F(MenuFinishingTest, openingAgain_withAnOwnMenuOfTheSameNameInFront_leavesThatMenu)
+{
+    const auto own = accessibility.addApplication(QCoreApplication::applicationPid(), u"Tarnwick"_s);
+    accessibility.setFocusedApplication(own);
+    accessibility.setMenuBar(own, MenuFile::parse(u"Apple\nTarnwick\n  Quit Tarnwick\nWindow\n"_s));
+    workspace.active = Workspace::ActiveApplication{u"Tarnwick"_s, QCoreApplication::applicationPid()};
+    mirror->setAuxiliaryMenu(auxiliary);
+    mirror->update();
+    for (int opening = 0; opening < 3; ++opening) {
+        mirror->menuNeedsUpdate(root());
+        EXPECT_EQ(titlesOf(root()), (QStringList{u"Tarnwick"_s, u"Window"_s, u""_s, u"Tarnwick"_s}));
+        EXPECT_NE(root().itemAtIndex(0)->submenu(), auxiliary);
+        EXPECT_EQ(root().itemAtIndex(3)->submenu(), auxiliary);
+    }
+}
+
 TEST_F(MenuFinishingTest, withoutAnAuxiliaryMenu_theRootMenuEndsWithTheLastMirroredOne)
 {
     show(u"File\nEdit\n"_s);
