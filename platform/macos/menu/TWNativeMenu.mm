@@ -8,6 +8,7 @@
 #include "platform/macos/system/NsOwned.h"
 #include "platform/macos/system/NsText.h"
 
+#include <utility>
 #include <vector>
 
 using tarnwick::Menu;
@@ -17,17 +18,37 @@ using tarnwick::nsFont;
 using tarnwick::NsOwned;
 using tarnwick::nsString;
 
+namespace {
+
+struct ShownItem
+{
+    std::shared_ptr<MenuItem> item;
+    NsOwned<NSMenuItem> native;
+};
+
+} // namespace
+
 struct tarnwick::ShownMenu
 {
     std::shared_ptr<Menu> menu;
     std::shared_ptr<NativeMenuOwner> owner;
     bool outermost = false;
     NsOwned<NSMenu> native;
-    std::vector<std::shared_ptr<MenuItem>> items; // by the native items' tags
+    std::vector<ShownItem> items; // by the native items' tags
     std::vector<NsOwned<TWNativeMenu>> submenus;
 };
 
 namespace {
+
+/// Nil for an item that is not among them.
+NSMenuItem* nativeAmong(const std::vector<ShownItem>& items, const std::shared_ptr<MenuItem>& item)
+{
+    for (const ShownItem& each : items) {
+        if (each.item == item)
+            return each.native.get();
+    }
+    return nil;
+}
 
 NSAttributedString* attributedTitle(const tarnwick::AttributedTitle& title)
 {
@@ -60,6 +81,7 @@ tarnwick::Event eventOf(NSEvent* event)
                    outermost:(BOOL)outermost;
 - (void)fill;
 - (NSMenuItem*)newItemFor:(const std::shared_ptr<MenuItem>&)item;
+- (void)show:(const std::shared_ptr<MenuItem>&)item in:(NSMenuItem*)native;
 - (void)choose:(id)sender;
 @end
 
@@ -104,26 +126,26 @@ tarnwick::Event eventOf(NSEvent* event)
 
 - (NSMenuItem*)nativeItemFor:(const std::shared_ptr<MenuItem>&)item
 {
-    for (std::size_t i = 0; i < _shown->items.size(); ++i) {
-        if (_shown->items[i] == item)
-            return [_shown->native.get() itemAtIndex:static_cast<NSInteger>(i)];
-    }
-    return nil;
+    return nativeAmong(_shown->items, item);
 }
 
 - (void)fill
 {
     NSMenu* native = _shown->native.get();
     [native removeAllItems];
-    _shown->items.clear();
     _shown->submenus.clear();
     if (const auto font = _shown->menu->font())
         [native setFont:nsFont(*font)];
+    // An item that stays keeps its native one: the menu may be about to open at it.
+    const auto before = std::exchange(_shown->items, {});
     for (const auto& item : _shown->menu->itemArray()) {
-        const NsOwned<NSMenuItem> nativeItem([self newItemFor:item]);
+        NSMenuItem* known = nativeAmong(before, item);
+        NsOwned<NSMenuItem> nativeItem(known ? [known retain] : [self newItemFor:item]);
         [nativeItem.get() setTag:static_cast<NSInteger>(_shown->items.size())];
-        _shown->items.push_back(item);
+        if (!item->isSeparatorItem())
+            [self show:item in:nativeItem.get()];
         [native addItem:nativeItem.get()];
+        _shown->items.push_back({item, std::move(nativeItem)});
     }
 }
 
@@ -131,24 +153,34 @@ tarnwick::Event eventOf(NSEvent* event)
 {
     if (item->isSeparatorItem())
         return static_cast<NSMenuItem*>([[NSMenuItem separatorItem] retain]);
-    NSMenuItem* native = [[NSMenuItem alloc] initWithTitle:nsString(item->title())
-                                                    action:@selector(choose:)
-                                             keyEquivalent:nsString(item->keyEquivalent())];
+    NSMenuItem* native = [[NSMenuItem alloc] init];
+    // The shortcuts are those that the application answers to: none is moved to where another layout has the
+    // key, nor turned round with the direction of writing.
+    [native setAllowsAutomaticKeyEquivalentLocalization:NO];
+    [native setAllowsAutomaticKeyEquivalentMirroring:NO];
+    return native;
+}
+
+- (void)show:(const std::shared_ptr<MenuItem>&)item in:(NSMenuItem*)native
+{
+    [native setTitle:nsString(item->title())];
+    [native setAttributedTitle:item->attributedTitle() ? attributedTitle(*item->attributedTitle()) : nil];
+    [native setAction:@selector(choose:)];
     [native setTarget:self];
+    [native setKeyEquivalent:nsString(item->keyEquivalent())];
     [native setKeyEquivalentModifierMask:static_cast<decltype([native keyEquivalentModifierMask])>(
                                              item->keyEquivalentModifierMask())];
     [native setEnabled:item->isEnabled()];
     [native setState:item->state() == MenuItem::State::On ? 1 : 0];
     [native setAlternate:item->isAlternate()];
-    if (item->attributedTitle())
-        [native setAttributedTitle:attributedTitle(*item->attributedTitle())];
-    if (item->hasSubmenu()) {
-        _shown->submenus.emplace_back([[TWNativeMenu alloc] initWithMenu:item->submenu()
-                                                                   owner:_shown->owner
-                                                               outermost:NO]);
-        [native setSubmenu:[_shown->submenus.back().get() menu]];
+    if (!item->hasSubmenu()) {
+        [native setSubmenu:nil];
+        return;
     }
-    return native;
+    _shown->submenus.emplace_back([[TWNativeMenu alloc] initWithMenu:item->submenu()
+                                                               owner:_shown->owner
+                                                           outermost:NO]);
+    [native setSubmenu:[_shown->submenus.back().get() menu]];
 }
 
 - (void)choose:(id)sender
@@ -159,7 +191,7 @@ tarnwick::Event eventOf(NSEvent* event)
     // The owner may let go of this menu.
     const auto owner = _shown->owner;
     const auto menu = _shown->menu;
-    const auto item = _shown->items[index];
+    const auto item = _shown->items[index].item;
     owner->chosen(menu, item);
 }
 
@@ -198,7 +230,7 @@ tarnwick::Event eventOf(NSEvent* event)
         return;
     const auto index = static_cast<std::size_t>([item tag]);
     const bool known = item && index < _shown->items.size();
-    delegate->menuWillHighlightItem(*_shown->menu, known ? _shown->items[index].get() : nullptr);
+    delegate->menuWillHighlightItem(*_shown->menu, known ? _shown->items[index].item.get() : nullptr);
 }
 
 - (BOOL)menuHasKeyEquivalent:(NSMenu*)menu forEvent:(NSEvent*)event target:(id*)target action:(SEL*)action

@@ -18,6 +18,11 @@ NSString* const NSWorkspaceDidActivateApplicationNotification =
 - (void)setFont:(NSFont*)font;
 @end
 
+@interface NSMenuItem (GNUstepLacks)
+- (void)setAllowsAutomaticKeyEquivalentLocalization:(BOOL)allows;
+- (void)setAllowsAutomaticKeyEquivalentMirroring:(BOOL)allows;
+@end
+
 // Optional for a menu's delegate, here required.
 @interface NSObject (GNUstepLacks)
 - (NSRect)confinementRectForMenu:(NSMenu*)menu onScreen:(NSScreen*)screen;
