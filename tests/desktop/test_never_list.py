@@ -6,6 +6,7 @@ from harness.applications import KITS, Fixture
 from harness.case import DesktopTest, main
 from harness.monitor import BusMonitor
 from harness.navigation import Navigation
+from harness.outside import REGISTRAR, Exporting
 from harness.over import OWN_ENTRY
 from harness.tarnwick import Tarnwick
 from harness.waiting import wait_for
@@ -21,7 +22,8 @@ FORBIDDEN = {
 }
 # All that may be sent to who exports menus on the session bus. SetState tells that a submenu opens, or chooses something.
 OF_EXPORTS = {"org.gtk.Menus.Start", "org.gtk.Menus.End", "org.gtk.Actions.DescribeAll", "org.gtk.Actions.Describe",
-              "org.gtk.Actions.Activate"}
+              "org.gtk.Actions.Activate",
+              "com.canonical.dbusmenu.GetLayout", "com.canonical.dbusmenu.GetGroupProperties", "com.canonical.dbusmenu.Event"}
 PRESS = "org.a11y.atspi.Action.DoAction"
 
 
@@ -36,6 +38,7 @@ class AWholeScenario(DesktopTest):
         cls.tarnwick.wait_until_ready()
         cls.chosen = [cls.walk_through(kit) for kit in KITS]
         cls.look_at_what_a_module_exports()
+        cls.choose_of_what_is_exported_for_outside()
         cls.calls = [cls.own_calls(monitor) for monitor in cls.monitors]
 
     @classmethod
@@ -75,6 +78,22 @@ class AWholeScenario(DesktopTest):
         reader.close()
 
     @classmethod
+    def choose_of_what_is_exported_for_outside(cls):
+        """As Firefox exports it: to tell it that a menu opens would bring its own bar back."""
+        exporter = Exporting(cls.session)
+        reader = cls.tarnwick.reader(cls.bus)
+        go = Navigation(cls.screen, reader)
+        cls.tarnwick.wait_for_titles(reader, ["File", "View", "Help", "", OWN_ENTRY])
+        cls.tarnwick.open()
+        reader.wait_for(1)
+        for title in ("View", "Help"):
+            go.enter(title)
+            go.leave()
+        go.choose("File", "Open Recent", "Older", "2019.txt")
+        wait_for(exporter.chosen, "an entry of what is exported chosen")
+        reader.close()
+
+    @classmethod
     def own_calls(cls, monitor):
         """What the program under test has called, over all its connections to one bus."""
         own = {name for name in cls.names_on(monitor) if cls.process_of(monitor, name) == cls.tarnwick.pid}
@@ -102,16 +121,23 @@ class AWholeScenario(DesktopTest):
 
     def test_sends_exporters_of_menus_nothing_that_shows_or_changes_something(self):
         sent = {call.method for call in self.calls[1] if call.interface.startswith(("org.gtk.", "com.canonical."))}
-        self.assertIn("org.gtk.Menus.Start", sent, "nothing was looked at")
-        self.assertLessEqual(sent, OF_EXPORTS)
+        for method in ("org.gtk.Menus.Start", "com.canonical.dbusmenu.GetLayout"):
+            self.assertIn(method, sent, "nothing was looked at")
+        self.assertLessEqual(sent, OF_EXPORTS | {f"{REGISTRAR}.GetMenuForWindow"})
+
+    def test_tells_exporters_of_menus_only_what_was_chosen(self):
+        """No menu opens, closes or is hovered for them."""
+        events = [call for call in self.calls[1] if call.method == "com.canonical.dbusmenu.Event"]
+        self.assertEqual([call.texts for call in events], [["clicked"]])
 
     def test_leaves_the_screen_reader_off(self):
         self.assertEqual([call for call in self.calls[1] if "ScreenReaderEnabled" in call.texts and
                           call.member == "Set"], [])
 
     def test_leaves_the_application_menus_to_their_registrar(self):
-        self.assertEqual([call for calls in self.calls for call in calls if
-                          "com.canonical.AppMenu.Registrar" in call.texts and call.member == "RequestName"], [])
+        requests = [call for calls in self.calls for call in calls if call.member == "RequestName"]
+        self.assertNotEqual(requests, [], "its own name is one")
+        self.assertEqual([call for call in requests if REGISTRAR in call.texts], [])
 
     def test_presses_only_what_was_chosen(self):
         self.assertEqual(len([call for call in self.calls[0] if call.method == PRESS]), len(self.chosen))

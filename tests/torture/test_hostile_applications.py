@@ -101,6 +101,20 @@ CASES = [
     Case("exports sections of sections of sections", "exported sections-elsewhere", brief=False),
     Case("exports attributes of other types", "exported wrong-links", brief=False),
     Case("exports another bar each time", "exported changing-exports"),
+    Case("exports its bar for outside and answers as it should", "outside well", brief=False),
+    Case("exports its bar for outside and never answers", "outside never"),
+    Case("exports its bar for outside and answers after 0.4 s", "outside after 0.4", brief=False),
+    Case("exports its bar for outside and takes 0.1 s for each answer", "outside in-turn 0.1", brief=False),
+    Case("exports its bar for outside and answers every other call", "outside every-other", brief=False),
+    Case("exports its bar for outside and answers with errors", "outside errors", brief=False),
+    Case("exports its bar for outside and answers with other types", "outside wrong-types", brief=False),
+    Case("exports its bar for outside and sends half a message", "outside half", brief=False),
+    Case("exports its bar for outside and sends 2,000 messages with each answer", "outside flood", brief=False),
+    Case("exports labels of 16 MiB for outside", "outside large-labels", brief=False),
+    Case("exports 100,000 entries everywhere for outside", "outside entries 100000", brief=False),
+    Case("exports menus that hold themselves for outside", "outside links-in-circles", brief=False),
+    Case("gives its entries for outside other numbers each time", "outside changing-exports"),
+    Case("exports its bar for outside and leaves the bus", "outside leave 3", brief=False),
     Case("has a module that exports its bar and never answers", "by-module never"),
     Case("has a module that takes 0.1 s for each answer", "by-module in-turn 0.1", brief=False),
     Case("has a module that answers with other types", "by-module wrong-types", brief=False),
@@ -247,7 +261,7 @@ class AHostileApplication(BesideAGoodOne):
         return hostile
 
     def goes_bad_under_its_menu(self, behaviour, ordeal):
-        way = next((way for way in ("exported", "by-module") if behaviour.startswith(way)), "")
+        way = next((way for way in ("exported", "outside", "by-module") if behaviour.startswith(way)), "")
         hostile = self.start_hostile(f"{way} well".strip())
         self.wait_for_titles(TITLES)
         self.open_a_submenu(lambda: hostile.behave(behaviour))

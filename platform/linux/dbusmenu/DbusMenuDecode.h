@@ -11,8 +11,9 @@
 /// Reads what other programs export as menus, which may be anything: a wrong type gives nothing.
 namespace tarnwick::dbus_menus {
 
-/// Far more than any application has. They come all at once, and are made into a menu at once.
-inline constexpr qsizetype MaximumEntries = 5'000;
+/// Far more than any application has. They come all at once, and are made into a menu at once; each menu of
+/// those that are open has so many.
+inline constexpr qsizetype MaximumEntries = 2'500;
 
 /// What a menu needs to know of its entries. Icons, which may be whole pictures, are not asked for.
 inline constexpr std::array<const char*, 8> Properties{

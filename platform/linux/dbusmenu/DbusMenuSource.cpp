@@ -20,6 +20,7 @@ namespace {
 constexpr const char* Interface = "com.canonical.dbusmenu";
 /// No menu is deeper. An entry may say that it holds itself.
 constexpr qsizetype MaximumDepth = 32;
+constexpr std::chrono::milliseconds Moment{20};
 /// A program that is busy answers in the end. What was chosen waits for that, as any message would.
 constexpr std::chrono::seconds LongestForAnAnswer{20};
 
@@ -74,11 +75,22 @@ BusReference DbusMenuSource::reference(const QByteArray& service, const QByteArr
 
 std::optional<QList<MenuRow>> DbusMenuSource::readBar(const BusReference& bar)
 {
+    const auto justRead = std::exchange(_justRead, std::nullopt);
+    const bool known = justRead && justRead->bar == bar && !justRead->until.passed();
     const ReadingBudget::Reading reading(_budget);
-    auto rows = _read(bar, reading.deadline());
+    auto rows = known ? justRead->rows : _read(bar, reading.deadline());
     if (rows)
         rows->removeIf([](const MenuRow& row) { return row.kind == MenuRow::Kind::Separator; });
     return rows;
+}
+
+bool DbusMenuSource::hasEntries(const BusReference& bar)
+{
+    const ReadingBudget::Reading reading(_budget);
+    const auto rows = _read(bar, reading.deadline());
+    if (rows)
+        _justRead = {bar, *rows, Deadline::in(Moment)};
+    return rows && !rows->isEmpty();
 }
 
 std::optional<QList<MenuRow>> DbusMenuSource::readMenu(const BusReference& contents)

@@ -24,6 +24,9 @@ public:
     /// reached.
     [[nodiscard]] BusReference reference(const QByteArray& service, const QByteArray& path);
 
+    /// Whether the bar is told to have an entry now. Who reads it a moment later does not wait for it again.
+    [[nodiscard]] bool hasEntries(const BusReference& bar);
+
     std::optional<QList<MenuRow>> readBar(const BusReference& bar) override;
     std::optional<QList<MenuRow>> readMenu(const BusReference& contents) override;
     bool press(const MenuRow& row) override;
@@ -31,6 +34,12 @@ public:
 
 private:
     struct Press;
+    struct JustRead
+    {
+        BusReference bar;
+        QList<MenuRow> rows;
+        Deadline until;
+    };
 
     /// As it is now; nothing when its number stands for another entry.
     [[nodiscard]] std::optional<QList<MenuRow>> _read(const BusReference& menu, Deadline deadline);
@@ -45,6 +54,7 @@ private:
 
     SessionBus& _bus;
     ReadingBudget& _budget;
+    std::optional<JustRead> _justRead;
     QObject _presses; ///< owns those on their way
 };
 

@@ -154,10 +154,7 @@ FoundMenuBar MenuBars::_orOutsideAnyWindow(qint64 processIdentifier, const Found
 
 bool MenuBars::_hasEntries(const BusReference& outside)
 {
-    if (!outside)
-        return false;
-    const auto rows = _outside.menus.readBar(outside);
-    return rows && !rows->isEmpty();
+    return outside && _outside.menus.hasEntries(outside);
 }
 
 bool MenuBars::_mayLackMenus(const FoundMenuBar& found)

@@ -4,7 +4,7 @@
     application.py ADDRESS LOG BEHAVIOUR
 
 With "exported BEHAVIOUR" its tree is good, without a bar, and what BEHAVIOUR says is true of the one that it exports on
-the session bus. With "by-module BEHAVIOUR" its tree has a bar, too, whose menus have nothing in them, and the export is one
+the session bus; with "outside BEHAVIOUR" of one that it exports there for a place outside its window. With "by-module BEHAVIOUR" its tree has a bar, too, whose menus have nothing in them, and the export is one
 that a module of GTK makes. It writes `typed X` for a key and `pressed PATH` for an action into LOG, and `thrown out` when the bus has
 closed the connection. The call "Behave" on the object "/control" gives it another behaviour, "Asked" tells how many calls
 there were, "Owed" how many answers are still to come.
@@ -27,6 +27,7 @@ from hostile.tree import ROOT  # noqa: E402
 from hostile.wire import CALL, RETURN, Connection  # noqa: E402
 
 _EXPORTED = "exported "
+_OUTSIDE = "outside "
 _BY_MODULE = "by-module "
 
 
@@ -80,7 +81,8 @@ class Application:
         self.log = log
         self.bus = Connection(address)
         self._by_module = text.startswith(_BY_MODULE)
-        exporting = self._by_module or text.startswith(_EXPORTED)
+        self._outside = text.startswith(_OUTSIDE)
+        exporting = self._by_module or self._outside or text.startswith(_EXPORTED)
         self._session_bus = Connection(os.environ["DBUS_SESSION_BUS_ADDRESS"]) if exporting else None
         self._delayed = []
         self._order = itertools.count()
@@ -108,6 +110,8 @@ class Application:
             except EOFError:
                 self.log.write("thrown out")
                 self.bus.close()
+                if self._session_bus:
+                    self._session_bus.close()
                 self._stay()
 
     def _turn(self):
@@ -134,7 +138,7 @@ class Application:
 
     def _exported_properties(self):
         """What tells everybody where the exported model is."""
-        if not self._session_bus:
+        if not self._session_bus or self._outside:
             return {}
         actions = "_UNITY_OBJECT_PATH" if self._by_module else "_GTK_WINDOW_OBJECT_PATH"
         return {"_GTK_UNIQUE_BUS_NAME": self._session_bus.name, "_GTK_MENUBAR_OBJECT_PATH": exports.PATH,
@@ -143,7 +147,7 @@ class Application:
     def _behave(self, text):
         if self._session_bus:
             self._behaviour = behaviour(self, "unmade" if self._by_module else "without-a-bar")
-            self._exports = behaviour(self, text.removeprefix(_EXPORTED).removeprefix(_BY_MODULE))
+            self._exports = behaviour(self, text.removeprefix(_EXPORTED).removeprefix(_OUTSIDE).removeprefix(_BY_MODULE))
         else:
             self._behaviour = behaviour(self, text)
         if self._window:

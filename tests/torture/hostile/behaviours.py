@@ -5,7 +5,7 @@ import os
 import signal
 import time
 
-from . import exports, tree
+from . import exports, outside, tree
 from .tree import Answer, Node
 from .wire import body_of
 
@@ -24,6 +24,7 @@ class Behaviour:
         self.argument = argument
         self.nodes = self.tree()
         self.menus = self.exported()
+        self.entries = self.exported_outside()
         self._begin = time.monotonic()
 
     def tree(self):
@@ -32,9 +33,14 @@ class Behaviour:
     def exported(self):
         return exports.menu_bar()
 
+    def exported_outside(self):
+        return outside.menu_bar()
+
     def answer_to(self, call):
         if call.interface.startswith("org.gtk."):
             return exports.right_answer(call, self.menus)
+        if call.interface == outside.INTERFACE or call.member == "Introspect":
+            return outside.right_answer(call, self.entries)
         return tree.right_answer(call, self.nodes, self.application.service, self.toolkit)
 
     def receive(self, call):
@@ -461,6 +467,10 @@ class Unmade(Behaviour):
 class LargeLabels(Behaviour):
     """Each exported label has 16 MiB."""
 
+    def exported_outside(self):
+        return {number: entry._replace(label=b"x" * LARGE, holds=entry.holds[:1])
+                for number, entry in super().exported_outside().items()}
+
     def exported(self):
         return {number: [exports.entry(b"x" * LARGE, **{":submenu": (1, 0)})] for number in super().exported()}
 
@@ -473,15 +483,26 @@ class ManyEntries(Behaviour):
         self._body = body_of("a(uuaa{sv})", [[(0, 0, entries), (1, 0, entries)]])
         return {}
 
+    def exported_outside(self):
+        entries = {number: outside.Entry(f"Entry {number}", [1]) for number in range(1, int(self.argument) + 1)}
+        below = [outside.layout(*one) for one in entries.items()]
+        self._layout = body_of("u" + outside.LAYOUT, [1, outside.layout(0, outside.Entry("", [1]), below)])
+        return entries
+
     def receive(self, call):
         if call.member == "Start":
             call.connection.reply(call, "a(uuaa{sv})", body=self._body)
+        elif call.member == "GetLayout":
+            call.connection.reply(call, "u" + outside.LAYOUT, body=self._layout)
         else:
             super().receive(call)
 
 
 class LinksInCircles(Behaviour):
     """Exported sections and submenus that hold themselves and each other."""
+
+    def exported_outside(self):
+        return {number: outside.Entry(f"Itself {number}", [0, 1, 2, number]) for number in range(3)}
 
     def exported(self):
         circle = [exports.entry("Itself", **{":submenu": number}) for number in ((0, 0), (0, 1), (1, 0))]
@@ -512,12 +533,15 @@ class WrongLinks(Behaviour):
 
 
 class ChangingExports(Behaviour):
-    """Another model each time that one asks."""
+    """Another model each time that one asks; outside of windows all entries have other numbers each time."""
 
     _round = 0
 
     def receive(self, call):
         self._round += 1
+        number = self._round * 7
+        self.entries = {other and other + number: entry._replace(holds=[below + number for below in entry.holds])
+                        for other, entry in self.exported_outside().items()}
         first = self._round % 7
         self.menus = {(group, 0): [exports.entry(f"Round {self._round}", **{":submenu": ((group + first) % 5, 0)}),
                                    exports.section(((group * first) % 5, 0))] * first for group in range(5)}

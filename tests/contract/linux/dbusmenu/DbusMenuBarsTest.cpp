@@ -147,16 +147,13 @@ TEST_F(DbusMenuBarsTest, barsOfSeveralConnections_areSeveral)
 TEST_F(DbusMenuBarsTest, aProcessWithoutBars_isNotSearchedForEachTime)
 {
     const auto none = exporting({});
-    EXPECT_EQ(ofProcess(), "");
-    ASSERT_EQ(none->count(u"Introspect"_s), 1);
-    none->forgetCalls();
-    EXPECT_EQ(ofProcess(), "");
-    EXPECT_EQ(none->calls(), QStringList());
-    ASSERT_TRUE(QTest::qWaitFor(
-        [&] {
-            static_cast<void>(ofProcess());
-            return none->count(u"Introspect"_s) == 1;
-        },
-        Limit))
-        << "it may export one by now";
+    const auto isAsked = [&] {
+        none->forgetCalls();
+        EXPECT_EQ(ofProcess(), "");
+        return none->count(u"Introspect"_s) > 0;
+    };
+    ASSERT_TRUE(QTest::qWaitFor(isAsked, Limit));
+    // On a slow machine the first question may have had no answer in time.
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !isAsked(); }, Limit));
+    EXPECT_TRUE(QTest::qWaitFor(isAsked, Limit)) << "it may export one by now";
 }

@@ -119,6 +119,23 @@ TEST_F(DbusMenuSourceTest, aBarAndItsMenus_areReadWithOneMessageEach)
     EXPECT_FALSE(source.readMenu(gone));
 }
 
+TEST_F(DbusMenuSourceTest, aBarThatIsKnownToHaveEntries_isNotReadTwice)
+{
+    const auto readsOnce = [this] {
+        application->forgetCalls();
+        EXPECT_TRUE(source.hasEntries(bar()));
+        EXPECT_EQ(source.readBar(bar())->size(), 2);
+        return application->count(u"GetLayout"_s) == 1;
+    };
+    ASSERT_TRUE(QTest::qWaitFor(readsOnce, Limit)) << "within a moment";
+    EXPECT_EQ(source.readBar(bar())->size(), 2);
+    EXPECT_EQ(application->count(u"GetLayout"_s), 2) << "a second reading is one";
+    menus->set({{0, {""}}});
+    EXPECT_FALSE(source.hasEntries(bar()));
+    menus->set({});
+    EXPECT_FALSE(source.hasEntries(bar()));
+}
+
 TEST_F(DbusMenuSourceTest, onlyQtIsToldThatAMenuOpens_beforeItIsRead)
 {
     menus->setAboutToShow([](qint32 number, Entries& entries) {

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+// Menus that are exported for outside of windows, as they come over the bus. A byte that says which reply it
+// is, the signature, a zero byte, the body.
+#include "platform/linux/dbusmenu/DbusMenuDecode.h"
+#include "platform/linux/dbusmenu/DbusMenuNormalForm.h"
+#include "platform/linux/dbusmenu/DbusMenuPlace.h"
+#include "tests/fuzz/Fuzzing.h"
+#include "tests/fuzz/Wire.h"
+
+using namespace tarnwick;
+
+namespace {
+
+void checkRow(const MenuRow& row, const DbusMenuPlace& menu)
+{
+    const bool separator = row.kind == MenuRow::Kind::Separator;
+    require(separator == row.title.isEmpty(), "only separators have no title");
+    require(row.title == row.title.trimmed(), "a title is trimmed");
+    require((row.kind == MenuRow::Kind::Holder) == bool(row.contents),
+            "a holder, and nothing else, holds a menu");
+    require(row.kind == MenuRow::Kind::Item || (!row.shortcut && !row.checked),
+            "only items have a shortcut or a mark");
+    if (separator)
+        return;
+    const auto place = DbusMenuPlace::fromPath(row.item.path);
+    require(place && *place == menu.below(place->number, row.title),
+            "an entry's place says what leads to it");
+}
+
+void checkLayout(const DbusMenuLayout& layout)
+{
+    require(layout.entries.size() <= dbus_menus::MaximumEntries, "no more entries than are taken");
+    static const DbusMenuPlace menu = DbusMenuPlace{"/menu"}.below(7, QStringLiteral("File"));
+    const QList<MenuRow> rows = dbusMenuNormalForm(layout.entries, {":1.5", menu.toPath(), 1});
+    bool separated = true;
+    for (const MenuRow& row : rows) {
+        checkRow(row, menu);
+        const bool separator = row.kind == MenuRow::Kind::Separator;
+        require(!separator || !separated, "a separator stands between entries");
+        separated = separator;
+    }
+    require(rows.isEmpty() || !separated, "no menu ends with a separator");
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    FuzzInput input(data, size);
+    const int kind = input.choice(2);
+    const QByteArray signature = input.until('\0').toByteArray();
+    if (signature.size() > 64)
+        return -1; // too long to be worth keeping
+    const SdBusMessage reply = Wire::shared().receive(signature, input.rest());
+    if (!reply)
+        return 0;
+    if (kind == 0) {
+        if (const auto layout = dbus_menus::decodeLayout(reply.get()))
+            checkLayout(*layout);
+    } else if (const auto entry = dbus_menus::decodeProperties(reply.get())) {
+        checkLayout({{}, {*entry, *entry}});
+    }
+    return 0;
+}
