@@ -522,17 +522,6 @@ Für alle anderen lassen Sie eine Taste des Desktops diesen Befehl ausführen:
     </message>
 </context>
 <context>
-    <name>tarnwick::SearchRows</name>
-    <message>
-        <source>checked</source>
-        <translation>ausgewählt</translation>
-    </message>
-    <message>
-        <source>not available</source>
-        <translation>nicht verfügbar</translation>
-    </message>
-</context>
-<context>
     <name>tarnwick::SearchView</name>
     <message>
         <source>Search the menus</source>

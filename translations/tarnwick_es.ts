@@ -522,17 +522,6 @@ Sobre ellas el menú obedece solo al puntero, y puede abrirse donde este se vio 
     </message>
 </context>
 <context>
-    <name>tarnwick::SearchRows</name>
-    <message>
-        <source>checked</source>
-        <translation>marcado</translation>
-    </message>
-    <message>
-        <source>not available</source>
-        <translation>no disponible</translation>
-    </message>
-</context>
-<context>
     <name>tarnwick::SearchView</name>
     <message>
         <source>Search the menus</source>

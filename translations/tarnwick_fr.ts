@@ -522,17 +522,6 @@ Au-dessus d’elles, le menu n’obéit qu’au pointeur, et il peut s’ouvrir 
     </message>
 </context>
 <context>
-    <name>tarnwick::SearchRows</name>
-    <message>
-        <source>checked</source>
-        <translation>coché</translation>
-    </message>
-    <message>
-        <source>not available</source>
-        <translation>non disponible</translation>
-    </message>
-</context>
-<context>
     <name>tarnwick::SearchView</name>
     <message>
         <source>Search the menus</source>

@@ -522,17 +522,6 @@ Over them the menu obeys the pointer alone, and it may open where the pointer wa
     </message>
 </context>
 <context>
-    <name>tarnwick::SearchRows</name>
-    <message>
-        <source>checked</source>
-        <translation>チェック済み</translation>
-    </message>
-    <message>
-        <source>not available</source>
-        <translation>利用できません</translation>
-    </message>
-</context>
-<context>
     <name>tarnwick::SearchView</name>
     <message>
         <source>Search the menus</source>

@@ -3,11 +3,16 @@
 import os
 import signal
 
+from gi.repository import Gio
+
+from harness.accessible import (CHECKED, ENABLED, FOCUSED, POPUP_MENU, SENSITIVE, SHOWING, VISIBLE, Accessible)
 from harness.case import main
 from harness.over import OverAnApplication, OverGtk3, OverMousepad, OverQt6
 from harness.applications import Fixture
 from harness.waiting import dispatch_events, wait_for
 
+EDITABLE, FOCUSABLE = 7, 11
+LIST, LIST_ITEM, TEXT, NOTIFICATION = 31, 32, 61, 101
 SEARCH = ("gapplication", "action", "example.quorlane.Tarnwick", "search")
 
 
@@ -91,6 +96,92 @@ class FindsAndChooses(Searching):
 
 class InGtk3(FindsAndChooses, OverGtk3):
     pass
+
+
+class AsAScreenReaderReadsIt(Searching, OverGtk3):
+    def setUp(self):
+        super().setUp()
+        self.begin_search()
+        self.addCleanup(self.end_search)
+        self.menu = self.reader.menus()[0]
+
+    def end_search(self):
+        self.screen.tap("Escape")
+        self.screen.tap("Escape")
+        self.reader.wait_for(0)
+
+    def nodes(self, role):
+        return [node for node in self.menu.descendants() if node.role == role]
+
+    def node(self, role):
+        return wait_for(lambda: next(iter(self.nodes(role)), None), f"a node of the role {role} below the menu")
+
+    def rows(self):
+        return [(row.role, row.name) for row in self.node(LIST).children]
+
+    def test_the_menu_leads_to_the_field(self):
+        self.assertEqual((self.menu.role, self.menu.name), (POPUP_MENU, "Search the menus"))
+        field = self.node(TEXT)
+        self.assertEqual(field.name, "Search the menus")
+        self.assertEqual(field, self.reader.focused)
+        self.assertTrue({EDITABLE, FOCUSABLE, FOCUSED, SHOWING, VISIBLE} <= field.states, sorted(field.states))
+        self.screen.type("find")
+        self.wait_for_told("Find, Edit")
+        self.assertEqual(field.text(), "find")
+        self.assertNotIn(FOCUSED, field.states)
+
+    def test_and_to_the_rows_each_in_its_place_with_its_states(self):
+        self.screen.type("find")
+        self.wait_for_told("Find, Edit")
+        wait_for(lambda: self.rows() == [(LIST_ITEM, "Find, Edit"), (LIST_ITEM, "Find Next, Edit, Find"),
+                                         (LIST_ITEM, "Find Previous, Edit, Find")], "the three rows")
+        self.screen.tap("Down")
+        self.wait_for_told("Find Next, Edit")
+        rows = self.node(LIST).children
+        self.assertEqual(self.reader.focused, rows[1])
+        self.assertEqual([row.index_in_parent for row in rows], [0, 1, 2])
+        self.assertEqual([FOCUSED in row.states for row in rows], [False, True, False])
+        self.assertTrue(all({SHOWING, VISIBLE, ENABLED, SENSITIVE} <= row.states for row in rows))
+
+    def test_what_is_checked_and_what_is_greyed_is_told_as_such(self):
+        for title, is_checked, is_greyed in (("Word Wrap", True, False), ("Line Numbers", False, False),
+                                             ("Save As...", False, True)):
+            self.screen.tap("a", "Control_L")
+            self.screen.type(title.lower())
+            self.wait_for_told(f"{title}, ")
+            self.assertEqual(CHECKED in self.reader.focused.states, is_checked, title)
+            self.assertEqual(SENSITIVE not in self.reader.focused.states, is_greyed, title)
+
+    def test_the_number_of_results_is_announced(self):
+        announced = self.announcements()
+        self.screen.type("find")
+        wait_for(lambda: dispatch_events() or "Results: 3" in announced, f"the number announced, not {announced}")
+        self.screen.type(" next")
+        wait_for(lambda: dispatch_events() or "Results: 1" in announced, f"the new number announced, not {announced}")
+        self.assertEqual([node.name for node in self.nodes(NOTIFICATION)], ["Results: 1"])
+
+    def announcements(self):
+        """What is read aloud from now on: a notification that comes to show, or what newer toolkits say outright."""
+        told = []
+
+        def on_event(_connection, sender, path, _interface, signal, arguments):
+            detail, on, _rest, value = arguments.unpack()[:4]
+            node = Accessible(self.bus, sender, path)
+            if signal == "Announcement":
+                told.append(value)
+            elif detail == "showing" and on and node.role == NOTIFICATION:
+                told.append(node.name)
+        for signal in ("StateChanged", "Announcement"):
+            subscription = self.bus.connection.signal_subscribe(
+                None, "org.a11y.atspi.Event.Object", signal, None, None, Gio.DBusSignalFlags.NONE, on_event)
+            self.addCleanup(self.bus.connection.signal_unsubscribe, subscription)
+        return told
+
+    def test_the_entries_are_there_again_after_it(self):
+        self.go_back_to_menu("File")
+        self.assertEqual(self.reader.titles()[:len(self.titles)], self.titles)
+        self.screen.tap("slash")
+        self.wait_for_told("Search the menus")
 
 
 class InQt6(FindsAndChooses, OverQt6):

@@ -10,6 +10,7 @@
 #include "platform/qt/menu/OpenPopUps.h"
 #include "platform/qt/menu/PopUpBeginning.h"
 #include "platform/qt/menu/PopUpGeometry.h"
+#include "platform/qt/menu/SearchAccessible.h"
 #include "platform/qt/menu/SearchField.h"
 #include "platform/qt/menu/SearchKeys.h"
 #include "platform/qt/menu/SearchView.h"
@@ -373,6 +374,8 @@ void QMenuView::_makeSearch()
     connect(_search, &SearchView::chosen, this, &QMenuView::_choose);
     connect(_search, &SearchView::wantedInMenu, this, &QMenuView::_showInMenu);
     connect(_search, &SearchView::sizeChanged, this, &QMenuView::_fitSearch);
+    makeSearchAccessible();
+    beAnotherAccessible(*this, isVisible());
 }
 
 void QMenuView::_dropSearch()
@@ -386,6 +389,7 @@ void QMenuView::_dropSearch()
     search->field().clearFocus();
     search->hide();
     search->deleteLater();
+    beAnotherAccessible(*this, _open);
 }
 
 void QMenuView::_leaveSearch()

@@ -6,6 +6,9 @@
 #include <QFocusEvent>
 #include <QKeyEvent>
 
+#include <algorithm>
+#include <cstdlib>
+
 namespace tarnwick {
 
 SearchField::SearchField(QWidget* parent) : QLineEdit(parent) {}
@@ -37,6 +40,20 @@ void SearchField::showEvent(QShowEvent* event)
     QLineEdit::showEvent(event);
     QFocusEvent focus(QEvent::FocusIn, Qt::PopupFocusReason);
     focusInEvent(&focus);
+    tellFocus();
+}
+
+QRect SearchField::placeOf(int position) const
+{
+    const int from = std::min(position, cursorPosition());
+    const int between = std::abs(position - cursorPosition());
+    const bool before = (position < cursorPosition()) != text().isRightToLeft();
+    const int way = fontMetrics().horizontalAdvance(text().mid(from, between));
+    return cursorRect().translated(before ? -way : way, 0);
+}
+
+void SearchField::tellFocus()
+{
     QAccessibleEvent told(this, QAccessible::Focus);
     QAccessible::updateAccessibility(&told);
 }

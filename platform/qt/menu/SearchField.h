@@ -16,6 +16,13 @@ class SearchField final : public QLineEdit
 public:
     explicit SearchField(QWidget* parent);
 
+    /// Where the character at that position stands, in it.
+    [[nodiscard]] QRect placeOf(int position) const;
+    /// Which character is at that place in it.
+    [[nodiscard]] int cursorPositionAt(QPoint place) { return QLineEdit::cursorPositionAt(place); }
+    /// What is typed is told to screen readers again, in place of a row.
+    void tellFocus();
+
 Q_SIGNALS:
     /// A key that is not the text's.
     void pressed(tarnwick::SearchKey key);

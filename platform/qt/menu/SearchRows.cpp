@@ -70,10 +70,6 @@ QString SearchRows::_spoken(int number) const
         keyEquivalentText(entry.item->keyEquivalent(), entry.item->keyEquivalentModifierMask());
     if (!shortcut.isEmpty())
         parts.append(shortcut);
-    if (entry.item->state() == MenuItem::State::On)
-        parts.append(tr("checked"));
-    if (!entry.enabled)
-        parts.append(tr("not available"));
     return parts.join(u", "_s);
 }
 

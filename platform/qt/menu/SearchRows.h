@@ -32,6 +32,8 @@ public:
     [[nodiscard]] const MenuSearch& search() const { return _search; }
     /// The entry's number in the search.
     [[nodiscard]] int numberAt(const QModelIndex& index) const { return _rows.at(index.row()); }
+    /// Where the entry with that number stands, −1 for nowhere.
+    [[nodiscard]] int rowOf(int number) const { return static_cast<int>(_rows.indexOf(number)); }
 
 private:
     [[nodiscard]] QString _spoken(int number) const;

@@ -14,6 +14,7 @@
 #include <QLabel>
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -156,7 +157,10 @@ void SearchView::_typed(const QString& text)
     _list->forgetPointer();
     _list->scrollToTop();
     _list->highlight(_highlighted());
+    if (!_highlighted())
+        _field->tellFocus();
     _tellState();
+    _announceState();
     Q_EMIT sizeChanged();
 }
 
@@ -250,6 +254,9 @@ void SearchView::_step()
         _list->highlight(_highlighted());
     }
     _tellState();
+    // Not with each menu: that would never end.
+    if (_search.isFinished())
+        _announceState();
     Q_EMIT sizeChanged();
 }
 
@@ -259,7 +266,22 @@ void SearchView::_tellState()
     if (text == _state->text())
         return;
     _state->setText(text);
+    _state->setAccessibleName(text);
     _field->setAccessibleDescription(text);
+}
+
+void SearchView::_announceState()
+{
+    const QString text = _state->text();
+    if (text.isEmpty() || text == std::exchange(_announced, text))
+        return;
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+    QAccessibleAnnouncementEvent event(_state, text);
+#else
+    // Screen readers read a notification when it comes to show.
+    QAccessibleEvent event(_state, QAccessible::ObjectShow);
+#endif
+    QAccessible::updateAccessibility(&event);
 }
 
 QString SearchView::_stateText() const

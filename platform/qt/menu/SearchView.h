@@ -67,6 +67,8 @@ private:
     void _step();
     /// How many there are, and which menus are not among them.
     void _tellState();
+    /// The same aloud, to those who hear the screen; once.
+    void _announceState();
     [[nodiscard]] QString _stateText() const;
     [[nodiscard]] QString _resultsText() const;
     [[nodiscard]] std::optional<int> _highlighted() const;
@@ -79,6 +81,7 @@ private:
     SearchList* _list;
     SearchRows* _rows;
     QLabel* _state;
+    QString _announced;
     std::unique_ptr<Clock::Timer> _timer;
     int _greatestHeight = 0;
 };

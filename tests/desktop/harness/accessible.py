@@ -82,6 +82,10 @@ class Accessible:
         return [Accessible(self._bus, *child) for child in self._call(_ACCESSIBLE, "GetChildren") or []]
 
     @property
+    def index_in_parent(self):
+        return self._call(_ACCESSIBLE, "GetIndexInParent")
+
+    @property
     def key_binding(self):
         return self._call(_ACTION, "GetKeyBinding", GLib.Variant("(i)", (0,))) or ""
 
