@@ -26,6 +26,12 @@ void ProxyMenuItem::clickMenuItem()
     UIElementUtilities::performActionOfUIElement(AXPressAction, _itemAXUIElementRef);
 }
 
+bool ProxyMenuItem::canBePressed() const
+{
+    const auto actions = UIElementUtilities::actionNamesOfUIElement(_itemAXUIElementRef);
+    return !actions || actions->contains(AXPressAction);
+}
+
 QString ProxyMenuItem::createKeyForFennrickItem(const std::shared_ptr<MenuItem>& item) const
 {
     if (!item)

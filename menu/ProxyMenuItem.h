@@ -32,6 +32,9 @@ public:
     /// Presses the element and looks at no result: it may be gone.
     void clickMenuItem();
 
+    /// Whether the element offers to be pressed; so if it does not say.
+    [[nodiscard]] bool canBePressed() const;
+
     /// The path of titles down to `item`, every title but a leaf's followed by "|". Each level starts from
     /// the key stored last, so that the path is clean only before the first itemKey().
     [[nodiscard]] QString createKeyForFennrickItem(const std::shared_ptr<MenuItem>& item) const;

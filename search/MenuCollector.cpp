@@ -5,6 +5,7 @@
 #include "menu/Menu.h"
 #include "menu/MenuDelegate.h"
 #include "menu/MenuItem.h"
+#include "menu/ProxyMenuItem.h"
 
 #include <utility>
 
@@ -18,6 +19,16 @@ bool canBeFound(const MenuItem& item, const QString& title)
     if (item.isSeparatorItem() || title.trimmed().isEmpty())
         return false;
     return item.hasSubmenu() || (item.target() && !item.action().isEmpty());
+}
+
+/// Of a menu that does not exist yet, one greyed entry says so, which nobody can press.
+bool isMadeLater(const Menu& menu)
+{
+    if (menu.numberOfItems() != 1)
+        return menu.numberOfItems() == 0;
+    const auto item = menu.itemArray().constFirst();
+    const auto* pressed = dynamic_cast<const ProxyMenuItem*>(item->target().get());
+    return !item->isEnabled() && !item->hasSubmenu() && pressed && !pressed->canBePressed();
 }
 
 } // namespace
@@ -38,6 +49,8 @@ std::optional<CollectedMenu> MenuCollector::step()
     const auto pending = _takeNext();
     if (!pending || (!isOpen && !_read(*pending)))
         return std::nullopt;
+    if (isOpen && pending->menu != _root && isMadeLater(*pending->menu))
+        _unsearched.append({pending->path, UnsearchedMenu::Reason::Empty});
     return _collect(*pending, isOpen);
 }
 
@@ -86,7 +99,7 @@ bool MenuCollector::_read(const Pending& pending)
     _spent += needed;
     if (needed >= TimeForMenu)
         _unsearched.append({pending.path, UnsearchedMenu::Reason::Slow});
-    else if (pending.menu->numberOfItems() == 0)
+    else if (isMadeLater(*pending.menu))
         _unsearched.append({pending.path, UnsearchedMenu::Reason::Empty});
     return true;
 }
@@ -95,7 +108,8 @@ CollectedMenu MenuCollector::_collect(const Pending& pending, bool wasOpen)
 {
     CollectedMenu collected{pending.holder, pending.path, {}};
     QList<Pending> below;
-    const auto items = pending.menu->itemArray();
+    const auto items =
+        isMadeLater(*pending.menu) ? QList<std::shared_ptr<MenuItem>>() : pending.menu->itemArray();
     for (const auto& item : items) {
         const QString title = _shownTitle(*item);
         if (!canBeFound(*item, title))

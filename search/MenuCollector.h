@@ -19,7 +19,7 @@ class Menu;
 struct UnsearchedMenu
 {
     enum class Reason {
-        Empty,     ///< nothing is in it: most often it is made when it opens for the first time
+        Empty,     ///< nothing is in it, or no more than the word that it is made when it opens
         Slow,      ///< its half second was over
         OutOfTime, ///< all menus together had taken theirs
         TooMuch,   ///< deeper, or more, than any menu bar

@@ -79,7 +79,9 @@ QVariantList MenuItemElement::_children() const
 
 QStringList MenuItemElement::actionNames() const
 {
-    return _row.kind == MenuRow::Kind::Item ? QStringList(AXPressAction) : QStringList();
+    // An entry that only says something stands for nothing in the application.
+    const bool stands = _row.item || _row.action;
+    return _row.kind == MenuRow::Kind::Item && stands ? QStringList(AXPressAction) : QStringList();
 }
 
 bool MenuItemElement::perform(const QString& action) const

@@ -58,6 +58,17 @@ protected:
         };
     }
 
+    /// The menu of this item of the bar holds one greyed entry that offers nothing.
+    void fillWithAWord(const QString& title)
+    {
+        const UIElementRef holder = accessibility.menuItem(application, {title});
+        accessibility.removeChildren(holder);
+        const UIElementRef menu = accessibility.addElement(holder, u"AXMenu"_s);
+        const UIElementRef word = accessibility.addElement(menu, u"AXMenuItem"_s, u"Only a Word"_s);
+        accessibility.setAttribute(word, u"AXEnabled"_s, false);
+        mirror->update();
+    }
+
 private:
     QHash<QString, double> _seconds;
 };
@@ -211,6 +222,25 @@ TEST_F(MenuCollectorTest, greyedMenu_isAnEntryAndIsNotRead)
     auto menus = collector();
     EXPECT_EQ(collected(menus), QStringList({u": File"_s, u"File: -Recent"_s}));
     EXPECT_TRUE(menus.unsearched().isEmpty());
+}
+
+TEST_F(MenuCollectorTest, theWordThatAMenuIsMadeLater_isNoEntry_andItsMenuIsNamed)
+{
+    show(u"Late\n  -Undo\nGreyed\n  -Undo\nEdit\n  Cut\n  -Redo\n"_s);
+    fillWithAWord(u"Late"_s);
+    auto menus = collector();
+    EXPECT_EQ(collected(menus), (QStringList{u": Late, Greyed, Edit"_s, u"Late: "_s, u"Greyed: -Undo"_s,
+                                             u"Edit: Cut, -Redo"_s}));
+    EXPECT_EQ(menus.unsearched(), QList<UnsearchedMenu>({{{u"Late"_s}, Reason::Empty}}));
+}
+
+TEST_F(MenuCollectorTest, theSameOfAMenuThatIsOpen)
+{
+    show(u"Late\n  -Undo\nEdit\n  Cut\n"_s);
+    fillWithAWord(u"Late"_s);
+    auto menus = collector({opened(u"Late"_s)});
+    EXPECT_EQ(collected(menus), (QStringList{u": Late, Edit"_s, u"Late: "_s, u"Edit: Cut"_s}));
+    EXPECT_EQ(menus.unsearched(), QList<UnsearchedMenu>({{{u"Late"_s}, Reason::Empty}}));
 }
 
 TEST_F(MenuCollectorTest, emptyMenu_isNamed)

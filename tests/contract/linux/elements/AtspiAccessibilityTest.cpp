@@ -215,10 +215,12 @@ TEST_P(OnTree, aMenuThatIsFilledWhenItOpens_saysSoAndIsNotOpened)
                                    ? QStringList()
                                    : QStringList(u"Open this menu in the application once"_s);
     EXPECT_EQ(titles(menu(3)), unmade);
-    for (const QVariant& row : children(menu(3)))
+    for (const QVariant& row : children(menu(3))) {
         EXPECT_FALSE(accessibility.copyAttributeValue(row.value<UIElementRef>(), u"AXEnabled"_s)
                          .value_or(true)
                          .toBool());
+        EXPECT_EQ(accessibility.copyActionNames(row.value<UIElementRef>()), QStringList());
+    }
     EXPECT_EQ(titles(menu(0)), (QStringList{u"Save"_s, u"Open Recent"_s}));
     const auto recent = children(menu(0)).value(1).value<UIElementRef>();
     EXPECT_EQ(accessibility.copyActionNames(recent), QStringList()) << "it holds a menu";
