@@ -28,9 +28,11 @@ TEST_F(CarbonFrontSwitchTest, install_asksForFrontSwitchesOfTheApplicationTarget
 TEST_F(CarbonFrontSwitchTest, everySwitch_runsTheCallbackInsideTheEvent)
 {
     EXPECT_TRUE(frontSwitch.install(count));
-    EXPECT_TRUE(mac.switchFront()) << "the event goes no further";
+    EXPECT_TRUE(mac.activate(201)) << "the event goes no further";
     EXPECT_EQ(switches, 1);
-    mac.switchFront();
+    mac.activate(202);
+    EXPECT_EQ(switches, 2);
+    EXPECT_FALSE(mac.activate(202)) << "no switch";
     EXPECT_EQ(switches, 2);
 }
 
@@ -38,7 +40,7 @@ TEST_F(CarbonFrontSwitchTest, install_refused_isFalse)
 {
     mac.fail(u"InstallEventHandler"_s, -50);
     EXPECT_FALSE(frontSwitch.install(count));
-    mac.switchFront();
+    mac.activate(203);
     EXPECT_EQ(switches, 0);
 }
 
@@ -48,8 +50,8 @@ TEST_F(CarbonFrontSwitchTest, switchesWhileAMenuIsOpen_areToldOnceItHasClosed)
     {
         const MenuTracking::Span tracking;
         mac.menuIsOpen = true;
-        EXPECT_FALSE(mac.switchFront()) << "the system keeps it";
-        EXPECT_FALSE(mac.switchFront());
+        EXPECT_FALSE(mac.activate(204)) << "the system keeps it";
+        EXPECT_FALSE(mac.activate(205));
         mac.menuIsOpen = false;
     }
     EXPECT_EQ(switches, 0) << "the call that opened the menu has not returned yet";

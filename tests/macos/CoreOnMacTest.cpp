@@ -44,7 +44,7 @@ namespace tarnwick {
 
 namespace {
 
-/// The workspace of a fake, with the front switches of the system.
+/// The workspace of a fake, with the active application of the system and its switches.
 class SwitchingWorkspace final : public Workspace
 {
 public:
@@ -52,14 +52,21 @@ public:
 
     [[nodiscard]] std::optional<ActiveApplication> activeApplication() const override
     {
-        return fake.activeApplication();
+        const auto processIdentifier = activeProcessIdentifier();
+        if (!processIdentifier)
+            return std::nullopt;
+        const AxNodeRef application = SimulatedMac::instance().application(*processIdentifier);
+        const QVariant* title = application ? application->value(u"AXTitle"_s) : nullptr;
+        return ActiveApplication{title ? title->toString() : QString(), processIdentifier};
     }
     [[nodiscard]] std::optional<qint64> activeProcessIdentifier() const override
     {
-        return fake.activeProcessIdentifier();
+        const qint64 active = SimulatedMac::instance().activeProcess();
+        return active == 0 ? std::nullopt : std::optional(active);
     }
     [[nodiscard]] bool installAppFrontSwitchedHandler(std::function<void()> switched) override
     {
+        SimulatedMac::instance().activated = &CarbonFrontSwitch::applicationActivated;
         return _frontSwitch.install(std::move(switched));
     }
     bool openURL(const QUrl& url) override { return fake.openURL(url); }
@@ -110,6 +117,7 @@ class CoreOnMacTest : public MacTest
 {
 protected:
     static constexpr qint64 EditorPid = 100;
+    const qint64 OwnPid = QCoreApplication::applicationPid();
     const QString Target = u"GetApplicationEventTarget"_s;
     const QString Tap = u"CGEventTapCreate 1"_s;
     const QList<QVariantList> TapAsBothMakeIt{{2, 0, 0, 0x2000000ull, true, true}};
@@ -125,7 +133,7 @@ protected:
         tree.show(mac, {editor});
         desktop = std::make_unique<MacDesktop>();
         desktop->application.bundle = mac.bundlePath;
-        desktop->workspace.fake.active = Workspace::ActiveApplication{u"Editor"_s, EditorPid};
+        mac.activate(EditorPid);
     }
 
     void TearDown() override
@@ -145,24 +153,35 @@ protected:
         program->finishLaunching();
     }
 
-    /// The user chooses "Contents" in "Help" of the next menu that pops up.
-    void chooseContents()
+    /// The user chooses this of every menu that pops up.
+    void choose(const QString& holderTitle, const QString& title)
     {
-        desktop->menus->whileOpen = [this](const NativeMenus::Chosen& chosen) {
+        desktop->menus->whileOpen = [this, holderTitle, title](const NativeMenus::Chosen& chosen) {
             const auto menu = desktop->menus->popUps.last().menu;
             const auto open = [](Menu& opening) {
-                opening.delegate()->menuNeedsUpdate(opening);
+                if (opening.delegate())
+                    opening.delegate()->menuNeedsUpdate(opening);
                 opening.update();
             };
             open(*menu);
-            const auto holder = menu->itemWithTitle(u"Help"_s);
-            const auto help = holder ? holder->submenu() : nullptr;
-            if (!help)
+            const auto holder = menu->itemWithTitle(holderTitle);
+            const auto submenu = holder ? holder->submenu() : nullptr;
+            if (!submenu)
                 return;
-            open(*help);
-            if (const auto contents = help->itemWithTitle(u"Contents"_s))
-                chosen(help, contents);
+            open(*submenu);
+            if (const auto item = submenu->itemWithTitle(title))
+                chosen(submenu, item);
         };
+    }
+
+    /// Our own windows are in front, with a menu bar that has a menu of our name.
+    void bringOurselvesToTheFront()
+    {
+        const auto own = fake.addApplication(OwnPid, u"Tarnwick"_s);
+        fake.setMenuBar(own, MenuFile::parse(u"Tarnwick\n  Hide Tarnwick\nWindow\n  Close\n"_s));
+        fake.setFocusedApplication(own);
+        tree.show(mac, {own});
+        EXPECT_TRUE(mac.activate(OwnPid));
     }
 
     FakeAccessibility fake;
@@ -232,7 +251,7 @@ TEST_F(CoreOnMacTest, hotKey_popsTheMirrorUpAtThePointer_andAChoiceIsPressedOnce
 {
     start();
     mac.pointer = {200, 100};
-    chooseContents();
+    choose(u"Help"_s, u"Contents"_s);
     EXPECT_TRUE(mac.pressHotKey({6, 0x800}));
     ASSERT_EQ(desktop->menus->popUps.size(), 1);
     EXPECT_EQ(desktop->menus->popUps.first().location, QPointF(200, 800));
@@ -285,8 +304,7 @@ TEST_F(CoreOnMacTest, frontSwitch_rebuildsTheMirrorAfterItsPause)
     fake.setMenuBar(browser, MenuFile::parse(u"History\n  Back\n"_s));
     fake.setFocusedApplication(browser);
     tree.show(mac, {browser});
-    desktop->workspace.fake.active = Workspace::ActiveApplication{u"Browser"_s, 200};
-    mac.switchFront();
+    EXPECT_TRUE(mac.activate(200));
     EXPECT_EQ(desktop->clock.slept, QList<double>{double(0.65f)});
     mac.pressHotKey({6, 0x800});
     ASSERT_EQ(desktop->menus->popUps.size(), 1);
@@ -317,9 +335,7 @@ TEST_F(CoreOnMacTest, frontSwitchWhileTheMenuIsOpen_closesItAndFillsTheNext)
         fake.setMenuBar(browser, MenuFile::parse(u"History\n  Back\n"_s));
         fake.setFocusedApplication(browser);
         tree.show(mac, {browser});
-        desktop->workspace.fake.active = Workspace::ActiveApplication{u"Browser"_s, 200};
-        EXPECT_FALSE(mac.switchFront());
-        CarbonFrontSwitch::applicationActivated();
+        EXPECT_FALSE(mac.activate(200)) << "the system keeps the event";
         EXPECT_EQ(desktop->menus->cancels, 1);
         EXPECT_TRUE(desktop->clock.slept.isEmpty()) << "the mirror that is shown stays as it is";
     };
@@ -330,6 +346,64 @@ TEST_F(CoreOnMacTest, frontSwitchWhileTheMenuIsOpen_closesItAndFillsTheNext)
     EXPECT_EQ(desktop->clock.slept, QList<double>{double(0.65f)});
     EXPECT_TRUE(mac.pressHotKey({6, 0x800}));
     EXPECT_TRUE(desktop->menus->popUps.last().menu->itemWithTitle(u"History"_s));
+}
+
+TEST_F(CoreOnMacTest, ourOwnMenuBar_isShownAsThatOfOthers)
+{
+    start();
+    bringOurselvesToTheFront();
+    choose(u"Tarnwick"_s, u"Hide Tarnwick"_s);
+    for (int opening = 1; opening <= 3; ++opening) {
+        EXPECT_TRUE(mac.pressHotKey({6, 0x800}));
+        EXPECT_EQ(tree.pressedTitles(), QStringList(opening, u"Hide Tarnwick"_s))
+            << "the entry at the foot, which has the same name, is moved at each opening";
+    }
+}
+
+TEST_F(CoreOnMacTest, pressInOurOwnMenuBar_mayRebuildTheMenuThatItIsIn)
+{
+    start();
+    bringOurselvesToTheFront();
+    const auto hide = tree.nodeTitled(u"Hide Tarnwick"_s);
+    int performed = 0;
+    hide->onPerform = [&] {
+        ++performed;
+        EXPECT_TRUE(mac.activate(EditorPid)) << "and with it goes the item whose press this is";
+    };
+    choose(u"Tarnwick"_s, u"Hide Tarnwick"_s);
+    EXPECT_TRUE(mac.pressHotKey({6, 0x800}));
+    EXPECT_EQ(performed, 1);
+    EXPECT_FALSE(desktop->menus->popUps.last().menu->itemWithTitle(u"Window"_s));
+    hide->onPerform = nullptr;
+}
+
+TEST_F(CoreOnMacTest, ourOwnMenuBarThatNobodyAnswersFor_isWaitedForHalfASecondAnUpdate)
+{
+    start();
+    double waited = 0;
+    mac.answersItself = false;
+    mac.whileWaiting = [&](double seconds) {
+        waited += seconds;
+        desktop->clock.advance(seconds);
+    };
+    bringOurselvesToTheFront();
+    EXPECT_EQ(desktop->clock.slept.size(), 2) << "a menu that is empty is read again after the longer pause";
+    EXPECT_DOUBLE_EQ(waited, 2 * 0.5);
+    waited = 0;
+    EXPECT_TRUE(mac.pressHotKey({6, 0x800}));
+    EXPECT_DOUBLE_EQ(waited, 0) << "nothing is read at the moment of the trigger";
+    EXPECT_FALSE(desktop->menus->popUps.last().menu->itemWithTitle(u"Window"_s));
+}
+
+TEST_F(CoreOnMacTest, menu_leavesActivationAndFocusWhereTheyAre)
+{
+    start();
+    desktop->menus->whileOpen = [this](const auto&) { EXPECT_EQ(mac.activeProcess(), EditorPid); };
+    EXPECT_TRUE(mac.pressHotKey({6, 0x800}));
+    choose(u"Help"_s, u"Contents"_s);
+    EXPECT_TRUE(mac.pressHotKey({6, 0x800}));
+    EXPECT_EQ(tree.pressedTitles(), QStringList{u"Contents"_s});
+    EXPECT_EQ(mac.activeProcess(), EditorPid);
 }
 
 TEST_F(CoreOnMacTest, systemThatCannotTellOfSwitches_leavesTheControllerIdle)
@@ -417,7 +491,8 @@ TEST_F(CoreOnMacTest, startWithoutAccess_asksForItAndLeavesARunningProgram)
     mac.processTrusted = true;
     desktop->clock.advance(2);
     EXPECT_EQ(mac.enabledTaps(), 1);
-    mac.switchFront();
+    EXPECT_TRUE(mac.activate(200));
+    EXPECT_TRUE(mac.activate(EditorPid));
     mac.pressHotKey({6, 0x800});
     EXPECT_TRUE(desktop->menus->popUps.last().menu->itemWithTitle(u"File"_s));
 }
@@ -565,12 +640,13 @@ TEST_P(CoreOnFailingMacTest, program_goesOn)
     mac.fail(GetParam());
     desktop->alerts.answer = Alert::SecondButtonReturn;
     start();
-    chooseContents();
+    choose(u"Help"_s, u"Contents"_s);
     for (int i = 0; i < 2; ++i) {
         mac.pressHotKey({6, 0x800});
         mac.sendEvent(25);
         QCoreApplication::processEvents();
-        mac.switchFront();
+        mac.activate(200);
+        mac.activate(EditorPid);
         mac.changeInputSource({});
         UserDefaults::standardUserDefaults().setObjectForKey(u"˄Z"_s, TWTriggerKey);
     }

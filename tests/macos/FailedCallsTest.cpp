@@ -143,7 +143,7 @@ QVariant frontSwitched()
     CarbonFrontSwitch frontSwitch;
     int switches = 0;
     const bool installed = frontSwitch.install([&] { ++switches; });
-    SimulatedMac::instance().switchFront();
+    SimulatedMac::instance().activate(100);
     return QVariantList{installed, switches};
 }
 

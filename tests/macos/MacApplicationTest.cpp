@@ -47,13 +47,17 @@ TEST_F(MacApplicationTest, resources_areTheBundlesOwn)
 
 TEST_F(MacApplicationTest, activation_reachesTheSystemAsItIs)
 {
-    application.activateIgnoringOtherApps(true);
+    mac.activate(100);
     application.activateIgnoringOtherApps(false);
-    EXPECT_EQ(mac.callsOf(u"activateIgnoringOtherApps"_s), (QList<QVariantList>{{true}, {false}}));
+    EXPECT_EQ(mac.activeProcess(), 100);
+    application.activateIgnoringOtherApps(true);
+    EXPECT_EQ(mac.activeProcess(), QCoreApplication::applicationPid());
+    EXPECT_EQ(mac.callsOf(u"activateIgnoringOtherApps"_s), (QList<QVariantList>{{false}, {true}}));
 }
 
 TEST_F(MacApplicationTest, windowThatIsShownOrRaised_comesInFrontOfAllApplications)
 {
+    mac.activate(100);
     QWidget window;
     window.setWindowTitle(u"About Tarnwick"_s);
     QWidget child(&window);
@@ -68,6 +72,7 @@ TEST_F(MacApplicationTest, windowThatIsShownOrRaised_comesInFrontOfAllApplicatio
     QDialog dialog;
     dialog.show();
     EXPECT_EQ(mac.callsOf(u"orderFrontRegardless"_s).size(), 3) << "dialogs too";
+    EXPECT_EQ(mac.activeProcess(), 100) << "and takes neither activation nor keyboard from it";
 }
 
 TEST_F(MacApplicationTest, termination_endsAnOpenAlertOrMenuUnlessItIsRefused)

@@ -58,6 +58,43 @@ TEST_F(QuartzEventTapsTest, create_handsEveryNumberOn)
     EXPECT_EQ(mac.callsOf(u"CGEventTapCreate"_s), (QList<QVariantList>{{2, 0, 0, 0x2000000ull, true, true}}));
 }
 
+TEST_F(QuartzEventTapsTest, events_passTheTapsInTheOrderOfTheirPlaces)
+{
+    struct Row
+    {
+        const char* name;
+        quint32 location;
+        quint32 placement;
+    };
+    QStringList passed;
+    for (const Row& row :
+         {Row{"first", 2, 0}, {"tail", 2, 1}, {"session", 1, 0}, {"hardware", 0, 1}, {"head", 2, 0}}) {
+        const EventTapRef tap = taps->create(
+            static_cast<EventTaps::Location>(row.location), static_cast<EventTaps::Placement>(row.placement),
+            EventTaps::EventTapOptionDefault, OtherMouseDownMask,
+            [&passed, name = QString::fromLatin1(row.name)](quint32, const TappedEvent* event) {
+                passed.append(name);
+                return event;
+            });
+        taps->addSourceToMainRunLoop(tap);
+        taps->enable(tap, true);
+        keepSource();
+    }
+    EXPECT_TRUE(mac.sendEvent(25));
+    EXPECT_EQ(passed, (QStringList{u"hardware"_s, u"session"_s, u"head"_s, u"first"_s, u"tail"_s}));
+}
+
+TEST_F(QuartzEventTapsTest, placeThatTheSystemDoesNotKnow_isRefused)
+{
+    const auto nothing = [](quint32, const TappedEvent* event) { return event; };
+    for (const auto& [location, placement] : {std::pair(3u, 0u), {2u, 2u}}) {
+        EXPECT_EQ(taps->create(static_cast<EventTaps::Location>(location),
+                               static_cast<EventTaps::Placement>(placement), EventTaps::EventTapOptionDefault,
+                               OtherMouseDownMask, nothing),
+                  0u);
+    }
+}
+
 TEST_F(QuartzEventTapsTest, source_isMadeWithOrderZeroAndAddedInTheCommonModes)
 {
     createAndSchedule();

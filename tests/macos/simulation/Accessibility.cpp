@@ -6,6 +6,8 @@
 #include "tests/macos/simulation/SimulatedMac.h"
 #include "tests/macos/simulation/Symbols.h"
 
+#include <QCoreApplication>
+
 #include <ApplicationServices/ApplicationServices.h>
 #include <algorithm>
 
@@ -61,6 +63,18 @@ QVariant structureAt(::AXValueType type, const void* value)
     return QVariant::fromValue(structured);
 }
 
+/// Whether the call is one of this process to itself, which waits for nobody.
+bool isOurs(const AxNode& node)
+{
+    return node.processIdentifier == QCoreApplication::applicationPid();
+}
+
+/// Nobody answers before the call has waited in vain.
+bool isHung(const AxNode& node)
+{
+    return node.hung || (isOurs(node) && !mac().answersItself);
+}
+
 /// The node of an element that can answer; otherwise null and the reason.
 AxNode* answering(AXUIElementRef reference, const MacCall& call, AXError& error)
 {
@@ -72,11 +86,11 @@ AxNode* answering(AXUIElementRef reference, const MacCall& call, AXError& error)
         error = kAXErrorAPIDisabled;
     else if (!node || node->gone)
         error = kAXErrorInvalidUIElement;
-    else if (node->hung || node->refusing)
+    else if (isHung(*node) || node->refusing)
         error = kAXErrorCannotComplete;
     else
         error = kAXErrorSuccess;
-    if (node && node->hung && error == kAXErrorCannotComplete && mac().whileWaiting)
+    if (node && isHung(*node) && error == kAXErrorCannotComplete && mac().whileWaiting)
         mac().whileWaiting(double(MacState::instance().messagingTimeout));
     return error == kAXErrorSuccess ? node : nullptr;
 }
@@ -135,14 +149,9 @@ AXUIElementRef AXUIElementCreateApplication(pid_t processIdentifier)
     const MacCall call(__func__, processIdentifier);
     if (call.fails())
         return nullptr;
-    const auto& all = mac().applications;
-    const auto found = std::find_if(all.cbegin(), all.cend(), [&](const AxNodeRef& each) {
-        return each->processIdentifier == processIdentifier;
-    });
     auto* element = objects().make<MacElement>();
     element->processIdentifier = processIdentifier;
-    if (found != all.cend())
-        element->node = *found;
+    element->node = mac().application(processIdentifier);
     return handOut<AXUIElementRef>(element, call);
 }
 
@@ -265,6 +274,9 @@ AXError AXUIElementPerformAction(AXUIElementRef reference, CFStringRef action)
     if (!known)
         return kAXErrorActionUnsupported;
     node->performed.append(textOf(action));
+    // What another application does about it, it does in its own time.
+    if (const auto perform = isOurs(*node) ? node->onPerform : nullptr)
+        perform();
     return kAXErrorSuccess;
 }
 

@@ -3,7 +3,9 @@
 #include "platform/macos/workspace/AppKitWindows.h"
 
 #include "tests/macos/simulation/MacCall.h"
+#include "tests/macos/simulation/SimulatedMac.h"
 
+#include <QCoreApplication>
 #include <QWidget>
 
 namespace tarnwick {
@@ -11,6 +13,9 @@ namespace tarnwick {
 void activateApplication(bool ignoringOtherApps)
 {
     const MacCall call("activateIgnoringOtherApps", ignoringOtherApps);
+    SimulatedMac& mac = SimulatedMac::instance();
+    if (!call.fails() && (ignoringOtherApps || mac.activeProcess() == 0))
+        mac.activate(QCoreApplication::applicationPid());
 }
 
 void orderFrontRegardless(const QWidget& window)

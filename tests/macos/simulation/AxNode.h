@@ -7,6 +7,7 @@
 #include <QStringList>
 #include <QVariant>
 
+#include <functional>
 #include <memory>
 #include <utility>
 
@@ -27,6 +28,7 @@ struct AxNode
     bool gone = false;                          ///< its application has quit: every call fails
     bool hung = false;                          ///< its application does not answer: a call waits in vain
     bool refusing = false;                      ///< the same answer, at once
+    std::function<void()> onPerform;            ///< of this process: what it does, within the call
 
     QStringList performed;                       ///< look: the actions performed
     QList<std::pair<QString, QVariant>> written; ///< look: the attribute values set

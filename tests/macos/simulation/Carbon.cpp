@@ -86,8 +86,16 @@ bool SimulatedMac::pressHotKey(const HotKey& hotKey)
     return registered && dispatch(kEventClassKeyboard, kEventHotKeyPressed);
 }
 
-bool SimulatedMac::switchFront()
+bool SimulatedMac::activate(qint64 processIdentifier)
 {
+    if (processIdentifier == _activeProcess)
+        return false;
+    _activeProcess = processIdentifier;
+    const AxNodeRef focused = application(processIdentifier);
+    if (systemWide)
+        systemWide->set(u"AXFocusedApplication"_s, focused ? QVariant::fromValue(focused) : QVariant());
+    if (activated)
+        activated();
     return dispatch(kEventClassApplication, kEventAppFrontSwitched);
 }
 

@@ -12,6 +12,7 @@ namespace tarnwick {
 
 struct MacTap final : MacHandle
 {
+    CGEventTapLocation location = kCGHIDEventTap;
     CGEventMask eventsOfInterest = 0;
     CGEventTapCallBack callback = nullptr;
     void* userInfo = nullptr;
@@ -62,7 +63,7 @@ struct MacState
     int symbolicModes = 0;      ///< pushed and not popped
     QList<Observer> observers;
     QList<AppleEventHandler> reopenHandlers;
-    QList<MacTap*> taps;
+    QList<MacTap*> taps; ///< in the order in which events pass them
 };
 
 } // namespace tarnwick

@@ -37,6 +37,18 @@ bool isLive(const MacTap* tap)
     return !tap->dead && tap->enabled && tap->scheduled;
 }
 
+/// Events pass the taps of the hardware first, then those of the session, then those where they are
+/// annotated.
+void insertTap(MacTap* tap, CGEventTapPlacement placement)
+{
+    auto& taps = state().taps;
+    const bool atTheHead = placement == kCGHeadInsertEventTap;
+    const auto behind = std::find_if(taps.cbegin(), taps.cend(), [&](const MacTap* each) {
+        return atTheHead ? each->location >= tap->location : each->location > tap->location;
+    });
+    taps.insert(behind, tap);
+}
+
 } // namespace
 
 namespace tarnwick {
@@ -46,8 +58,7 @@ bool SimulatedMac::sendEvent(quint32 type)
     auto* event = objects().make<MacEvent>();
     MacObjects::hold(event);
     const auto taps = state().taps;
-    for (auto each = taps.crbegin(); each != taps.crend(); ++each) {
-        const MacTap* tap = *each;
+    for (const MacTap* tap : taps) {
         if (!isLive(tap) || (tap->eventsOfInterest >> type & 1U) == 0)
             continue;
         const CGEventRef passed = tap->callback(nullptr, static_cast<CGEventType>(type),
@@ -61,8 +72,8 @@ bool SimulatedMac::sendEvent(quint32 type)
 bool SimulatedMac::disableTap(quint32 reason)
 {
     const auto taps = state().taps;
-    const auto live = std::find_if(taps.crbegin(), taps.crend(), isLive);
-    if (live == taps.crend()) {
+    const auto live = std::find_if(taps.cbegin(), taps.cend(), isLive);
+    if (live == taps.cend()) {
         fault(u"no tap could be switched off"_s);
         return false;
     }
@@ -111,12 +122,15 @@ CFMachPortRef CGEventTapCreate(CGEventTapLocation tap, CGEventTapPlacement place
     const MacCall call(__func__, tap, place, options, eventsOfInterest, callback, userInfo);
     if (call.fails() || !mac().processTrusted)
         return nullptr;
+    if (tap > kCGAnnotatedSessionEventTap || place > kCGTailAppendEventTap)
+        return nullptr;
     auto* made = objects().make<MacTap>();
+    made->location = tap;
     made->eventsOfInterest = eventsOfInterest;
     made->callback = callback;
     made->userInfo = userInfo;
     made->enabled = true;
-    state().taps.append(made);
+    insertTap(made, place);
     return handOut<CFMachPortRef>(made, call);
 }
 

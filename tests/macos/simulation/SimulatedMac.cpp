@@ -27,6 +27,14 @@ void SimulatedMac::reset()
     MacObjects::instance().clear();
 }
 
+AxNodeRef SimulatedMac::application(qint64 processIdentifier) const
+{
+    const auto found = std::find_if(applications.cbegin(), applications.cend(), [&](const AxNodeRef& each) {
+        return each->processIdentifier == processIdentifier;
+    });
+    return found == applications.cend() ? nullptr : *found;
+}
+
 QStringList SimulatedMac::functionsCalled() const
 {
     QStringList names;

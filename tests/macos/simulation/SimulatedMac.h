@@ -80,6 +80,7 @@ public:
     bool loginListIgnoresInsertions = false;         ///< as today's systems may
     bool accessGranted = false;                      ///< to all programs
     bool processTrusted = true;                      ///< to this one; taps need it
+    bool answersItself = true;                       ///< to calls that this process makes to itself
     AxNodeRef systemWide;                            ///< null: no accessibility at all
     QList<AxNodeRef> applications;                   ///< found by their process identifiers
     QList<QRectF> displays{QRectF{0, 0, 1440, 900}}; ///< the main one first, top left origin
@@ -95,8 +96,10 @@ public:
 
     /// Presses a hot key: true when a handler has taken the press.
     bool pressHotKey(const HotKey& hotKey);
-    /// Brings another application to the front: true when a handler has taken the event.
-    bool switchFront();
+    /// Makes an application the active one, with the focus of the keyboard: true when a handler has taken the
+    /// event. Nothing happens where it is the active one already.
+    bool activate(qint64 processIdentifier);
+    std::function<void()> activated; ///< what the workspace tells of it, at once
     /// A menu of this program is open. Presses of hot keys and switches that come meanwhile wait, untaken,
     /// for deliverEvents().
     bool menuIsOpen = false;
@@ -106,15 +109,19 @@ public:
     std::optional<int> reopen();
     /// Chooses another keyboard layout.
     void changeInputSource(const InputSource& source);
-    /// An input event: true when it reached the application under the pointer.
+    /// An input event: true when it has passed all taps and reached the application under the pointer.
     bool sendEvent(quint32 type);
-    /// Switches the newest live tap off and tells it: true when the tap swallowed the notice.
+    /// Switches the first live tap on the way of events off and tells it: true when the tap swallowed the
+    /// notice.
     bool disableTap(quint32 reason);
 
     // Looks.
     [[nodiscard]] QList<HotKey> registeredHotKeys() const;
     [[nodiscard]] int symbolicModesPushed() const;
     [[nodiscard]] int enabledTaps() const;
+    [[nodiscard]] qint64 activeProcess() const { return _activeProcess; } ///< 0: none yet
+    /// Null where no such application runs.
+    [[nodiscard]] AxNodeRef application(qint64 processIdentifier) const;
 
     // For the functions of the simulation.
     /// Writes a call down. The status to fail with; nothing when it is to work.
@@ -129,6 +136,7 @@ private:
     QMap<QString, int> _failing;
     qsizetype _failingCall = -1;
     QSet<QString> _missing;
+    qint64 _activeProcess = 0;
 };
 
 } // namespace tarnwick

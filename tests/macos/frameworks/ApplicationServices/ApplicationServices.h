@@ -42,8 +42,12 @@ enum CGEventType : UInt32 {
     kCGEventTapDisabledByTimeout = 0xFFFFFFFE,
     kCGEventTapDisabledByUserInput = 0xFFFFFFFF,
 };
-enum CGEventTapLocation : UInt32 { kCGAnnotatedSessionEventTap = 2 };
-enum CGEventTapPlacement : UInt32 { kCGHeadInsertEventTap = 0 };
+enum CGEventTapLocation : UInt32 {
+    kCGHIDEventTap = 0,
+    kCGSessionEventTap = 1,
+    kCGAnnotatedSessionEventTap = 2
+};
+enum CGEventTapPlacement : UInt32 { kCGHeadInsertEventTap = 0, kCGTailAppendEventTap = 1 };
 enum CGEventTapOptions : UInt32 { kCGEventTapOptionDefault = 0 };
 using CGEventTapCallBack = CGEventRef (*)(CGEventTapProxy proxy, CGEventType type, CGEventRef event,
                                           void* userInfo);
