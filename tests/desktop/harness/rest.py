@@ -1,10 +1,12 @@
 # SPDX-License-Identifier: MIT
 """Whether programs have come to rest, seen from outside: none of them notices that somebody looks."""
 import pathlib
+import time
 
 from .waiting import LIMIT, wait_for
 
 MORE_LOOKS = 2
+IDLE = 0.1  # seconds
 
 
 def wait_until_asleep(pids, limit=LIMIT):
@@ -18,6 +20,19 @@ def wait_until_asleep(pids, limit=LIMIT):
         first = _runs_of(pids)
         return first is not None and all(_runs_of(pids) == first for _ in range(MORE_LOOKS))
     wait_for(all_sleep, f"processes {pids} at rest", limit)
+
+
+def wait_until_idle(pids, limit=LIMIT):
+    """Waits until none of them has run, or wanted to, for a while: who does something in short steps is busy between them."""
+    since, last = time.monotonic(), None
+
+    def are_idle():
+        nonlocal since, last
+        runs = _runs_of(pids)
+        if runs is None or runs != last:
+            since, last = time.monotonic(), runs
+        return time.monotonic() - since > IDLE
+    wait_for(are_idle, f"processes {pids} idle", limit)
 
 
 def _runs_of(pids):
