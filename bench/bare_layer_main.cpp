@@ -1,11 +1,16 @@
 // SPDX-License-Identifier: MIT
-// What any program with the toolkit takes that pops a menu up at the pointer in a compositor with layers:
+// Tarnwick as it is, and beside it, in the same process, what any program with the toolkit takes that pops a
+// menu up at the pointer in a compositor with layers:
 //   bench_bare_layer
-// has the name example.quorlane.Bare on the session bus. Its method PopUp shows a surface over the whole
-// screen, and an empty menu where the pointer comes in; the keyboard stays where it is. Close takes both
-// away. Writes "ready" when it can be called.
+// has the name example.quorlane.Bare on the session bus besides its own. The method PopUp of that shows a
+// surface over the whole screen, and an empty menu where the pointer comes in; the keyboard stays where it
+// is. Close takes both away.
+#include "app/Desktop.h"
+#include "app/MainInterface.h"
+#include "app/Translations.h"
 #include "platform/linux/wayland/CompositorConnection.h"
 #include "platform/linux/wayland/PointerNudge.h"
+#include "prefs/PreferencesWindowController.h"
 
 #include <QApplication>
 #include <QDBusConnection>
@@ -18,8 +23,8 @@
 #include <QWindow>
 
 #include <LayerShellQt/Window>
-#include <cstdio>
 #include <memory>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using namespace tarnwick;
@@ -82,10 +87,17 @@ private:
     std::unique_ptr<EmptyMenu> _menu;
 };
 
-class Calls final : public QDBusVirtualObject
+/// Shows it when it is asked to on the session bus.
+class BareLayer final : public QDBusVirtualObject
 {
 public:
-    explicit Calls(Ground& ground) : _ground(ground) {}
+    /// Ends the process where nobody can ask.
+    explicit BareLayer(std::unique_ptr<CompositorConnection> compositor) : _compositor(std::move(compositor))
+    {
+        auto bus = QDBusConnection::sessionBus();
+        if (!bus.registerVirtualObject(u"/bare"_s, this) || !bus.registerService(u"example.quorlane.Bare"_s))
+            qFatal("bench_bare_layer: no session bus");
+    }
 
     [[nodiscard]] QString introspect(const QString& /*path*/) const override { return {}; }
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& /*connection*/) override
@@ -100,29 +112,30 @@ public:
     }
 
 private:
-    Ground& _ground;
+    std::unique_ptr<CompositorConnection> _compositor;
+    PointerNudge _nudge{*_compositor};
+    Ground _ground{_nudge};
 };
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    QApplication application(argc, argv);
-    QApplication::setQuitOnLastWindowClosed(false);
-    const auto compositor = CompositorConnection::open();
-    if (!compositor) {
-        std::fputs("bench_bare_layer: no compositor\n", stderr);
+    const Desktop desktop = openDesktop(argc, argv);
+    desktop.makeShared();
+    if (desktop.session->handedOverToRunningInstance())
         return 1;
-    }
-    PointerNudge nudge(*compositor);
-    Ground ground(nudge);
-    Calls calls(ground);
-    auto bus = QDBusConnection::sessionBus();
-    if (!bus.registerVirtualObject(u"/bare"_s, &calls) || !bus.registerService(u"example.quorlane.Bare"_s)) {
-        std::fputs("bench_bare_layer: no session bus\n", stderr);
-        return 1;
-    }
-    std::puts("ready");
-    std::fflush(stdout);
-    return QApplication::exec();
+    const Translations translations;
+    AppDelegate::initialize();
+    std::unique_ptr<MainInterface> interface;
+    std::unique_ptr<BareLayer> bare;
+    return desktop.session->run([&] {
+        interface =
+            std::make_unique<MainInterface>([] { return std::make_unique<PreferencesWindowController>(); });
+        interface->finishLaunching();
+        auto compositor = CompositorConnection::open();
+        if (!compositor)
+            qFatal("bench_bare_layer: no compositor");
+        bare = std::make_unique<BareLayer>(std::move(compositor));
+    });
 }

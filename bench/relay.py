@@ -33,6 +33,11 @@ class Relay:
             if told == moment:
                 return int(when) / 1e6
 
+    def forget(self):
+        """What was told so far is not waited for any more."""
+        self.counts()
+        self._lines.clear()
+
     def counts(self):
         """How many answers of the compositor were waited for so far, and how many surfaces were made."""
         self._program.stdin.write(b"\n")
