@@ -2,7 +2,11 @@
 // How fast a menu can be read at all: the fewest calls that carry the facts of its items, all on their way at
 // once, and nothing done with the answers but to take them out of the message.
 //   bench_floor ADDRESS SERVICE PATH gtk|qt|gtk-bar|qt-bar ROUNDS
-// prints the microseconds of each round, one a line, then "messages N" for one round.
+//   bench_floor ADDRESS SERVICE PATH gtk-model ROUNDS GROUP ACTIONS...
+//   bench_floor ADDRESS SERVICE PATH dbusmenu ROUNDS NUMBER
+// The second reads a group of an exported model and the actions at these paths, the third an entry of a menu
+// that is exported for outside of windows. Each prints the microseconds of each round, one a
+// line, then "messages N" for one round.
 #include <systemd/sd-bus.h>
 
 #include <inttypes.h>
@@ -45,7 +49,7 @@ static void take(sd_bus_message* reply)
     char kind = 0;
     const char* contents = NULL;
     while (sd_bus_message_peek_type(reply, &kind, &contents) > 0) {
-        if (kind == 'v' || kind == 'a' || kind == 'r') {
+        if (kind == 'v' || kind == 'a' || kind == 'r' || kind == 'e') {
             if (sd_bus_message_enter_container(reply, kind, contents) < 0)
                 return;
             take(reply);
@@ -151,6 +155,54 @@ static void read_children(sd_bus* bus, const struct item* menu)
     sd_bus_message_unref(reply);
 }
 
+static void call_group(sd_bus* bus, const struct item* menus, const char* member, uint32_t group,
+                       int answered)
+{
+    sd_bus_message* message = call_on(bus, menus, "org.gtk.Menus", member);
+    sd_bus_message_append(message, "au", 1, group);
+    if (answered) {
+        send_off(bus, message);
+        return;
+    }
+    sd_bus_message_set_expect_reply(message, 0);
+    const int error = sd_bus_send(bus, message, NULL);
+    if (error < 0)
+        fail(member, error);
+    sd_bus_message_unref(message);
+    ++messages;
+}
+
+static void finish(sd_bus* bus)
+{
+    while (outstanding > 0)
+        step(bus);
+}
+
+static void read_model(sd_bus* bus, const struct item* menus, char** arguments)
+{
+    const uint32_t group = (uint32_t)strtoul(arguments[0], NULL, 10);
+    call_group(bus, menus, "Start", group, 1);
+    for (char** path = arguments + 1; *path; ++path) {
+        const struct item actions = {menus->service, *path};
+        send_off(bus, call_on(bus, &actions, "org.gtk.Actions", "DescribeAll"));
+    }
+    finish(bus);
+    call_group(bus, menus, "End", group, 0);
+}
+
+static void read_layout(sd_bus* bus, const struct item* menu, char** arguments)
+{
+    const int32_t number = (int32_t)strtol(arguments[0], NULL, 10);
+    sd_bus_message* message = call_on(bus, menu, "com.canonical.dbusmenu", "AboutToShow");
+    sd_bus_message_append(message, "i", number);
+    send_off(bus, message);
+    message = call_on(bus, menu, "com.canonical.dbusmenu", "GetLayout");
+    sd_bus_message_append(message, "iias", number, 1, 8, "label", "enabled", "visible", "type", "toggle-type",
+                          "toggle-state", "shortcut", "children-display");
+    send_off(bus, message);
+    finish(bus);
+}
+
 static void forget_items(void)
 {
     for (int i = 0; i < item_count; ++i) {
@@ -158,6 +210,16 @@ static void forget_items(void)
         free(items[i].path);
     }
     item_count = 0;
+}
+
+static void read_tree(sd_bus* bus, const struct item* menu, const char* kind)
+{
+    const int qt = strncmp(kind, "qt", 2) == 0;
+    const int in_bar = strstr(kind, "-bar") != NULL;
+    read_children(bus, menu);
+    for (int i = 0; i < item_count; ++i)
+        ask_about(bus, &items[i], qt, in_bar);
+    finish(bus);
 }
 
 static sd_bus* connect_to(const char* address)
@@ -177,23 +239,26 @@ static sd_bus* connect_to(const char* address)
 
 int main(int argc, char** argv)
 {
-    if (argc != 6) {
-        fprintf(stderr, "bench_floor ADDRESS SERVICE PATH gtk|qt|gtk-bar|qt-bar ROUNDS\n");
+    const int model = argc > 4 && strcmp(argv[4], "gtk-model") == 0;
+    const int layout = argc > 4 && strcmp(argv[4], "dbusmenu") == 0;
+    if (model || layout ? argc < 7 : argc != 6) {
+        fprintf(stderr, "bench_floor ADDRESS SERVICE PATH gtk|qt|gtk-bar|qt-bar ROUNDS\n"
+                        "bench_floor ADDRESS SERVICE PATH gtk-model ROUNDS GROUP ACTIONS...\n"
+                        "bench_floor ADDRESS SERVICE PATH dbusmenu ROUNDS NUMBER\n");
         return 2;
     }
     sd_bus* bus = connect_to(argv[1]);
     struct item menu = {argv[2], argv[3]};
-    const int qt = strncmp(argv[4], "qt", 2) == 0;
-    const int in_bar = strstr(argv[4], "-bar") != NULL;
     const long rounds = strtol(argv[5], NULL, 10);
     for (long round = 0; round < rounds; ++round) {
         messages = 0;
         const uint64_t begin = now_in_microseconds();
-        read_children(bus, &menu);
-        for (int i = 0; i < item_count; ++i)
-            ask_about(bus, &items[i], qt, in_bar);
-        while (outstanding > 0)
-            step(bus);
+        if (model)
+            read_model(bus, &menu, argv + 6);
+        else if (layout)
+            read_layout(bus, &menu, argv + 6);
+        else
+            read_tree(bus, &menu, argv[4]);
         printf("%" PRIu64 "\n", now_in_microseconds() - begin);
         forget_items();
     }

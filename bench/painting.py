@@ -92,9 +92,9 @@ def _first_rows(kit):
     """Each program is started anew for each value."""
     with painting(kit, 30) as stage:
         bare, pop_up = in_turns(lambda: _first(stage.start_bare, stage.bare),
-                                lambda: _first(stage.start_unused, stage.pop_up), FIRST_ROUNDS)
+                                lambda: _first(stage.start_unused, stage.pop_up), turns=FIRST_ROUNDS)
         reading, submenu = in_turns(lambda: stage.reading(1), lambda: _first(stage.start_unused, stage.submenu),
-                                    FIRST_ROUNDS)
+                                    turns=FIRST_ROUNDS)
     for what, first, baseline, against in (
             ("key press to first paint of the pop-up", pop_up, "the first empty QMenu of a bare program", bare),
             ("pointer on an entry to first paint of its submenu of 30 items", submenu, "reading it", reading)):

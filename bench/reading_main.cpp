@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 // How long Tarnwick takes to read one submenu and to build its menu.
-//   bench_reading PID TITLE ROUNDS [PATIENCE]
+//   bench_reading PID TITLE ROUNDS [PATIENCE [entries]]
 // reads the menu of the bar's entry TITLE and prints the microseconds of each round, one a line, then
 // "messages N" for one round and "items N". PATIENCE makes the half second that a reading may take so many
-// times as long.
+// times as long. With "entries" the round ends when the entries are there, and no menu is built of them;
+// there is no "items N" then.
 #include "app/Inspection.h"
+#include "ax/UIElementUtilities.h"
 #include "bench/messages.h"
 #include "menu/AppAccessibility.h"
 #include "menu/Menu.h"
@@ -49,6 +51,47 @@ qint64 microsecondsToRead(AppAccessibility& mirror, Menu& submenu)
     return std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - begin).count();
 }
 
+QVariantList childrenOf(const QVariant& element)
+{
+    return UIElementUtilities::valueOfAttributeOfUIElement(AXChildrenAttribute, element.value<UIElementRef>())
+        .toList();
+}
+
+/// What the bar's entry of that title holds; nothing without one.
+QVariant menuTitled(qint64 pid, const QString& title)
+{
+    const UIElementRef application = Accessibility::shared().createApplication(pid);
+    const QVariantList titles =
+        childrenOf(UIElementUtilities::valueOfAttributeOfUIElement(u"AXMenuBar"_s, application));
+    for (const QVariant& holder : titles)
+        if (UIElementUtilities::titleOfUIElement(holder.value<UIElementRef>()).toString() == title)
+            return childrenOf(holder).value(0);
+    return {};
+}
+
+int measureEntries(const Inspection& inspection, qint64 pid, const QString& title, int rounds)
+{
+    using Clock = std::chrono::steady_clock;
+    Accessibility::setShared(inspection.accessibility.get());
+    const QVariant menu = menuTitled(pid, title);
+    long messages = 0;
+    for (int round = 0; round < rounds; ++round) {
+        const long before = bench_messages_sent();
+        const auto begin = Clock::now();
+        const qsizetype entries = childrenOf(menu).size();
+        const auto took = std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - begin);
+        if (entries == 0) {
+            std::fprintf(stderr, "bench_reading: no entries in %s\n", qPrintable(title));
+            return 1;
+        }
+        std::printf("%lld\n", static_cast<long long>(took.count()));
+        messages = bench_messages_sent() - before;
+        QCoreApplication::processEvents(); // the next reading has its half second anew
+    }
+    std::printf("messages %ld\n", messages);
+    return 0;
+}
+
 int measure(const Inspection& inspection, qint64 pid, const QString& title, int rounds)
 {
     ChosenApplicationAccessibility chosen(*inspection.accessibility, pid);
@@ -85,17 +128,19 @@ int measure(const Inspection& inspection, qint64 pid, const QString& title, int 
 
 int main(int argc, char** argv)
 {
-    if (argc < 4 || argc > 5) {
-        std::fputs("bench_reading PID TITLE ROUNDS [PATIENCE]\n", stderr);
+    const bool entriesOnly = argc == 6 && QByteArrayView(argv[5]) == "entries";
+    if (argc < 4 || (argc > 5 && !entriesOnly)) {
+        std::fputs("bench_reading PID TITLE ROUNDS [PATIENCE [entries]]\n", stderr);
         return 2;
     }
     const qint64 pid = QByteArray(argv[1]).toLongLong();
     const QString title = QString::fromLocal8Bit(argv[2]);
     const int rounds = QByteArray(argv[3]).toInt();
-    PatientClock clock(argc == 5 ? QByteArray(argv[4]).toDouble() : 1.0);
+    PatientClock clock(argc > 4 ? QByteArray(argv[4]).toDouble() : 1.0);
     const Inspection inspection = openInspection(argc, argv);
     inspection.makeShared();
     Clock::setShared(&clock);
     inspection.accessibility->apiEnabled();
-    return measure(inspection, pid, title, rounds);
+    return entriesOnly ? measureEntries(inspection, pid, title, rounds)
+                       : measure(inspection, pid, title, rounds);
 }

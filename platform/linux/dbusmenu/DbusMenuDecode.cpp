@@ -106,15 +106,12 @@ bool readValue(sd_bus_message* reply, QByteArrayView name, DbusMenuEntry& entry)
 bool readProperty(sd_bus_message* reply, DbusMenuEntry& entry)
 {
     const char* name = nullptr;
-    const char* contents = nullptr;
-    char type = '\0';
     if (sd_bus_message_enter_container(reply, SD_BUS_TYPE_DICT_ENTRY, "sv") <= 0 ||
-        sd_bus_message_read_basic(reply, SD_BUS_TYPE_STRING, &name) <= 0 ||
-        sd_bus_message_peek_type(reply, &type, &contents) <= 0)
+        sd_bus_message_read_basic(reply, SD_BUS_TYPE_STRING, &name) <= 0)
         return false;
-    if (const char* wanted = typeOf(name); wanted && QByteArrayView(contents) == wanted) {
-        if (sd_bus_message_enter_container(reply, SD_BUS_TYPE_VARIANT, wanted) <= 0 ||
-            !readValue(reply, name, entry) || sd_bus_message_exit_container(reply) < 0)
+    const char* wanted = typeOf(name);
+    if (wanted && sd_bus_message_enter_container(reply, SD_BUS_TYPE_VARIANT, wanted) > 0) {
+        if (!readValue(reply, name, entry) || sd_bus_message_exit_container(reply) < 0)
             return false;
     } else if (sd_bus_message_skip(reply, "v") <= 0) {
         return false;
@@ -156,14 +153,10 @@ bool passChildren(sd_bus_message* reply, DbusMenuEntry& entry)
 /// Appends the entry that comes next, unless it is something else. False when nothing after it can be read.
 bool readEntry(sd_bus_message* reply, QList<DbusMenuEntry>& entries)
 {
-    const char* contents = nullptr;
-    if (sd_bus_message_peek_type(reply, nullptr, &contents) <= 0)
-        return false;
-    if (QByteArrayView(contents) != EntryType)
+    if (sd_bus_message_enter_container(reply, SD_BUS_TYPE_VARIANT, EntryType) <= 0)
         return sd_bus_message_skip(reply, "v") > 0;
     DbusMenuEntry entry;
-    const bool read = sd_bus_message_enter_container(reply, SD_BUS_TYPE_VARIANT, EntryType) > 0 &&
-                      readFacts(reply, entry) && passChildren(reply, entry) &&
+    const bool read = readFacts(reply, entry) && passChildren(reply, entry) &&
                       sd_bus_message_exit_container(reply) >= 0 && sd_bus_message_exit_container(reply) >= 0;
     if (read)
         entries.append(std::move(entry));

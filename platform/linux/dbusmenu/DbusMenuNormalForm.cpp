@@ -5,6 +5,8 @@
 #include "platform/linux/menus/KeyBinding.h"
 #include "platform/linux/menus/MnemonicLabel.h"
 
+#include <utility>
+
 namespace tarnwick {
 
 namespace {
@@ -63,9 +65,9 @@ QList<MenuRow> dbusMenuNormalForm(const QList<DbusMenuEntry>& entries, const Bus
     if (!place)
         return rows;
     for (const DbusMenuEntry& entry : entries) {
-        const auto row = entry.visible ? rowOf(entry, self, *place) : std::nullopt;
+        auto row = entry.visible ? rowOf(entry, self, *place) : std::nullopt;
         if (row && !(isSeparator(*row) && (rows.isEmpty() || isSeparator(rows.last()))))
-            rows.append(*row);
+            rows.append(*std::move(row));
     }
     if (!rows.isEmpty() && isSeparator(rows.last()))
         rows.removeLast();

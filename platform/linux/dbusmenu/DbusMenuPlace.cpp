@@ -12,7 +12,7 @@ constexpr char Between = ' ';
 
 QByteArray DbusMenuPlace::mark(const QString& title)
 {
-    return QByteArray::number(static_cast<quint64>(qHash(title)), 36);
+    return QByteArray::number(static_cast<quint64>(qHash(title)));
 }
 
 DbusMenuPlace DbusMenuPlace::below(qint32 entry, const QString& title) const
@@ -22,7 +22,11 @@ DbusMenuPlace DbusMenuPlace::below(qint32 entry, const QString& title) const
 
 QByteArray DbusMenuPlace::toPath() const
 {
-    return (QByteArrayList{menu, QByteArray::number(number)} + way).join(Between);
+    QByteArray path = menu;
+    path.append(Between).append(QByteArray::number(number));
+    for (const QByteArray& title : way)
+        path.append(Between).append(title);
+    return path;
 }
 
 std::optional<DbusMenuPlace> DbusMenuPlace::fromPath(const QByteArray& path)

@@ -5,16 +5,11 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace tarnwick::gtk_menus {
 
 namespace {
-
-std::optional<QString> textOf(const SdBusValue& value)
-{
-    const auto bytes = value.text();
-    return bytes ? std::optional(cutText(bytes->constData())) : std::nullopt;
-}
 
 std::optional<GtkMenuNumber> linkOf(const SdBusValue& value)
 {
@@ -22,32 +17,57 @@ std::optional<GtkMenuNumber> linkOf(const SdBusValue& value)
     return numbers ? std::optional(GtkMenuNumber{numbers->first, numbers->second}) : std::nullopt;
 }
 
-void store(const QByteArrayView& attribute, const SdBusValue& value, GtkMenuEntry& entry)
+void store(QByteArrayView attribute, const char* text, GtkMenuEntry& entry)
 {
     if (attribute == "label")
-        entry.label = textOf(value);
+        entry.label = cutText(text);
     else if (attribute == "accel")
-        entry.accelerator = textOf(value);
+        entry.accelerator = cutText(text);
     else if (attribute == "action")
-        entry.action = value.text();
-    else if (attribute == "target")
-        entry.target = value;
+        entry.action = text;
     else if (attribute == "action-namespace")
-        entry.actionNamespace = value.text().value_or(QByteArray());
-    else if (attribute == "hidden-when")
-        entry.hiddenWhen = value.text().value_or(QByteArray());
+        entry.actionNamespace = text;
+    else
+        entry.hiddenWhen = text;
+}
+
+void store(QByteArrayView attribute, const SdBusValue& value, GtkMenuEntry& entry)
+{
+    if (attribute == "target")
+        entry.target = value;
     else if (attribute == ":section")
         entry.section = linkOf(value);
     else if (attribute == ":submenu")
         entry.submenu = linkOf(value);
 }
 
-/// What a menu needs to know. Icons, which may be whole pictures, are passed over.
-bool isWanted(const QByteArrayView& attribute)
+// What a menu needs to know. Icons, which may be whole pictures, are passed over.
+constexpr std::array<QByteArrayView, 5> Texts{"label", "accel", "action", "action-namespace", "hidden-when"};
+constexpr std::array<QByteArrayView, 3> Values{"target", ":section", ":submenu"};
+
+bool isOneOf(const auto& attributes, QByteArrayView attribute)
 {
-    static constexpr std::array<QByteArrayView, 8> Wanted{
-        "label", "accel", "action", "target", "action-namespace", "hidden-when", ":section", ":submenu"};
-    return std::find(Wanted.cbegin(), Wanted.cend(), attribute) != Wanted.cend();
+    return std::find(attributes.cbegin(), attributes.cend(), attribute) != attributes.cend();
+}
+
+/// The variant that comes next; one that holds no text is passed over.
+bool readText(sd_bus_message* reply, QByteArrayView attribute, GtkMenuEntry& entry)
+{
+    if (sd_bus_message_enter_container(reply, SD_BUS_TYPE_VARIANT, "s") <= 0)
+        return sd_bus_message_skip(reply, "v") > 0;
+    const char* text = nullptr;
+    if (sd_bus_message_read_basic(reply, SD_BUS_TYPE_STRING, &text) <= 0)
+        return false;
+    store(attribute, text, entry);
+    return sd_bus_message_exit_container(reply) >= 0;
+}
+
+bool readValue(sd_bus_message* reply, QByteArrayView attribute, GtkMenuEntry& entry)
+{
+    const auto value = SdBusValue::readVariant(reply);
+    if (value)
+        store(attribute, *value, entry);
+    return value.has_value();
 }
 
 bool readAttribute(sd_bus_message* reply, GtkMenuEntry& entry)
@@ -56,15 +76,10 @@ bool readAttribute(sd_bus_message* reply, GtkMenuEntry& entry)
     if (sd_bus_message_enter_container(reply, SD_BUS_TYPE_DICT_ENTRY, "sv") <= 0 ||
         sd_bus_message_read_basic(reply, SD_BUS_TYPE_STRING, &name) <= 0)
         return false;
-    if (isWanted(name)) {
-        const auto value = SdBusValue::readVariant(reply);
-        if (!value)
-            return false;
-        store(name, *value, entry);
-    } else if (sd_bus_message_skip(reply, "v") <= 0) {
-        return false;
-    }
-    return sd_bus_message_exit_container(reply) >= 0;
+    const bool read = isOneOf(Texts, name)    ? readText(reply, name, entry)
+                      : isOneOf(Values, name) ? readValue(reply, name, entry)
+                                              : sd_bus_message_skip(reply, "v") > 0;
+    return read && sd_bus_message_exit_container(reply) >= 0;
 }
 
 std::optional<GtkMenuEntry> readEntry(sd_bus_message* reply)
@@ -75,7 +90,7 @@ std::optional<GtkMenuEntry> readEntry(sd_bus_message* reply)
     while (sd_bus_message_at_end(reply, 0) == 0)
         if (!readAttribute(reply, entry))
             return std::nullopt;
-    return sd_bus_message_exit_container(reply) >= 0 ? std::optional(entry) : std::nullopt;
+    return sd_bus_message_exit_container(reply) >= 0 ? std::optional(std::move(entry)) : std::nullopt;
 }
 
 /// One menu; false when the reply cannot be read on.
@@ -117,7 +132,8 @@ std::optional<GtkActionFacts> readFacts(sd_bus_message* reply)
     int enabled = 0;
     const char* parameterType = nullptr;
     if (sd_bus_message_enter_container(reply, SD_BUS_TYPE_STRUCT, "bgav") <= 0 ||
-        sd_bus_message_read(reply, "bg", &enabled, &parameterType) <= 0 ||
+        sd_bus_message_read_basic(reply, SD_BUS_TYPE_BOOLEAN, &enabled) <= 0 ||
+        sd_bus_message_read_basic(reply, SD_BUS_TYPE_SIGNATURE, &parameterType) <= 0 ||
         sd_bus_message_enter_container(reply, SD_BUS_TYPE_ARRAY, "v") <= 0)
         return std::nullopt;
     facts.enabled = enabled != 0;

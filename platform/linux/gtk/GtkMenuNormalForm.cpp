@@ -7,6 +7,8 @@
 
 #include <QSet>
 
+#include <utility>
+
 namespace tarnwick {
 
 namespace {
@@ -98,7 +100,7 @@ private:
         } else {
             row.shortcut = shortcutOf(entry);
         }
-        _rows.append(row);
+        _rows.append(std::move(row));
     }
 
     /// False when the entry has an action that does not exist in the form that the entry wants.
@@ -131,9 +133,9 @@ private:
     [[nodiscard]] BusReference _reference(GtkMenuNumber number, qsizetype index) const
     {
         BusReference reference = _self;
-        reference.path = QByteArrayList{_place.menus, QByteArray::number(number.group),
-                                        QByteArray::number(number.menu), QByteArray::number(index)}
-                             .join(' ');
+        reference.path = _place.menus;
+        for (const qint64 part : {qint64{number.group}, qint64{number.menu}, qint64{index}})
+            reference.path.append(' ').append(QByteArray::number(part));
         return reference;
     }
 

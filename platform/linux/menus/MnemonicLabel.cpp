@@ -5,7 +5,9 @@ namespace tarnwick {
 
 QString titleOfMnemonicLabel(const QString& label)
 {
-    const QString seen = label.section(u'\t', 0, 0);
+    const QString seen = label.left(label.indexOf(u'\t')); // all of it without one
+    if (!seen.contains(u'_'))
+        return seen.trimmed();
     QString title;
     title.reserve(seen.size());
     for (qsizetype i = 0; i < seen.size(); ++i) {
