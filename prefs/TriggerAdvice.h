@@ -22,6 +22,7 @@ struct TriggerHint
         Taken,       ///< `text` has them
         Line,        ///< `text`, one line or more, has to be put into `place`
         Command,     ///< a key of the desktop has to run the command `text`
+        OfHotKey,    ///< of a mouse button: the desktop's settings can have one press the hot key
         Unavailable, ///< it cannot be had on this desktop
     };
     Kind kind = Kind::None;

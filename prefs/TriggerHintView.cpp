@@ -79,6 +79,10 @@ void TriggerHintView::setHint(const TriggerHint& hint)
         _explanation->setText(
             tr("This desktop gives no keys to programs. Let one of its own run this command:"));
         break;
+    case TriggerHint::Kind::OfHotKey:
+        _explanation->setText(tr("This desktop can have a button at the side of the mouse press the hot key: "
+                                 "look under Mouse in its settings."));
+        break;
     case TriggerHint::Kind::Unavailable:
         _explanation->setText(tr("On this desktop no mouse button can open the menu."));
         break;

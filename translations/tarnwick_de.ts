@@ -509,6 +509,10 @@ Für alle anderen lassen Sie eine Taste des Desktops diesen Befehl ausführen:
         <translation>Diese Arbeitsumgebung gibt Programmen keine Tasten. Legen Sie in ihr diesen Befehl auf eine Taste:</translation>
     </message>
     <message>
+        <source>This desktop can have a button at the side of the mouse press the hot key: look under Mouse in its settings.</source>
+        <translation>Diese Arbeitsumgebung kann eine Seitentaste der Maus das Tastenkürzel drücken lassen: siehe „Maus“ in ihren Einstellungen.</translation>
+    </message>
+    <message>
         <source>On this desktop no mouse button can open the menu.</source>
         <translation>In dieser Arbeitsumgebung kann keine Maustaste das Menü öffnen.</translation>
     </message>

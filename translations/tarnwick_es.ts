@@ -509,6 +509,10 @@ Sobre ellas el menú obedece solo al puntero, y puede abrirse donde este se vio 
         <translation>Este escritorio no concede teclas a los programas. Asigne en él esta orden a una tecla:</translation>
     </message>
     <message>
+        <source>This desktop can have a button at the side of the mouse press the hot key: look under Mouse in its settings.</source>
+        <translation>Este escritorio puede hacer que un botón lateral del ratón pulse el atajo: consulte «Ratón» en sus preferencias.</translation>
+    </message>
+    <message>
         <source>On this desktop no mouse button can open the menu.</source>
         <translation>En este escritorio ningún botón del ratón puede abrir el menú.</translation>
     </message>

@@ -509,6 +509,10 @@ Au-dessus d’elles, le menu n’obéit qu’au pointeur, et il peut s’ouvrir 
         <translation>Ce bureau n'accorde pas de touches aux programmes. Associez-y cette commande à une touche :</translation>
     </message>
     <message>
+        <source>This desktop can have a button at the side of the mouse press the hot key: look under Mouse in its settings.</source>
+        <translation>Sur ce bureau, un bouton latéral de la souris peut actionner le raccourci : voir « Souris » dans ses réglages.</translation>
+    </message>
+    <message>
         <source>On this desktop no mouse button can open the menu.</source>
         <translation>Sur ce bureau, aucun bouton de la souris ne peut ouvrir le menu.</translation>
     </message>

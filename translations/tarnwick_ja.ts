@@ -509,6 +509,10 @@ Over them the menu obeys the pointer alone, and it may open where the pointer wa
         <translation>このデスクトップはキーをプログラムに割り当てません。デスクトップのキーに次のコマンドを割り当ててください：</translation>
     </message>
     <message>
+        <source>This desktop can have a button at the side of the mouse press the hot key: look under Mouse in its settings.</source>
+        <translation>このデスクトップでは、マウスの側面のボタンにショートカットキーを割り当てられます。設定の「マウス」をご覧ください。</translation>
+    </message>
+    <message>
         <source>On this desktop no mouse button can open the menu.</source>
         <translation>このデスクトップでは、マウスボタンでメニューを開くことはできません。</translation>
     </message>

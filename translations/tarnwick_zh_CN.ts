@@ -509,6 +509,10 @@ Over them the menu obeys the pointer alone, and it may open where the pointer wa
         <translation>此桌面不向程序分配按键。请在桌面中将以下命令绑定到某个按键：</translation>
     </message>
     <message>
+        <source>This desktop can have a button at the side of the mouse press the hot key: look under Mouse in its settings.</source>
+        <translation>此桌面可以让鼠标侧键触发快捷键：请在其设置中查看“鼠标”。</translation>
+    </message>
+    <message>
         <source>On this desktop no mouse button can open the menu.</source>
         <translation>在此桌面上，无法用鼠标按钮打开菜单。</translation>
     </message>

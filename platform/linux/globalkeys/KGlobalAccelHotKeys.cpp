@@ -131,6 +131,11 @@ TriggerHint KGlobalAccelHotKeys::hotKeyHint(quint32 keyCode, quint32 modifiers) 
     return owner ? TriggerHint{TriggerHint::Kind::Taken, *owner} : TriggerHint{};
 }
 
+TriggerHint KGlobalAccelHotKeys::mouseButtonHint(quint64 /*button*/) const
+{
+    return {TriggerHint::Kind::OfHotKey};
+}
+
 std::optional<QString> KGlobalAccelHotKeys::ownerOf(quint32 keyCode, quint32 modifiers) const
 {
     const auto key = keyOf(keyCode, modifiers);

@@ -26,6 +26,8 @@ public:
     [[nodiscard]] static bool isOffered(const QDBusConnection& bus);
 
     [[nodiscard]] TriggerHint hotKeyHint(quint32 keyCode, quint32 modifiers) const override;
+    /// Plasma's settings have an extra button press keys, whichever the settings name.
+    [[nodiscard]] TriggerHint mouseButtonHint(quint64 button) const override;
     [[nodiscard]] std::optional<QString> ownerOf(quint32 keyCode, quint32 modifiers) const override;
     void setBus(const QDBusConnection& bus) override;
     void layoutChanged() override;

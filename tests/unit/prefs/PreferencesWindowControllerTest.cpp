@@ -994,6 +994,8 @@ TEST_F(AdviceTest, eachKind_hasItsText)
         {SwayLine, u"The compositor has to be told. Put this into ~/.config/sway/config:"_s},
         {{Kind::Command, u"run it"_s},
          u"This desktop gives no keys to programs. Let one of its own run this command:"_s},
+        {{Kind::OfHotKey},
+         u"This desktop can have a button at the side of the mouse press the hot key: look under Mouse in its settings."_s},
         {{Kind::Unavailable}, u"On this desktop no mouse button can open the menu."_s},
     };
     shown();

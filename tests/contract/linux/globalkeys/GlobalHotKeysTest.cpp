@@ -152,6 +152,12 @@ TEST_F(KGlobalAccelTest, keysOfAnother_areRefusedWithHisName)
     EXPECT_EQ(keys.ownerOf(Z, Control), std::nullopt) << "our own are not another's";
 }
 
+TEST_F(KGlobalAccelTest, mouseButton_isToPressTheHotKey)
+{
+    for (const quint64 button : {2, 3, 25})
+        EXPECT_EQ(keys.mouseButtonHint(button), (TriggerHint{Kind::OfHotKey})) << button;
+}
+
 TEST_F(KGlobalAccelTest, sameKeysTwice_areRefused)
 {
     EXPECT_TRUE(keys.registerEventHotKey(Z, Option, {}, 0));
