@@ -27,8 +27,6 @@ public:
     /// The only one that the process exports where programs do so unasked; empty when there are several, of
     /// which nobody says whose they are.
     [[nodiscard]] BusReference ofProcess(qint64 processIdentifier);
-    /// Where a compositor says that it is; empty when that makes no sense.
-    [[nodiscard]] BusReference at(const QByteArray& service, const QByteArray& path);
 
 private:
     struct Exporter
@@ -37,6 +35,8 @@ private:
         std::optional<Deadline> until; ///< of a process that exports nothing: it may yet do so
     };
 
+    /// Empty when it makes no sense that it is there.
+    [[nodiscard]] BusReference _at(const QByteArray& service, const QByteArray& path);
     [[nodiscard]] QByteArrayList _connectionsOf(qint64 processIdentifier, Deadline deadline);
 
     SessionBus& _bus;

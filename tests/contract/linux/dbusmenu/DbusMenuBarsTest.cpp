@@ -100,8 +100,6 @@ TEST_F(DbusMenuBarsTest, aWordThatMakesNoSense_isNone)
         registrar.set(Window, place);
         EXPECT_EQ(ofWindow(), "") << sentence;
     }
-    EXPECT_FALSE(bars.at(":1.0", "menu")) << "a path that is none";
-    EXPECT_FALSE(bars.at(":1.0", "")) << "no path";
 }
 
 TEST_F(DbusMenuBarsTest, aCollectorThatDoesNotAnswer_leavesTimeForTheMenus_andIsLeftAloneForAWhile)
