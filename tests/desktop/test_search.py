@@ -9,10 +9,12 @@ from harness.accessible import (CHECKED, ENABLED, FOCUSED, POPUP_MENU, SENSITIVE
 from harness.case import main
 from harness.over import OverAnApplication, OverGtk3, OverMousepad, OverQt6
 from harness.applications import Fixture
+from harness.screen import MIDDLE
 from harness.waiting import dispatch_events, wait_for
 
 EDITABLE, FOCUSABLE = 7, 11
 LIST, LIST_ITEM, TEXT, NOTIFICATION = 31, 32, 61, 101
+APOSTROPHE = 48  # the code of the key; a dead acute on the layout that is used
 SEARCH = ("gapplication", "action", "example.quorlane.Tarnwick", "search")
 
 
@@ -186,6 +188,64 @@ class AsAScreenReaderReadsIt(Searching, OverGtk3):
 
 class InQt6(FindsAndChooses, OverQt6):
     pass
+
+
+class Typing(Searching, OverGtk3):
+    def setUp(self):
+        super().setUp()
+        self.begin_search()
+        self.addCleanup(self.end_search)
+
+    def end_search(self):
+        self.screen.tap("Escape")
+        self.screen.tap("Escape")
+        self.reader.wait_for(0)
+
+    def field(self):
+        return next(node for node in self.reader.menus()[0].descendants() if node.role == TEXT)
+
+    def wait_for_text(self, text):
+        wait_for(lambda: self.field().text() == text, f"{text!r} in the field")
+
+    def test_dead_keys_go_into_the_letters_after_them(self):
+        self.session.call("setxkbmap", "us", "intl")
+        self.addCleanup(self.session.call, "setxkbmap", "us")
+        self.screen.type("wo")
+        self.screen.tap(APOSTROPHE)
+        self.screen.type("erd")
+        self.wait_for_text("wo\u00e9rd")
+
+    def test_compose_makes_one_character_of_several_keys(self):
+        self.session.call("setxkbmap", "us", "-option", "compose:menu")
+        self.addCleanup(self.session.call, "setxkbmap", "us", "-option", "")
+        self.screen.tap("Multi_key")
+        self.screen.type("ss")
+        self.wait_for_text("\u00df")
+
+
+    def test_text_is_pasted_with_the_keys_and_the_button_for_it(self):
+        self.session.set_clipboard("find ")
+        self.screen.tap("v", "Control_L")
+        self.wait_for_text("find ")
+        self.screen.tap("Insert", "Shift_L")
+        self.wait_for_text("find find ")
+        self.session.set_clipboard("next", "primary")
+        self.screen.click(button=MIDDLE, at=self.field().center)
+        wait_for(lambda: "next" in self.field().text(), "the selected text, too")
+
+    def test_text_is_selected_copied_and_cut(self):
+        self.screen.type("find")
+        self.wait_for_text("find")
+        self.screen.tap("a", "Control_L")
+        self.screen.tap("c", "Control_L")
+        wait_for(lambda: self.session.clipboard() == "find", "the copy")
+        self.screen.type("cutter")
+        self.wait_for_text("cutter")
+        for _ in "ter":
+            self.screen.tap("Left", "Shift_L")
+        self.screen.tap("x", "Control_L")
+        self.wait_for_text("cut")
+        wait_for(lambda: self.session.clipboard() == "ter", "what was cut")
 
 
 class InMousepad(Searching, OverMousepad):

@@ -3,6 +3,7 @@
 
 #include "menu/Menu.h"
 #include "menu/MenuItem.h"
+#include "platform/linux/keys/XkbComposition.h"
 #include "platform/linux/popup/X11PopUpInput.h"
 #include "platform/linux/x11/ScreenSpaces.h"
 #include "platform/linux/x11/X11Connection.h"
@@ -83,6 +84,7 @@ std::optional<MenuChoice> QMenuPresenter::_track(const std::shared_ptr<Menu>& me
     std::optional<MenuChoice> choice;
     const auto owned = _viewOf(menu, input);
     QMenuView& view = *owned;
+    view.setKeyComposition(compositionOfTyping());
     QEventLoop loop;
     connect(&view, &QMenuView::itemChosen, &loop,
             [&choice](const std::shared_ptr<Menu>& chosenMenu, const std::shared_ptr<MenuItem>& chosenItem) {

@@ -63,6 +63,7 @@ MenuKeys::Press FocusKeyFeed::pressOf(const QKeyEvent& event)
             .time = event.timestamp(),
             .key = event.key(),
             .text = textOf(event),
+            .keysym = event.nativeVirtualKey(),
             .repeats = event.isAutoRepeat(),
             .isModifier = isModifier,
             .modifier = modifierOf(event.key())};

@@ -167,6 +167,7 @@ void KeyFeed::_press(xkb_keycode_t code, xkb_mod_mask_t modifiers, quint64 time,
                  .time = time,
                  .key = toolkitKey(keysym),
                  .text = textOf(_state.get(), code),
+                 .keysym = keysym,
                  .repeats = repeats,
                  .isModifier = modifiers != 0,
                  .modifier = _named(modifiers)});

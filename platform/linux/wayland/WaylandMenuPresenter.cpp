@@ -3,6 +3,7 @@
 
 #include "menu/Menu.h"
 #include "menu/MenuItem.h"
+#include "platform/linux/keys/XkbComposition.h"
 #include "platform/qt/menu/MenuTracking.h"
 #include "platform/qt/menu/OpenPopUps.h"
 #include "platform/qt/menu/PopUpTrigger.h"
@@ -294,6 +295,7 @@ std::optional<MenuChoice> WaylandMenuPresenter::_track(QMenuView& view, QPoint p
 {
     std::optional<MenuChoice> choice;
     view.setWindowPreparation(&makeGrabless);
+    view.setKeyComposition(compositionOfTyping());
     QEventLoop loop;
     connect(&view, &QMenuView::itemChosen, &loop,
             [&choice](const std::shared_ptr<Menu>& chosenMenu, const std::shared_ptr<MenuItem>& chosenItem) {

@@ -125,7 +125,8 @@ void MenuKeys::_handOn()
             return;
         }
         const auto [press, modifiers] = _waiting.takeFirst();
-        QKeyEvent event(QEvent::KeyPress, press.key, modifiers, press.code, 0, 0, press.text, press.repeats);
+        QKeyEvent event(QEvent::KeyPress, press.key, modifiers, press.code, press.keysym, 0, press.text,
+                        press.repeats);
         event.setTimestamp(press.time);
         QWidget* within = popUp->focusWidget(); // a field
         QCoreApplication::sendEvent(within ? within : popUp, &event);

@@ -28,6 +28,7 @@ public:
         quint64 time = 0;                 ///< milliseconds on any steady clock
         int key = 0;                      ///< Qt::Key
         QString text = {};                ///< what it types
+        quint32 keysym = 0;               ///< the system's symbol of it
         bool repeats = false;             ///< of a key that is held down
         bool isModifier = false;          ///< or a lock key
         Qt::KeyboardModifiers modifier{}; ///< the one that it is, if menus go by that

@@ -370,6 +370,7 @@ void QMenuView::_makeSearch()
 {
     _letterSearch.forget();
     _search = new SearchView(_menu, _openSubmenus(), *this);
+    _search->field().setComposition(_compose);
     connect(_search, &SearchView::left, this, &QMenuView::_leaveSearch);
     connect(_search, &SearchView::chosen, this, &QMenuView::_choose);
     connect(_search, &SearchView::wantedInMenu, this, &QMenuView::_showInMenu);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/qt/menu/KeyComposition.h"
 #include "platform/qt/menu/LetterSearch.h"
 #include "platform/qt/menu/PointerTravel.h"
 
@@ -42,6 +43,9 @@ public:
 
     /// Done with the window of this menu, and of each submenu, before it is shown.
     void setWindowPreparation(std::function<void(QWidget&)> prepare);
+
+    /// By which keys type in a search; without it each types its own text.
+    void setKeyComposition(KeyComposition compose) { _compose = std::move(compose); }
 
     /// Where the pointer is as it opens, which the toolkit does not know where it is told of motions only: it
     /// would ignore the first ones, and a click after them.
@@ -125,6 +129,7 @@ private:
     quint64 _heldModifiers = 0;
     LetterSearch _letterSearch;
     std::function<void(QWidget&)> _prepareWindow;
+    KeyComposition _compose;
     std::shared_ptr<PointerTravel> _pointer; ///< of all menus that are open together; null: the toolkit knows
     bool _toldOfMotions = false;
     QPoint _corner;                ///< where it was to open

@@ -19,6 +19,9 @@ void SearchField::keyPressEvent(QKeyEvent* event)
     // The key that began the search, and is held down a moment longer.
     if (event->isAutoRepeat() && text().isEmpty() && beginsSearch(*event))
         return;
+    if (_composes(*event))
+        return;
+    // As the arrows move in it, whichever way the menus run.
     const auto direction = text().isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight;
     const SearchKey key = searchKey(*event, text().isEmpty() ? layoutDirection() : direction);
     if (_isTexts(key))
@@ -26,6 +29,17 @@ void SearchField::keyPressEvent(QKeyEvent* event)
     else
         Q_EMIT pressed(key);
     event->accept();
+}
+
+bool SearchField::_composes(const QKeyEvent& event)
+{
+    constexpr auto OfShortcuts = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+    if (!_compose || (event.modifiers() & OfShortcuts))
+        return false;
+    const auto text = _compose(event.nativeVirtualKey());
+    if (text && !text->isEmpty())
+        insert(*text);
+    return text.has_value();
 }
 
 bool SearchField::_isTexts(SearchKey key) const

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/qt/menu/KeyComposition.h"
 #include "platform/qt/menu/SearchKeys.h"
 
 #include <QLineEdit>
@@ -16,6 +17,8 @@ class SearchField final : public QLineEdit
 public:
     explicit SearchField(QWidget* parent);
 
+    /// By which several keys type one text; without it each types its own.
+    void setComposition(KeyComposition compose) { _compose = std::move(compose); }
     /// Where the character at that position stands, in it.
     [[nodiscard]] QRect placeOf(int position) const;
     /// Which character is at that place in it.
@@ -35,6 +38,9 @@ protected:
 
 private:
     [[nodiscard]] bool _isTexts(SearchKey key) const;
+    [[nodiscard]] bool _composes(const QKeyEvent& event);
+
+    KeyComposition _compose;
 };
 
 } // namespace tarnwick

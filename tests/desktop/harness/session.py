@@ -126,15 +126,15 @@ class Session:
                                 check=True, capture_output=True, text=True)
         return result.stdout
 
-    def set_clipboard(self, text):
+    def set_clipboard(self, text, selection="clipboard"):
         """Puts a text into the clipboard, as another program would: one that keeps running and owns it."""
-        program = Program(["xclip", "-quiet", "-selection", "clipboard", str(self._file_with(text))],
+        program = Program(["xclip", "-quiet", "-selection", selection, str(self._file_with(text))],
                           self.environment, self.directory / "out")
         self._programs.append(program)
-        wait_for(lambda: self.clipboard() == text, "the text in the clipboard")
+        wait_for(lambda: self.clipboard(selection) == text, "the text in the clipboard")
 
-    def clipboard(self):
-        result = subprocess.run(["xclip", "-selection", "clipboard", "-out"], env=self.environment, timeout=20,
+    def clipboard(self, selection="clipboard"):
+        result = subprocess.run(["xclip", "-selection", selection, "-out"], env=self.environment, timeout=20,
                                 check=False, capture_output=True, text=True)
         return result.stdout if result.returncode == 0 else None
 

@@ -212,12 +212,13 @@ TEST_F(KeyFeedTest, whatIsDownIsForgottenByReset)
 TEST(FocusKeyFeed, aKeyOfTheToolkit_isTheSameToAMenu)
 {
     const auto pressOf = [](int key, Qt::KeyboardModifiers modifiers, const QString& text) {
-        QKeyEvent event(QEvent::KeyPress, key, modifiers, 38, 0, 0, text);
+        QKeyEvent event(QEvent::KeyPress, key, modifiers, 38, 97, 0, text);
         event.setTimestamp(1234);
         return FocusKeyFeed::pressOf(event);
     };
     const auto letter = pressOf(Qt::Key_A, Qt::AltModifier, u"a"_s);
     EXPECT_EQ(letter.code, 38U);
+    EXPECT_EQ(letter.keysym, 97U);
     EXPECT_EQ(letter.time, 1234U);
     EXPECT_EQ(letter.text, u"a"_s);
     EXPECT_FALSE(letter.isModifier);

@@ -13,6 +13,7 @@
 #include <QAccessible>
 #include <QAction>
 #include <QApplication>
+#include <QImage>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMouseEvent>
@@ -179,6 +180,33 @@ TEST_F(SearchInMenuTest, theKeyHeldDownAMomentLonger_typesNothing)
     QKeyEvent repeat(QEvent::KeyPress, Qt::Key_Slash, {}, u"/"_s, true);
     QApplication::sendEvent(&field(), &repeat);
     EXPECT_EQ(field().text(), QString());
+}
+
+TEST_F(SearchInMenuTest, keysThatTypeTogether_typeOneText_butNotAsShortcuts)
+{
+    QList<quint32> asked;
+    view.setKeyComposition([&](quint32 keysym) -> std::optional<QString> {
+        asked.append(keysym);
+        if (keysym == 1)
+            return QString();
+        return keysym == 2 && asked.size() > 1 ? std::optional(u"\u00e9"_s) : std::nullopt;
+    });
+    open();
+    press(Qt::Key_Slash, u"/"_s);
+    type(u"r"_s);
+    asked.clear();
+    const auto pressed = [this](quint32 keysym, const QString& text, Qt::KeyboardModifiers modifiers = {}) {
+        QKeyEvent event(QEvent::KeyPress, Qt::Key_unknown, modifiers, 0, keysym, 0, text);
+        QApplication::sendEvent(&field(), &event);
+    };
+    pressed(1, {});
+    EXPECT_EQ(field().text(), u"r");
+    pressed(2, u"e"_s);
+    EXPECT_EQ(field().text(), u"r\u00e9");
+    pressed(3, u"v"_s);
+    EXPECT_EQ(field().text(), u"r\u00e9v");
+    pressed(1, {}, Qt::ControlModifier);
+    EXPECT_EQ(asked, (QList<quint32>{1, 2, 3}));
 }
 
 TEST_F(SearchInMenuTest, nothingIsRead_beforeTheSearchBegins_andOneMenuInAnEvent)
@@ -369,6 +397,113 @@ TEST_F(SearchInMenuTest, aPressOnTheField_doesNotClose_oneBesideDoes)
     EXPECT_TRUE(view.isVisible());
     pressAt(QPoint(-20, -20));
     EXPECT_FALSE(view.isVisible());
+}
+
+TEST_F(SearchInMenuTest, keysOfALineOfText_moveWithinIt)
+{
+    search(u"save as"_s);
+    press(Qt::Key_Home);
+    EXPECT_EQ(field().cursorPosition(), 0);
+    press(Qt::Key_Right, {}, Qt::ControlModifier);
+    EXPECT_EQ(field().cursorPosition(), 5);
+    press(Qt::Key_Right);
+    EXPECT_EQ(field().cursorPosition(), 6);
+    press(Qt::Key_Left, {}, Qt::ControlModifier);
+    EXPECT_EQ(field().cursorPosition(), 5);
+    press(Qt::Key_End, {}, Qt::ShiftModifier);
+    EXPECT_EQ(field().selectedText(), u"as");
+    press(Qt::Key_Right); // at its end, but what is selected is left first
+    EXPECT_TRUE(view.isSearched());
+    EXPECT_FALSE(field().hasSelectedText());
+    press(Qt::Key_A, u"\x01"_s, Qt::ControlModifier);
+    EXPECT_EQ(field().selectedText(), u"save as");
+    press(Qt::Key_End);
+    EXPECT_TRUE(view.isSearched());
+    press(Qt::Key_Right);
+    EXPECT_FALSE(view.isSearched()) << "at the end it shows the entry in its menu";
+}
+
+/// The menus of a language that runs from right to left.
+class SearchFromRightTest : public SearchInMenuTest
+{
+protected:
+    SearchFromRightTest() { view.setLayoutDirection(Qt::RightToLeft); }
+
+    void searchHebrew(const QString& typed)
+    {
+        fileTitles = {u"שמירה בשם"_s, u"שמירה"_s, u"Save a Copy"_s};
+        search(typed);
+    }
+    /// Where the two pictures differ, from the left to the right.
+    static std::pair<int, int> difference(const QImage& one, const QImage& other)
+    {
+        int left = one.width();
+        int right = -1;
+        for (int y = 0; y < one.height(); ++y)
+            for (int x = 0; x < one.width(); ++x)
+                if (one.pixel(x, y) != other.pixel(x, y)) {
+                    left = std::min(left, x);
+                    right = std::max(right, x);
+                }
+        return {left, right};
+    }
+    [[nodiscard]] QImage pictureOf(int row)
+    {
+        return list().viewport()->grab(list().visualRect(list().model()->index(row, 0))).toImage();
+    }
+};
+
+TEST_F(SearchFromRightTest, theArrowThatLeadsOn_isTheLeftOne)
+{
+    searchHebrew(u"שמירה בשם"_s);
+    EXPECT_EQ(rows(), QStringList{u"שמירה בשם"_s});
+    press(Qt::Key_Right);
+    EXPECT_TRUE(view.isSearched());
+    EXPECT_EQ(field().cursorPosition(), 8) << "back by a letter";
+    press(Qt::Key_Left);
+    EXPECT_TRUE(view.isSearched());
+    EXPECT_EQ(field().cursorPosition(), 9);
+    press(Qt::Key_Left);
+    EXPECT_FALSE(view.isSearched());
+}
+
+TEST_F(SearchFromRightTest, inATextThatRunsFromTheLeft_itIsTheRightOne)
+{
+    searchHebrew(u"save"_s);
+    EXPECT_EQ(rows(), QStringList{u"Save a Copy"_s});
+    press(Qt::Key_Left);
+    EXPECT_EQ(field().cursorPosition(), 3);
+    press(Qt::Key_Right);
+    EXPECT_EQ(field().cursorPosition(), 4);
+    press(Qt::Key_Right);
+    EXPECT_FALSE(view.isSearched());
+}
+
+TEST_F(SearchFromRightTest, inMenusThatRunFromTheLeft_theTextDecidesToo)
+{
+    view.setLayoutDirection(Qt::LeftToRight);
+    searchHebrew(u"שמירה"_s);
+    press(Qt::Key_Right);
+    EXPECT_EQ(field().cursorPosition(), 4);
+    press(Qt::Key_Left);
+    EXPECT_EQ(field().cursorPosition(), 5);
+    press(Qt::Key_Left);
+    EXPECT_FALSE(view.isSearched());
+}
+
+TEST_F(SearchFromRightTest, rowsAreTurnedOver_andTheirMarksAreAtTheLettersTyped)
+{
+    searchHebrew(u"שמ"_s);
+    ASSERT_EQ(rows().size(), 2);
+    press(Qt::Key_Down);
+    press(Qt::Key_Down); // the same row highlighted as before
+    const int row = 1;
+    const QImage begun = pictureOf(row);
+    type(u"ירה"_s);
+    ASSERT_EQ(rows().size(), 2);
+    const auto [left, right] = difference(begun, pictureOf(row));
+    EXPECT_GT(right, left) << "the letters typed next are marked, too";
+    EXPECT_GT(left, begun.width() / 2) << "the title stands at the right";
 }
 
 TEST_F(SearchInMenuTest, asAPopUpBegins_itMayBeSearchedAtOnce)
