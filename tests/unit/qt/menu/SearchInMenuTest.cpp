@@ -173,6 +173,17 @@ TEST_F(SearchInMenuTest, anEntryThatBeginsWithASlash_winsItsKey)
     EXPECT_EQ(view.activeAction()->text(), u"/usr");
 }
 
+TEST_F(SearchInMenuTest, suchAnEntry_winsInItsOwnMenuOnly)
+{
+    add(*root, u"/usr"_s);
+    open();
+    press(Qt::Key_F, u"f"_s);
+    press(Qt::Key_Right);
+    ASSERT_TRUE(fileReading.isOpen);
+    press(Qt::Key_Slash, u"/"_s);
+    EXPECT_TRUE(view.isSearched());
+}
+
 TEST_F(SearchInMenuTest, theKeyHeldDownAMomentLonger_typesNothing)
 {
     open();
@@ -383,6 +394,24 @@ TEST_F(SearchInMenuTest, thePointer_choosesOnlyAfterItHasMoved)
     EXPECT_EQ(chosen, QStringList());
     mouse(QEvent::MouseButtonRelease, centerOf(1));
     EXPECT_EQ(chosen, QStringList{u"File/Save As..."_s});
+}
+
+TEST_F(SearchInMenuTest, aPointerThatRestsWhileRowsChange_choosesNothing)
+{
+    fileTitles = {u"Save"_s, u"Save As..."_s, u"Save All"_s, u"Save Again"_s};
+    search(u"save"_s);
+    mouse(QEvent::MouseMove, centerOf(0));
+    mouse(QEvent::MouseMove, centerOf(1));
+    ASSERT_EQ(highlighted(), u"Save As...");
+    const QPoint place = centerOf(1);
+    type(u" a"_s);
+    ASSERT_EQ(highlighted(), u"Save As...");
+    ASSERT_NE(rows().at(1), u"Save As...");
+    mouse(QEvent::MouseMove, place);
+    mouse(QEvent::MouseButtonPress, place);
+    mouse(QEvent::MouseButtonRelease, place);
+    EXPECT_EQ(chosen, QStringList());
+    EXPECT_EQ(highlighted(), u"Save As...");
 }
 
 TEST_F(SearchInMenuTest, aPressOnTheField_doesNotClose_oneBesideDoes)
