@@ -15,7 +15,7 @@ UNITS = "ms|µs|s|min|seconds?|minutes?|hours?|KiB|MiB|GiB|KB|MB|%|×|times|mill
 FIGURE = re.compile(rf"(?<![\w.,/-])[−+]?\d[\d,.]*(?: to \d[\d,.]*)? ?(?:{UNITS})(?!\w)")
 SCRIPT = re.compile(r"(?:`|^    )(?:[A-Z_]+=\S+ )*(scripts/[\w-]+)([^`\n]*)", re.MULTILINE)
 FILE = re.compile(r"`((?:tests|bench)/[\w/]+\.\w+)`")
-PAGE = re.compile(r"\]\((?:docs/)?(performance|coverage|reliability)\.md\)")
+PAGE = re.compile(r"\]\((?:docs/)?(performance|coverage|doors|reliability)\.md\)")
 # What is decided and not measured: the page, and the words around the number.
 LIMITS = {
     "docs/debugging-menus.md": ["0.65 seconds later", "1.8 seconds if it was empty"],

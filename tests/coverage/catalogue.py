@@ -7,9 +7,14 @@ import pathlib
 _HERE = pathlib.Path(__file__).resolve().parent
 
 
-def applications():
+def applications(listed="applications.json"):
     """By name, in the order of the list."""
-    return {each["name"]: each for each in json.loads((_HERE / "applications.json").read_text(encoding="utf-8"))}
+    return {each["name"]: each for each in json.loads((_HERE / listed).read_text(encoding="utf-8"))}
+
+
+def doors():
+    """Programs that publish little by themselves, as installed and with what can be switched on."""
+    return applications("doors.json")
 
 
 def explanations():

@@ -74,6 +74,35 @@ def write(table, rows, known):
     table.write_text(markdown(rows, known), encoding="utf-8")
 
 
+_DOORS = """# What can be switched on, measured
+
+Programs whose menus are not in the accessibility tree before they open, as they are installed and with what [makes them
+publish their menus](empty-menus.md). The columns are those of [the other table](coverage.md), and where the menus are read while
+all of them are closed. An entry of the bar that has no title, as Thunar's last one, counts as missing.
+"""
+_DOORS_COMMAND = "Measured, and this page written, by `scripts/coverage --doors`.\n"
+
+
+def write_doors(table, rows, switched_on):
+    """The same for programs with what can be switched on, which is told by their names."""
+    table.with_suffix(".json").write_text(json.dumps(rows, ensure_ascii=False, indent=1) + "\n", encoding="utf-8")
+    table.write_text(doors(rows, switched_on), encoding="utf-8")
+
+
+def doors(rows, switched_on):
+    """That page."""
+    measured = [each for each in rows if "failed" not in each]
+    lines = [_line(["application", "version", "toolkit", "switched on", "read from", "bar", "items", "right", "",
+                    "with shortcuts", "wrong, by kind", "once opened"]), "|" + "---|" * 12]
+    lines += [_line([each["name"], each.get("version", ""), each["toolkit"], switched_on[each["name"]], each["source"],
+                     f"{each['bar_right']}/{each['bar']}", each["items"], each["right"],
+                     _percent(each["right"], each["items"]), _percent(each["right_with_shortcuts"], each["items"]),
+                     _kinds(each["wrong_by_kind"]), _percent(each["right_once_opened"], each["items_once_opened"])])
+              for each in measured]
+    parts = [_DOORS, _commits(measured), _DOORS_COMMAND, "\n".join(lines) + "\n", _failures([each for each in rows if "failed" in each])]
+    return "\n".join(part for part in parts if part)
+
+
 def one_line(one):
     """For the terminal."""
     if "failed" in one:

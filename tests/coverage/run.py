@@ -25,7 +25,7 @@ _LIMIT = 400  # seconds for one application
 
 def main():
     arguments = _arguments()
-    known = catalogue.applications()
+    known = catalogue.doors() if arguments.doors else catalogue.applications()
     unknown = [name for name in arguments.names if name not in known]
     if unknown:
         print(f"coverage: no such application: {', '.join(unknown)}; --list tells what there is.", file=sys.stderr)
@@ -37,7 +37,9 @@ def main():
     if arguments.packages:
         print("\n".join(catalogue.packages(chosen)))
         return 0
-    table = pathlib.Path(arguments.output)
+    table = pathlib.Path(arguments.output or ("docs/doors.md" if arguments.doors else "docs/coverage.md"))
+    if arguments.doors:
+        return _measure_doors(arguments, chosen, table, known)
     if arguments.check:
         return _check(chosen, report.load(table.with_suffix(".json")))
     keep = arguments.names or arguments.rewrite
@@ -50,14 +52,27 @@ def main():
     return 0 if all(report.is_explained(row, catalogue.explanations()) for row in rows) else 1
 
 
+def _measure_doors(arguments, chosen, table, known):
+    """Nothing is explained there: what is missing without a switch is what the table is about."""
+    rows = report.load(table.with_suffix(".json")) if arguments.names or arguments.rewrite else []
+    switched_on = {name: each["switched on"] for name, each in known.items()}
+    for application in [] if arguments.rewrite else chosen:
+        rows = report.merged(rows, [_measured(application)], list(known))
+        report.write_doors(table, rows, switched_on)
+    report.write_doors(table, rows, switched_on)
+    print(report.summary(rows))
+    return 1 if any("failed" in row for row in rows) else 0
+
+
 def _arguments():
     parser = argparse.ArgumentParser(prog="scripts/coverage", description=__doc__.splitlines()[0])
     parser.add_argument("names", nargs="*", help="applications; all without")
     parser.add_argument("--list", action="store_true", help="print their names and stop")
     parser.add_argument("--packages", action="store_true", help=argparse.SUPPRESS)
     parser.add_argument("--rewrite", action="store_true", help="write the table anew, with what is known already")
+    parser.add_argument("--doors", action="store_true", help="programs with what can be switched on instead: docs/doors.md")
     parser.add_argument("--check", action="store_true", help="write nothing; fail when the table tells something else")
-    parser.add_argument("--output", default="docs/coverage.md", help="the table; the JSON file stands next to it")
+    parser.add_argument("--output", help="the table, docs/coverage.md without; the JSON file stands next to it")
     return parser.parse_args()
 
 

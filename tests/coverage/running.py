@@ -54,13 +54,15 @@ def measured(application, inspect, version):
 def _compared(running, application, inspect, bus):
     running.settle()
     before = _inspected(inspect, running)
+    source = _source(inspect, running)
     truth = _opened(running, application["toolkit"]).read()
     running.settle()
     after = _inspected(inspect, running)
     running.settle()
     shown = popup.read(running.session, bus)
-    return report.row(application, comparison.compare(truth, before),
-                      opened=comparison.compare(truth, after), popup=comparison.compare(truth, shown))
+    row = report.row(application, comparison.compare(truth, before),
+                     opened=comparison.compare(truth, after), popup=comparison.compare(truth, shown))
+    return {**row, "source": source}
 
 
 def _opened(running, toolkit):
@@ -76,6 +78,14 @@ def _inspected(inspect, running):
     if not result.stdout:
         raise RuntimeError(f"nothing to read: {result.stderr.strip()}")
     return shown_entries(json.loads(result.stdout)["menu"])
+
+
+def _source(inspect, running):
+    """From where Tarnwick reads the menus of the application in front."""
+    result = subprocess.run([inspect, "--sources"], env=running.session.environment, timeout=60, check=False,
+                            capture_output=True, text=True)
+    lines = dict(line.split(": ", 1) for line in result.stdout.splitlines() if ": " in line)
+    return lines.get("read", "nothing")
 
 
 def write_files(files, session):

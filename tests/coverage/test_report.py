@@ -128,6 +128,13 @@ class Documents(unittest.TestCase):
         self.assertEqual([row["name"] for row in self.rows], list(catalogue.applications()))
         self.assertEqual([row["name"] for row in self.rows if not report.is_explained(row, catalogue.explanations())], [])
 
+    def test_the_page_of_what_can_be_switched_on_is_written_from_its_figures(self):
+        known = catalogue.doors()
+        rows = report.load(self.ROOT / "docs/doors.json")
+        self.assertEqual([row["name"] for row in rows], list(known))
+        self.assertEqual((self.ROOT / "docs/doors.md").read_text(encoding="utf-8"),
+                         report.doors(rows, {name: each["switched on"] for name, each in known.items()}))
+
     def test_the_readme_tells_its_sums(self):
         readme = " ".join((self.ROOT / "README.md").read_text(encoding="utf-8").split())
         for words in report.told_elsewhere(self.rows):
@@ -136,7 +143,7 @@ class Documents(unittest.TestCase):
 
 class Catalogue(unittest.TestCase):
     def test_every_application_can_be_installed_and_started(self):
-        for name, each in catalogue.applications().items():
+        for name, each in [*catalogue.applications().items(), *catalogue.doors().items()]:
             with self.subTest(name):
                 self.assertTrue(each["packages"] and each["command"] and each["toolkit"])
 
