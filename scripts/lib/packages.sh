@@ -38,7 +38,7 @@ TRIXIE_PACKAGES=(
     liblayershellqtinterface-dev libwayland-dev wayland-protocols plasma-wayland-protocols qt6-wayland
     sway labwc xwayland wlr-randr kwin-wayland libkscreen-bin swaylock grim fcitx5 xdg-desktop-portal
     libreoffice-writer libreoffice-gtk3
-    clang clang-tidy
+    clang clang-tidy libc++-dev
 )
 # root_packages SUITE: what a system of that suite has, one a line
 root_packages() {

@@ -19,7 +19,7 @@ class WholeRun(TreeTest):
         self.write("scripts/lib/packages.sh", "need_packages() { :; }\n"
                    + "".join(f"{kind}_PACKAGES=(one)\n" for kind in ("BUILD", "RUN", "DEMO", "PACKAGE", "TEST", "FUZZ")))
         for name in ("check-apple-build", "check-format", "check-lint"):
-            self.stand_in(f"scripts/lib/{name}", "exit 0")
+            self.stand_in(f"scripts/lib/{name}", f'echo "{name} ${{IN_ROOT:-no}} $*" >>"{self.log}"')
         self.stand_in("scripts/lib/check-skipped", 'echo "Skipped: nothing of $*."')
         self.stand_in("scripts/in-root", 'shift\n[ $# -eq 0 ] || IN_ROOT=yes exec "$@"')
         for name in ("cmake", "ctest"):
@@ -39,6 +39,12 @@ class WholeRun(TreeTest):
         self.assertEqual(self.called("cmake yes"), ["cmake yes --preset trixie", "cmake yes --build --preset trixie"])
         self.assertEqual(len(self.called("ctest yes --preset trixie ")), 1)
         self.assertEqual(len(self.called("ctest no --preset trixie")), 0)
+        self.assertEqual(sorted(self.called("check-apple-build")),
+                         ["check-apple-build no build/ci", "check-apple-build yes build/trixie"])
+
+    def test_what_only_the_newer_library_refuses_is_a_failure(self):
+        self.stand_in("scripts/lib/check-apple-build", '[ "${IN_ROOT:-no}" = no ]')
+        self.assertIn("Failed: The build in a Debian 13", self.assert_fails("scripts/test"))
 
     def test_quick_does_not_enter_it(self):
         self.stand_in("scripts/in-root", "exit 1")
