@@ -3,9 +3,14 @@
 // go to the X server with XTest, and what the server reports through Damage and as mapped is all that counts.
 //   bench_first_paint ROUNDS X Y HELD KEY            pops up at (X, Y) with KEY while HELD is down (codes)
 //   bench_first_paint ROUNDS X Y HELD KEY LETTER     and then points at the entry that LETTER moves to
+//   bench_first_paint --search ROUNDS X Y HELD KEY DOWN SLASH LETTER...
+//                                                    and then moves the highlight, begins the search and
+//                                                    types
 // prints the microseconds of each round, one a line: from the key's press, or from the pointer's motion onto
 // the entry, to the first report of something drawn in the new menu's window. HELD 0 holds nothing. With
-// "--hurry" before all that it does not wait for a quiet screen in between.
+// "--hurry" before all that it does not wait for a quiet screen in between. A search prints what each time is
+// of: "highlight" from DOWN to what it draws; "read" from SLASH, with the first letter right behind it, to
+// the last that is drawn as ever more menus are read; "letter" from each further one to what it draws.
 #include <xcb/damage.h>
 #include <xcb/xcb.h>
 #include <xcb/xtest.h>
@@ -21,8 +26,10 @@
 enum {
     Patience = 20000000, // microseconds
     Quiet = 60000,       // nothing was drawn for so long
+    Read = 400000,       // nothing was found for so long: no menu takes longer to be read
     EscapeKey = 9,       // by its place on the keyboard
     MaximumMenus = 4,
+    MaximumKeys = 32,
 };
 
 struct area
@@ -45,9 +52,10 @@ static xcb_window_t root;
 static uint8_t damage_event;
 static struct menu menus[MaximumMenus];
 static int menu_count;
-static struct area drawn;      // what was drawn in the newest menu since forget_drawn()
-static uint64_t drawn_last;    // when something was drawn last
-static uint64_t first_painted; // the first drawing in the newest menu since forget_drawn(); 0 for none yet
+static struct area drawn;        // what was drawn in the newest menu since forget_drawn()
+static uint64_t drawn_last;      // when something was drawn last
+static uint64_t menu_drawn_last; // the same of the newest menu
+static uint64_t first_painted;   // the first drawing in the newest menu since forget_drawn(); 0 for none yet
 
 static void fail(const char* what)
 {
@@ -145,6 +153,7 @@ static void on_drawn(const xcb_damage_notify_event_t* event, uint64_t when)
     drawn_last = when;
     if (!is_of_newest_menu(area))
         return;
+    menu_drawn_last = when;
     drawn = united(drawn, area);
     if (first_painted == 0)
         first_painted = when;
@@ -313,6 +322,46 @@ static uint64_t open_submenu(struct trigger trigger, struct area row)
     return painted - begin;
 }
 
+/// Types a key in the menu; microseconds to the first that is drawn in it.
+static uint64_t type(uint8_t key)
+{
+    forget_drawn();
+    const uint64_t begin = now_in_microseconds();
+    tap(key);
+    const uint64_t painted = painted_within(Patience, 1);
+    if (painted == 0)
+        fail("a key draws nothing");
+    wait_for_quiet();
+    return painted - begin;
+}
+
+/// Begins the search; microseconds until what is found by the letter is no longer drawn anew.
+static uint64_t search_whole(uint8_t slash, uint8_t letter)
+{
+    forget_drawn();
+    const uint64_t begin = now_in_microseconds();
+    tap(slash);
+    tap(letter);
+    if (painted_within(Patience, 1) == 0)
+        fail("the search draws nothing");
+    while (now_in_microseconds() - menu_drawn_last < Read)
+        take_in(Read / 10);
+    return menu_drawn_last - begin;
+}
+
+/// `keys`: what moves the highlight, begins the search and is typed.
+static void search(struct trigger trigger, const uint8_t* keys, int count)
+{
+    pop_up(trigger);
+    printf("highlight %" PRIu64 "\n", type(keys[0]));
+    printf("read %" PRIu64 "\n", search_whole(keys[1], keys[2]));
+    for (int i = 3; i < count; ++i)
+        printf("letter %" PRIu64 "\n", type(keys[i]));
+    tap(EscapeKey); // back to the menu
+    wait_for_quiet();
+    close_menus();
+}
+
 static void watch(void)
 {
     server = xcb_connect(NULL, NULL);
@@ -330,8 +379,26 @@ static void watch(void)
     xcb_flush(server);
 }
 
+static int measure_search(int argc, char** argv)
+{
+    if (argc < 9 || argc - 6 > MaximumKeys)
+        return 2;
+    uint8_t keys[MaximumKeys];
+    for (int i = 6; i < argc; ++i)
+        keys[i - 6] = (uint8_t)atoi(argv[i]);
+    const struct trigger trigger = {atoi(argv[2]), atoi(argv[3]), (uint8_t)atoi(argv[4]),
+                                    (uint8_t)atoi(argv[5])};
+    watch();
+    for (long round = 0; round < strtol(argv[1], NULL, 10); ++round)
+        search(trigger, keys, argc - 6);
+    xcb_disconnect(server);
+    return 0;
+}
+
 int main(int argc, char** argv)
 {
+    if (argc > 1 && strcmp(argv[1], "--search") == 0)
+        return measure_search(argc - 1, argv + 1);
     if (argc > 1 && strcmp(argv[1], "--hurry") == 0) {
         in_a_hurry = 1;
         ++argv;
