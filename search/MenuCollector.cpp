@@ -59,6 +59,10 @@ void MenuCollector::cancel()
     _cancelled = true;
     _open.clear();
     _unread.clear();
+    if (_reading)
+        _filled.removeLast();
+    for (const auto& menu : std::exchange(_filled, {}))
+        menu->removeAllItems();
 }
 
 std::optional<MenuCollector::Pending> MenuCollector::_takeNext()
@@ -88,6 +92,8 @@ bool MenuCollector::_isAttached(const Menu& menu) const
 bool MenuCollector::_read(const Pending& pending)
 {
     _reading = true;
+    _filled.append(pending.menu);
+    const bool wasEmpty = pending.menu->numberOfItems() == 0;
     const double begin = Clock::shared().now();
     if (MenuDelegate* delegate = pending.menu->delegate())
         delegate->menuNeedsUpdate(*pending.menu);
@@ -96,8 +102,11 @@ bool MenuCollector::_read(const Pending& pending)
     _reading = false;
     if (_cancelled)
         return false;
+    if (!wasEmpty)
+        _filled.removeLast();
     _spent += needed;
-    if (needed >= TimeForMenu)
+    _wasSlow = needed >= TimeForMenu;
+    if (_wasSlow)
         _unsearched.append({pending.path, UnsearchedMenu::Reason::Slow});
     else if (isMadeLater(*pending.menu))
         _unsearched.append({pending.path, UnsearchedMenu::Reason::Empty});

@@ -43,6 +43,7 @@ public:
     static constexpr double TimeForMenu = 0.5;
     /// While menus are read; the time between the steps does not count.
     static constexpr double TimeInAll = 3.0;
+    static constexpr double PauseAfterSlowMenu = 0.1;
     static constexpr qsizetype DeepestMenu = 32;
     static constexpr int MostEntries = 50000;
 
@@ -62,7 +63,12 @@ public:
     [[nodiscard]] bool isNextOpen() const { return !_open.isEmpty(); }
     [[nodiscard]] bool isFinished() const { return _open.isEmpty() && _unread.isEmpty() && !_reading; }
 
-    /// Nothing is read any more; what is read right now is dropped.
+    /// In seconds. What was pressed while a menu needed all its time is handled first; until then nothing
+    /// could be read, and the next menu would look like an empty one.
+    [[nodiscard]] double delayOfNextStep() const { return _wasSlow ? PauseAfterSlowMenu : 0; }
+
+    /// Nothing is read any more; what is read right now is dropped. Menus that nothing had been read of
+    /// before are as empty again: what was collected of them stays. They are not to be open yet.
     void cancel();
 
     /// In the order of the reading. After a cancel no more than before it.
@@ -89,8 +95,10 @@ private:
     QList<Pending> _open;
     QList<Pending> _unread;
     QList<UnsearchedMenu> _unsearched;
+    QList<std::shared_ptr<Menu>> _filled; ///< that were empty; the last one is read right now, while one is
     int _entries = 0;
     double _spent = 0;
+    bool _wasSlow = false;
     bool _reading = false;
     bool _cancelled = false;
 };

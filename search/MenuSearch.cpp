@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "search/MenuSearch.h"
 
+#include "foundation/Clock.h"
+
 #include <utility>
 
 namespace tarnwick {
@@ -17,11 +19,17 @@ MenuSearch::MenuSearch(const std::shared_ptr<Menu>& root, const QList<std::share
 bool MenuSearch::step()
 {
     const bool more = _collect();
-    if (hasQuery()) {
+    if (hasQuery() && (!more || _isTimeToShow())) {
+        _shownAt = Clock::shared().now();
         const QList<int> ranked = _index.ranked();
         _results.extend(ranked, _isFirstMeant(ranked));
     }
     return more;
+}
+
+bool MenuSearch::_isTimeToShow() const
+{
+    return _results.rows().isEmpty() || Clock::shared().now() - _shownAt >= TimeBetweenShowings;
 }
 
 bool MenuSearch::_collect()
@@ -42,6 +50,7 @@ void MenuSearch::cancel()
 
 void MenuSearch::setText(const QString& typed)
 {
+    _shownAt = Clock::shared().now();
     _index.setQuery(SearchQuery::of(typed));
     const QList<int> ranked = _index.ranked();
     _results.begin(ranked, _isFirstMeant(ranked));

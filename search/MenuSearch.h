@@ -26,8 +26,14 @@ public:
     MenuSearch(const std::shared_ptr<Menu>& root, const QList<std::shared_ptr<Menu>>& open,
                MenuCollector::ShownTitle shownTitle, QString application, ChosenBefore& chosenBefore);
 
-    /// Reads one more menu; to be called from an event of its own. Whether another step is needed.
+    /// In seconds: showing what is found costs more than reading a menu.
+    static constexpr double TimeBetweenShowings = 0.05;
+
+    /// Reads one more menu; to be called from an event of its own. What is found in it is shown among the
+    /// rows by the end of the reading, and mostly before. Whether another step is needed.
     bool step();
+    /// In seconds.
+    [[nodiscard]] double delayOfNextStep() const { return _collector.delayOfNextStep(); }
     /// Reads nothing more. What was found stays.
     void cancel();
     [[nodiscard]] bool isFinished() const { return _collector.isFinished(); }
@@ -56,11 +62,13 @@ public:
 
 private:
     bool _collect();
+    [[nodiscard]] bool _isTimeToShow() const;
     [[nodiscard]] bool _isFirstMeant(const QList<int>& ranked) const;
 
     MenuCollector _collector;
     SearchIndex _index;
     ResultList _results;
+    double _shownAt = 0; ///< of the clock
     QString _application;
     ChosenBefore& _chosenBefore;
 };

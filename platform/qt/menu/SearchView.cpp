@@ -242,7 +242,7 @@ void SearchView::_showInMenu()
 void SearchView::_readOn()
 {
     if (!_search.isFinished())
-        _timer = Clock::shared().performAfterDelay(0, [this] { _step(); });
+        _timer = Clock::shared().performAfterDelay(_search.delayOfNextStep(), [this] { _step(); });
 }
 
 void SearchView::_step()

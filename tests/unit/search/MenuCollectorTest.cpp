@@ -325,6 +325,38 @@ TEST_F(MenuCollectorTest, cancelWhileAMenuIsRead_dropsIt)
     EXPECT_TRUE(menus.unsearched().isEmpty());
 }
 
+TEST_F(MenuCollectorTest, cancel_emptiesWhatItHasFilled)
+{
+    show(u"File\n  New\nEdit\n  Cut\nView\n  Zoom\n"_s);
+    const auto opened = MirrorTest::opened(u"Edit"_s);
+    auto menus = collector();
+    static_cast<void>(menus.step());
+    const auto file = menus.step();
+    ASSERT_TRUE(file);
+    static_cast<void>(menus.step());
+    EXPECT_EQ(titlesOf(*root().itemWithTitle(u"File"_s)->submenu()), QStringList({u"New"_s}));
+    menus.cancel();
+    EXPECT_EQ(titlesOf(*root().itemWithTitle(u"File"_s)->submenu()), QStringList());
+    EXPECT_EQ(titlesOf(*opened), QStringList({u"Cut"_s}));
+    EXPECT_EQ(written(*file), u"File: New"_s);
+    static_cast<void>(MirrorTest::opened(u"File"_s));
+    menus.cancel();
+    EXPECT_EQ(titlesOf(*root().itemWithTitle(u"File"_s)->submenu()), QStringList({u"New"_s}));
+}
+
+TEST_F(MenuCollectorTest, menuAfterASlowOne_isWaitedFor)
+{
+    show(u"File\n  New\nEdit\n  Cut\nView\n  Zoom\n"_s);
+    makeSlow(u"File"_s, MenuCollector::TimeForMenu);
+    auto menus = collector();
+    QList<double> delays;
+    while (!menus.isFinished()) {
+        static_cast<void>(menus.step());
+        delays.append(menus.delayOfNextStep());
+    }
+    EXPECT_EQ(delays, QList<double>({0, MenuCollector::PauseAfterSlowMenu, 0, 0}));
+}
+
 TEST_F(MenuCollectorTest, stepWithinAStep_readsNothing)
 {
     Filler filler;

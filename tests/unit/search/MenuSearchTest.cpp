@@ -86,6 +86,32 @@ TEST_F(MenuSearchTest, entryReadLater_neverMovesTheHighlightedRow)
     EXPECT_EQ(search->highlighted(), 0);
 }
 
+TEST_F(MenuSearchTest, whatIsReadInQuickSuccession_isShownTogether)
+{
+    show(u"File\n  Save\nEdit\n  Save All\nView\n  Saved\nTools\n  Save It\nHelp\n  Saving\n"_s);
+    const auto search = begun({opened(u"File"_s)});
+    search->setText(u"sav"_s);
+    EXPECT_EQ(search->rows().size(), 1);
+    EXPECT_TRUE(search->step());
+    EXPECT_EQ(search->rows().size(), 1);
+    clock.advance(MenuSearch::TimeBetweenShowings);
+    EXPECT_TRUE(search->step());
+    EXPECT_EQ(search->rows().size(), 3);
+    EXPECT_TRUE(search->step());
+    EXPECT_EQ(search->rows().size(), 3);
+    EXPECT_FALSE(search->step());
+    EXPECT_EQ(search->rows().size(), 5);
+}
+
+TEST_F(MenuSearchTest, firstThatIsFound_isShownAtOnce)
+{
+    show(u"File\n  New\nEdit\n  Save\nView\n  Zoom\n"_s);
+    const auto search = begun({opened(u"File"_s)});
+    search->setText(u"sav"_s);
+    EXPECT_TRUE(search->step());
+    EXPECT_EQ(search->rows().size(), 1);
+}
+
 TEST_F(MenuSearchTest, faintResult_isNotHighlightedBeforeAllIsRead)
 {
     show(u"File\n  Stage Volume\nEdit\n  Cut\nTools\n  Save\n"_s);
