@@ -24,6 +24,9 @@
 #include <QStyleOptionMenuItem>
 
 #include <algorithm>
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
 
 namespace tarnwick {
 
@@ -38,6 +41,14 @@ QRect screenGeometryAt(QPoint point)
     if (!screen)
         screen = QGuiApplication::primaryScreen();
     return screen ? screen->geometry() : QRect();
+}
+
+/// Thousands of small pieces, between which others lie, are kept by the C library otherwise.
+void giveMemoryBack()
+{
+#ifdef __GLIBC__
+    malloc_trim(0);
+#endif
 }
 
 QStyle* menuStyle()
@@ -389,6 +400,7 @@ void QMenuView::_dropSearch()
     search->end();
     search->field().clearFocus();
     search->hide();
+    QObject::connect(search, &QObject::destroyed, qApp, &giveMemoryBack);
     search->deleteLater();
     beAnotherAccessible(*this, _open);
 }
