@@ -112,10 +112,6 @@ class Accessible:
         """All its text."""
         return self._call(_TEXT, "GetText", GLib.Variant("(ii)", (0, -1))) or ""
 
-    def drop_selection(self):
-        """Selects nothing of its text any more; returns whether it did, once that is so."""
-        return self._call(_TEXT, "RemoveSelection", GLib.Variant("(i)", (0,)))
-
     def descendants(self, depth=8):
         for child in self.children:
             yield child
