@@ -2,10 +2,13 @@
 # SPDX-License-Identifier: MIT
 """Looks at what the bundle for macOS is made of, where no bundle can be built: its property lists, its icon, its preset."""
 import json
+import os
 import pathlib
 import plistlib
 import re
 import struct
+import subprocess
+import tempfile
 import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
@@ -105,11 +108,46 @@ class EntitlementsTest(unittest.TestCase):
         with open(PACKAGING / "Tarnwick.entitlements", "rb") as file:
             self.assertEqual(plistlib.load(file), {"com.apple.security.app-sandbox": False})
 
-    def test_the_bundle_is_signed_with_them_and_with_the_hardened_runtime(self):
-        signing = re.search(r"COMMAND codesign.*?COMMAND_ERROR_IS_FATAL", BUNDLE, re.S).group(0)
-        self.assertIn("--options runtime", signing)
-        self.assertIn("${folder}/Tarnwick.entitlements", signing)
-        self.assertIn("--timestamp", signing)
+
+class SigningTest(unittest.TestCase):
+    """With a codesign that writes down what it is asked for."""
+
+    def signed(self, status=0, **environment):
+        held = tempfile.TemporaryDirectory()
+        self.addCleanup(held.cleanup)
+        folder = pathlib.Path(held.name)
+        codesign = folder / "codesign"
+        codesign.write_text(f'#!/bin/sh\necho "$@" >>"{folder}/asked"\nexit {status}\n', encoding="utf-8")
+        codesign.chmod(0o755)
+        run = subprocess.run([PACKAGING / "sign", "A/Tarnwick.app"], check=False,
+                             env={"PATH": f"{folder}:{os.environ['PATH']}", **environment})
+        return run.returncode, (folder / "asked").read_text(encoding="utf-8").splitlines()
+
+    def test_the_bundle_is_signed_once_everything_is_in_it(self):
+        installing = re.search(r'install\(CODE "(.*?)"\)\n', BUNDLE, re.S).group(1)
+        commands = re.findall(r'COMMAND \\"([^"]*)\\" (\S+)', installing)
+        bundle = '\\"\\$ENV{DESTDIR}\\${CMAKE_INSTALL_PREFIX}/Tarnwick.app\\"'
+        self.assertEqual(commands, [("${TARNWICK_MACDEPLOYQT}", bundle), ("${folder}/sign", bundle)])
+        self.assertEqual(installing.count("COMMAND_ERROR_IS_FATAL ANY"), 2)
+
+    def test_for_others_it_has_the_identity_the_entitlements_the_time_and_the_hardened_runtime(self):
+        status, asked = self.signed(TARNWICK_SIGN_IDENTITY="Somebody")
+        self.assertEqual(status, 0)
+        self.assertEqual(asked[0], "--force --deep --options runtime --timestamp --entitlements "
+                                   f"{PACKAGING}/Tarnwick.entitlements --sign Somebody A/Tarnwick.app")
+
+    def test_without_an_identity_it_is_signed_ad_hoc_and_may_load_qt(self):
+        status, asked = self.signed()
+        self.assertEqual(status, 0)
+        self.assertEqual(asked[0],
+                         f"--force --deep --entitlements {PACKAGING}/Tarnwick.entitlements --sign - A/Tarnwick.app")
+
+    def test_the_signature_is_checked(self):
+        self.assertEqual(self.signed()[1][1:], ["--verify --deep --strict A/Tarnwick.app"])
+
+    def test_what_cannot_be_signed_is_no_bundle(self):
+        status, asked = self.signed(status=1)
+        self.assertEqual((status, len(asked)), (1, 1))
 
 
 class PresetTest(unittest.TestCase):
