@@ -144,15 +144,9 @@ void PreferencesWindow::_layOut() const
     _contentView->setGeometry(0, barHeight, width(), std::max(0, height() - barHeight));
 }
 
-/// A compositor may answer to the size before when it is asked for another one meanwhile. Each is asked for
-/// once more: one that has tiled the window means what it says.
-void PreferencesWindow::resizeEvent(QResizeEvent* event)
+void PreferencesWindow::resizeEvent(QResizeEvent* /*event*/)
 {
     _layOut();
-    if (event->size() == maximumSize() || std::exchange(_askedAgain, maximumSize()) == maximumSize())
-        return;
-    QMetaObject::invokeMethod(
-        this, [this] { resize(maximumSize()); }, Qt::QueuedConnection);
 }
 
 void PreferencesWindow::closeEvent(QCloseEvent* event)

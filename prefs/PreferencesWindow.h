@@ -67,7 +67,6 @@ private:
     HotKeyPane* _hotKeyView;
     GeneralOptionsPane* _generalOptionsView;
     AboutPane* _aboutView;
-    QSize _askedAgain; ///< the last size that was asked for a second time
 };
 
 } // namespace tarnwick

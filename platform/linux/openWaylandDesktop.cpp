@@ -9,6 +9,7 @@
 #include "platform/linux/session/LinuxSession.h"
 #include "platform/linux/taps/OwnWindowTaps.h"
 #include "platform/linux/tray/LinuxTrayHost.h"
+#include "platform/linux/wayland/FixedWindowSizes.h"
 #include "platform/linux/wayland/FrontMenuTarget.h"
 #include "platform/linux/wayland/WaylandFrontApplication.h"
 #include "platform/linux/wayland/WaylandKeyboard.h"
@@ -28,6 +29,7 @@
 #include "platform/qt/settings/QtDefaultsStore.h"
 #include "platform/qt/tray/QtStatusBar.h"
 
+#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QPointer>
 
@@ -102,6 +104,7 @@ std::optional<Desktop> openWaylandDesktop(int& argc, char** argv)
     std::optional<Desktop> opened{Desktop()};
     Desktop& desktop = *opened;
     auto session = std::make_unique<LinuxSession>(argc, argv, LinuxSession::Part::Tarnwick, "wayland");
+    new FixedWindowSizes(*qApp);
     connection->follow();
     const std::shared_ptr<CompositorConnection> toolkits = CompositorConnection::ofToolkit();
     session->setCompositorIsGone([toolkits] { return toolkits->isBroken(); });

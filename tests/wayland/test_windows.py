@@ -8,10 +8,12 @@ from case import WaylandTest, main, wait_for
 from harness.accessible import CHECKED, FOCUSED, SHOWING
 from harness.popup import PopUpReader
 from harness.portal import DARK, LIGHT, Portal
-from harness.preferences import CHECK_BOX, stored
+from harness.preferences import BUTTON, CHECK_BOX, stored
+from harness.rest import wait_until_asleep
 from harness.tarnwick import settings_text
 from harness.tray import PublishedTray
 from native import ACTIVE, NativeTarnwick
+from wire import WRITTEN, sizes_of_last_window
 
 FRAME = 23
 TAB, SPACE, ESCAPE, W, CONTROL = 23, 65, 9, 25, 37
@@ -98,6 +100,29 @@ class TheSession(OwnWindows):
         self.hot_key_switch()
         tray.choose("Quit")
         self.assertEqual(self.program.status(), 0)
+
+
+class TheirSizes(OwnWindows):
+    """They are as large as they have to be, with the frame that they draw themselves where the compositor draws none."""
+
+    def assert_whole(self):
+        self.session.picture_at_rest()
+        wait_until_asleep([self.program.pid])
+        least, now = sizes_of_last_window(self.program.output)
+        self.assertIsNotNone(now)
+        self.assertEqual(now, least)
+
+    def test_are_kept(self):
+        tray = PublishedTray(self.session.environment["DBUS_SESSION_BUS_ADDRESS"])
+        self.addCleanup(tray.close)
+        self.session.put_pointer_away()
+        self.start(WRITTEN)
+        self.hot_key_switch()
+        self.wait_for_keyboard()
+        self.assert_whole()
+        tray.choose("About Tarnwick...")
+        self.control("Ostravane Home Page", BUTTON)
+        self.assert_whole()
 
 
 class LightAndDark(OwnWindows):

@@ -23,3 +23,17 @@ def size_of_last_popup(written):
         elif (kind, message) == ("xdg_surface", "get_popup"):
             last = surface_of[int(number)]
     return shown.get(last)
+
+
+def sizes_of_last_window(written):
+    """Of the window that came last the least size (width, height) that it may have, and the one that it has, both with the
+    frame that the program draws around it; nothing for what has not been told."""
+    surface_of, least, has, last = {}, {}, {}, None
+    for _, number, message, arguments in _MESSAGE.findall(written):
+        if message == "get_toplevel":
+            last = int(_OBJECT.search(arguments)[2])
+            surface_of[last] = int(number)
+        elif message in ("set_min_size", "set_window_geometry"):
+            told = least if message == "set_min_size" else has
+            told[int(number)] = tuple(map(int, arguments.split(", ")[-2:]))
+    return least.get(last), has.get(surface_of.get(last))

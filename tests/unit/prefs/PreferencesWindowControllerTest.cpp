@@ -32,7 +32,6 @@
 #include <QSpinBox>
 #include <QTest>
 #include <QToolButton>
-#include <QWindow>
 
 #include <limits>
 
@@ -1085,22 +1084,6 @@ TEST_F(AdviceTest, advice_mayComeAfterTheWindowHasGone)
 }
 
 // Icons
-
-// A compositor that was asked for another size meanwhile answers to the one before.
-TEST_F(PreferencesWindowControllerTest, windowThatIsGivenAnotherSize_asksForItsOwnOnce)
-{
-    PreferencesWindow& window = shown().window();
-    const QSize wanted = window.maximumSize();
-    const QSize given = wanted - QSize(0, 100);
-    window.windowHandle()->resize(given);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return window.size() == given; }));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return window.size() == wanted; }));
-    // It is meant so.
-    window.windowHandle()->resize(given);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return window.size() == given; }));
-    QTest::qWait(50);
-    EXPECT_EQ(window.size(), given);
-}
 
 TEST(PaneIcons, areDrawn_eachItsOwn_inTheColoursOfTheDesktop)
 {
