@@ -44,12 +44,6 @@ QStyleOptionMenuItem menuItemOption(const QStyleOptionViewItem& option, const QP
     return drawn;
 }
 
-QColor dimmed(QColor color)
-{
-    color.setAlphaF(static_cast<float>(color.alphaF() * Dimmed));
-    return color;
-}
-
 QList<QTextLayout::FormatRange> formatsOf(const QList<TextRange>& marks)
 {
     QList<QTextLayout::FormatRange> formats;
@@ -104,6 +98,12 @@ private:
 };
 
 } // namespace
+
+QColor dimmed(QColor color)
+{
+    color.setAlphaF(static_cast<float>(color.alphaF() * Dimmed));
+    return color;
+}
 
 SearchRowDelegate::SearchRowDelegate(const QWidget& menu, QObject* parent)
     : QStyledItemDelegate(parent), _menu(menu)

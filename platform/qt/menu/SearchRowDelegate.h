@@ -5,6 +5,9 @@
 
 namespace tarnwick {
 
+/// As what stands beside a title is drawn, in the colour of the title.
+[[nodiscard]] QColor dimmed(QColor color);
+
 class MenuItem;
 
 /// Draws a row of SearchRows as an entry of the menu is drawn, with what was typed marked in its title, and

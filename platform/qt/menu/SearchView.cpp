@@ -59,7 +59,7 @@ SearchView::SearchView(const std::shared_ptr<Menu>& root, const QList<std::share
     _list->setModel(_rows);
     _list->setItemDelegate(new SearchRowDelegate(menu, _list));
     _state->setWordWrap(true);
-    _state->setForegroundRole(QPalette::PlaceholderText);
+    _quieten();
     connect(_field, &QLineEdit::textChanged, this, &SearchView::_typed);
     connect(_field, &SearchField::pressed, this, &SearchView::_pressed);
     connect(_list, &SearchList::pointedAt, this, &SearchView::_highlight);
@@ -111,9 +111,24 @@ bool SearchView::event(QEvent* event)
     case QEvent::MouseMove:
     case QEvent::Wheel:
         return true;
+    case QEvent::PaletteChange:
+        _quieten();
+        [[fallthrough]];
     default:
         return QWidget::event(event);
     }
+}
+
+/// Not in the palette's own colour for this: a dark palette that names a few colours has that of a light one.
+void SearchView::_quieten()
+{
+    const QColor quiet = dimmed(palette().color(QPalette::Text));
+    QPalette ofState;
+    ofState.setColor(QPalette::WindowText, quiet);
+    _state->setPalette(ofState);
+    QPalette ofField;
+    ofField.setColor(QPalette::PlaceholderText, quiet);
+    _field->setPalette(ofField);
 }
 
 void SearchView::resizeEvent(QResizeEvent* event)

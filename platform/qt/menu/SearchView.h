@@ -57,6 +57,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void _quieten();
     void _typed(const QString& text);
     void _pressed(SearchKey key);
     void _move(int by);

@@ -600,6 +600,25 @@ TEST_F(SearchInMenuTest, aRowTellsAScreenReaderAllOfIt)
     EXPECT_EQ(list().model()->index(0, 0).data(Qt::AccessibleTextRole).toString(), u"Wrap, File, Ctrl+W");
 }
 
+TEST_F(SearchInMenuTest, whatIsQuiet_isInTheColourOfTheText_alsoOfAPaletteThatNamesFewColours)
+{
+    search(u"s"_s);
+    auto* field = view.findChild<SearchField*>();
+    const auto* state = view.findChild<QLabel*>();
+    for (const QColor text : {QColor(240, 240, 250), QColor(20, 10, 0)}) {
+        QPalette few = QApplication::palette();
+        few.setColor(QPalette::Text, text);
+        few.setColor(QPalette::PlaceholderText, Qt::magenta);
+        view.setPalette(few);
+        for (const QColor& quiet : {state->palette().color(QPalette::WindowText),
+                                    field->palette().color(QPalette::PlaceholderText)}) {
+            EXPECT_EQ(quiet.rgb(), text.rgb());
+            EXPECT_LT(quiet.alphaF(), 1.0);
+        }
+        EXPECT_EQ(field->palette().color(QPalette::Text), text);
+    }
+}
+
 TEST_F(SearchInMenuTest, modifiersHeldInTheSearch_leaveItsSizeAlone)
 {
     add(*root, u"Edit All of It, with a Long Title"_s)->setAlternate(true);
