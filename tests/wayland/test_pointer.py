@@ -45,6 +45,8 @@ class ThePointer(MenuTest):
             self.open()
             self.input.click((x - 60, y))
             self.wait_until_closed()
+            self.tarnwick.wait_until_told()  # until it has taken its stage away, too
+            self.input.wait_until_heard()
             self.input.click((x - 90, y))
             wait_for(lambda: fixture.lines("button"), "the click after that")
             self.assertEqual(fixture.lines("button"), ["1"])

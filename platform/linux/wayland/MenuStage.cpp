@@ -29,7 +29,9 @@ constexpr auto PatienceAfterLeaving = 500ms;
 /// It does so itself only once it has nothing else to do.
 void sendWhatToolkitHolds()
 {
-    if (const auto* const wayland = qGuiApp->nativeInterface<QNativeInterface::QWaylandApplication>())
+    const auto* const wayland =
+        qGuiApp ? qGuiApp->nativeInterface<QNativeInterface::QWaylandApplication>() : nullptr;
+    if (wayland)
         wl_display_flush(wayland->display());
 }
 
@@ -149,6 +151,7 @@ void MenuStage::hide()
         qGuiApp->removeEventFilter(this);
     for (const auto& ground : _grounds)
         ground->hide();
+    sendWhatToolkitHolds(); // or the next click would still be taken
 }
 
 QWidget* MenuStage::groundAt(QPoint place) const

@@ -183,10 +183,18 @@ protected:
         window->show();
         EXPECT_TRUE(QTest::qWaitFor([this] {
             window->activateWindow();
-            return window->isActiveWindow();
+            return window->isActiveWindow() && isAloneAndHasTheFocus();
         }));
         EXPECT_TRUE(other.grab(F5KeyCode, XCB_MOD_MASK_1));
         keyPresses(other);
+    }
+
+    /// The window manager moves the focus once more when it hears that a window of the test before is gone.
+    [[nodiscard]] bool isAloneAndHasTheFocus() const
+    {
+        X11Connection& x11 = X11Connection::shared();
+        const auto own = static_cast<std::uint32_t>(window->winId());
+        return x11.property32(x11.root(), "_NET_CLIENT_LIST") == QList{own} && focusWindow(x11) == own;
     }
 
     [[nodiscard]] bool othersCanTakeTheKeyboard()
