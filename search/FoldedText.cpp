@@ -99,8 +99,8 @@ TextRange mnemonicBehind(QStringView title)
     const qsizetype before = begin - 1;
     const bool pair =
         title.at(before).isLowSurrogate() && before > 0 && title.at(before - 1).isHighSurrogate();
-    const char32_t last =
-        pair ? QChar::surrogateToUcs4(title.at(before - 1), title.at(before)) : title.at(before).unicode();
+    const char32_t last = pair ? QChar::surrogateToUcs4(title.at(before - 1), title.at(before))
+                               : char32_t{title.at(before).unicode()};
     return isOfEastAsia(last) ? TextRange{begin, end} : TextRange{};
 }
 
