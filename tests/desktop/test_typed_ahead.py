@@ -184,6 +184,8 @@ class WhenTarnwickIsStopped(OverAnApplication):
         wait_for(lambda: self.screen.grabs_left() == [], "keyboard and pointer free", limit=1.0)
         self.screen.type("x")
         self.application.wait_for_line("typed", "x")
+        os.kill(self.tarnwick.pid, signal.SIGCONT)
+        self.tarnwick.popups.wait_for(1)  # the press was kept for it
 
 
 if __name__ == "__main__":
