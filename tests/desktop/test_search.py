@@ -1,42 +1,18 @@
 # SPDX-License-Identifier: MIT
 """Search in the open menu: an entry is found by typing, wherever it is."""
-import os
-import signal
-
 from gi.repository import Gio
 
 from harness.accessible import (CHECKED, ENABLED, FOCUSED, POPUP_MENU, SENSITIVE, SHOWING, VISIBLE, Accessible)
 from harness.case import main
-from harness.over import OverAnApplication, OverGtk3, OverMousepad, OverQt6
-from harness.applications import Fixture
+from harness.over import OverGtk3, OverMousepad, OverQt6
 from harness.screen import MIDDLE
+from harness.searching import Searching
 from harness.waiting import dispatch_events, wait_for
 
 EDITABLE, FOCUSABLE = 7, 11
 LIST, LIST_ITEM, TEXT, NOTIFICATION = 31, 32, 61, 101
 APOSTROPHE = 48  # the code of the key; a dead acute on the layout that is used
 SEARCH = ("gapplication", "action", "example.quorlane.Tarnwick", "search")
-
-
-class Searching:
-    """What is typed goes into the field; the highlighted row is what a screen reader is told of."""
-
-    def begin_search(self):
-        self.read_back()
-        self.screen.move(500, 300)
-        self.open_menu()
-        self.screen.tap("slash")
-        self.wait_for_told("Search the menus")
-
-    def wait_for_told(self, text):
-        """Waits until the screen reader is told that what begins so has the focus; toolkits differ in the shortcuts they tell."""
-        wait_for(lambda: (dispatch_events() or self.reader.focused) and self.reader.focused.name.startswith(text),
-                 f"{text!r} told, not {self.reader.focused and self.reader.focused.name!r}")
-
-    def go_back_to_menu(self, first):
-        self.screen.tap("Escape")
-        self.screen.tap("Down")
-        wait_for(lambda: self.reader.focused_title() == first, "the menu again, with its first entry highlighted")
 
 
 class FindsAndChooses(Searching):
@@ -256,30 +232,6 @@ class InMousepad(Searching, OverMousepad):
         self.screen.tap("Return")
         self.screen.window_titled("Save As")
         self.screen.tap("Escape")
-
-
-class OfAnApplication(Searching, OverAnApplication):
-    @classmethod
-    def start_application(cls):
-        return Fixture(cls.session, "gtk3", title="Searched")
-
-    def test_that_hangs_leaves_the_search_to_the_person(self):
-        self.begin_search()
-        self.screen.type("cut")
-        self.wait_for_told("Cut, Edit")
-        self.screen.tap("Escape")
-        self.close_menu()
-        os.kill(self.application.pid, signal.SIGSTOP)
-        self.addCleanup(os.kill, self.application.pid, signal.SIGCONT)
-        self.open_menu()
-        self.screen.tap("slash")
-        self.wait_for_told("Search the menus")
-        self.screen.type("edi")
-        self.wait_for_told("Edit")
-        self.go_back_to_menu("File")
-        self.screen.tap("Escape")
-        self.reader.wait_for(0)
-        wait_for(lambda: self.screen.grabs_left() == [], "keyboard and pointer given back")
 
 
 if __name__ == "__main__":

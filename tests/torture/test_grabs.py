@@ -28,6 +28,7 @@ HOLDS = 3
 LOCKS = ("Caps_Lock", "Num_Lock")
 LAYOUTS = ("us", "de", "fr", "ru", "us(dvorak)")
 WALKS = ("Down", "Up", "Right", "Left", "Home", "End", "Page_Down", "f", "e", "x")
+SEARCHES = ("", "e", "find", "save as", "zzz")
 WINDOW_MANAGERS = {"openbox": ("--replace", "--sm-disable"), "xfwm4": ("--replace", "--compositor=off"),
                    "icewm": ("--replace",)}
 
@@ -86,12 +87,13 @@ def random_steps(numbers, count):
             name = numbers.choices(("summon", "hold", "switch", "switch_by_key", "click", "type", "lock", "layout", "other"),
                                    (45, 15, 9, 2, 5, 6, 5, 3, 10))[0]
         else:
-            name = numbers.choices(("walk", "choose", "cancel", "click", "click_beside", "switch", "switch_by_key",
-                                    "summon", "hold", "lock", "layout", "other"),
-                                   (45, 10, 12, 9, 6, 6, 2, 2, 1, 3, 1, 3))[0]
+            name = numbers.choices(("walk", "search", "choose", "cancel", "click", "click_beside", "switch",
+                                    "switch_by_key", "summon", "hold", "lock", "layout", "other"),
+                                   (45, 12, 10, 12, 9, 6, 6, 2, 2, 1, 3, 1, 3))[0]
         arguments = {
             "hold": lambda: (numbers.choice(("key", "option")), numbers.choice((0, 0, 0.02, 0.08))),
             "walk": lambda: (numbers.choices(WALKS, k=numbers.randint(1, 4)),),
+            "search": lambda: (numbers.choice(SEARCHES),),
             "choose": lambda: (numbers.choice(("Return", "space", "KP_Enter")),),
             "cancel": lambda: (numbers.choice(("once", "all")),),
             "switch": lambda: (numbers.randrange(len(KITS)),),
@@ -253,6 +255,13 @@ class RandomSteps(DesktopTest):
 
     def _walk(self, keys):
         for key in keys:
+            if not self.tarnwick.popups.count():
+                return
+            self._tap(key)
+
+    def _search(self, text):
+        """What is typed after the menu has gone is for the application."""
+        for key in ("slash", *text.replace(" ", "")):
             if not self.tarnwick.popups.count():
                 return
             self._tap(key)

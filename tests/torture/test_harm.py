@@ -17,7 +17,6 @@ import time
 import typing
 import unittest
 
-import office
 from gi.repository import GLib
 from Xlib import X, display
 from Xlib.protocol import event
@@ -26,6 +25,7 @@ from torture import note, times
 
 from test_never_list import FORBIDDEN
 
+from harness import office
 from harness.applications import Fixture
 from harness.case import DesktopTest, main
 from harness.fair import FairTimer

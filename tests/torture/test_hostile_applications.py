@@ -7,9 +7,9 @@ import sys
 import time
 import typing
 
-import office
 from torture import SHARE, WatchedTarnwick, dice, note, times, wait_for
 
+from harness import office
 from harness.applications import Fixture, featherpad, mousepad
 from harness.case import main
 from harness.fair import FairTime, FairTimer
@@ -261,15 +261,30 @@ class AHostileApplication(BesideAGoodOne):
         return hostile
 
     def goes_bad_under_its_menu(self, behaviour, ordeal):
-        way = next((way for way in ("exported", "outside", "by-module") if behaviour.startswith(way)), "")
-        hostile = self.start_hostile(f"{way} well".strip())
-        self.wait_for_titles(TITLES)
+        hostile = self.good_at_first(behaviour)
         self.open_a_submenu(lambda: hostile.behave(behaviour))
         self.close_all(ordeal)
         return hostile
 
+    def goes_bad_under_a_search(self, behaviour, ordeal):
+        hostile = self.good_at_first(behaviour)
+        menu = self.tarnwick.open()
+        frame = menu.frame
+        hostile.behave(behaviour)
+        self.screen.tap("slash")
+        wait_for(lambda: menu.frame != frame, "the search in the menu")
+        self.screen.type("e")  # and its menus are being read
+        self.close_all(ordeal)
+        return hostile
+
+    def good_at_first(self, behaviour):
+        way = next((way for way in ("exported", "outside", "by-module") if behaviour.startswith(way)), "")
+        hostile = self.start_hostile(f"{way} well".strip())
+        self.wait_for_titles(TITLES)
+        return hostile
+
     def test_delays_and_confuses_nobody(self):
-        ways = (self.is_bad_from_the_start, self.goes_bad_under_its_menu)
+        ways = (self.is_bad_from_the_start, self.goes_bad_under_its_menu, self.goes_bad_under_a_search)
         choose = dice("hostile applications").choice
         ordeals = []
         for case in CASES:

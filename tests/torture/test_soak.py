@@ -10,6 +10,7 @@ import select
 import time
 
 from Xlib import X, display
+from Xlib.error import BadDrawable
 from Xlib.ext import xtest
 from Xlib.protocol import event
 from resources import Resources, growth
@@ -18,6 +19,7 @@ from torture import WatchedTarnwick, note, times
 from harness.applications import KITS, Fixture
 from harness.case import DesktopTest, main
 from harness.over import OWN_ENTRY
+from harness.rest import wait_until_asleep
 from harness.tarnwick import OPTION, TRIGGER
 from harness.waiting import Patience, TimedOut, wait_for
 
@@ -27,7 +29,9 @@ ROUNDS = int(os.environ.get("TARNWICK_SOAK_ROUNDS", times(WHOLE, least=FEW)))
 WARM_UP = 150  # rounds, at least
 HURRY = 0.001  # of the pauses at a switch, which are 0.65 s
 SAMPLES = 50
+SEARCHED = "sa"
 INTO_A_SUBMENU = 4  # every so many pop-ups
+INTO_A_SEARCH = 4  # the same, but others; every other time until all is read
 ENTRIES = 4  # of the bars, each with a submenu
 
 MEMORY = 1024  # KiB, of the program as people have it: the allocator keeps pages for later
@@ -52,8 +56,9 @@ class Hand:
         self._root = self._display.screen().root
         self._root.change_attributes(event_mask=X.SubstructureNotifyMask)
         self._activate = self._display.intern_atom("_NET_ACTIVE_WINDOW")
-        self._codes = {key: screen.key_code(key) for key in ("Escape", "Down", "Right")}
+        self._codes = {key: screen.key_code(key) for key in ("Escape", "Down", "Right", "slash", *SEARCHED)}
         self._open = []
+        self._sizes = {}
         self.opened = 0  # menus, ever
 
     def close(self):
@@ -76,6 +81,7 @@ class Hand:
         self._display.sync()
         self._menus()
         self._open.clear()
+        self._sizes.clear()
 
     def wait_for_menus(self, *counts, limit=20.0):
         """Waits until so many are open, one of the counts, and returns how many."""
@@ -95,6 +101,20 @@ class Hand:
             select.select([self._display], [], [], 0.1)
         return len(self._open)
 
+    def size(self):
+        """Of the menu that is open alone; nothing when it has just gone."""
+        menus = self._menus()
+        return self._sizes.get(menus[0]) if menus else None
+
+    def wait_for_size(self, is_it, limit=20.0):
+        """Waits until that menu has such a size, or has gone; returns the size."""
+        patience = Patience(limit)
+        while (size := self.size()) and not is_it(size):
+            if patience.is_over():
+                raise TimedOut(f"after {limit} s a menu of {size}")
+            select.select([self._display], [], [], 0.1)
+        return size
+
     def wait_until_free(self, limit=10.0):
         patience = Patience(limit)
         while self._screen.grabs_left():
@@ -107,10 +127,21 @@ class Hand:
             seen = self._display.next_event()
             if seen.type == X.MapNotify and seen.override and self._is_menu(seen.window):
                 self._open.append(seen.window.id)
+                self._sizes[seen.window.id] = self._size_of(seen.window)
                 self.opened += 1
+            elif seen.type == X.ConfigureNotify and seen.window.id in self._open:
+                self._sizes[seen.window.id] = seen.width, seen.height
             elif seen.type in (X.UnmapNotify, X.DestroyNotify) and seen.window.id in self._open:
                 self._open.remove(seen.window.id)
         return self._open
+
+    @staticmethod
+    def _size_of(window):
+        try:
+            geometry = window.get_geometry()
+        except BadDrawable:  # it has just gone
+            return None
+        return geometry.width, geometry.height
 
     def _is_menu(self, window):
         return self._screen.property_of(self._screen.display.create_resource_object("window", window.id),
@@ -126,6 +157,7 @@ class OverThreeApplications(DesktopTest):
         cls.session.environment.update(SANITIZER)
         cls.applications = []
         cls.cut_short = []
+        cls.searched = 0
         cls.hand = Hand(cls.screen, cls.session.environment["DISPLAY"])
         cls.addClassCleanup(cls.hand.close)
 
@@ -148,13 +180,15 @@ class OverThreeApplications(DesktopTest):
         wait_for(lambda: tarnwick.switches() > before and tarnwick.dealt_with() == application.pid,
                  "the switch dealt with", step=0.001)
 
-    def pop_up(self, number):
-        """Opens the menu and closes it; now and then one of its submenus, too."""
+    def pop_up(self, tarnwick, number):
+        """Opens the menu and closes it; now and then it opens one of its submenus, or searches in it."""
         before = self.hand.opened
         self.screen.chord(TRIGGER, OPTION)
         left = self.hand.wait_for_another_menu(before)
         if left and number % INTO_A_SUBMENU == 0:
             left = self._look_into_a_submenu(number)
+        elif left and number % INTO_A_SEARCH == 1:
+            left = self._search(tarnwick, number)
         if left:
             self.hand.tap("Escape")
             self.hand.wait_for_menus(0)
@@ -170,6 +204,20 @@ class OverThreeApplications(DesktopTest):
         self.hand.tap("Escape")
         return self.hand.wait_for_menus(1, 0)
 
+    def _search(self, tarnwick, number):
+        """Searches in the menu and goes back to it. Returns how many menus are open afterwards."""
+        menu = self.hand.size()
+        self.hand.tap("slash")
+        empty = self.hand.wait_for_size(lambda size: size != menu)
+        self.hand.tap(*SEARCHED)
+        self.hand.wait_for_size(lambda size: size != empty)
+        if number // INTO_A_SEARCH % 2:
+            wait_until_asleep([tarnwick.pid])
+        self.hand.tap("Escape")
+        if self.hand.wait_for_size(lambda size: size == menu):
+            self.searched += 1
+        return self.hand.wait_for_menus(0, 1)
+
     def live(self, tarnwick, rounds):
         """Switches and opens the menu, `rounds` times after a warm-up; returns what was looked at meanwhile."""
         warm_up = max(WARM_UP, rounds // 20) // len(KITS) * len(KITS)  # the last is in front now
@@ -177,7 +225,7 @@ class OverThreeApplications(DesktopTest):
         samples = []
         for number in range(-warm_up, rounds + 1):
             self.switch(tarnwick, number)
-            self.pop_up(number)
+            self.pop_up(tarnwick, number)
             if number >= 0 and number % pace == 0:
                 samples.append((tarnwick.allocated() / 1024, Resources.of(self.screen, tarnwick.pid)))
         return samples
@@ -195,6 +243,8 @@ class ALongDay(OverThreeApplications):
             self.assert_no_growth("memory", [now.memory for _, now in samples], MEMORY, "KiB")
         self.assert_no_growth("things in the X server", [now.in_server for _, now in samples], 0)
         self.assert_no_growth("descriptors", [now.descriptors for _, now in samples], 0)
+        note("searches in them", self.searched)
+        self.assertGreater(self.searched, ROUNDS // INTO_A_SEARCH // 2)
         note("pop-ups closed by a switch that came late", len(self.cut_short), ROUNDS // 100)
         self.assertLessEqual(len(self.cut_short), ROUNDS // 100)
         self.assert_shows_the_menu_in_front(tarnwick)

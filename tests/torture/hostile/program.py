@@ -9,6 +9,7 @@ from harness.applications import Application
 from harness.waiting import LIMIT, wait_for
 
 _PROGRAM = pathlib.Path(__file__).resolve().parent / "application.py"
+_PATIENCE = 60_000  # milliseconds: 100,000 entries are not made in a moment
 
 
 class HostileApplication(Application):
@@ -56,7 +57,7 @@ class HostileApplication(Application):
 
     def _call(self, method, arguments=None):
         name = self._name()
-        return name and self._bus.call(name, "/control", "org.tarnwick.Hostile", method, arguments, limit=10000)
+        return name and self._bus.call(name, "/control", "org.tarnwick.Hostile", method, arguments, limit=_PATIENCE)
 
     def _name(self):
         if not self._accessible:

@@ -3,9 +3,8 @@
 import itertools
 import shutil
 
-from torture import wait_for
-
-from harness.applications import Application
+from .applications import Application
+from .waiting import wait_for
 
 PROGRAM = shutil.which("libreoffice")
 
