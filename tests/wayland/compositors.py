@@ -13,6 +13,7 @@ from harness.processes import adopt_orphans
 from harness.session import Session
 from harness.waiting import wait_for
 from harness.wayland_input import SIZE, FakeInput, VirtualInput, WaylandClient
+from kwin_outputs import KWinOutputs
 from picture import Picture
 
 OPTION, COMMAND, F1, F2, F4 = 64, 133, 67, 68, 70
@@ -31,8 +32,8 @@ class CompositorSession(Session):
     tells_processes = False  # of which process a window is
     has_input_methods = True  # a seat has room for one that any program may be
     can_be_unlocked = True
+    pointer_takes_focus = False  # to the output that it goes to
     _seen = None  # the compositor that has the screen, where it is another one
-    _output = "HEADLESS-{}"  # the name of an output, counted from 1
     _rounded = math.floor  # a size that is no whole number
 
     def __init__(self, scales=(1,), xwayland=False):
@@ -59,8 +60,8 @@ class CompositorSession(Session):
         self.outputs = []
         x = 0
         wanted = []
-        for number, scale in enumerate(scales, 1):
-            wanted.append((self._output.format(number), x, scale))
+        for scale in scales:
+            wanted.append((x, scale))
             if scale:
                 width, height = (type(self)._rounded(length / scale) for length in SIZE)
                 self.outputs.append((x, 0, width, height))
@@ -73,10 +74,10 @@ class CompositorSession(Session):
         return True
 
     def _arrange(self, wanted):
-        """`wanted`: the name of each output, where it begins, and its scale."""
+        """`wanted`: of each output where it begins, and its scale."""
         command = ["wlr-randr"]
-        for name, x, scale in wanted:
-            command += ["--output", name]
+        for number, (x, scale) in enumerate(wanted, 1):
+            command += ["--output", f"HEADLESS-{number}"]
             command += ["--on", "--custom-mode", _SIZE, "--pos", f"{x},0", "--scale", scale] if scale else ["--off"]
         self.call(*command)
 
@@ -158,9 +159,7 @@ class CompositorSession(Session):
 
     def _telling(self):
         """What the compositor is to run: it writes down how its X server is reached, which those that it starts are told."""
-        if not _X_SOCKETS.exists():
-            _X_SOCKETS.mkdir()
-            _X_SOCKETS.chmod(0o1777)
+        _make_place_for_x_sockets()
         told = self._told_display
         told.unlink(missing_ok=True)
         return self._write("tell", f'#!/bin/sh\necho "$DISPLAY $XAUTHORITY" > {told}.new && mv {told}.new {told}\n', 0o700)
@@ -177,7 +176,10 @@ class CompositorSession(Session):
 
     def _use_xwayland(self):
         wait_for(self._told_display.exists, f"an X server; the compositor wrote: {self._compositor.output}", step=0.02)
-        display, *authority = self._told_display.read_text(encoding="utf-8").split()
+        told = self._told_display.read_text(encoding="utf-8").split()
+        if not told:
+            raise RuntimeError(f"the compositor has no X server; it wrote: {self._compositor.output}")
+        display, *authority = told
         self.environment["DISPLAY"] = display
         if authority:
             self.environment["XAUTHORITY"] = authority[0]
@@ -205,6 +207,7 @@ class CompositorSession(Session):
 class Sway(CompositorSession):
     tools = (*CompositorSession.tools, "sway", "wlr-randr")
     ground = (0x20, 0x30, 0x40)
+    pointer_takes_focus = True
     _CONFIGURATION = (f"output * resolution {_SIZE} position 0 0 background #203040 solid_color\n"
                       'default_border none\nfor_window [title=".*"] floating enable\n'
                       "bindsym Mod1+F4 kill\n"  # as in the other ones
@@ -285,13 +288,13 @@ class KWin(Sway):
     It asks nobody who may press keys, and draws the pointer itself: the other one would tell it never that it was drawn.
     """
 
-    tools = (*Sway.tools, "kwin_wayland", "kscreen-doctor")
+    tools = (*Sway.tools, "kwin_wayland")
     tells_processes = True
     has_input_methods = False
+    pointer_takes_focus = False
     can_be_unlocked = False  # it believes a part of Plasma only, which is not there, that the password was right
     input_class = FakeInput
     ground = (0, 0, 0)
-    _output = "Virtual-{}"
     _rounded = math.ceil
     _ENVIRONMENT = {"KWIN_COMPOSE": "Q", "KWIN_FORCE_SW_CURSOR": "1", "KWIN_WAYLAND_NO_PERMISSION_CHECKS": "1"}
 
@@ -348,12 +351,18 @@ class KWin(Sway):
         return self._seen is not None
 
     def _arrange(self, wanted):
-        changes = []
-        for name, x, scale in wanted:
-            output = f"output.{name[:-1]}{int(name[-1]) - 1}"  # they count from 0
-            changes += [f"{output}.enable", f"{output}.position.{x},0", f"{output}.scale.{scale}"] if scale else [
-                f"{output}.disable"]
-        self.call("kscreen-doctor", *changes)
+        outputs = KWinOutputs(self.environment["WAYLAND_DISPLAY"])
+        outputs.arrange(wanted)
+        outputs.close()
+
+
+def _make_place_for_x_sockets():
+    """At once as it is to be: others may look at it, or make it, in the same moment."""
+    mask = os.umask(0)
+    try:
+        _X_SOCKETS.mkdir(mode=0o1777, exist_ok=True)
+    finally:
+        os.umask(mask)
 
 
 def _offered(path):

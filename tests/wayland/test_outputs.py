@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
 """The menu on two outputs with scales of their own, which come, go and change."""
 from case import UnseenFixture, main, wait_for
-from native import ACTIVE, DOWN, RETURN, RIGHT, TITLES, MenuTest, NativeTarnwick
+from native import ACTIVE, DOWN, OWN_ENTRY, RETURN, RIGHT, TITLES, MenuTest, NativeTarnwick
 from wire import WRITTEN, size_of_last_popup
 
 
@@ -101,6 +101,19 @@ class Half(TwoOutputs):
             self.click_at("Open...")
             self.wait_until_closed()
             self.wait_until_chosen(fixture, "File > Open...")
+            self.assert_keys_arrive(fixture)
+        self.each_output(check)
+
+
+    def test_over_an_application_on_the_other_output_a_choice_by_keyboard_is_carried_out(self):
+        def check(number, fixture):
+            self.point_into(1 - number)
+            if self.session.pointer_takes_focus:
+                self.assertEqual(self.open(), [OWN_ENTRY])
+                return
+            self.assert_opens_at_the_pointer()
+            self.choose_in_open_menu("File", "New")
+            self.wait_until_chosen(fixture, "File > New")
             self.assert_keys_arrive(fixture)
         self.each_output(check)
 

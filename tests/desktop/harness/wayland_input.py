@@ -28,7 +28,7 @@ class WaylandClient:
         self._socket.connect(path)
         self._last_id = self._REGISTRY
         self._buffer = b""
-        self._globals = {}
+        self._globals = {}  # the numbers of those that are of an interface, oldest first
         self._send(self._DISPLAY, 1, struct.pack("=I", self._REGISTRY))
         self._round_trip()
 
@@ -40,7 +40,13 @@ class WaylandClient:
         self._socket.close()
 
     def _bind(self, interface, version):
-        name = self._globals[interface]
+        return self._bind_one(self._globals[interface][-1], interface, version)
+
+    def _bind_each(self, interface, version):
+        """All that there are of an interface, oldest first."""
+        return [self._bind_one(name, interface, version) for name in self._globals[interface]]
+
+    def _bind_one(self, name, interface, version):
         bound = self._new_id()
         self._send(self._REGISTRY, 0, struct.pack("=I", name) + _text(interface) + struct.pack("=II", version, bound))
         return bound
@@ -74,7 +80,11 @@ class WaylandClient:
                 raise RuntimeError(f"the compositor refuses: {arguments!r}")
             if (target, opcode) == (self._REGISTRY, 0):
                 name, length = struct.unpack_from("=II", arguments)
-                self._globals[arguments[8:8 + length - 1].decode()] = name
+                self._globals.setdefault(arguments[8:8 + length - 1].decode(), []).append(name)
+            self._told(target, opcode, arguments)
+
+    def _told(self, target, opcode, arguments):
+        """Another message of the compositor."""
 
 
 class Input(WaylandClient):
