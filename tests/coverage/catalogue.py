@@ -4,6 +4,7 @@ import fnmatch
 import json
 import pathlib
 
+MODULE = "appmenu-gtk3-module"
 _HERE = pathlib.Path(__file__).resolve().parent
 
 
@@ -22,9 +23,23 @@ def explanations():
     return json.loads((_HERE / "explanations.json").read_text(encoding="utf-8"))
 
 
-def packages(chosen):
-    """The Debian packages of these applications, each once."""
-    return list(dict.fromkeys(package for each in chosen for package in each["packages"]))
+def truth_of(application, known):
+    """The application whose menus tell what those of this one are; nothing when its own do."""
+    return known[application["truth"]] if "truth" in application else None
+
+
+def takes_module(application):
+    """Whether the module of GTK can be loaded into it that has its menus exported."""
+    return application["toolkit"] in ("GTK 3", "wxGTK 3")
+
+
+def packages(chosen, known, module=False):
+    """The Debian packages of these applications, each once; with `module` also that of the module of GTK."""
+    needed = [each for one in chosen for each in (truth_of(one, known), one) if each]
+    names = [package for each in needed for package in each["packages"]]
+    if module and any(map(takes_module, chosen)):
+        names.append(MODULE)
+    return list(dict.fromkeys(names))
 
 
 def explanation_of(difference, application, known):

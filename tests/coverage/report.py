@@ -26,6 +26,9 @@ read them: that would show on the screen and act in the program. It shows what s
 - **items**: all that can be seen in the opened menus, separators included. An entry too many counts as one that is
   wrong; what lies below an entry that is greyed or empty on one side only counts as missing or as too many. Of separators
   next to each other one counts, and none at the end of a menu: so the pop-up draws them.
+- **read from**: which of the [sources](debugging-menus.md) Tarnwick took, as `tarnwick-inspect --sources` tells.
+- **with the module**: the same comparison for a program that has [the module of GTK](empty-menus.md#the-module-of-gtk), where
+  its toolkit takes it; in the last line the others count as they are. The program is started once more for it.
 - **with shortcuts**: the same for those who have shortcuts shown: an item that has one in the program and shows none counts
   as wrong, whatever the reason.
 - **once opened**: the same comparison for what Tarnwick shows after each menu has been open in the program once.
@@ -38,16 +41,16 @@ read them: that would show on the screen and act in the program. It shows what s
 
 
 def row(application, result, opened, popup):
-    """What one application has come to."""
+    """What one application has come to; without `opened` where none of its menus was opened."""
+    once_opened = {"right_once_opened": opened.right, "items_once_opened": opened.items} if opened else {}
     return {"name": application["name"], "toolkit": application["toolkit"], "bar": result.bar,
             "bar_right": result.bar_right, "items": result.items, "right": result.right,
-            "right_with_shortcuts": result.right_with_shortcuts,
-            "right_once_opened": opened.right, "items_once_opened": opened.items,
+            "right_with_shortcuts": result.right_with_shortcuts, **once_opened,
             "bar_in_popup": popup.bar, "bar_right_in_popup": popup.bar_right,
             "right_in_popup": popup.right, "items_in_popup": popup.items,
             "wrong_by_kind": result.wrong_by_kind(), "apart": dict(result.apart),
             "differences": [dataclasses.asdict(each) for each in result.differences],
-            "differences_once_opened": [dataclasses.asdict(each) for each in opened.differences],
+            "differences_once_opened": [dataclasses.asdict(each) for each in opened.differences] if opened else [],
             "differences_in_popup": [dataclasses.asdict(each) for each in popup.differences],
             "unread": result.unread}
 
@@ -76,31 +79,44 @@ def write(table, rows, known):
 
 _DOORS = """# What can be switched on, measured
 
-Programs whose menus are not in the accessibility tree before they open, as they are installed and with what [makes them
-publish their menus](empty-menus.md). The columns are those of [the other table](coverage.md), and where the menus are read while
-all of them are closed. An entry of the bar that has no title, as Thunar's last one, counts as missing.
+Programs whose menus are not in the accessibility tree before they open, or not at all, as they are installed and with what
+[makes them publish their menus](empty-menus.md). The columns are those of [the other table](coverage.md). Where nothing is told
+of the menus on the screen, they were opened in another run of the same program, and there is no figure for once opened. An entry
+that has no title counts as missing, as Thunar's last one in the bar and HexChat's lines.
 """
 _DOORS_COMMAND = "Measured, and this page written, by `scripts/coverage --doors`.\n"
 
 
 def write_doors(table, rows, switched_on):
     """The same for programs with what can be switched on, which is told by their names."""
+    rows = [_shortened(each) for each in rows]
     table.with_suffix(".json").write_text(json.dumps(rows, ensure_ascii=False, indent=1) + "\n", encoding="utf-8")
     table.write_text(doors(rows, switched_on), encoding="utf-8")
+
+
+def _shortened(one):
+    """Without the lists of what is different that say the same once more, or of each entry that it is missing."""
+    left_out = {"differences_once_opened", "differences_in_popup"} | ({"differences"} if one.get("source") == "nothing" else set())
+    return {key: value for key, value in one.items() if key not in left_out}
 
 
 def doors(rows, switched_on):
     """That page."""
     measured = [each for each in rows if "failed" not in each]
     lines = [_line(["application", "version", "toolkit", "switched on", "read from", "bar", "items", "right", "",
-                    "with shortcuts", "wrong, by kind", "once opened"]), "|" + "---|" * 12]
+                    "with shortcuts", "wrong, by kind", "once opened", "pop-up"]), "|" + "---|" * 13]
     lines += [_line([each["name"], each.get("version", ""), each["toolkit"], switched_on[each["name"]], each["source"],
                      f"{each['bar_right']}/{each['bar']}", each["items"], each["right"],
                      _percent(each["right"], each["items"]), _percent(each["right_with_shortcuts"], each["items"]),
-                     _kinds(each["wrong_by_kind"]), _percent(each["right_once_opened"], each["items_once_opened"])])
+                     _kinds(each["wrong_by_kind"]), _percent(*_once_opened(each)),
+                     _percent(each["right_in_popup"], each["items_in_popup"])])
               for each in measured]
     parts = [_DOORS, _commits(measured), _DOORS_COMMAND, "\n".join(lines) + "\n", _failures([each for each in rows if "failed" in each])]
     return "\n".join(part for part in parts if part)
+
+
+def _once_opened(one):
+    return one.get("right_once_opened", 0), one.get("items_once_opened", 0)
 
 
 def one_line(one):
@@ -167,17 +183,32 @@ def _commits(rows):
 
 
 def _table(rows):
-    lines = [_line(["application", "version", "toolkit", "bar", "items", "right", "", "with shortcuts",
-                    "wrong, by kind", "apart", "once opened", "pop-up"]), "|" + "---|" * 12]
+    lines = [_line(["application", "version", "toolkit", "read from", "bar", "items", "right", "", "with the module",
+                    "with shortcuts", "wrong, by kind", "apart", "once opened", "pop-up"]), "|" + "---|" * 14]
     for each in rows:
         lines.append(_line([
-            each["name"], each.get("version", ""), each["toolkit"], f"{each['bar_right']}/{each['bar']}",
-            each["items"], each["right"], _percent(each["right"], each["items"]),
-            _percent(each["right_with_shortcuts"], each["items"]), _kinds(each["wrong_by_kind"]),
+            each["name"], each.get("version", ""), each["toolkit"], each.get("source", ""),
+            f"{each['bar_right']}/{each['bar']}", each["items"], each["right"], _percent(each["right"], each["items"]),
+            _of_module(each), _percent(each["right_with_shortcuts"], each["items"]), _kinds(each["wrong_by_kind"]),
             sum(each["apart"].values()) or "", _percent(each["right_once_opened"], each["items_once_opened"]),
             _percent(each["right_in_popup"], each["items_in_popup"])]))
     lines.append(_line([value and f"**{value}**" for value in _totals(rows)]))
     return "\n".join(lines) + "\n"
+
+
+def _of_module(one):
+    """What is right with the module of GTK, and what is read then where that is something else."""
+    if "with_module" not in one:
+        return ""
+    other = one["with_module"]
+    source = f", {other['source']}" if other["source"] != one.get("source") else ""
+    return _percent(other["right"], other["items"]) + source
+
+
+def _best(rows):
+    """With the module where the toolkit takes it: what is right, and of how many."""
+    chosen = [each.get("with_module", each) for each in rows]
+    return _sum(chosen, "right"), _sum(chosen, "items")
 
 
 def _totals(rows):
@@ -186,8 +217,8 @@ def _totals(rows):
     for each in rows:
         kinds.update(each["wrong_by_kind"])
     opened = _percent(_sum(rows, "right_once_opened"), _sum(rows, "items_once_opened"))
-    return [f"all {len(rows)}", "", "", f"{_sum(rows, 'bar_right')}/{_sum(rows, 'bar')}", items, right,
-            _percent(right, items), _percent(_sum(rows, "right_with_shortcuts"), items), _kinds(kinds),
+    return [f"all {len(rows)}", "", "", "", f"{_sum(rows, 'bar_right')}/{_sum(rows, 'bar')}", items, right,
+            _percent(right, items), _percent(*_best(rows)), _percent(_sum(rows, "right_with_shortcuts"), items), _kinds(kinds),
             sum(sum(each["apart"].values()) for each in rows) or "", opened,
             _percent(_sum(rows, "right_in_popup"), _sum(rows, "items_in_popup"))]
 
@@ -273,7 +304,7 @@ def _kinds(counts):
 
 
 def _sum(rows, field):
-    return sum(each[field] for each in rows)
+    return sum(each.get(field, 0) for each in rows)
 
 
 def _percent(part, whole):

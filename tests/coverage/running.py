@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: MIT
 """One application on a desktop of its own, read twice: by Tarnwick, and as it really is."""
+import dataclasses
 import json
 import os
 import pathlib
@@ -7,7 +8,10 @@ import shlex
 import subprocess
 import time
 
-from harness.accessible import SHOWING, VISIBLE, AccessibilityBus
+from gi.repository import Gio, GLib
+from Xlib import error
+
+from harness.accessible import SHOWING, VISIBLE, AccessibilityBus, connect
 from harness.session import Session
 from harness.waiting import TimedOut, dispatch_events, wait_for
 
@@ -27,8 +31,23 @@ WINDOW_RULES = """<openbox_config xmlns="http://openbox.org/3.4/rc"><application
 """
 
 
-def measured(application, inspect, version):
-    """A row of the table."""
+def measured(application, inspect, version, truth_of=None, module=False):
+    """A row of the table.
+
+    `truth_of` is the application whose menus are opened instead, where this one tells nothing of those on the screen. With
+    `module` the menus are read once more, in a program that has the module of GTK.
+    """
+    truth = _on_a_desktop(truth_of, _truth) if truth_of else None
+    row = _on_a_desktop(application, lambda running, bus: _compared(running, application, inspect, bus, truth))
+    if module:
+        row["with_module"] = _on_a_desktop(_with_module(application),
+                                           lambda running, _: _read_with_module(running, inspect, row.pop("truth")))
+    row.pop("truth", None)
+    return {**row, "version": version}
+
+
+def _on_a_desktop(application, work):
+    """What `work` makes of the application, which runs on a desktop of its own, and of the accessibility bus there."""
     session = Session(size=_HIGH)
     session.start()
     bus = None
@@ -37,8 +56,10 @@ def measured(application, inspect, version):
         bus.switch_on()
         write_files({".config/openbox/rc.xml": WINDOW_RULES, **application.get("files", {})}, session)
         session.call("openbox", "--reconfigure")
-        running = Running(application, session, bus)
-        row = _compared(running, application, inspect, bus)
+        if "beside" in application:
+            _start_beside(application["beside"], session)
+        running = (RunningUnread if "truth" in application else Running)(application, session, bus)
+        return work(running, bus)
     except BaseException:
         _keep_evidence(session, application["name"])
         raise
@@ -46,23 +67,56 @@ def measured(application, inspect, version):
         if bus:
             bus.close()
         session.stop()
-    home = str(session.directory / "home")
-    text = json.dumps(row).replace(home, "~").replace(home.replace("_", ""), "~")  # a title eats underscores
-    return {**json.loads(text), "version": version}
 
 
-def _compared(running, application, inspect, bus):
+def _start_beside(service, session):
+    """Starts a program that others ask for by its name on the session bus."""
+    session.run(*service["command"])
+    connection = connect(session.environment["DBUS_SESSION_BUS_ADDRESS"])
+    try:
+        wait_for(lambda: connection.call_sync(
+            "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "NameHasOwner",
+            GLib.Variant("(s)", (service["name"],)), None, Gio.DBusCallFlags.NONE, 30000, None).unpack()[0],
+            f"{service['name']} on the session bus", step=0.1)
+    finally:
+        connection.close_sync(None)
+
+
+def _with_module(application):
+    return {**application, "environment": {**application.get("environment", {}), "GTK_MODULES": "appmenu-gtk-module"}}
+
+
+def _read_with_module(running, inspect, truth):
     running.settle()
+    result = comparison.compare(truth, _inspected(inspect, running))
+    return {"source": _source(inspect, running), "items": result.items, "right": result.right,
+            "wrong_by_kind": result.wrong_by_kind(), "differences": [dataclasses.asdict(each) for each in result.differences]}
+
+
+def _truth(running, _bus):
+    running.settle()
+    return running.without_home(_opened(running, running.toolkit).read())
+
+
+def _compared(running, application, inspect, bus, truth):
+    """With a truth from elsewhere nothing is opened in this application."""
+    running.settle()
+    if truth is not None and application["switched on"]:
+        wait_for(lambda: _inspected(inspect, running), "what was switched on", _STARTS_IN, step=0.5)
+        running.settle()
     before = _inspected(inspect, running)
     source = _source(inspect, running)
-    truth = _opened(running, application["toolkit"]).read()
-    running.settle()
-    after = _inspected(inspect, running)
-    running.settle()
-    shown = popup.read(running.session, bus)
+    after = None
+    if truth is None:
+        truth = _truth(running, bus)
+        running.settle()
+        after = _inspected(inspect, running)
+        running.settle()
+    shown = running.without_home(popup.read(running.session, bus)) if before else []
     row = report.row(application, comparison.compare(truth, before),
-                     opened=comparison.compare(truth, after), popup=comparison.compare(truth, shown))
-    return {**row, "source": source}
+                     opened=comparison.compare(truth, after) if after is not None else None,
+                     popup=comparison.compare(truth, shown))
+    return {**row, "source": source, "truth": truth}
 
 
 def _opened(running, toolkit):
@@ -77,7 +131,7 @@ def _inspected(inspect, running):
                             capture_output=True, text=True)
     if not result.stdout:
         raise RuntimeError(f"nothing to read: {result.stderr.strip()}")
-    return shown_entries(json.loads(result.stdout)["menu"])
+    return running.without_home(shown_entries(json.loads(result.stdout)["menu"]))
 
 
 def _source(inspect, running):
@@ -106,9 +160,12 @@ def _keep_evidence(session, name):
 class Running:
     """An application that has come up, with its main window in front."""
 
+    _SIGN_OF_LIFE = "a menu bar"
+
     def __init__(self, application, session, bus):
         self.session = session
         self.screen = session.screen
+        self.toolkit = application["toolkit"]
         self._bus = bus
         self._sign = VISIBLE if application["toolkit"] == "GTK 4" else SHOWING  # GTK 4 never tells the other of widgets
         home = str(session.directory / "home")
@@ -116,10 +173,18 @@ class Running:
         self._program = session.run(*command, **application.get("environment", {}))
         self.window = self.bar = None
         try:
-            wait_for(self._find, "a menu bar", _STARTS_IN, step=0.25)
+            wait_for(self._find, self._SIGN_OF_LIFE, _STARTS_IN, step=0.25)
         except TimedOut:
             said = self._program.output.strip().splitlines()
-            raise TimedOut(f"{shlex.join(command)} shows no menu bar; its first line was: {said[:1]}") from None
+            raise TimedOut(f"{shlex.join(command)} does not show {self._SIGN_OF_LIFE}; its first line was: {said[:1]}") from None
+
+    def without_home(self, entries):
+        """The same entries, whatever directory the home of this session is."""
+        home = str(self.session.directory / "home")
+        for entry in entries:
+            entry.title = entry.title.replace(home, "~").replace(home.replace("_", ""), "~")  # a title eats underscores
+            self.without_home(entry.entries or [])
+        return entries
 
     def settle(self):
         """Waits until the bar has not changed for a while and nothing covers the window."""
@@ -148,6 +213,10 @@ class Running:
         if front is None or front.id != self.window.id:
             self.screen.activate(self.window)
             return None
+        return self._seen()
+
+    def _seen(self):
+        """What changes while it starts."""
         return [child.name for child in self.bar.children]
 
     def _find(self):
@@ -161,3 +230,26 @@ class Running:
                     self.window, self.bar = window, bar
                     return True
         return False
+
+
+class RunningUnread(Running):
+    """The same of an application that does not tell others of its menu bar: its largest window is the main one."""
+
+    _SIGN_OF_LIFE = "a window"
+
+    def _find(self):
+        windows = [window for window in self.screen.windows() if window.pid]
+        self.window = max(windows, key=_area, default=None)
+        return bool(windows)
+
+    def _seen(self):
+        return [self.window.title]
+
+
+def _area(window):
+    """In pixels; nothing of a window that has gone meanwhile."""
+    try:
+        _, _, width, height = window.frame
+    except error.XError:
+        return 0
+    return width * height

@@ -32,10 +32,36 @@ class Report(unittest.TestCase):
 
     def test_the_page_has_a_line_for_each_application_and_a_sum(self):
         page = report.markdown([row(), {**row(True), "name": "viewer"}], [])
-        self.assertIn("| editor |  | GTK 3 | 1/1 | 2 | 1 | 50.0 % | 50.0 % | 1 enabled | 1 | 100.0 % | 100.0 % |", page)
-        self.assertIn("| **all 2** |  |  | **2/2** | **4** | **3** | **75.0 %** | **50.0 %** | **1 enabled** | **2** |",
-                      page)
+        self.assertIn("| editor |  | GTK 3 |  | 1/1 | 2 | 1 | 50.0 % |  | 50.0 % | 1 enabled | 1 | 100.0 % | 100.0 % |", page)
+        self.assertIn("| **all 2** |  |  |  | **2/2** | **4** | **3** | **75.0 %** | **75.0 %** | **50.0 %** | "
+                      "**1 enabled** | **2** |", page)
         self.assertIn("| no code | 2 |", page)
+
+    def test_the_page_tells_the_source_and_what_is_right_with_the_module(self):
+        module = {"source": "org.gtk.Menus", "items": 2, "right": 2, "wrong_by_kind": {}, "differences": []}
+        one = {**row(), "source": "the accessibility tree", "with_module": module}
+        page = report.markdown([one, {**row(), "name": "viewer"}], [])
+        self.assertIn("| GTK 3 | the accessibility tree | 1/1 | 2 | 1 | 50.0 % | 100.0 %, org.gtk.Menus | 50.0 % |", page)
+        self.assertIn("| **4** | **2** | **50.0 %** | **75.0 %** | **50.0 %** |", page)
+        same = {**one, "with_module": {**module, "source": "the accessibility tree"}}
+        self.assertIn("| 50.0 % | 100.0 % | 50.0 % |", report.markdown([same], []))
+
+    def test_what_was_not_opened_has_no_figure_of_it(self):
+        truth = [Entry("Edit", holds_menu=True, entries=[Entry("Paste")])]
+        one = report.row(APPLICATION, compare(truth, []), opened=None, popup=compare(truth, truth))
+        self.assertNotIn("right_once_opened", one)
+        page = report.doors([{**one, "source": "nothing"}], {"editor": "a switch"})
+        self.assertIn("| GTK 3 | a switch | nothing | 0/1 | 1 | 0 | 0.0 % | 0.0 % | 2 missing | – | 100.0 % |", page)
+        self.assertIn("once opened –", report.summary([one]))
+
+    def test_what_can_be_switched_on_is_written_and_read_again_without_lists_of_what_is_missing(self):
+        with tempfile.TemporaryDirectory() as directory:
+            table = pathlib.Path(directory) / "doors.md"
+            rows = [{**row(), "source": "nothing"}, {**row(), "name": "viewer", "source": "org.gtk.Menus"}]
+            report.write_doors(table, rows, {"editor": "", "viewer": "a switch"})
+            written = report.load(table.with_suffix(".json"))
+            self.assertEqual([each.get("differences") for each in written], [None, row()["differences"]])
+            self.assertEqual(table.read_text(encoding="utf-8"), report.doors(written, {"editor": "", "viewer": "a switch"}))
 
     def test_a_difference_stands_under_its_explanation(self):
         page = report.markdown([row()], [EXPLAINED])
@@ -149,7 +175,26 @@ class Catalogue(unittest.TestCase):
 
     def test_a_package_is_named_once(self):
         chosen = [{"packages": ["a", "b"]}, {"packages": ["b", "c"]}]
-        self.assertEqual(catalogue.packages(chosen), ["a", "b", "c"])
+        self.assertEqual(catalogue.packages(chosen, {}), ["a", "b", "c"])
+
+    def test_the_package_of_the_module_is_named_where_a_toolkit_takes_it(self):
+        for toolkit, names in {"GTK 3": ["a", catalogue.MODULE], "wxGTK 3": ["a", catalogue.MODULE], "Qt 5": ["a"],
+                               "GTK 4": ["a"]}.items():
+            with self.subTest(toolkit):
+                self.assertEqual(catalogue.packages([{"packages": ["a"], "toolkit": toolkit}], {}, module=True), names)
+        self.assertEqual(catalogue.packages([{"packages": ["a"], "toolkit": "GTK 3"}], {}), ["a"])
+
+    def test_whose_menus_are_opened_instead_is_installed_too(self):
+        known = {"one": {"packages": ["a"], "truth": "other"}, "other": {"packages": ["a", "b"]}}
+        self.assertEqual(catalogue.packages([known["one"]], known), ["a", "b"])
+        self.assertIsNone(catalogue.truth_of(known["other"], known))
+
+    def test_the_menus_that_are_opened_instead_are_of_the_same_program_and_can_be_opened(self):
+        known = catalogue.doors()
+        for name, each in known.items():
+            truth = catalogue.truth_of(each, known)
+            with self.subTest(name):
+                self.assertTrue(truth is None or truth["packages"][0] == each["packages"][0] and "truth" not in truth)
 
     def test_explanations_name_applications_of_the_list_and_give_a_reason(self):
         known = catalogue.applications()

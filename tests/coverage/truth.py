@@ -1,5 +1,9 @@
 # SPDX-License-Identifier: MIT
 """The menus of an application as they are: each is opened in it with the pointer and read while it is on the screen."""
+import time
+
+from Xlib import error
+
 from harness.accessible import (CHECKED, ENABLED, MENU, MENU_BAR, MENU_ITEM, POPUP_MENU, SENSITIVE, SEPARATOR, SHOWING,
                                 TEAROFF, VISIBLE)
 from harness.waiting import TimedOut, wait_for
@@ -8,8 +12,11 @@ import keys
 from entries import EMPTY, GREYED, SHUT, Entry, without_idle_separators
 
 _OPENS_IN = 2.0  # seconds; toolkits wait a quarter of a second before they open a submenu under the pointer
+_SETTLES_IN = 10.0  # seconds; a menu of Java takes one to be read
 _LEVELS = 6
-_MANAGES_DESCENDANTS = 31
+_EXPANDED, _SELECTED, _MANAGES_DESCENDANTS = 10, 23, 31
+_HIGHLIGHTED_IN = 0.1  # seconds
+_FRAME = 8  # pixels around the entries of a menu, at most
 _ENTRY_ROLES = {8, MENU, MENU_ITEM, 45}  # with the items that are checked, alone or as one of several
 # What may hold millions of children: documents, tables, lists, terminals, texts, trees.
 _LARGE_ROLES = {31, 32, 55, 60, 61, 65, 66, 82, 92, 93, 94, 95, 96, 97, 98}
@@ -40,6 +47,8 @@ class OpenedMenus:
         self._screen = screen
         self._bar = bar
         self._qt = toolkit.startswith("Qt")
+        self._places_are_right = toolkit != "Swing"  # it tells those of the entries of a menu as if the bar had no height
+        self._is_open = {"GTK 2": self._has_window, "Gecko": _is_expanded}.get(toolkit, _has_something_showing)
 
     def read(self):
         """The whole bar. What could not be opened says why."""
@@ -77,17 +86,24 @@ class OpenedMenus:
         for level, (index, title) in enumerate(path):
             if index >= len(entries) or entries[index].title != title:
                 return None
-            attempts = (self._point_at, self._click_on, self._point_at) if level else (self._click_on, self._click_on)
+            attempts = self._ways_to(entries) if level else (self._click_on, self._click_on)
             entries = self._opened_by(attempts, entries[index].node)
             if entries is None:
                 return None
         return entries
 
+    def _ways_to(self, entries):
+        """How a submenu is opened that one of these entries holds."""
+        if self._places_are_right:
+            return self._point_at, self._click_on, self._point_at
+        return (lambda holder: self._walk_to(holder, len(entries)),)
+
     def _opened_by(self, attempts, holder):
         for attempt in attempts:
             attempt(holder)
             try:
-                return wait_for(lambda: self._settled(holder), "an open menu", _OPENS_IN, step=0.04)
+                wait_for(lambda: self._is_open(holder), "an open menu", _OPENS_IN, step=0.04)
+                return wait_for(lambda: self._settled(holder), "an open menu at rest", _SETTLES_IN, step=0.04)
             except TimedOut:
                 continue
         return None
@@ -98,7 +114,7 @@ class OpenedMenus:
         return first if first and first == self._look(holder) else None
 
     def _look(self, holder):
-        return [entry for entry in map(self._entry, _contents(holder)) if entry] if _is_open(holder) else None
+        return [entry for entry in map(self._entry, _contents(holder)) if entry] if self._is_open(holder) else None
 
     def _entry(self, node):
         """Nothing for what is not drawn."""
@@ -119,6 +135,13 @@ class OpenedMenus:
             entry.shortcut, entry.apart = published.text, published.apart
         return entry
 
+    def _has_window(self, holder):
+        """GTK 2 says of no entry that it is showing, and leaves those of a closed menu where they were."""
+        frame = next((node.frame for node in holder.children if VISIBLE in node.states), None)
+        return frame is not None and any(
+            abs(frame[0] - x) <= _FRAME and abs(frame[2] - width) <= 2 * _FRAME and y <= frame[1] < y + height
+            for x, y, width, height in map(_frame_of, self._screen.unmanaged_windows()))
+
     # The pointer
 
     def _point_at(self, node):
@@ -130,11 +153,22 @@ class OpenedMenus:
     def _click_on(self, node):
         self._screen.click(at=node.center)
 
+    # The keyboard
+
+    def _walk_to(self, holder, entries):
+        """Down to a holder in the open menu, and into its own."""
+        for _ in range(entries + 1):
+            if _SELECTED in holder.states:
+                break
+            self._screen.tap("Down")
+            time.sleep(_HIGHLIGHTED_IN)
+        self._screen.tap("Right")
+
     def _close_everything(self):
         holders = [entry.node for entry in self.bar() if entry.holds_menu]
 
         def closed():
-            if not any(map(_is_open, holders)):
+            if not any(map(self._is_open, holders)):
                 return True
             self._screen.tap("Escape")
             return False
@@ -151,6 +185,19 @@ def _contents(holder):
     return (_menu_in_between(holder) or holder).children
 
 
-def _is_open(holder):
+def _frame_of(window):
+    """Nowhere when it has gone meanwhile."""
+    try:
+        return window.frame
+    except error.XError:
+        return -1, -1, 0, 0
+
+
+def _has_something_showing(holder):
     between = _menu_in_between(holder)
     return any(SHOWING in node.states for node in ([between] if between else holder.children))
+
+
+def _is_expanded(holder):
+    """Gecko says of the entries of a menu that was open once that they are showing."""
+    return _EXPANDED in holder.states
