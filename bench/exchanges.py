@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""What a pop-up and a submenu ask of others: answers of the X server and messages on the buses, counted.
+"""What a pop-up, a submenu and a search ask of others: answers of the X server and messages on the buses, counted.
 
 The keys come one after another, each when everybody has done with the one before: so they are the same in every run, and
 one more is a growth.
@@ -27,8 +27,12 @@ from table import Series, print_row
 RECORD = pathlib.Path(__file__).with_name("exchanges.json")
 ITEMS = 30
 ROUNDS = 3
-STEPS, WHAT = ("pop-up", "submenu"), ("answers of the X server", "messages")
+WHAT = "answers of the X server", "messages"
+# How often the caret of a search is drawn depends on the time that it takes: of that only the messages are counted.
+STEPS = {"pop-up": WHAT, "submenu": WHAT, "search": WHAT[1:]}
+COUNTED = [(step, what) for step, counted in STEPS.items() for what in counted]
 AT_REST = 0.3  # seconds
+SEARCHED = "sa"
 _SENT = re.compile(r"^(?P<kind>method call|method return|signal|error) .*?sender=(?P<sender>\S+) ")
 _MEMBER = re.compile(r"member=(\S+)$")
 
@@ -111,6 +115,9 @@ class Counting:
         self._do(self._screen.release, OPTION)
         self._do(self._screen.tap, MANY[0].lower())
         costs.append(self._cost_of(self._open_submenu))
+        self._do(self._screen.tap, "Escape")
+        costs.append(self._cost_of(self._search))
+        self._do(self._screen.tap, "Escape")
         self._do(self._tarnwick.close_menu)
         return dict(zip(STEPS, costs))
 
@@ -137,12 +144,18 @@ class Counting:
         self._screen.tap("Right")
         self._tarnwick.popups.wait_for(2)
 
+    def _search(self):
+        """All menus are read in it, since none is open."""
+        self._screen.tap("slash")
+        for letter in SEARCHED:
+            self._do(self._screen.tap, letter)
+
 
 def measured(kit):
-    """The cost of each step, by name, of each round: [{step: {what: {name: number}}}]."""
+    """The cost of each step, by name, of each round: [{step: {what: {name: number}}}]; of what is counted in it."""
     counting = Counting(kit)
     try:
-        return [{step: {what: dict(sorted(cost.items())) for what, cost in zip(WHAT, costs)}
+        return [{step: {what: dict(sorted(cost.items())) for what, cost in zip(WHAT, costs) if (step, what) in COUNTED}
                  for step, costs in counting.one_round().items()} for _ in range(ROUNDS)]
     finally:
         counting.close()
@@ -155,7 +168,7 @@ def _record():
 def rows():
     for kit in KITS:
         rounds = measured(kit)
-        for step, what in itertools.product(STEPS, WHAT):
+        for step, what in COUNTED:
             most = sum(_record()[kit][step][what].values())
             counts = Series([sum(each[step][what].values()) for each in rounds], "")
             print_row(f"{what} of a {step}, {kit}", counts, "as recorded", Series([most], ""), "no more",
@@ -170,7 +183,7 @@ def check(record_anew=False):
                           encoding="utf-8")
     record = _record()
     grown = 0
-    for kit, step, what in itertools.product(KITS, STEPS, WHAT):
+    for kit, (step, what) in itertools.product(KITS, COUNTED):
         recorded = record[kit][step][what]
         counts = [sum(each[step][what].values()) for each in found[kit]]
         print(f"{kit}, {step}, {what}: {counts}, recorded {sum(recorded.values())}")
