@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: MIT
 """Menus as plain data, whoever has read them."""
 import dataclasses
+import re
 import typing
 
 # Why a submenu was not read.
@@ -40,6 +41,15 @@ def without_idle_separators(entries):
     while kept and kept[-1].separator:
         kept.pop()
     return kept
+
+
+def without_home(entries, home):
+    """The same entries, changed: where a title names the home there is a tilde. Titles eat underscores, all or some of them."""
+    pattern = re.compile(re.escape(home).replace("_", "_?"))
+    for entry in entries:
+        entry.title = pattern.sub("~", entry.title)
+        without_home(entry.entries or [], home)
+    return entries
 
 
 # Stands in place of what an application makes when the menu opens.

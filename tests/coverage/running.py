@@ -18,7 +18,7 @@ from harness.waiting import TimedOut, dispatch_events, wait_for
 import comparison
 import popup
 import report
-from entries import shown_entries
+from entries import shown_entries, without_home
 from truth import OpenedMenus, find_menu_bar
 from truth_gtk4 import OpenedMenusOfGtk4
 
@@ -180,11 +180,7 @@ class Running:
 
     def without_home(self, entries):
         """The same entries, whatever directory the home of this session is."""
-        home = str(self.session.directory / "home")
-        for entry in entries:
-            entry.title = entry.title.replace(home, "~").replace(home.replace("_", ""), "~")  # a title eats underscores
-            self.without_home(entry.entries or [])
-        return entries
+        return without_home(entries, str(self.session.directory / "home"))
 
     def settle(self):
         """Waits until the bar has not changed for a while and nothing covers the window."""

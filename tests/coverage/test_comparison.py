@@ -3,7 +3,7 @@
 import unittest
 
 from comparison import compare
-from entries import EMPTY, GREYED, SHUT, Entry, shown_entries, without_idle_separators
+from entries import EMPTY, GREYED, SHUT, Entry, shown_entries, without_home, without_idle_separators
 
 
 def bar(*entries):
@@ -110,6 +110,13 @@ class Entries(unittest.TestCase):
         self.assertEqual(shown_entries(printed), [Entry("File", holds_menu=True, entries=[
             Entry("New", enabled=False, checked=True, shortcut="Ctrl+N"), LINE,
             Entry("More", holds_menu=True, entries=[])])])
+
+    def test_the_home_has_a_name_whatever_a_title_has_left_of_its_underscores(self):
+        for left in ("/tmp/t_a__b/home", "/tmp/ta_b/home", "/tmp/tab/home"):
+            with self.subTest(left):
+                deep = [Entry("Go", holds_menu=True, entries=[Entry(f"Open {left}/x")])]
+                self.assertEqual(without_home(deep, "/tmp/t_a__b/home")[0].entries, [Entry("Open ~/x")])
+        self.assertEqual(without_home([Entry("/tmp/tacb/home")], "/tmp/t_a__b/home"), [Entry("/tmp/tacb/home")])
 
 
 if __name__ == "__main__":
