@@ -68,13 +68,14 @@ void SearchIndex::add(const CollectedMenu& menu)
     }
     _ranks.resize(_records.size(), NotFound);
     _menus.append(menuRecord);
-    _putInMenuOrder();
     for (int number = menuRecord.first; number < size(); ++number)
         _match(number);
 }
 
-void SearchIndex::_putInMenuOrder()
+const std::vector<int>& SearchIndex::_inMenuOrder() const
 {
+    if (_menuOrder.size() == _records.size())
+        return _menuOrder;
     _menuOrder.clear();
     _menuOrder.reserve(_records.size());
     QList<int> menus{0};
@@ -86,6 +87,7 @@ void SearchIndex::_putInMenuOrder()
                 menus.append(held);
         }
     }
+    return _menuOrder;
 }
 
 const QStringList& SearchIndex::path(int number) const
@@ -175,7 +177,7 @@ QList<int> SearchIndex::ranked() const
         begins[rank] += begins[rank - 1];
     QList<int> found(begins[Ranks]);
     auto next = begins;
-    for (const int number : _menuOrder) {
+    for (const int number : _inMenuOrder()) {
         if (const quint8 rank = _ranks[at(number)]; rank != NotFound)
             found[next[rank]++] = number;
     }

@@ -69,7 +69,7 @@ private:
         quint64 termsInPath = 0; ///< a bit for each of the first terms of the query
     };
 
-    void _putInMenuOrder();
+    [[nodiscard]] const std::vector<int>& _inMenuOrder() const;
     void _findTermsIn(MenuRecord& menu) const;
     void _match(int number);
     [[nodiscard]] quint8 _rankOf(const Record& record) const;
@@ -80,7 +80,7 @@ private:
     QList<MenuRecord> _menus;
     std::vector<Record> _records;
     std::vector<quint8> _ranks;
-    std::vector<int> _menuOrder;
+    mutable std::vector<int> _menuOrder; ///< of as many as there were when it was asked for last
     QString _titles;
     QByteArray _wordStarts;
     SearchQuery _query;

@@ -30,6 +30,21 @@ QString manyEntries(int count)
     return bar;
 }
 
+/// Menus of menus of entries; the titles are the same in each.
+QString manyMenus(int outer, int inner, int entries)
+{
+    QString bar;
+    for (int first = 0; first < outer; ++first) {
+        bar += u"Menu %1\n"_s.arg(first);
+        for (int second = 0; second < inner; ++second) {
+            bar += u"  Submenu %1\n"_s.arg(second);
+            for (int entry = 0; entry < entries; ++entry)
+                bar += u"    Entry %1\n"_s.arg(QChar(u'A' + entry));
+        }
+    }
+    return bar;
+}
+
 } // namespace
 
 TEST_F(MenuSearchTest, openMenus_areFoundBeforeAnythingIsRead)
@@ -265,6 +280,22 @@ TEST_F(MenuSearchTest, twentyThousandEntries_areFoundAllAndEach)
     EXPECT_EQ(found(*search, u"many"_s).size(), count);
     EXPECT_EQ(found(*search, u"entry"_s).at(1), u"File > Entry 1 of many"_s);
     EXPECT_EQ(found(*search, u"entry 19999 of"_s), QStringList({u"File > Entry 19999 of many"_s}));
+}
+
+TEST_F(MenuSearchTest, twentyThousandEntriesOfTwoThousandMenus_areFoundInTheOrderOfTheMenus)
+{
+    show(manyMenus(20, 100, 10));
+    const auto search = begun();
+    search->setText(u"entry j"_s);
+    while (search->step()) {
+    }
+    const QStringList rows = rowsOf(*search);
+    ASSERT_EQ(rows.size(), 20 * 100);
+    EXPECT_EQ(rows.at(0), u"Menu 0 > Submenu 0 > Entry J"_s);
+    EXPECT_EQ(rows.at(1), u"Menu 0 > Submenu 1 > Entry J"_s);
+    EXPECT_EQ(rows.at(100), u"Menu 1 > Submenu 0 > Entry J"_s);
+    EXPECT_EQ(rows.last(), u"Menu 19 > Submenu 99 > Entry J"_s);
+    EXPECT_EQ(found(*search, u"j 99 19"_s), QStringList({u"Menu 19 > Submenu 99 > Entry J"_s}));
 }
 
 TEST_F(MenuSearchTest, titleOfTenThousandCharacters_isFoundByItsEnd)
