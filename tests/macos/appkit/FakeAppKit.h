@@ -110,6 +110,7 @@ struct System
 
     QList<qint64> alertAnswers; ///< of alerts and of sheets, one after the other
     QList<ShownAlert> alerts;
+    std::function<void()> whileSheet; ///< what happens before a sheet is answered
 
     bool modal = false;
     std::optional<std::pair<QString, int>> active; ///< name and process

@@ -727,6 +727,8 @@ NSApplication* NSApp = nil;
     (void)window;
     [self show];
     System& system = theSystem();
+    if (system.whileSheet)
+        system.whileSheet();
     if (system.alertAnswers.isEmpty())
         fault("a sheet without an answer");
     else

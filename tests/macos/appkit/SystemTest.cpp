@@ -13,6 +13,8 @@
 
 #include <QWidget>
 
+#include <memory>
+
 using namespace Qt::StringLiterals;
 
 namespace tarnwick {
@@ -50,6 +52,20 @@ TEST_F(AppKitAlertsTest, sheet_tellsItsAnswer)
     alerts.beginSheetModalForWindow(alert, &window, [&answers](int code) { answers.append(code); });
     EXPECT_EQ(answers, QList<int>{1002});
     EXPECT_EQ(system().alerts.first().buttons, alert.buttonTitles);
+}
+
+TEST_F(AppKitAlertsTest, sheetWhoseWindowHasGone_tellsNobody)
+{
+    auto window = std::make_unique<QWidget>();
+    const auto kept = std::make_shared<int>();
+    int answers = 0;
+    system().alertAnswers = {1001};
+    system().whileSheet = [&window] { window.reset(); };
+    alerts.beginSheetModalForWindow(alert, window.get(), [&answers, kept](int) { ++answers; });
+    EXPECT_FALSE(window);
+    EXPECT_TRUE(system().alertAnswers.isEmpty()) << "the sheet ends all the same";
+    EXPECT_EQ(answers, 0);
+    EXPECT_EQ(kept.use_count(), 1) << "what was to be told is kept by nobody";
 }
 
 class AppKitWorkspaceTest : public AppKitTest
