@@ -22,7 +22,7 @@ TEST_PACKAGES=(
     featherpad gucharmap tint2 xfwm4 icewm xclip locales libglib2.0-bin gjs valgrind
     sway xwayland grim qt6-wayland
     clang-format clang-tidy ccache
-    clang libc++-dev gnustep-make libgnustep-gui-dev libobjc-12-dev
+    clang libc++-dev gnustep-make libgnustep-gui-dev gobjc
 )
 
 # What the fuzz targets are built with: clang with the runtime of its sanitizers, and what names the lines in their reports.
