@@ -6,7 +6,7 @@ from harness.preferences import BUTTON
 from native import A, CONTROL, OPTION, TITLES, MenuTest, NativeTarnwick, X
 
 Z, W = 52, 25
-OVER = ("gtk3", "qt6")
+OVER = ("gtk3", "gtk4", "qt6")
 
 
 class TheHotKey(MenuTest):

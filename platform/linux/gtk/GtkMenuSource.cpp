@@ -148,37 +148,63 @@ void GtkMenuSource::readAhead(const QByteArray& service, std::chrono::millisecon
     _ahead.clear();
     if (service != _service)
         return;
-    const ReadingBudget::Reading reading(_budget);
-    const Deadline deadline = reading.deadline().atMostIn(most);
-    QList<BusReference> waiting = _menusOfBar;
-    while (!waiting.isEmpty()) {
-        const BusReference menu = waiting.takeFirst();
-        const auto rows = _readNow(menu, deadline);
+    const ReadingBudget::Reading budget(_budget);
+    const Deadline deadline = budget.deadline().atMostIn(most);
+    std::optional<Reading> reading;
+    for (QList<BusReference> level = _menusOfBar; !level.isEmpty();) {
+        const QList<Place> places = _placesOf(level);
+        if (places.isEmpty())
+            return;
+        if (!reading)
+            reading = Reading{service, places.first().second, {}, {}, {}};
+        _readMenus(*reading, places, deadline);
         if (deadline.passed()) // something may be missing
             return;
-        if (!rows || _ahead.contains(menu))
-            continue;
-        _ahead.insert(menu, *rows);
-        waiting += menusIn(*rows);
+        level.clear();
+        for (const auto& [menu, place] : places) {
+            if (_ahead.contains(menu) || !reading->menus.contains(place.number))
+                continue;
+            const auto rows = gtkNormalForm(reading->menus, place, reading->actions, menu);
+            _ahead.insert(menu, rows);
+            level += menusIn(rows);
+        }
     }
 }
 
-std::optional<QList<MenuRow>> GtkMenuSource::_readNow(const BusReference& menu,
-                                                      std::optional<Deadline> deadline)
+QList<GtkMenuSource::Place> GtkMenuSource::_placesOf(const QList<BusReference>& menus) const
+{
+    QList<Place> places;
+    for (const BusReference& menu : menus)
+        if (const auto place = GtkMenuPlace::fromPath(menu.path); place && _bus.stands(menu))
+            places.append({menu, *place});
+    return places;
+}
+
+std::optional<QList<MenuRow>> GtkMenuSource::_readNow(const BusReference& menu)
 {
     const ReadingBudget::Reading budget(_budget);
-    const auto place = GtkMenuPlace::fromPath(menu.path);
-    if (!place || !_bus.stands(menu))
+    const QList<Place> places = _placesOf({menu});
+    if (places.isEmpty())
         return std::nullopt;
-    Reading reading{menu.service, *place, {}, {}, {}};
-    QSet<quint32> groups{place->number.group};
-    for (int round = 0; round < MaximumRounds && !groups.isEmpty(); ++round) {
-        _read(reading, groups, deadline.value_or(budget.deadline()));
-        groups = groupsOf(missingSections(reading.menus, place->number), reading.groups);
+    const GtkMenuPlace& place = places.first().second;
+    Reading reading{menu.service, place, {}, {}, {}};
+    _readMenus(reading, places, budget.deadline());
+    if (!reading.menus.contains(place.number))
+        return std::nullopt;
+    return gtkNormalForm(reading.menus, place, reading.actions, menu);
+}
+
+void GtkMenuSource::_readMenus(Reading& reading, const QList<Place>& places, Deadline deadline)
+{
+    for (int round = 0; round < MaximumRounds; ++round) {
+        QList<GtkMenuNumber> missing;
+        for (const auto& [menu, place] : places)
+            missing += missingSections(reading.menus, place.number);
+        const QSet<quint32> groups = groupsOf(missing, reading.groups);
+        if (groups.isEmpty())
+            return;
+        _read(reading, groups, deadline);
     }
-    if (!reading.menus.contains(place->number))
-        return std::nullopt;
-    return gtkNormalForm(reading.menus, *place, reading.actions, menu);
 }
 
 void GtkMenuSource::_read(Reading& reading, const QSet<quint32>& groups, Deadline deadline)

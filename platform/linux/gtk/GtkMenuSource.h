@@ -10,6 +10,8 @@
 #include <QObject>
 #include <QSet>
 
+#include <utility>
+
 namespace tarnwick {
 
 /// Menus that a window exports on the session bus as "org.gtk.Menus", with their actions as
@@ -51,9 +53,13 @@ private:
         Deadline until;
     };
 
-    /// Without a deadline: what there is left of the budget.
-    [[nodiscard]] std::optional<QList<MenuRow>> _readNow(const BusReference& menu,
-                                                         std::optional<Deadline> deadline = {});
+    using Place = std::pair<BusReference, GtkMenuPlace>; ///< of a menu
+
+    /// Those that can be read.
+    [[nodiscard]] QList<Place> _placesOf(const QList<BusReference>& menus) const;
+    [[nodiscard]] std::optional<QList<MenuRow>> _readNow(const BusReference& menu);
+    /// Reads these menus with their sections, all in one go where no section is in another group.
+    void _readMenus(Reading& reading, const QList<Place>& places, Deadline deadline);
     /// Reads the menus of the groups, and the actions that have not been asked for yet, in one go.
     void _read(Reading& reading, const QSet<quint32>& groups, Deadline deadline);
     /// The same with these actions.

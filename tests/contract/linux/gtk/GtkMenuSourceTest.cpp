@@ -376,6 +376,34 @@ TEST_F(GtkMenuSourceTest, whatIsReadAhead_isShownAsItWas_untilTheMenuHasClosed)
     EXPECT_FALSE(menu({1, 0}).value(0).enabled) << "the next one shows what there is then";
 }
 
+TEST_F(GtkMenuSourceTest, menusThatAreReadAhead_costOneQuestionALevel_andTheActionsOneInAll)
+{
+    publish({{Bar, {submenu("File", {1, 0}), submenu("Edit", {2, 0}), submenu("Help", {3, 0})}},
+             {{1, 0}, {item("New", "app.new"), submenu("Recent", {4, 0})}},
+             {{2, 0}, {item("Cut", "app.new"), submenu("Find", {5, 0})}},
+             {{3, 0}, {item("About", "app.new")}},
+             {{4, 0}, {item("Notes", "app.new")}},
+             {{5, 0}, {item("Next", "app.new")}}},
+            EditorActions);
+    const auto bar = source.readBar(at(Bar));
+    ASSERT_TRUE(bar && bar->size() == 3);
+    EXPECT_TRUE(allEnded());
+    const MenuTracking::Span tracking;
+    application->forgetCalls();
+    source.readAhead(application->service(), 10s);
+    EXPECT_TRUE(allEnded());
+    EXPECT_EQ(application->count(u"Start"_s), 2);
+    EXPECT_EQ(application->count(u"DescribeAll"_s), 2);
+    application->forgetCalls();
+    for (const MenuRow& holder : *bar)
+        for (const MenuRow& row : source.readMenu(holder.contents).value_or(QList<MenuRow>())) {
+            EXPECT_TRUE(row.enabled) << row.title.toStdString();
+            const bool isHolder = row.kind == MenuRow::Kind::Holder;
+            EXPECT_TRUE(!isHolder || source.readMenu(row.contents).value_or(QList<MenuRow>()).size() == 1);
+        }
+    EXPECT_TRUE(application->calls().isEmpty());
+}
+
 TEST_F(GtkMenuSourceTest, whatIsNotReadAheadInTime_orIsAnothers_isReadWhenItIsOpened)
 {
     publish(Editor, EditorActions);
