@@ -25,8 +25,10 @@ constexpr std::chrono::milliseconds Moment{20};
 constexpr std::chrono::seconds LongestForAnAnswer{20};
 
 /// Whether the exporter takes "AboutToShow" as what it is, a word ahead. Qt and KDE make a menu up to date
-/// then, and show nothing. Firefox and Thunderbird, as everything that exports at "/com/canonical/menu", may
-/// bring their own menu bar back into the window and give all entries other numbers.
+/// then, and show nothing. It is told at once that the menu is closed again: FeatherPad greys entries while
+/// their menu is open only, so that their shortcuts work. Firefox and Thunderbird, as everything that exports
+/// at "/com/canonical/menu", may bring their own menu bar back into the window and give all entries other
+/// numbers.
 bool takesAboutToShow(const DbusMenuPlace& place)
 {
     return place.number != 0 && place.menu.startsWith("/MenuBar/");
@@ -116,6 +118,8 @@ std::optional<QList<MenuRow>> DbusMenuSource::_read(const BusReference& menu, De
                 layout = decodeLayout(reply);
         },
         deadline);
+    if (words > 0 && _bus.stands(menu))
+        _bus.standingConnection()->send(_closed(menu));
     if (!layout || isOfAnother(layout->menu, *place))
         return std::nullopt;
     return dbusMenuNormalForm(layout->entries, menu);
@@ -153,6 +157,14 @@ SdBusMessage DbusMenuSource::_aboutToShow(const BusReference& menu)
 {
     SdBusMessage call = _call(menu, "AboutToShow");
     if (call && sd_bus_message_append(call.get(), "i", numberOf(menu)) < 0)
+        call.reset();
+    return call;
+}
+
+SdBusMessage DbusMenuSource::_closed(const BusReference& menu)
+{
+    SdBusMessage call = _call(menu, "Event");
+    if (call && sd_bus_message_append(call.get(), "isvu", numberOf(menu), "closed", "i", 0, 0) < 0)
         call.reset();
     return call;
 }

@@ -47,6 +47,7 @@ private:
     [[nodiscard]] BusReference _foundAgain(const BusReference& item, Deadline deadline);
     [[nodiscard]] SdBusMessage _call(const BusReference& menu, const char* member);
     [[nodiscard]] SdBusMessage _aboutToShow(const BusReference& menu);
+    [[nodiscard]] SdBusMessage _closed(const BusReference& menu);
     [[nodiscard]] SdBusMessage _layoutCall(const BusReference& menu);
     [[nodiscard]] SdBusMessage _question(const BusReference& item);
     [[nodiscard]] SdBusMessage _questionOf(Press& press);

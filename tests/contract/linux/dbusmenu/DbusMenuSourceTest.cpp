@@ -152,7 +152,24 @@ TEST_F(DbusMenuSourceTest, onlyQtIsToldThatAMenuOpens_beforeItIsRead)
     EXPECT_EQ(application->count(u"AboutToShow"_s), 0) << "a bar does not open";
     EXPECT_EQ(titles(menu.contents), QStringList(u"Leave"_s));
     EXPECT_EQ(application->count(u"AboutToShow"_s), 1);
-    EXPECT_EQ(application->count(u"Event"_s), 0);
+}
+
+TEST_F(DbusMenuSourceTest, whoWasToldThatAMenuOpens_isToldThatItIsClosed_onceItIsRead)
+{
+    menus->setAboutToShow([](qint32, Entries& entries) { entries[6].enabled = false; });
+    menus->setClosed([](qint32 number, Entries& entries) {
+        if (number == 5)
+            entries[6].enabled = true;
+    });
+    const MenuRow other = entry(source.readBar(bar("/com/canonical/menu/0")), u"File"_s);
+    EXPECT_EQ(titles(other.contents), QStringList(u"Quit"_s));
+    EXPECT_EQ(application->count(u"Event"_s), 0) << "others are told nothing";
+    const MenuRow menu = entry(source.readBar(bar("/MenuBar/1")), u"File"_s);
+    EXPECT_EQ(application->count(u"Event"_s), 0) << "a bar does not close";
+    const MenuRow read = entry(source.readMenu(menu.contents), u"Quit"_s);
+    EXPECT_FALSE(read.enabled) << "as in the open menu";
+    EXPECT_FALSE(source.isDisabledNow(read, Deadline::in(std::chrono::seconds(20)))) << "as before";
+    EXPECT_EQ(application->count(u"Event"_s), 1);
 }
 
 TEST_F(DbusMenuSourceTest, aPress_isOneClickOnceTheEntryIsEnabled)

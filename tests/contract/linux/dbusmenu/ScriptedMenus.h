@@ -75,6 +75,12 @@ public:
         const std::scoped_lock lock(_mutex);
         _aboutToShow = change;
     }
+    /// The same of the event "closed".
+    void setClosed(const std::function<void(qint32 number, QMap<qint32, Entry>& entries)>& change)
+    {
+        const std::scoped_lock lock(_mutex);
+        _closed = change;
+    }
     [[nodiscard]] QList<Click> clicks() const
     {
         const std::scoped_lock lock(_mutex);
@@ -104,9 +110,12 @@ private:
         const char* event = nullptr;
         quint32 time = 0;
         if (member == "Event" && sd_bus_message_read(call, "is", &number, &event) > 0 &&
-            QByteArrayView(event) == "clicked" && sd_bus_message_skip(call, "v") > 0 &&
-            sd_bus_message_read(call, "u", &time) > 0)
-            _clicks.append({number, time});
+            sd_bus_message_skip(call, "v") > 0 && sd_bus_message_read(call, "u", &time) > 0) {
+            if (QByteArrayView(event) == "clicked")
+                _clicks.append({number, time});
+            if (QByteArrayView(event) == "closed" && _closed)
+                _closed(number, _entries);
+        }
         return member != "Introspect";
     }
 
@@ -177,6 +186,7 @@ private:
     bool _refusesFacts = false;
     int _greyedFor = 0;
     std::function<void(qint32, QMap<qint32, Entry>&)> _aboutToShow;
+    std::function<void(qint32, QMap<qint32, Entry>&)> _closed;
     QList<Click> _clicks;
 };
 
