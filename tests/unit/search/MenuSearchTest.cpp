@@ -274,10 +274,10 @@ TEST_F(MenuSearchTest, shownTitle_isWhatIsSearchedAndMarked)
 
 TEST_F(MenuSearchTest, twentyThousandEntries_areFoundAllAndEach)
 {
-    constexpr int count = 20000;
-    show(manyEntries(count));
+    constexpr int Count = 20000;
+    show(manyEntries(Count));
     const auto search = finished();
-    EXPECT_EQ(found(*search, u"many"_s).size(), count);
+    EXPECT_EQ(found(*search, u"many"_s).size(), Count);
     EXPECT_EQ(found(*search, u"entry"_s).at(1), u"File > Entry 1 of many"_s);
     EXPECT_EQ(found(*search, u"entry 19999 of"_s), QStringList({u"File > Entry 19999 of many"_s}));
 }
@@ -300,13 +300,13 @@ TEST_F(MenuSearchTest, twentyThousandEntriesOfTwoThousandMenus_areFoundInTheOrde
 
 TEST_F(MenuSearchTest, titleOfTenThousandCharacters_isFoundByItsEnd)
 {
-    constexpr int length = 10000;
-    show(u"File\n  %1 End\n"_s.arg(QString(length, u'é')));
+    constexpr int Length = 10000;
+    show(u"File\n  %1 End\n"_s.arg(QString(Length, u'é')));
     const auto search = finished();
     search->setText(u"end"_s);
     ASSERT_EQ(search->rows().size(), 1);
-    EXPECT_EQ(search->marks(search->rows().first()), QList<TextRange>({{length + 1, length + 4}}));
-    search->setText(QString(length, u'e'));
+    EXPECT_EQ(search->marks(search->rows().first()), QList<TextRange>({{Length + 1, Length + 4}}));
+    search->setText(QString(Length, u'e'));
     EXPECT_EQ(search->rows().size(), 1) << "what is typed beyond a limit is passed over";
 }
 

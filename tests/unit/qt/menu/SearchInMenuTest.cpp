@@ -163,6 +163,17 @@ TEST_F(SearchInMenuTest, controlAndF_beginsItToo)
     EXPECT_TRUE(view.isSearched());
 }
 
+TEST_F(SearchInMenuTest, controlAndK_fromASubmenuToo)
+{
+    open();
+    press(Qt::Key_F, u"f"_s);
+    press(Qt::Key_Right);
+    ASSERT_TRUE(fileReading.isOpen);
+    press(Qt::Key_K, u"\x0b"_s, Qt::ControlModifier);
+    EXPECT_TRUE(view.isSearched());
+    EXPECT_FALSE(fileReading.isOpen);
+}
+
 TEST_F(SearchInMenuTest, anEntryThatBeginsWithASlash_winsItsKey)
 {
     add(*root, u"/usr"_s);
@@ -241,6 +252,22 @@ TEST_F(SearchInMenuTest, returnChooses_andPerformsWithTheMenuItWasReadIn)
     press(Qt::Key_Return);
     EXPECT_EQ(chosen, QStringList{u"File/Save As..."_s});
     EXPECT_FALSE(view.isVisible());
+}
+
+TEST_F(SearchInMenuTest, whatWasChosenBefore_goesFirstAmongItsEquals_inThisApplicationOnly)
+{
+    fileTitles = {u"Print One"_s, u"Print Two"_s};
+    search(u"print"_s);
+    EXPECT_EQ(rows(), (QStringList{u"Print One"_s, u"Print Two"_s}));
+    press(Qt::Key_Down);
+    press(Qt::Key_Return);
+    ASSERT_EQ(chosen, QStringList{u"File/Print Two"_s});
+    search(u"print"_s);
+    EXPECT_EQ(rows(), (QStringList{u"Print Two"_s, u"Print One"_s}));
+    view.close();
+    add(*root, u"View"_s);
+    search(u"print"_s);
+    EXPECT_EQ(rows(), (QStringList{u"Print One"_s, u"Print Two"_s})) << "the menu bar of another one";
 }
 
 TEST_F(SearchInMenuTest, whatIsGreyed_isNotChosen)
@@ -452,17 +479,10 @@ TEST_F(SearchInMenuTest, keysOfALineOfText_moveWithinIt)
     EXPECT_FALSE(view.isSearched()) << "at the end it shows the entry in its menu";
 }
 
-/// The menus of a language that runs from right to left.
-class SearchFromRightTest : public SearchInMenuTest
+/// Looks at the rows as they are drawn.
+class SearchRowsTest : public SearchInMenuTest
 {
 protected:
-    SearchFromRightTest() { view.setLayoutDirection(Qt::RightToLeft); }
-
-    void searchHebrew(const QString& typed)
-    {
-        fileTitles = {u"שמירה בשם"_s, u"שמירה"_s, u"Save a Copy"_s};
-        search(typed);
-    }
     /// Where the two pictures differ, from the left to the right.
     static std::pair<int, int> difference(const QImage& one, const QImage& other)
     {
@@ -479,6 +499,69 @@ protected:
     [[nodiscard]] QImage pictureOf(int row)
     {
         return list().viewport()->grab(list().visualRect(list().model()->index(row, 0))).toImage();
+    }
+    /// The lightness of the darkest point between these, 255 for white.
+    static int darkest(const QImage& picture, int left, int right)
+    {
+        int found = 255;
+        for (int y = 0; y < picture.height(); ++y)
+            for (int x = left; x < right; ++x)
+                found = std::min(found, qGray(picture.pixel(x, y)));
+        return found;
+    }
+    /// The only row below the highlighted one, when the second entry of "File" is made so.
+    [[nodiscard]] QImage pictureOfSecond(const std::function<void(MenuItem&)>& make)
+    {
+        fileReading.fill = [this, make](Menu& menu) {
+            add(menu, u"Save"_s);
+            make(*add(menu, u"Save it"_s));
+        };
+        search(u"save"_s);
+        QApplication::processEvents();
+        EXPECT_EQ(rows(), (QStringList{u"Save"_s, u"Save it"_s}));
+        QImage picture = pictureOf(1);
+        view.close();
+        return picture;
+    }
+};
+
+TEST_F(SearchRowsTest, thePath_isDimmerThanTheTitle)
+{
+    const QImage row = pictureOfSecond([](MenuItem&) {});
+    const QFontMetrics metrics(view.font());
+    QFont bold = view.font();
+    bold.setBold(true);
+    const int line = metrics.height();
+    const int path = line + line / 2 + QFontMetrics(bold).horizontalAdvance(u"Save"_s) +
+                     metrics.horizontalAdvance(u" it"_s) + line / 2;
+    EXPECT_LT(darkest(row, path, row.width()), 250) << "it is there";
+    EXPECT_GT(darkest(row, path, row.width()), darkest(row, 0, path) + 40);
+}
+
+TEST_F(SearchRowsTest, shortcutsChecksAndWhatIsGreyed_areSeenWhereTheyAreInAMenu)
+{
+    const QImage plain = pictureOfSecond([](MenuItem&) {});
+    EXPECT_EQ(difference(plain, pictureOfSecond([](MenuItem&) {})), std::pair(plain.width(), -1));
+    const QImage withShortcut = pictureOfSecond([](MenuItem& item) { item.setKeyEquivalent(u"s"_s); });
+    EXPECT_GT(difference(plain, withShortcut).first, plain.width() * 3 / 4);
+    const QImage checked = pictureOfSecond([](MenuItem& item) { item.setState(MenuItem::State::On); });
+    const auto [left, right] = difference(plain, checked);
+    EXPECT_LT(left, right);
+    EXPECT_LT(right, view.fontMetrics().height() * 2);
+    const QImage greyed = pictureOfSecond([](MenuItem& item) { item.setEnabled(false); });
+    EXPECT_GT(darkest(greyed, 0, greyed.width()), darkest(plain, 0, plain.width()) + 40);
+}
+
+/// The menus of a language that runs from right to left.
+class SearchFromRightTest : public SearchRowsTest
+{
+protected:
+    SearchFromRightTest() { view.setLayoutDirection(Qt::RightToLeft); }
+
+    void searchHebrew(const QString& typed)
+    {
+        fileTitles = {u"שמירה בשם"_s, u"שמירה"_s, u"Save a Copy"_s};
+        search(typed);
     }
 };
 
