@@ -84,6 +84,21 @@ void checkHint(const FrontHint& hint, sd_bus_message* arguments)
     require(!hint.title || !hint.title->isEmpty(), "a title is not empty");
 }
 
+QString actionOf(SessionInstance::Request request)
+{
+    switch (request) {
+    case SessionInstance::Request::PopUp:
+        return desktop_names::PopUpAction;
+    case SessionInstance::Request::PopUpByPointer:
+        return desktop_names::PopUpByPointerAction;
+    case SessionInstance::Request::Search:
+        return desktop_names::SearchAction;
+    case SessionInstance::Request::Show:
+        break;
+    }
+    return {};
+}
+
 void checkRequest(const Made& made, const PeerBus::Call& call, sd_bus_message* arguments)
 {
     if (made.request == SessionInstance::Request::Show) {
@@ -92,8 +107,19 @@ void checkRequest(const Made& made, const PeerBus::Call& call, sd_bus_message* a
         return;
     }
     require(std::strcmp(call.member, "ActivateAction") == 0, "only an action opens the menu");
-    require(firstText(arguments) == "pop-up", "and only the one of that name");
+    require(QString::fromUtf8(firstText(arguments)) == actionOf(made.request),
+            "and only the one of that name");
     checkHint(made.hint, arguments);
+}
+
+void checkCall(const PeerBus::Call& call, sd_bus_message* arguments)
+{
+    requests().clear();
+    if (!PeerBus::shared().call(call, arguments))
+        return;
+    require(requests().size() <= 1, "one call makes one request");
+    for (const Made& made : std::as_const(requests()))
+        checkRequest(made, call, arguments);
 }
 
 } // namespace
@@ -103,17 +129,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     publish();
     FuzzInput input(data, size);
     const PeerBus::Call& call = calls[input.choice(std::size(calls))];
-    const QByteArray signature = input.until('\0').toByteArray();
-    if (signature.size() > 64)
-        return -1; // too long to be worth keeping
-    const SdBusMessage arguments = Wire::shared().receive(signature, input.rest());
-    if (!arguments)
-        return 0;
-    requests().clear();
-    if (!PeerBus::shared().call(call, arguments.get()))
-        return 0;
-    require(requests().size() <= 1, "one call makes one request");
-    for (const Made& made : std::as_const(requests()))
-        checkRequest(made, call, arguments.get());
-    return 0;
+    return Wire::shared().feed(input, [&call](sd_bus_message* arguments) { checkCall(call, arguments); });
 }

@@ -88,6 +88,19 @@ bool isOneOf(const PeerBus::Call& call, std::initializer_list<const char*> membe
                        [&](const char* member) { return std::strcmp(call.member, member) == 0; });
 }
 
+void checkCall(Tray& tray, const PeerBus::Call& call, sd_bus_message* arguments)
+{
+    tray.forget();
+    if (!PeerBus::shared().call(call, arguments))
+        return;
+    require(tray.greyed == 0, "what is greyed cannot be chosen");
+    require(tray.chosen == 0 || isOneOf(call, {"Event", "EventGroup"}), "only events choose entries");
+    require(tray.chosen <= 1 || isOneOf(call, {"EventGroup"}), "an event chooses one");
+    require(tray.clicked == 0 || isOneOf(call, {"Activate", "ContextMenu"}), "only a click is one");
+    require(tray.clicked <= 1, "one click is one");
+    require(tray.isAsItWas(), "the menu is the program's, whatever others call");
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
@@ -96,20 +109,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Tray& tray = Tray::shared();
     FuzzInput input(data, size);
     const PeerBus::Call& call = calls[input.choice(std::size(calls))];
-    const QByteArray signature = input.until('\0').toByteArray();
-    if (signature.size() > 64)
-        return -1; // too long to be worth keeping
-    const SdBusMessage arguments = Wire::shared().receive(signature, input.rest());
-    if (!arguments)
-        return 0;
-    tray.forget();
-    if (!PeerBus::shared().call(call, arguments.get()))
-        return 0;
-    require(tray.greyed == 0, "what is greyed cannot be chosen");
-    require(tray.chosen == 0 || isOneOf(call, {"Event", "EventGroup"}), "only events choose entries");
-    require(tray.chosen <= 1 || isOneOf(call, {"EventGroup"}), "an event chooses one");
-    require(tray.clicked == 0 || isOneOf(call, {"Activate", "ContextMenu"}), "only a click is one");
-    require(tray.clicked <= 1, "one click is one");
-    require(tray.isAsItWas(), "the menu is the program's, whatever others call");
-    return 0;
+    return Wire::shared().feed(input, [&](sd_bus_message* arguments) { checkCall(tray, call, arguments); });
 }

@@ -11,6 +11,8 @@ namespace tarnwick {
 
 namespace {
 
+constexpr qsizetype LongestSignature = 64; // a longer one is no other trial
+
 void append(QByteArray& message, quint32 number)
 {
     for (int byte = 0; byte < 4; ++byte) // little endian, as the message says of itself
@@ -66,7 +68,17 @@ Wire::Wire()
     }
 }
 
-SdBusMessage Wire::receive(const QByteArray& signature, QByteArrayView body)
+int Wire::feed(FuzzInput& input, const std::function<void(sd_bus_message*)>& check)
+{
+    const QByteArray signature = input.until('\0').toByteArray();
+    if (signature.size() > LongestSignature)
+        return -1;
+    if (const SdBusMessage message = _receive(signature, input.rest()))
+        check(message.get());
+    return 0;
+}
+
+SdBusMessage Wire::_receive(const QByteArray& signature, QByteArrayView body)
 {
     const QByteArray bytes = messageOf(signature, body);
     require(write(_end, bytes.constData(), static_cast<std::size_t>(bytes.size())) == bytes.size(),
