@@ -2,15 +2,12 @@
 """How long the root menu takes to be rebuilt once a real application has come to the front, the pauses left out."""
 import statistics
 
-from stage import WARM_UP, assert_nobody_listens, messages, run
+from stage import WARM_UP, messages, run
 
 import chosen
-from running import Running, write_files
-
-from harness.accessible import AccessibilityBus
-from harness.session import Session
 
 from reading import in_turns
+from real_stage import RealStage
 from table import Series, print_row
 
 ROUNDS = 100
@@ -24,23 +21,17 @@ def rows():
 
 
 def _row_of(application):
-    session = Session(size="1600x1200").start()
+    stage = RealStage(application)
     try:
-        bus = AccessibilityBus(session.environment["DBUS_SESSION_BUS_ADDRESS"])
-        bus.switch_on()
-        write_files(application.get("files", {}), session)
-        running = Running(application, session, bus)
-        running.settle()
-        assert_nobody_listens(bus)
-        address, bar = bus.address, running.bar
-        bus.close()
+        bar = stage.bar
         kind = "qt-bar" if application["toolkit"].startswith("Qt") else "gtk-bar"
         floor, rebuilding = in_turns(
-            lambda: _parsed(run(session, "bench_floor", address, bar.name_on_bus, bar.path, kind, ROUNDS + WARM_UP)),
-            lambda: _parsed(run(session, "bench_rebuilding", ROUNDS + WARM_UP)))
-        firsts = [run(session, "bench_rebuilding", 1) for _ in range(FIRST_ROUNDS)]
+            lambda: _parsed(run(stage.session, "bench_floor", stage.address, bar.name_on_bus, bar.path, kind,
+                                ROUNDS + WARM_UP)),
+            lambda: _parsed(run(stage.session, "bench_rebuilding", ROUNDS + WARM_UP)))
+        firsts = [run(stage.session, "bench_rebuilding", 1) for _ in range(FIRST_ROUNDS)]
     finally:
-        session.stop()
+        stage.close()
     met = rebuilding.median <= min(MOST, OF_FLOOR * floor.median)
     title = f"rebuilding the root, {application['name']} ({application['toolkit']})"
     print_row(title, rebuilding, "the floor", floor, f"≤ {OF_FLOOR:g} ×, ≤ {MOST:g} ms", met)

@@ -5,18 +5,16 @@ import pathlib
 import subprocess
 import time
 
-from stage import PROGRAMS, PlainTarnwick, Stage, assert_nobody_listens, run
+from stage import PROGRAMS, PlainTarnwick, Stage, run
 
 import chosen
-from running import Running, write_files
 
-from harness.accessible import AccessibilityBus
 from harness.applications import KITS
-from harness.session import Session
 from harness.tarnwick import OPTION, TRIGGER
 
 from idle import private_memory
 from painting import POINTER
+from real_stage import RealStage
 from table import Series, print_row
 
 ENTRIES, ROUNDS = 6000, 100
@@ -102,23 +100,15 @@ def _many_rows(kit):
 
 
 def _office_row():
-    application = chosen.office()
-    session = Session(size="1600x1200").start()
+    stage = RealStage(chosen.office())
     try:
-        bus = AccessibilityBus(session.environment["DBUS_SESSION_BUS_ADDRESS"])
-        bus.switch_on()
-        write_files(application.get("files", {}), session)
-        running = Running(application, session, bus)
-        running.settle()
-        assert_nobody_listens(bus)
-        entries = len(running.bar.children)
-        bus.close()
+        session = stage.session
         session.screen.move(*POINTER)
-        PlainTarnwick(session).wait_until_mirrored(entries)
+        PlainTarnwick(session).wait_until_mirrored(stage.entries)
         read = _searched(session, SEARCHES)["read"]
         inspected = Series([_inspected(session) for _ in range(SEARCHES)])
     finally:
-        session.stop()
+        stage.close()
     print_row("key press to the last paint of what is found in all menus of LibreOffice Writer", read,
               "`tarnwick-inspect --all`", inspected, f"≤ {OFFICE_READ:g} ms", read.median <= OFFICE_READ)
 
