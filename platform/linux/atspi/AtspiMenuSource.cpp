@@ -46,7 +46,7 @@ AtspiMenuSource::AtspiMenuSource(AtspiBus& bus, ReadingBudget& budget, AtspiTool
                                  ChildrenJustTold& childrenJustTold)
     : _bus(bus), _budget(budget), _toolkits(toolkits), _childrenJustTold(childrenJustTold)
 {
-    QObject::connect(&MenuTracking::shared(), &MenuTracking::ended, &_presses, [this] { _ahead.clear(); });
+    QObject::connect(&MenuTracking::shared(), &MenuTracking::ended, &_presses, [this] { _forgetBelowBar(); });
 }
 
 std::optional<QList<MenuRow>> AtspiMenuSource::readBar(const BusReference& bar)
@@ -73,6 +73,16 @@ void AtspiMenuSource::_rememberHolders(const QList<MenuRow>& rows)
     for (const MenuRow& row : rows)
         if (row.kind == MenuRow::Kind::Holder && row.enabled)
             _unmade.insert(row.contents);
+}
+
+void AtspiMenuSource::_forgetBelowBar()
+{
+    _ahead.clear();
+    QSet<BusReference> unmade;
+    for (const BusReference& menu : std::as_const(_menusOfBar))
+        if (_unmade.contains(menu))
+            unmade.insert(menu);
+    _unmade = unmade;
 }
 
 MenuRow AtspiMenuSource::_rowOfUnmade()

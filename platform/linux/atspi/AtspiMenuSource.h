@@ -50,6 +50,8 @@ private:
     [[nodiscard]] static MenuRow _rowOfUnmade();
     /// What these hold may be yet to be made.
     void _rememberHolders(const QList<MenuRow>& rows);
+    /// Our menu has closed: what is below the bar is read again before it is shown.
+    void _forgetBelowBar();
     std::optional<QList<MenuRow>> _read(const BusReference& menu, MenuLevel level);
     /// Menus of one application, all at once; an answer for each.
     QList<Answer> _readAll(const QList<BusReference>& menus, MenuLevel level, Deadline deadline);

@@ -7,6 +7,7 @@
 #include "menu/MenuItem.h"
 #include "platform/qt/menu/MenuStyle.h"
 #include "platform/qt/menu/MenuTitle.h"
+#include "platform/qt/menu/MenuTracking.h"
 #include "platform/qt/menu/OpenPopUps.h"
 #include "platform/qt/menu/PopUpBeginning.h"
 #include "platform/qt/menu/PopUpGeometry.h"
@@ -388,6 +389,8 @@ void QMenuView::_makeSearch()
     connect(_search, &SearchView::sizeChanged, this, &QMenuView::_fitSearch);
     makeSearchAccessible();
     beAnotherAccessible(*this, isVisible());
+    connect(&MenuTracking::shared(), &MenuTracking::ended, qApp, &giveMemoryBack,
+            static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
 }
 
 void QMenuView::_dropSearch()
@@ -400,7 +403,6 @@ void QMenuView::_dropSearch()
     search->end();
     search->field().clearFocus();
     search->hide();
-    QObject::connect(search, &QObject::destroyed, qApp, &giveMemoryBack);
     search->deleteLater();
     beAnotherAccessible(*this, _open);
 }

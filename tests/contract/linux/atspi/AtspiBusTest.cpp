@@ -7,6 +7,7 @@
 #include "platform/linux/atspi/AtspiMenuSource.h"
 #include "platform/linux/atspi/MenuBarSearch.h"
 #include "platform/linux/bus/SdBus.h"
+#include "platform/qt/menu/MenuTracking.h"
 #include "tests/FairTimer.h"
 #include "tests/contract/session/BusDaemon.h"
 #include "tests/contract/session/DeafBus.h"
@@ -211,6 +212,29 @@ TEST_F(AtspiBusTest, aMenuThatIsYetToBeMade_saysSoInOneGreyedRow)
         EXPECT_NE(at("/hidden").value(0).title, Unmade) << "what it holds is there, shown or not";
         application->change("/unmade", [](Object& menu) { menu.children = {"/0"}; });
         EXPECT_EQ(at("/unmade").value(0).title, u"Item 0"_s) << "once it was opened";
+    }
+}
+
+TEST_F(AtspiBusTest, onceOurMenuHasClosed_onlyMenusOfTheBarAreYetToBeMade)
+{
+    Objects objects = menuOf(1);
+    objects["/bar"] = {"", RoleMenuBar, Usable, {}, {"/menu", "/unmade"}};
+    objects["/menu"] = {"File", RoleMenu, Usable, {}, {"/below"}};
+    objects["/below"] = {"Below", RoleMenu, Usable, {}, {}};
+    objects["/unmade"] = {"Late", RoleMenu, Usable, {}, {}};
+    publish("gtk", objects);
+    const auto titleIn = [this](const char* path) {
+        return source.readMenu(this->at(path)).value_or(QList<MenuRow>()).value(0).title;
+    };
+    source.readBar(at("/bar"));
+    for (int pass = 0; pass < 2; ++pass) {
+        EXPECT_EQ(titleIn("/menu"), u"Below"_s);
+        EXPECT_EQ(titleIn("/below"), Unmade) << "when what holds it has been read " << pass;
+        {
+            const MenuTracking::Span open;
+        }
+        EXPECT_EQ(titleIn("/below"), QString()) << "nothing of thousands of menus is kept";
+        EXPECT_EQ(titleIn("/unmade"), Unmade) << "the bar is not read again before it is shown";
     }
 }
 
