@@ -73,9 +73,10 @@ def processor_seconds(pid):
 
 
 def private_memory(pid):
-    """MiB that only this process uses and that cannot be read again from a file."""
+    """MiB that only this process uses and that cannot be read again from a file. Pages of a program that was just built
+    count as dirty until they are on the disk."""
     lines = pathlib.Path(f"/proc/{pid}/smaps_rollup").read_text().splitlines()
-    return sum(int(line.split()[1]) for line in lines if line.startswith(("Private_Dirty:", "Swap:"))) / 1024
+    return sum(int(line.split()[1]) for line in lines if line.startswith(("Anonymous:", "Swap:"))) / 1024
 
 
 def _idle_rows(desk):
