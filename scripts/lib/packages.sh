@@ -38,7 +38,7 @@ TRIXIE_PACKAGES=(
     liblayershellqtinterface-dev libwayland-dev wayland-protocols plasma-wayland-protocols qt6-wayland
     sway labwc xwayland wlr-randr kwin-wayland libkscreen-bin swaylock grim fcitx5 xdg-desktop-portal
     libreoffice-writer libreoffice-gtk3
-    clang clang-tidy libc++-dev
+    clang clang-tidy
 )
 # root_packages SUITE: what a system of that suite has, one a line
 root_packages() {
@@ -77,6 +77,13 @@ _missing_packages() {
     done
 }
 
+_as_root() {
+    if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
+}
+
+# What apt knows of the archives, anew.
+update_package_lists() { _as_root apt-get -q update; }
+
 # need_packages NAME...: installs those that are missing with apt, on macOS with Homebrew; where there is neither, names
 # them all and goes on.
 need_packages() {
@@ -94,20 +101,16 @@ need_packages() {
     mapfile -t missing < <(_missing_packages "$@")
     [ ${#missing[@]} -eq 0 ] && return 0
 
-    local as_root=()
-    if [ "$(id -u)" -ne 0 ]; then
-        if ! command -v sudo >/dev/null; then
-            echo "These packages are missing, and there is no sudo to install them with. As root, run:" >&2
-            echo "  apt-get install --no-install-recommends ${missing[*]}" >&2
-            exit 1
-        fi
-        as_root=(sudo)
+    if [ "$(id -u)" -ne 0 ] && ! command -v sudo >/dev/null; then
+        echo "These packages are missing, and there is no sudo to install them with. As root, run:" >&2
+        echo "  apt-get install --no-install-recommends ${missing[*]}" >&2
+        exit 1
     fi
     echo "Installing: ${missing[*]}"
     local log
     log=$(mktemp)
-    if ! { "${as_root[@]}" apt-get -q update &&
-        "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qy install --no-install-recommends \
+    if ! { update_package_lists &&
+        _as_root env DEBIAN_FRONTEND=noninteractive apt-get -qy install --no-install-recommends \
             "${missing[@]}"; } >"$log" 2>&1 </dev/null; then
         tail -n 20 "$log" >&2
         echo "The packages above could not be installed. Install them by hand, then run the command again." >&2

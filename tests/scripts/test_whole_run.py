@@ -1,10 +1,11 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""What scripts/test runs in the Debian 13, and what it says where there can be none; all that it calls is stood in for."""
+"""What scripts/test runs in the Debian 13 and with which libc++, and what it says where it has none; all that it calls is stood in for."""
 import unittest
 
 from tree import TreeTest
 
+ONE_LIBCXX = 'echo "apt offers no two versions." >&2\nexit 125'
 NO_ROOT = 'echo "This machine lets nobody make namespaces." >&2\nexit 125'
 
 
@@ -19,8 +20,10 @@ class WholeRun(TreeTest):
         self.write("scripts/lib/packages.sh", "need_packages() { :; }\n"
                    + "".join(f"{kind}_PACKAGES=(one)\n" for kind in ("BUILD", "RUN", "DEMO", "PACKAGE", "TEST", "FUZZ")))
         for name in ("check-apple-build", "check-format", "check-lint"):
-            self.stand_in(f"scripts/lib/{name}", f'echo "{name} ${{IN_ROOT:-no}} $*" >>"{self.log}"')
+            self.stand_in(f"scripts/lib/{name}", f'echo "{name} ${{IN_ROOT:-no}} ${{LIBCXX:+$LIBCXX }}$*" >>"{self.log}"')
         self.stand_in("scripts/lib/check-skipped", 'echo "Skipped: nothing of $*."')
+        self.stand_in("scripts/lib/with-libcxx", f'echo "with-libcxx $*" >>"{self.log}"\n'
+                                                 'which=$1\nshift\n[ $# -eq 0 ] || LIBCXX=$which exec "$@"')
         self.stand_in("scripts/in-root", 'shift\n[ $# -eq 0 ] || IN_ROOT=yes exec "$@"')
         for name in ("cmake", "ctest"):
             self.stand_in(self.tools / name, f'echo "{name} ${{IN_ROOT:-no}} $*" >>"{self.log}"')
@@ -39,12 +42,29 @@ class WholeRun(TreeTest):
         self.assertEqual(self.called("cmake yes"), ["cmake yes --preset trixie", "cmake yes --build --preset trixie"])
         self.assertEqual(len(self.called("ctest yes --preset trixie ")), 1)
         self.assertEqual(len(self.called("ctest no --preset trixie")), 0)
-        self.assertEqual(sorted(self.called("check-apple-build")),
-                         ["check-apple-build no build/ci", "check-apple-build yes build/trixie"])
 
-    def test_what_only_the_newer_library_refuses_is_a_failure(self):
-        self.stand_in("scripts/lib/check-apple-build", '[ "${IN_ROOT:-no}" = no ]')
-        self.assertIn("Failed: The build in a Debian 13", self.assert_fails("scripts/test"))
+    def test_compiles_apples_build_with_the_oldest_and_the_newest_library(self):
+        self.assert_passes("scripts/test")
+        self.assertEqual(self.called("with-libcxx")[:2], ["with-libcxx oldest", "with-libcxx newest"], "fetched before anything")
+        self.assertEqual(self.called("check-apple-build"),
+                         ["check-apple-build no oldest build/ci", "check-apple-build no newest build/ci"])
+
+    def test_what_only_one_of_the_libraries_refuses_is_a_failure(self):
+        for which in ("oldest", "newest"):
+            self.stand_in("scripts/lib/check-apple-build", f'[ "$LIBCXX" != {which} ]')
+            self.assertIn("Failed: Lint, and the other builds", self.assert_fails("scripts/test"))
+
+    def test_where_there_are_no_two_libraries_the_one_that_is_there_is_taken(self):
+        self.stand_in("scripts/lib/with-libcxx", ONE_LIBCXX)
+        output = self.assert_passes("scripts/test")
+        self.assertIn("apt offers no two versions.", output)
+        self.assertIn("Left out: Apple's build with the oldest and the newest libc++", output)
+        self.assertEqual(self.called("check-apple-build"), ["check-apple-build no build/ci"])
+
+    def test_where_there_are_no_two_libraries_ci_fails(self):
+        self.stand_in("scripts/lib/with-libcxx", ONE_LIBCXX)
+        self.environment["CI"] = "true"
+        self.assertIn("Failed: The oldest and the newest libc++", self.assert_fails("scripts/test"))
 
     def test_quick_does_not_enter_it(self):
         self.stand_in("scripts/in-root", "exit 1")
