@@ -126,9 +126,9 @@ std::optional<Desktop> openWaylandDesktop(int& argc, char** argv)
         reading, std::make_unique<LinuxLook>(xdg_session::currentDesktops(), QDBusConnection::sessionBus()));
     auto presenter = std::make_unique<WaylandMenuPresenter>(
         connection, std::make_unique<FrontMenuTarget>(*reading, toplevels));
-    static_cast<WaylandFrontApplication&>(*reading->front).setExcuse([presenter = QPointer(presenter.get())] {
-        return presenter && presenter->hasKeyboard();
-    });
+    static_cast<WaylandFrontApplication&>(*reading->front)
+        .setExcuse([presenter = QPointer(presenter.get())] { return presenter && presenter->hasKeyboard(); },
+                   [toolkits](std::function<void()> then) { toolkits->afterEventsSoFar(std::move(then)); });
     const auto expectMenu = [presenter = QPointer(presenter.get())]() -> std::shared_ptr<void> {
         return presenter ? presenter->expectMenu() : nullptr;
     };

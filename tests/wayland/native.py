@@ -55,9 +55,10 @@ class MenuTest(WaylandTest):
     """A test of the menu over native programs; `pointer` is where the pointer was moved to."""
 
     @classmethod
-    def prepare(cls):
+    def prepare(cls, **environment):
+        """`environment`: more of it for Tarnwick."""
         cls.connect_accessibility().switch_on()
-        cls.tarnwick = NativeTarnwick(cls.session)
+        cls.tarnwick = NativeTarnwick(cls.session, environment=environment)
         cls.addClassCleanup(cls.tarnwick.stop)
         cls.tarnwick.wait_until_at_rest()
         cls.reader = cls.tarnwick.reader(cls.bus)
@@ -134,6 +135,13 @@ class MenuTest(WaylandTest):
         self.point_at(title)
         self.wait_until_highlighted(title)
         self.input.click()
+
+    def click_through(self, *titles):
+        """Chooses an entry of the open menu by clicks on those that lead to it, and on it."""
+        for level, title in enumerate(titles, 1):
+            self.reader.wait_for(level)
+            self.click_at(title)
+        self.wait_until_closed()
 
     def close(self):
         """Presses Escape for each menu that is open."""

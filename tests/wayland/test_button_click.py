@@ -3,6 +3,7 @@
 from case import main
 from native import TITLES, ButtonTest
 
+
 class AButton(ButtonTest):
     def test_a_click_opens_the_menu_at_the_pointer_and_leaves_it_open(self):
         def check(fixture):
@@ -11,10 +12,7 @@ class AButton(ButtonTest):
             self.reader.wait_for(1)
             self.assertEqual(self.reader.titles(), TITLES)
             self.assertEqual(self.reader.menus()[0].frame[:2], self.pointer)
-            self.click_at("File")
-            self.reader.wait_for(2)
-            self.click_at("Open...")
-            self.wait_until_closed()
+            self.click_through("File", "Open...")
             self.wait_until_chosen(fixture, "File > Open...")
             self.assertEqual(fixture.lines("button"), [], "clicks that were meant for the menu")
         self.each(check)

@@ -5,7 +5,7 @@ import pathlib
 import sys
 
 from case import main
-from native import MenuTest, NativeTarnwick
+from native import MenuTest
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "bench"))
 
@@ -25,8 +25,7 @@ class Exchanges(MenuTest):
     def prepare(cls):
         cls.relay = Relay(cls.session, "tarnwick")
         cls.addClassCleanup(cls.relay.close)
-        NativeTarnwick.always = {"WAYLAND_DISPLAY": str(cls.relay.path)}
-        super().prepare()
+        super().prepare(WAYLAND_DISPLAY=str(cls.relay.path))
 
     def test_of_a_pop_up_are_few(self):
         def check(_fixture):

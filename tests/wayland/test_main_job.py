@@ -1,20 +1,14 @@
 # SPDX-License-Identifier: MIT
 """The main job over native programs: the menu bar, and a choice by keyboard and by pointer."""
 from case import main
-from native import DOWN, RETURN, RIGHT, TITLES, MenuTest
+from native import TITLES, MenuTest
 
 
 class TheMainJob(MenuTest):
     def test_by_keyboard(self):
         def check(fixture):
             self.assertEqual(self.open(), TITLES)
-            self.input.tap(DOWN)
-            self.wait_until_highlighted("File")
-            self.input.tap(RIGHT)
-            self.reader.wait_for(2)
-            self.wait_until_highlighted("New")
-            self.input.tap(RETURN)
-            self.wait_until_closed()
+            self.choose_in_open_menu("File", "New")
             self.wait_until_chosen(fixture, "File > New")
             self.assert_keys_arrive(fixture)
         self.each(check)

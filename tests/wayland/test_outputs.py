@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
 """The menu on two outputs with scales of their own, which come, go and change."""
 from case import UnseenFixture, main, wait_for
-from native import ACTIVE, DOWN, OWN_ENTRY, RETURN, RIGHT, TITLES, MenuTest, NativeTarnwick
+from native import ACTIVE, OWN_ENTRY, TITLES, MenuTest
 from wire import WRITTEN, size_of_last_popup
 
 
@@ -10,12 +10,7 @@ class TwoOutputs(MenuTest):
 
     @classmethod
     def prepare(cls):
-        cls.connect_accessibility().switch_on()
-        cls.tarnwick = NativeTarnwick(cls.session, environment=WRITTEN)
-        cls.addClassCleanup(cls.tarnwick.stop)
-        cls.tarnwick.wait_until_at_rest()
-        cls.reader = cls.tarnwick.reader(cls.bus)
-        cls.addClassCleanup(cls.reader.close)
+        super().prepare(**WRITTEN)
 
     def point_into(self, number):
         """Moves the pointer into an output, and gives its place (x, y, width, height)."""
@@ -81,14 +76,7 @@ class Half(TwoOutputs):
 
     def test_a_choice_by_keyboard_is_carried_out(self):
         def check(_number, fixture):
-            self.open()
-            self.input.tap(DOWN)
-            self.wait_until_highlighted("File")
-            self.input.tap(RIGHT)
-            self.reader.wait_for(2)
-            self.wait_until_highlighted("New")
-            self.input.tap(RETURN)
-            self.wait_until_closed()
+            self.choose("File", "New")
             self.wait_until_chosen(fixture, "File > New")
             self.assert_keys_arrive(fixture)
         self.each_output(check)
@@ -96,10 +84,7 @@ class Half(TwoOutputs):
     def test_a_choice_by_pointer_is_carried_out(self):
         def check(_number, fixture):
             self.open()
-            self.click_at("File")
-            self.reader.wait_for(2)
-            self.click_at("Open...")
-            self.wait_until_closed()
+            self.click_through("File", "Open...")
             self.wait_until_chosen(fixture, "File > Open...")
             self.assert_keys_arrive(fixture)
         self.each_output(check)

@@ -2,11 +2,48 @@
 #include "platform/linux/wayland/CompositorConnection.h"
 
 #include <QGuiApplication>
+#include <QTimer>
 
 #include <algorithm>
+#include <utility>
 #include <wayland-client.h>
 
 namespace tarnwick {
+
+/// Whether the compositor is there: its answer comes after all that it has told before.
+class CompositorConnection::Question
+{
+public:
+    Question(wl_display* display, std::function<void(Question*)> answered)
+        : _callback(wl_display_sync(display)), _answered(std::move(answered))
+    {
+        static constexpr wl_callback_listener Listener{
+            [](void* self, wl_callback*, quint32) { static_cast<Question*>(self)->_turn.start(); }};
+        wl_callback_add_listener(_callback, &Listener, this);
+        _turn.setSingleShot(true);
+        _turn.setInterval(0);
+        QObject::connect(&_turn, &QTimer::timeout, &_turn, [this] { _next(); });
+    }
+    ~Question() { wl_callback_destroy(_callback); }
+    Question(const Question&) = delete;
+    Question& operator=(const Question&) = delete;
+
+private:
+    /// The toolkit keeps what it has been told of our windows for the end of a turn of the event loop, after
+    /// the timers.
+    void _next()
+    {
+        if (--_turnsLeft > 0)
+            _turn.start();
+        else
+            _answered(this);
+    }
+
+    wl_callback* _callback;
+    std::function<void(Question*)> _answered;
+    QTimer _turn;
+    int _turnsLeft = 2;
+};
 
 CompositorConnection::CompositorConnection(wl_display* display, Owner owner)
     : _display(display), _owner(owner), _registry(wl_display_get_registry(display))
@@ -49,6 +86,7 @@ std::unique_ptr<CompositorConnection> CompositorConnection::ofToolkit()
 
 CompositorConnection::~CompositorConnection()
 {
+    _questions.clear();
     if (_seat)
         wl_seat_destroy(_seat);
     wl_registry_destroy(_registry);
@@ -84,6 +122,18 @@ void CompositorConnection::roundTrip()
 {
     if (wl_display_roundtrip(_display) < 0)
         _end();
+}
+
+void CompositorConnection::afterEventsSoFar(std::function<void()> then)
+{
+    const auto answered = [this, then = std::move(then)](const Question* question) {
+        const auto found = std::ranges::find(_questions, question, &std::unique_ptr<Question>::get);
+        const auto over = std::exchange(*found, nullptr); // lives until this is over
+        _questions.erase(found);
+        then();
+    };
+    _questions.push_back(std::make_unique<Question>(_display, answered));
+    flush();
 }
 
 void CompositorConnection::_read()

@@ -5,7 +5,9 @@
 #include <QObject>
 #include <QSocketNotifier>
 
+#include <functional>
 #include <memory>
+#include <vector>
 #include <wayland-util.h>
 
 struct wl_display;
@@ -49,6 +51,9 @@ public:
     void flush();
     /// Takes in all that the compositor has to tell by now. Not from inside an event of this connection.
     void roundTrip();
+    /// Runs `then` from the event loop, once all that the compositor has told here by now has been dealt
+    /// with; of the toolkit's connection the events of our windows, too. Never when the compositor goes.
+    void afterEventsSoFar(std::function<void()> then);
 
 Q_SIGNALS:
     /// The compositor has gone. Nothing can be asked any more.
@@ -62,6 +67,7 @@ private:
     };
 
     enum class Owner { Self, Toolkit };
+    class Question;
 
     CompositorConnection(wl_display* display, Owner owner);
     [[nodiscard]] void* _bind(const wl_interface& interface, quint32 version);
@@ -73,6 +79,7 @@ private:
     wl_registry* _registry;
     wl_seat* _seat = nullptr;
     QHash<QByteArray, Global> _globals; ///< by interface, the first of each
+    std::vector<std::unique_ptr<Question>> _questions;
     std::unique_ptr<QSocketNotifier> _readable;
 };
 

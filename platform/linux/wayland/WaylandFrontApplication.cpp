@@ -73,7 +73,7 @@ void WaylandFrontApplication::afterChangesSoFar(std::function<void()> then)
         this,
         [this, then = std::move(then)]() mutable {
             _whenSettled.push_back(std::move(then));
-            if (!_step.isActive() && !_none.isActive())
+            if (_isSettled())
                 _settle();
         },
         Qt::QueuedConnection);
@@ -88,9 +88,10 @@ void WaylandFrontApplication::_activeChanged()
         return;
     }
     _none.stop();
+    _wait.reset();
     if (_toplevels->active() != _toplevel)
         _begin();
-    else if (!_step.isActive())
+    else if (_isSettled())
         _settle();
 }
 
@@ -103,9 +104,24 @@ void WaylandFrontApplication::_ended(Toplevels::Window window)
 
 void WaylandFrontApplication::_noneActive()
 {
+    if (_toplevels->active() != 0 || !_excused || _excused()) {
+        _noneActiveForSure();
+        return;
+    }
+    _wait = std::make_shared<bool>();
+    _afterNews([this, wait = std::weak_ptr(_wait)] {
+        if (wait.expired())
+            return;
+        _wait.reset();
+        _noneActiveForSure();
+    });
+}
+
+void WaylandFrontApplication::_noneActiveForSure()
+{
     if (_toplevels->active() == 0 && !(_excused && _excused()))
         _begin();
-    else if (!_step.isActive())
+    else if (_isSettled())
         _settle();
 }
 
@@ -115,6 +131,7 @@ void WaylandFrontApplication::_begin()
     MenuTracking::shared().cancel();
     _patience.setRemainingTime(Patience);
     _late.stop();
+    _wait.reset();
     _step.start(0);
 }
 
@@ -151,6 +168,11 @@ void WaylandFrontApplication::_become(const FrontWindow& found)
         return;
     _front = found;
     Q_EMIT changed(_front);
+}
+
+bool WaylandFrontApplication::_isSettled() const
+{
+    return !_step.isActive() && !_none.isActive() && !_wait;
 }
 
 void WaylandFrontApplication::_settle()

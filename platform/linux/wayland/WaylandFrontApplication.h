@@ -38,8 +38,16 @@ public:
     [[nodiscard]] static std::unique_ptr<FrontApplication> make(AtspiActiveWindow& inTree,
                                                                 std::shared_ptr<Toplevels> toplevels);
 
+    using Later = std::function<void(std::function<void()>)>;
+
     /// While `excused` says yes, that no window is active means nothing: a surface of ours is the reason.
-    void setExcuse(std::function<bool()> excused) { _excused = std::move(excused); }
+    /// What it goes by may be told after that: it is asked by what `afterNews` is given, which has to run
+    /// that once all that the compositor has told of our surfaces by now is known.
+    void setExcuse(std::function<bool()> excused, Later afterNews)
+    {
+        _excused = std::move(excused);
+        _afterNews = std::move(afterNews);
+    }
 
     [[nodiscard]] bool watch() override;
     [[nodiscard]] FrontWindow current() const override { return _front; }
@@ -50,16 +58,20 @@ private:
     void _activeChanged();
     void _ended(Toplevels::Window window);
     void _noneActive();
+    void _noneActiveForSure();
     void _begin();
     void _look();
     void _lookLate();
     void _become(const FrontWindow& found);
     void _settle();
+    [[nodiscard]] bool _isSettled() const;
     [[nodiscard]] FrontWindow _found();
 
     AtspiActiveWindow& _inTree;
     std::shared_ptr<Toplevels> _toplevels;
     std::function<bool()> _excused;
+    Later _afterNews;
+    std::shared_ptr<bool> _wait; ///< while what was told of our surfaces is not known yet
     bool _watching = false;
     FrontWindow _front;
     Toplevels::Window _toplevel = 0; ///< the one that was active when that was found

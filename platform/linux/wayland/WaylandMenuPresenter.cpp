@@ -131,9 +131,10 @@ bool WaylandMenuPresenter::popUpMenuPositioningItem(const std::shared_ptr<Menu>&
     // Not every compositor does it by itself. Who goes to another workspace would be taken back from there.
     if (wasTaken && !_superseded)
         _target->giveFocusBack();
-    _clicked = false;
     // What was chosen was meant for the application that was in front, as it was shown.
-    if (!choice || !_waitForTarget(*choice->item, wasTaken))
+    const bool isTaken = choice && _waitForTarget(*choice->item, wasTaken);
+    _clicked = false;
+    if (!isTaken)
         return false;
     performMenuChoice(choice->menu, choice->item);
     return true;

@@ -561,7 +561,7 @@ TEST_F(ActiveWindows, aMenuClosesWhenAnotherWindowBecomesActive)
 TEST_F(ActiveWindows, aMenuClosesWhenNoWindowIsActiveAnyMore_unlessItIsTheReason)
 {
     bool excused = false;
-    _frontApplication.setExcuse([&] { return excused; });
+    _frontApplication.setExcuse([&] { return excused; }, [](const auto& then) { then(); });
     auto first = activeWindow();
     ASSERT_TRUE(_frontApplication.watch());
     settle();
