@@ -462,13 +462,6 @@ Für alle anderen lassen Sie eine Taste des Desktops diesen Befehl ausführen:
     </message>
 </context>
 <context>
-    <name>tarnwick::AtspiMenuSource</name>
-    <message>
-        <source>Open this menu in the application once</source>
-        <translation>Dieses Menü einmal im Programm öffnen</translation>
-    </message>
-</context>
-<context>
     <name>tarnwick::GlobalHotKeys</name>
     <message>
         <source>Open the Menu at the Pointer</source>
@@ -554,6 +547,13 @@ Für alle anderen lassen Sie eine Taste des Desktops diesen Befehl ausführen:
     <message>
         <source>Searching...</source>
         <translation>Suche läuft...</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::UnmadeMenu</name>
+    <message>
+        <source>Open this menu in the application once</source>
+        <translation>Dieses Menü einmal im Programm öffnen</translation>
     </message>
 </context>
 </TS>

@@ -462,13 +462,6 @@ Sobre ellas el menú obedece solo al puntero, y puede abrirse donde este se vio 
     </message>
 </context>
 <context>
-    <name>tarnwick::AtspiMenuSource</name>
-    <message>
-        <source>Open this menu in the application once</source>
-        <translation>Abra este menú una vez en la aplicación</translation>
-    </message>
-</context>
-<context>
     <name>tarnwick::GlobalHotKeys</name>
     <message>
         <source>Open the Menu at the Pointer</source>
@@ -554,6 +547,13 @@ Sobre ellas el menú obedece solo al puntero, y puede abrirse donde este se vio 
     <message>
         <source>Searching...</source>
         <translation>Buscando...</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::UnmadeMenu</name>
+    <message>
+        <source>Open this menu in the application once</source>
+        <translation>Abra este menú una vez en la aplicación</translation>
     </message>
 </context>
 </TS>

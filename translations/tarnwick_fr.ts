@@ -462,13 +462,6 @@ Au-dessus d’elles, le menu n’obéit qu’au pointeur, et il peut s’ouvrir 
     </message>
 </context>
 <context>
-    <name>tarnwick::AtspiMenuSource</name>
-    <message>
-        <source>Open this menu in the application once</source>
-        <translation>Ouvrez ce menu une fois dans l’application</translation>
-    </message>
-</context>
-<context>
     <name>tarnwick::GlobalHotKeys</name>
     <message>
         <source>Open the Menu at the Pointer</source>
@@ -554,6 +547,13 @@ Au-dessus d’elles, le menu n’obéit qu’au pointeur, et il peut s’ouvrir 
     <message>
         <source>Searching...</source>
         <translation>Recherche...</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::UnmadeMenu</name>
+    <message>
+        <source>Open this menu in the application once</source>
+        <translation>Ouvrez ce menu une fois dans l’application</translation>
     </message>
 </context>
 </TS>

@@ -462,13 +462,6 @@ Over them the menu obeys the pointer alone, and it may open where the pointer wa
     </message>
 </context>
 <context>
-    <name>tarnwick::AtspiMenuSource</name>
-    <message>
-        <source>Open this menu in the application once</source>
-        <translation>アプリケーションでこのメニューを一度開いてください</translation>
-    </message>
-</context>
-<context>
     <name>tarnwick::GlobalHotKeys</name>
     <message>
         <source>Open the Menu at the Pointer</source>
@@ -554,6 +547,13 @@ Over them the menu obeys the pointer alone, and it may open where the pointer wa
     <message>
         <source>Searching...</source>
         <translation>検索中...</translation>
+    </message>
+</context>
+<context>
+    <name>tarnwick::UnmadeMenu</name>
+    <message>
+        <source>Open this menu in the application once</source>
+        <translation>アプリケーションでこのメニューを一度開いてください</translation>
     </message>
 </context>
 </TS>

@@ -27,10 +27,8 @@ void checkRow(const MenuRow& row, const DbusMenuPlace& menu)
             "an entry's place says what leads to it");
 }
 
-void checkLayout(const DbusMenuLayout& layout)
+void checkMenu(const DbusMenuLayout& layout, const DbusMenuPlace& menu)
 {
-    require(layout.entries.size() <= dbus_menus::MaximumEntries, "no more entries than are taken");
-    static const DbusMenuPlace menu = DbusMenuPlace{"/menu"}.below(7, QStringLiteral("File"));
     const QList<MenuRow> rows = dbusMenuNormalForm(layout.entries, {":1.5", menu.toPath(), 1});
     bool separated = true;
     for (const MenuRow& row : rows) {
@@ -40,6 +38,14 @@ void checkLayout(const DbusMenuLayout& layout)
         separated = separator;
     }
     require(rows.isEmpty() || !separated, "no menu ends with a separator");
+    require(rows.isEmpty() || !isUnmade(layout), "a menu that is yet to be made has no entry");
+}
+
+void checkLayout(const DbusMenuLayout& layout)
+{
+    require(layout.entries.size() <= dbus_menus::MaximumEntries, "no more entries than are taken");
+    for (const char* exporter : {"/menu", "/MenuBar/1"})
+        checkMenu(layout, DbusMenuPlace{exporter}.below(7, QStringLiteral("File")));
 }
 
 void checkReply(int kind, sd_bus_message* reply)

@@ -4,6 +4,7 @@
 #include "platform/linux/atspi/AtspiConstants.h"
 #include "platform/linux/atspi/AtspiDecode.h"
 #include "platform/linux/menus/MenuPress.h"
+#include "platform/linux/menus/UnmadeMenu.h"
 #include "platform/qt/menu/MenuTracking.h"
 
 #include <algorithm>
@@ -85,13 +86,6 @@ void AtspiMenuSource::_forgetBelowBar()
     _unmade = unmade;
 }
 
-MenuRow AtspiMenuSource::_rowOfUnmade()
-{
-    MenuRow row;
-    row.title = tr("Open this menu in the application once");
-    return row;
-}
-
 std::optional<QList<MenuRow>> AtspiMenuSource::readMenu(const BusReference& contents)
 {
     const auto ahead = _ahead.constFind(contents);
@@ -159,7 +153,7 @@ QList<AtspiMenuSource::Answer> AtspiMenuSource::_readAll(const QList<BusReferenc
             continue;
         }
         if (items->isEmpty() && _unmade.contains(menus[i])) {
-            answers.append({QList<MenuRow>{_rowOfUnmade()}, true});
+            answers.append({QList<MenuRow>{UnmadeMenu::row()}, true});
             continue;
         }
         if (const auto inner = level == MenuLevel::Menu ? menuInBetween(*items) : std::nullopt)

@@ -9,7 +9,6 @@
 #include "platform/linux/menus/MenuSource.h"
 #include "platform/linux/menus/ReadingBudget.h"
 
-#include <QCoreApplication>
 #include <QHash>
 #include <QObject>
 #include <QSet>
@@ -21,8 +20,6 @@ namespace tarnwick {
 /// be opened, in place of what is not there yet stands one greyed row that says what helps.
 class AtspiMenuSource final : public MenuSource
 {
-    Q_DECLARE_TR_FUNCTIONS(tarnwick::AtspiMenuSource)
-
 public:
     /// All must outlive this.
     AtspiMenuSource(AtspiBus& bus, ReadingBudget& budget, AtspiToolkits& toolkits,
@@ -47,7 +44,6 @@ private:
         bool whole = false; ///< nothing is missing
     };
 
-    [[nodiscard]] static MenuRow _rowOfUnmade();
     /// What these hold may be yet to be made.
     void _rememberHolders(const QList<MenuRow>& rows);
     /// Our menu has closed: what is below the bar is read again before it is shown.

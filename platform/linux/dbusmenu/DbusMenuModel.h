@@ -14,7 +14,7 @@ struct DbusMenuEntry
     enum class Toggle { None, Check, Radio };
 
     qint32 number = 0; ///< the exporter may give it to another entry at its next layout
-    QString label;     ///< an underscore stands before its mnemonic
+    QString label;     ///< an underscore stands before its mnemonic: see DbusMenuHabits
     bool enabled = true;
     bool visible = true;
     bool separator = false;

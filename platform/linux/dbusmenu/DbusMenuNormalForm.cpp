@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "platform/linux/dbusmenu/DbusMenuNormalForm.h"
 
+#include "platform/linux/dbusmenu/DbusMenuHabits.h"
 #include "platform/linux/dbusmenu/DbusMenuPlace.h"
 #include "platform/linux/menus/KeyBinding.h"
-#include "platform/linux/menus/MnemonicLabel.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace tarnwick {
@@ -28,7 +29,8 @@ std::optional<MenuShortcut> shortcutOf(const DbusMenuEntry& entry)
     return binding ? MenuShortcut::of(*binding) : std::nullopt;
 }
 
-std::optional<MenuRow> rowOf(const DbusMenuEntry& entry, const BusReference& self, const DbusMenuPlace& menu)
+std::optional<MenuRow> rowOf(const DbusMenuEntry& entry, const BusReference& self, const DbusMenuPlace& menu,
+                             DbusMenuHabits habits)
 {
     MenuRow row;
     row.item = self;
@@ -36,7 +38,7 @@ std::optional<MenuRow> rowOf(const DbusMenuEntry& entry, const BusReference& sel
         row.kind = MenuRow::Kind::Separator;
         return row;
     }
-    row.title = titleOfMnemonicLabel(entry.label);
+    row.title = habits.titleOf(entry.label);
     if (row.title.isEmpty() || row.title == StandIn)
         return std::nullopt;
     row.item.path = menu.below(entry.number, row.title).toPath();
@@ -64,14 +66,22 @@ QList<MenuRow> dbusMenuNormalForm(const QList<DbusMenuEntry>& entries, const Bus
     const auto place = DbusMenuPlace::fromPath(self.path);
     if (!place)
         return rows;
+    const auto habits = DbusMenuHabits::of(*place);
     for (const DbusMenuEntry& entry : entries) {
-        auto row = entry.visible ? rowOf(entry, self, *place) : std::nullopt;
+        auto row = entry.visible ? rowOf(entry, self, *place, habits) : std::nullopt;
         if (row && !(isSeparator(*row) && (rows.isEmpty() || isSeparator(rows.last()))))
             rows.append(*std::move(row));
     }
     if (!rows.isEmpty() && isSeparator(rows.last()))
         rows.removeLast();
     return rows;
+}
+
+bool isUnmade(const DbusMenuLayout& layout)
+{
+    return std::ranges::all_of(layout.entries, [](const DbusMenuEntry& entry) {
+        return !entry.separator && (entry.label.isEmpty() || entry.label == StandIn);
+    });
 }
 
 } // namespace tarnwick

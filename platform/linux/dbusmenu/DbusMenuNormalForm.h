@@ -11,4 +11,7 @@ namespace tarnwick {
 [[nodiscard]] QList<MenuRow> dbusMenuNormalForm(const QList<DbusMenuEntry>& entries,
                                                 const BusReference& self);
 
+/// Whether its entries are yet to be made: there is none, or a stand-in for them.
+[[nodiscard]] bool isUnmade(const DbusMenuLayout& layout);
+
 } // namespace tarnwick

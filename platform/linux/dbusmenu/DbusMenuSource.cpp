@@ -3,10 +3,11 @@
 
 #include "platform/linux/bus/SdBus.h"
 #include "platform/linux/dbusmenu/DbusMenuDecode.h"
+#include "platform/linux/dbusmenu/DbusMenuHabits.h"
 #include "platform/linux/dbusmenu/DbusMenuNormalForm.h"
 #include "platform/linux/dbusmenu/DbusMenuPlace.h"
 #include "platform/linux/menus/MenuPress.h"
-#include "platform/linux/menus/MnemonicLabel.h"
+#include "platform/linux/menus/UnmadeMenu.h"
 #include "platform/linux/x11/X11ServerTime.h"
 
 #include <utility>
@@ -24,16 +25,6 @@ constexpr std::chrono::milliseconds Moment{20};
 /// A program that is busy answers in the end. What was chosen waits for that, as any message would.
 constexpr std::chrono::seconds LongestForAnAnswer{20};
 
-/// Whether the exporter takes "AboutToShow" as what it is, a word ahead. Qt and KDE make a menu up to date
-/// then, and show nothing. It is told at once that the menu is closed again: FeatherPad greys entries while
-/// their menu is open only, so that their shortcuts work. Firefox and Thunderbird, as everything that exports
-/// at "/com/canonical/menu", may bring their own menu bar back into the window and give all entries other
-/// numbers.
-bool takesAboutToShow(const DbusMenuPlace& place)
-{
-    return place.number != 0 && place.menu.startsWith("/MenuBar/");
-}
-
 bool appendProperties(sd_bus_message* call)
 {
     if (sd_bus_message_open_container(call, SD_BUS_TYPE_ARRAY, "s") < 0)
@@ -42,6 +33,13 @@ bool appendProperties(sd_bus_message* call)
         if (sd_bus_message_append_basic(call, SD_BUS_TYPE_STRING, name) < 0)
             return false;
     return sd_bus_message_close_container(call) >= 0;
+}
+
+/// Whether the program would have to open the menu to make its entries. A bar is there without that.
+bool waitsForOpening(const DbusMenuLayout& layout, const DbusMenuPlace& place)
+{
+    return place.number != 0 && layout.menu.enabled && isUnmade(layout) &&
+           !DbusMenuHabits::of(place).isToldOfOpening;
 }
 
 qint32 numberOf(const BusReference& item)
@@ -54,14 +52,16 @@ qint32 numberOf(const BusReference& item)
 bool isOfAnother(const DbusMenuEntry& menu, const DbusMenuPlace& place)
 {
     return !place.way.isEmpty() && !menu.label.isEmpty() &&
-           DbusMenuPlace::mark(titleOfMnemonicLabel(menu.label)) != place.way.last();
+           DbusMenuPlace::mark(DbusMenuHabits::of(place).titleOf(menu.label)) != place.way.last();
 }
 
 /// The answer to "GetGroupProperties" for one entry; nothing unless it tells of that one.
 std::optional<DbusMenuEntry> factsOf(const BusReference& item, const QString& title, sd_bus_message* answer)
 {
+    const auto place = DbusMenuPlace::fromPath(item.path);
     auto entry = decodeProperties(answer);
-    const bool isIt = entry && entry->number == numberOf(item) && titleOfMnemonicLabel(entry->label) == title;
+    const bool isIt = entry && place && entry->number == place->number &&
+                      DbusMenuHabits::of(*place).titleOf(entry->label) == title;
     return isIt ? std::move(entry) : std::nullopt;
 }
 
@@ -109,7 +109,9 @@ std::optional<QList<MenuRow>> DbusMenuSource::_read(const BusReference& menu, De
     const auto place = DbusMenuPlace::fromPath(menu.path);
     if (!place || !_bus.stands(menu) || deadline.passed())
         return std::nullopt;
-    const qsizetype words = takesAboutToShow(*place) ? 1 : 0; // before the question
+    const bool opens = place->number != 0; // a bar does not
+    const qsizetype words =
+        opens && DbusMenuHabits::of(*place).isToldOfOpening ? 1 : 0; // before the question
     std::optional<DbusMenuLayout> layout;
     _bus.standingConnection()->exchange(
         words + 1, [&](qsizetype index) { return index < words ? _aboutToShow(menu) : _layoutCall(menu); },
@@ -122,6 +124,8 @@ std::optional<QList<MenuRow>> DbusMenuSource::_read(const BusReference& menu, De
         _bus.standingConnection()->send(_closed(menu));
     if (!layout || isOfAnother(layout->menu, *place))
         return std::nullopt;
+    if (waitsForOpening(*layout, *place))
+        return QList<MenuRow>{UnmadeMenu::row()};
     return dbusMenuNormalForm(layout->entries, menu);
 }
 

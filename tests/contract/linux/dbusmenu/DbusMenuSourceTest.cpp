@@ -11,6 +11,8 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 using namespace tarnwick;
 using namespace Qt::StringLiterals;
 
@@ -170,6 +172,32 @@ TEST_F(DbusMenuSourceTest, whoWasToldThatAMenuOpens_isToldThatItIsClosed_onceItI
     EXPECT_FALSE(read.enabled) << "as in the open menu";
     EXPECT_FALSE(source.isDisabledNow(read, Deadline::in(std::chrono::seconds(20)))) << "as before";
     EXPECT_EQ(application->count(u"Event"_s), 1);
+}
+
+TEST_F(DbusMenuSourceTest, aMenuThatIsMadeWhenItOpens_saysSo)
+{
+    menus->set({{0, {"", {1, 2, 3, 4}}},
+                {1, {"Late", {}, true, true}},
+                {2, {"Stand-in", {5}}},
+                {3, {"Greyed", {}, false, true}},
+                {4, {"Leaf"}},
+                {5, {"Label Empty"}}});
+    const QStringList unmade(u"Open this menu in the application once"_s);
+    const std::tuple<const char*, QString, QStringList> rows[] = {
+        {"nothing is there yet", u"Late"_s, unmade},
+        {"what stands in for it is nothing", u"Stand-in"_s, unmade},
+        {"it can't be opened", u"Greyed"_s, {}},
+    };
+    for (const auto& [sentence, title, expected] : rows)
+        EXPECT_EQ(titles(entry(source.readBar(bar()), title).contents), expected) << sentence;
+    const MenuRow late = entry(source.readBar(bar()), u"Late"_s);
+    const MenuRow row = source.readMenu(late.contents)->first();
+    EXPECT_FALSE(row.enabled);
+    EXPECT_FALSE(source.press(row));
+    EXPECT_EQ(titles(entry(source.readBar(bar("/MenuBar/1")), u"Late"_s).contents), QStringList())
+        << "one that makes its menus when it is told to has nothing in it";
+    menus->change(0, [](auto& entry) { entry.holds.clear(); });
+    EXPECT_TRUE(source.readBar(bar())->isEmpty()) << "a bar does not open";
 }
 
 TEST_F(DbusMenuSourceTest, aPress_isOneClickOnceTheEntryIsEnabled)

@@ -21,6 +21,7 @@ public:
         QByteArray label;
         QList<qint32> holds = {};
         bool enabled = true;
+        bool isHolder = false; ///< also where it holds nothing
     };
     /// One "Event" of type "clicked".
     struct Click
@@ -124,7 +125,7 @@ private:
         sd_bus_message_append(reply, "i", number);
         sd_bus_message_append(reply, "a{sv}", 3, "label", "s", entry.label.constData(), "enabled", "b",
                               entry.enabled ? 1 : 0, "children-display", "s",
-                              entry.holds.isEmpty() ? "" : "submenu");
+                              entry.isHolder || !entry.holds.isEmpty() ? "submenu" : "");
     }
 
     bool _sendLayout(sd_bus_message* call, qint32 number)

@@ -2,6 +2,7 @@
 // What applications export for a menu bar outside their windows, read and made into the entries that are
 // shown.
 #include "platform/linux/dbusmenu/DbusMenuDecode.h"
+#include "platform/linux/dbusmenu/DbusMenuHabits.h"
 #include "platform/linux/dbusmenu/DbusMenuNormalForm.h"
 #include "platform/linux/dbusmenu/DbusMenuPlace.h"
 #include "tests/unit/linux/bus/MessageTest.h"
@@ -108,6 +109,50 @@ TEST_F(DbusMenusTest, anEntryWithALabelOnly_isEnabledAndUnmarked)
     EXPECT_EQ(DbusMenuPlace::fromPath(shown.item.path),
               (DbusMenuPlace{"/menu", 1, {DbusMenuPlace::mark(u"Save _as"_s)}}));
     EXPECT_FALSE(shown.contents);
+}
+
+/// Qt makes an underscore of the first ampersand, unless it is the last character, and doubles none.
+TEST_F(DbusMenusTest, underscoresOfQt_areThoseOfTheText_butForOne)
+{
+    const std::tuple<const char*, QString, QString> rows[] = {
+        {"no mnemonic", u"Close"_s, u"Close"_s},
+        {"at the beginning", u"_File"_s, u"File"_s},
+        {"within a word, where it may be of the text", u"E_xit"_s, u"Exit"_s},
+        {"at the beginning of a word", u"Save _As"_s, u"Save As"_s},
+        {"in brackets", u"\u6587\u4EF6(_F)"_s, u"\u6587\u4EF6(F)"_s},
+        {"before one of the text", u"_1 my_long_name.txt"_s, u"1 my_long_name.txt"_s},
+        {"behind one of the text", u"my_file: _open"_s, u"my_file: open"_s},
+        {"none among several of the text", u"my_long_name.txt"_s, u"my_long_name.txt"_s},
+        {"two of the text", u"__init__"_s, u"__init__"_s},
+        {"two of the text within a word", u"notes__1.txt"_s, u"notes__1.txt"_s},
+        {"one of the text at the end", u"_Insert _"_s, u"Insert _"_s},
+        {"nothing else at the end", u"Insert _"_s, u"Insert _"_s},
+        {"an ampersand", u"Search _& Replace"_s, u"Search & Replace"_s},
+        {"an ampersand behind the mnemonic", u"_Search && Replace"_s, u"Search & Replace"_s},
+        {"one of the text behind an ampersand", u"Search _& Replace in my_file"_s,
+         u"Search & Replace in my_file"_s},
+        {"an ampersand alone", u"&"_s, u""_s},
+        {"with what follows a tab", u"_Copy\tCtrl+_"_s, u"Copy"_s},
+        {"nothing", u""_s, u""_s},
+    };
+    const auto habits = DbusMenuHabits::of({"/MenuBar/3"});
+    for (const auto& [sentence, label, title] : rows)
+        EXPECT_EQ(habits.titleOf(label), title) << sentence;
+    for (const QByteArray path : {"/com/canonical/menu/0", "/MenuBar", "/menu"})
+        EXPECT_EQ(DbusMenuHabits::of({path}).titleOf(u"my__file_"_s), u"my_file"_s) << path.constData();
+}
+
+TEST_F(DbusMenusTest, menusOfStandIns_areYetToBeMade)
+{
+    const auto isYetToBeMade = [this](const QList<Fill>& entries) {
+        return isUnmade(*dbus_menus::decodeLayout(layout(entries).get()));
+    };
+    EXPECT_TRUE(isYetToBeMade({}));
+    EXPECT_TRUE(isYetToBeMade({labelled(""), labelled("Label Empty")}));
+    EXPECT_FALSE(isYetToBeMade({labelled("Label Empty"), labelled("A")}));
+    EXPECT_FALSE(isYetToBeMade({separator()}));
+    EXPECT_FALSE(isYetToBeMade({labelled("A", [](auto* m) { property(m, "visible", "b", 0); })}))
+        << "it is made, and hidden";
 }
 
 TEST_F(DbusMenusTest, properties_greyMarkAndHide)
