@@ -1,5 +1,8 @@
 # SPDX-License-Identifier: MIT
 """Menu bars that are exported for a place outside the window are mirrored and pressed as those in it are."""
+import os
+import signal
+
 from gi.repository import GLib
 
 from harness.accessible import Item
@@ -72,6 +75,38 @@ class TheOnlyBarOfAProgram(OverMenusOutside):
         self.assert_chosen_once("File > Open Recent > notes_1.txt at", "Help > About at")
         self.assert_does_no_harm(allowed=())
         self.assertEqual(self.application.lines("asked").count("AboutToShow"), 0)
+
+
+class WhileAMenuIsOpen(OverMenusOutside):
+    """What the program does to its menus then."""
+
+    titles = ["File", "View", "Help"]
+
+    @classmethod
+    def start_application(cls):
+        return Exporting(cls.session)
+
+    def tell(self, number, done):
+        os.kill(self.application.program.pid, number)
+        wait_for(lambda: self.application.lines(done), f"the program {done}")
+
+    def test_other_numbers_and_then_none(self):
+        """In this order, since there is no way back from the second."""
+        self.read_back()
+        self.open_menu()
+        self.go.enter("File")
+        self.tell(signal.SIGUSR1, "renumbered")
+        self.go.choose("Open Recent", "notes_1.txt")
+        self.assert_chosen_once("File > Open Recent > notes_1.txt at")
+        self.open_menu()
+        self.go.enter("File")
+        self.tell(signal.SIGUSR2, "left")
+        self.go.choose("New")
+        self.tarnwick.wait_until_closed()
+        self.open_menu()
+        self.assertEqual(self.reader.items()[-1], Item(OWN_ENTRY, holds_menu=True))
+        self.close_menu()
+        self.assertEqual(self.application.chosen(), ["File > Open Recent > notes_1.txt at"])
 
 
 class TheCollectedBarOfQt(OverMenusOutside):

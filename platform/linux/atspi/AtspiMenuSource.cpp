@@ -92,11 +92,11 @@ std::optional<QList<MenuRow>> AtspiMenuSource::readMenu(const BusReference& cont
     return ahead == _ahead.cend() ? _read(contents, MenuLevel::Menu) : *ahead;
 }
 
-bool AtspiMenuSource::readAhead(const QByteArray& service, std::chrono::milliseconds most)
+void AtspiMenuSource::readAhead(const QByteArray& service, std::chrono::milliseconds most)
 {
     _ahead.clear();
     if (service != _service)
-        return false;
+        return;
     const ReadingBudget::Reading reading(_budget);
     const Deadline deadline = reading.deadline().atMostIn(most);
     for (QList<BusReference> level = _menusOfBar; !level.isEmpty() && !deadline.passed();) {
@@ -110,7 +110,6 @@ bool AtspiMenuSource::readAhead(const QByteArray& service, std::chrono::millisec
         }
         level = below;
     }
-    return true;
 }
 
 bool AtspiMenuSource::press(const MenuRow& row)

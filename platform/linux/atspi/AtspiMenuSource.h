@@ -32,10 +32,7 @@ public:
     bool press(const MenuRow& row) override;
     [[nodiscard]] bool isDisabledNow(const MenuRow& row, Deadline deadline) override;
 
-    /// Reads all menus below the bar that was read last, if `service` has it, for `most` at most. The pop-up
-    /// that is open or opens next shows those that were read whole as they are now, whatever becomes of them.
-    /// False when it is another's.
-    bool readAhead(const QByteArray& service, std::chrono::milliseconds most);
+    void readAhead(const QByteArray& service, std::chrono::milliseconds most) override;
 
 private:
     struct Answer

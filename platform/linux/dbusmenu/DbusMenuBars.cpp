@@ -49,13 +49,14 @@ BusReference DbusMenuBars::ofWindow(xcb_window_t window)
     const char* path = nullptr;
     if (!answer || sd_bus_message_read(answer.get(), "so", &service, &path) <= 0)
         return {};
-    return _at(service, path);
+    return at(service, path);
 }
 
-BusReference DbusMenuBars::_at(const QByteArray& service, const QByteArray& path)
+BusReference DbusMenuBars::at(const QByteArray& service, const QByteArray& path)
 {
     // A name that another program may have next is nobody's. The root stands for no menu.
-    if (!service.startsWith(':') || sd_bus_service_name_is_valid(service.constData()) <= 0 || path == "/")
+    if (!service.startsWith(':') || sd_bus_service_name_is_valid(service.constData()) <= 0 ||
+        sd_bus_object_path_is_valid(path.constData()) <= 0 || path == "/")
         return {};
     return _source.reference(service, path);
 }
@@ -81,7 +82,7 @@ BusReference DbusMenuBars::ofProcess(qint64 processIdentifier)
         return {};
     if (exported.isEmpty() && !connections.isEmpty())
         _exporters.insert(processIdentifier, {{}, Deadline::in(NotYet)});
-    return exported.size() == 1 ? _at(exported.first().first, exported.first().second) : BusReference();
+    return exported.size() == 1 ? at(exported.first().first, exported.first().second) : BusReference();
 }
 
 QByteArrayList DbusMenuBars::_connectionsOf(qint64 processIdentifier, Deadline deadline)

@@ -28,6 +28,9 @@ public:
     /// which nobody says whose they are.
     [[nodiscard]] BusReference ofProcess(qint64 processIdentifier);
 
+    /// The one that a program says to export there; empty when it makes no sense that it is there.
+    [[nodiscard]] BusReference at(const QByteArray& service, const QByteArray& path);
+
 private:
     struct Exporter
     {
@@ -35,8 +38,6 @@ private:
         std::optional<Deadline> until; ///< of a process that exports nothing: it may yet do so
     };
 
-    /// Empty when it makes no sense that it is there.
-    [[nodiscard]] BusReference _at(const QByteArray& service, const QByteArray& path);
     [[nodiscard]] QByteArrayList _connectionsOf(qint64 processIdentifier, Deadline deadline);
 
     SessionBus& _bus;

@@ -83,6 +83,7 @@ std::optional<QList<MenuRow>> DbusMenuSource::readBar(const BusReference& bar)
     auto rows = known ? justRead->rows : _read(bar, reading.deadline());
     if (rows)
         rows->removeIf([](const MenuRow& row) { return row.kind == MenuRow::Kind::Separator; });
+    _ahead.setBar(bar, rows.value_or(QList<MenuRow>()));
     return rows;
 }
 
@@ -97,11 +98,25 @@ bool DbusMenuSource::hasEntries(const BusReference& bar)
 
 std::optional<QList<MenuRow>> DbusMenuSource::readMenu(const BusReference& contents)
 {
+    if (const auto* ahead = _ahead.of(contents))
+        return *ahead;
     const ReadingBudget::Reading reading(_budget);
     if (auto rows = _read(contents, reading.deadline()))
         return rows;
     const BusReference again = _foundAgain(contents, reading.deadline());
     return again ? _read(again, reading.deadline()) : std::nullopt;
+}
+
+void DbusMenuSource::readAhead(const QByteArray& service, std::chrono::milliseconds most)
+{
+    const ReadingBudget::Reading reading(_budget);
+    const Deadline deadline = reading.deadline().atMostIn(most);
+    _ahead.read(service, deadline, [&](const QList<BusReference>& level) {
+        MenusAhead::Answers answers;
+        for (const BusReference& menu : level)
+            answers.append(_read(menu, deadline));
+        return answers;
+    });
 }
 
 std::optional<QList<MenuRow>> DbusMenuSource::_read(const BusReference& menu, Deadline deadline)

@@ -3,6 +3,7 @@
 
 #include "platform/linux/bus/SessionBus.h"
 #include "platform/linux/menus/MenuSource.h"
+#include "platform/linux/menus/MenusAhead.h"
 #include "platform/linux/menus/ReadingBudget.h"
 
 #include <QObject>
@@ -29,6 +30,7 @@ public:
 
     std::optional<QList<MenuRow>> readBar(const BusReference& bar) override;
     std::optional<QList<MenuRow>> readMenu(const BusReference& contents) override;
+    void readAhead(const QByteArray& service, std::chrono::milliseconds most) override;
     bool press(const MenuRow& row) override;
     [[nodiscard]] bool isDisabledNow(const MenuRow& row, Deadline deadline) override;
 
@@ -56,6 +58,7 @@ private:
     SessionBus& _bus;
     ReadingBudget& _budget;
     std::optional<JustRead> _justRead;
+    MenusAhead _ahead;
     QObject _presses; ///< owns those on their way
 };
 

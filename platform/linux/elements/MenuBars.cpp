@@ -22,16 +22,27 @@ constexpr std::chrono::seconds AfterAFailedLook{3};
 
 FoundMenuBar MenuBars::of(const FrontWindow& front)
 {
+    _last = _find(front);
+    _processOfLast = front.processIdentifier;
+    return _last;
+}
+
+void MenuBars::readAhead(const FrontWindow& front, std::chrono::milliseconds most)
+{
+    if (_last && _processOfLast == front.processIdentifier)
+        _last.source->readAhead(_last.bar.service, most);
+}
+
+FoundMenuBar MenuBars::_find(const FrontWindow& front)
+{
     if (front.processIdentifier == QCoreApplication::applicationPid())
         return OwnMenuSource::hasBar() ? FoundMenuBar{&_sources.own, OwnMenuSource::bar(), XCB_WINDOW_NONE}
                                        : FoundMenuBar{};
     if (!front)
         return {};
     const auto process = front.processIdentifier;
-    if (front.isNative()) {
-        const FoundMenuBar inside = _ofNative(front);
-        return process ? _orOutsideAnyWindow(*process, inside) : inside;
-    }
+    if (front.isNative())
+        return _findOfNative(front);
     const X11Window window{front.window, process};
     if (FoundMenuBar found = _orOutside(window, _ofWindow(window, true)))
         return found;
@@ -43,12 +54,23 @@ FoundMenuBar MenuBars::of(const FrontWindow& front)
     return process ? _orOutsideAnyWindow(*process, _ofAnyWindow(*process)) : FoundMenuBar();
 }
 
+FoundMenuBar MenuBars::_findOfNative(const FrontWindow& front)
+{
+    const FoundMenuBar inside = _ofNative(front);
+    if (!_mayLackMenus(inside))
+        return inside;
+    const auto& [service, path] = front.menuBar;
+    if (const BusReference told = _outside.menuBars.at(service, path); _hasEntries(told))
+        return {&_outside.menus, told, XCB_WINDOW_NONE};
+    return front.processIdentifier ? _orOutsideAnyWindow(*front.processIdentifier, inside) : inside;
+}
+
 FoundMenuBar MenuBars::_ofNative(const FrontWindow& front)
 {
     auto& [tree, exports, own] = _sources;
     const auto process = front.processIdentifier;
     if (!front.accessible)
-        return _ofAnyWindow(*process);
+        return process ? _ofAnyWindow(*process) : FoundMenuBar();
     FoundMenuBar inTree{&tree.menus, tree.menuBars.below(front.accessible), XCB_WINDOW_NONE};
     const auto toolkit = tree.menuBars.toolkitOf(front.accessible);
     if (inTree.bar && toolkit != AtspiToolkit::Gtk4)

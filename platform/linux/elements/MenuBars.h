@@ -67,10 +67,15 @@ public:
     /// same application; false when there is none. A bar in the accessibility tree goes before an exported
     /// one, unless its menus cannot be read while they are closed.
     [[nodiscard]] FoundMenuBar of(const FrontWindow& front);
+    /// Reads what is in the menus of the bar that was found last, if that is of the same process, for `most`
+    /// at most: see MenuSource.
+    void readAhead(const FrontWindow& front, std::chrono::milliseconds most);
     /// Without a menu bar, the window that this one is transient for in the end.
     [[nodiscard]] MenuBarOwner ownerOf(const FrontWindow& front);
 
 private:
+    [[nodiscard]] FoundMenuBar _find(const FrontWindow& front);
+    [[nodiscard]] FoundMenuBar _findOfNative(const FrontWindow& front);
     [[nodiscard]] FoundMenuBar _ofNative(const FrontWindow& front);
     [[nodiscard]] WindowPosition _position(const FrontWindow& front);
     [[nodiscard]] FoundMenuBar _ofWindow(const X11Window& window, bool active);
@@ -88,6 +93,8 @@ private:
     X11Windows& _windows;
     Sources _sources;
     DbusMenuExports& _outside;
+    FoundMenuBar _last; ///< that was found
+    std::optional<qint64> _processOfLast;
     /// By windows: the menus that were empty before a look at all of them. Another look helps none of these.
     QHash<xcb_window_t, QList<BusReference>> _leftEmpty;
     QHash<xcb_window_t, std::optional<Deadline>> _failedLooks; ///< by windows: when to look again

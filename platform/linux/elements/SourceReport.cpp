@@ -103,13 +103,14 @@ QString SourceReport::_exportedForOutside(const FrontWindow& window)
 {
     _reading.budget.begin();
     DbusMenuBars& bars = _reading.outside.menuBars;
-    const BusReference collected = window.isNative() ? BusReference() : bars.ofWindow(window.window);
+    const BusReference collected = window.isNative() ? bars.at(window.menuBar.service, window.menuBar.path)
+                                                     : bars.ofWindow(window.window);
     const BusReference bar =
         collected || !window.processIdentifier ? collected : bars.ofProcess(*window.processIdentifier);
     if (!bar)
         return NothingExported;
-    return told(collected ? u"collected by the desktop"_s : u"exported by the program"_s,
-                _reading.outside.menus.readBar(bar));
+    const QString collector = window.isNative() ? u"told by the compositor"_s : u"collected by the desktop"_s;
+    return told(collected ? collector : u"exported by the program"_s, _reading.outside.menus.readBar(bar));
 }
 
 QString SourceReport::_read(const FrontWindow& window)

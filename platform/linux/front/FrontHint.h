@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/linux/front/ExportedMenuBar.h"
+
 #include <QPoint>
 #include <QString>
 
@@ -15,6 +17,7 @@ struct FrontHint
     std::optional<QPoint> pointer;           ///< in pixels of the X server
     std::optional<qint64> processIdentifier; ///< of the window that has the focus
     std::optional<QString> title;            ///< of that window; not empty
+    ExportedMenuBar menuBar = {};            ///< of that window
 
     friend bool operator==(const FrontHint&, const FrontHint&) = default;
 };

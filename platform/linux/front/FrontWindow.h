@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/linux/bus/BusReference.h"
+#include "platform/linux/front/ExportedMenuBar.h"
 
 #include <xcb/xcb.h>
 
@@ -16,6 +17,7 @@ struct FrontWindow
     std::optional<qint64> processIdentifier;
     BusReference accessible =
         {}; ///< of a native window: its place in the accessibility tree, where it has one
+    ExportedMenuBar menuBar = {}; ///< of a native window, where the compositor has been told of one
 
     /// Whether it is a window of a Wayland compositor's own, which no X server knows.
     [[nodiscard]] bool isNative() const { return window == XCB_WINDOW_NONE && bool(*this); }

@@ -5,7 +5,6 @@
 #include "platform/linux/gtk/GtkMenuDecode.h"
 #include "platform/linux/menus/MenuPress.h"
 #include "platform/linux/x11/X11ServerTime.h"
-#include "platform/qt/menu/MenuTracking.h"
 
 #include <QCoreApplication>
 
@@ -77,11 +76,6 @@ bool appendParameter(sd_bus_message* call, const std::optional<SdBusValue>& para
 
 } // namespace
 
-GtkMenuSource::GtkMenuSource(SessionBus& bus, ReadingBudget& budget) : _bus(bus), _budget(budget)
-{
-    QObject::connect(&MenuTracking::shared(), &MenuTracking::ended, &_presses, [this] { _ahead.clear(); });
-}
-
 struct GtkMenuSource::Reading
 {
     QByteArray service;
@@ -105,8 +99,7 @@ std::optional<QList<MenuRow>> GtkMenuSource::readBar(const BusReference& bar)
     auto rows = known ? justRead->rows : _readNow(bar);
     if (rows) // as in a bar of the toolkit's own
         rows->removeIf([](const MenuRow& row) { return row.kind == MenuRow::Kind::Separator; });
-    _service = bar.service;
-    _menusOfBar = menusIn(rows.value_or(QList<MenuRow>()));
+    _ahead.setBar(bar, rows.value_or(QList<MenuRow>()));
     return rows;
 }
 
@@ -139,36 +132,34 @@ bool GtkMenuSource::lookAtAll(const BusReference& bar, std::chrono::milliseconds
 
 std::optional<QList<MenuRow>> GtkMenuSource::readMenu(const BusReference& contents)
 {
-    const auto ahead = _ahead.constFind(contents);
-    return ahead == _ahead.cend() ? _readNow(contents) : *ahead;
+    const auto* ahead = _ahead.of(contents);
+    return ahead ? *ahead : _readNow(contents);
 }
 
 void GtkMenuSource::readAhead(const QByteArray& service, std::chrono::milliseconds most)
 {
-    _ahead.clear();
-    if (service != _service)
-        return;
     const ReadingBudget::Reading budget(_budget);
     const Deadline deadline = budget.deadline().atMostIn(most);
-    std::optional<Reading> reading;
-    for (QList<BusReference> level = _menusOfBar; !level.isEmpty();) {
-        const QList<Place> places = _placesOf(level);
-        if (places.isEmpty())
-            return;
-        if (!reading)
-            reading = Reading{service, places.first().second, {}, {}, {}};
-        _readMenus(*reading, places, deadline);
-        if (deadline.passed()) // something may be missing
-            return;
-        level.clear();
-        for (const auto& [menu, place] : places) {
-            if (_ahead.contains(menu) || !reading->menus.contains(place.number))
-                continue;
-            const auto rows = gtkNormalForm(reading->menus, place, reading->actions, menu);
-            _ahead.insert(menu, rows);
-            level += menusIn(rows);
-        }
+    Reading reading{service, {}, {}, {}, {}};
+    _ahead.read(service, deadline,
+                [&](const QList<BusReference>& level) { return _readLevel(reading, level, deadline); });
+}
+
+MenusAhead::Answers GtkMenuSource::_readLevel(Reading& reading, const QList<BusReference>& menus,
+                                              Deadline deadline)
+{
+    const QList<Place> places = _placesOf(menus);
+    if (!places.isEmpty())
+        reading.place = places.first().second;
+    _readMenus(reading, places, deadline);
+    MenusAhead::Answers answers;
+    for (const BusReference& menu : menus) {
+        const auto place = GtkMenuPlace::fromPath(menu.path);
+        const bool isRead = place && reading.menus.contains(place->number);
+        answers.append(isRead ? std::optional(gtkNormalForm(reading.menus, *place, reading.actions, menu))
+                              : std::nullopt);
     }
+    return answers;
 }
 
 QList<GtkMenuSource::Place> GtkMenuSource::_placesOf(const QList<BusReference>& menus) const

@@ -4,9 +4,9 @@
 #include "platform/linux/bus/SessionBus.h"
 #include "platform/linux/gtk/GtkMenuNormalForm.h"
 #include "platform/linux/menus/MenuSource.h"
+#include "platform/linux/menus/MenusAhead.h"
 #include "platform/linux/menus/ReadingBudget.h"
 
-#include <QHash>
 #include <QObject>
 #include <QSet>
 
@@ -20,7 +20,7 @@ class GtkMenuSource final : public MenuSource
 {
 public:
     /// Both must outlive this.
-    GtkMenuSource(SessionBus& bus, ReadingBudget& budget);
+    GtkMenuSource(SessionBus& bus, ReadingBudget& budget) : _bus(bus), _budget(budget) {}
 
     /// A reference to the menu at `place` that the program `service` exports; empty when the bus cannot be
     /// reached.
@@ -39,10 +39,7 @@ public:
     /// all.
     bool lookAtAll(const BusReference& bar, std::chrono::milliseconds most);
 
-    /// Reads all menus below the bar that was read last, if `service` exports it, for `most` at most. The
-    /// pop-up that is open or opens next shows those that were read by then as they are now, whatever becomes
-    /// of them.
-    void readAhead(const QByteArray& service, std::chrono::milliseconds most);
+    void readAhead(const QByteArray& service, std::chrono::milliseconds most) override;
 
 private:
     struct Reading;
@@ -58,6 +55,9 @@ private:
     /// Those that can be read.
     [[nodiscard]] QList<Place> _placesOf(const QList<BusReference>& menus) const;
     [[nodiscard]] std::optional<QList<MenuRow>> _readNow(const BusReference& menu);
+    /// An answer for each of these menus.
+    [[nodiscard]] MenusAhead::Answers _readLevel(Reading& reading, const QList<BusReference>& menus,
+                                                 Deadline deadline);
     /// Reads these menus with their sections, all in one go where no section is in another group.
     void _readMenus(Reading& reading, const QList<Place>& places, Deadline deadline);
     /// Reads the menus of the groups, and the actions that have not been asked for yet, in one go.
@@ -75,10 +75,8 @@ private:
     SessionBus& _bus;
     ReadingBudget& _budget;
     std::optional<JustRead> _justRead;
-    QByteArray _service;                        ///< that exports the bar that was read last
-    QList<BusReference> _menusOfBar;            ///< of that one
-    QHash<BusReference, QList<MenuRow>> _ahead; ///< while our menu is open, or opens
-    QObject _presses;                           ///< owns those on their way
+    MenusAhead _ahead;
+    QObject _presses; ///< owns those on their way
 };
 
 } // namespace tarnwick

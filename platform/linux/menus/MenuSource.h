@@ -21,6 +21,10 @@ public:
     [[nodiscard]] virtual std::optional<QList<MenuRow>> readBar(const BusReference& bar) = 0;
     [[nodiscard]] virtual std::optional<QList<MenuRow>> readMenu(const BusReference& contents) = 0;
 
+    /// Reads all menus below the bar that was read last, if `service` has it, for `most` at most. The pop-up
+    /// that is open or opens next shows those that were read whole as they are now, whatever becomes of them.
+    virtual void readAhead(const QByteArray& /*service*/, std::chrono::milliseconds /*most*/) {}
+
     /// Activates a row of kind Item once, soon. False when that is known to be impossible. Keyboard and
     /// pointer have been given back by now, and the display server knows it.
     virtual bool press(const MenuRow& row) = 0;

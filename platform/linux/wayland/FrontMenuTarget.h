@@ -29,14 +29,7 @@ public:
         _window = _reading.front->current();
         _toplevel = _toplevels->active();
     }
-    void readAhead() override
-    {
-        const bool isInTree = _reading.tree.menus.readAhead(_window.accessible.service, MostForReading);
-        if (isInTree || !_window.processIdentifier)
-            return;
-        if (const auto exporter = _reading.exports.applications.of(*_window.processIdentifier))
-            _reading.exports.menus.readAhead(exporter->service, MostForReading);
-    }
+    void readAhead() override { _reading.menuBars.readAhead(_window, MostForReading); }
     void giveFocusBack() override
     {
         if (_toplevels->activeNow() == 0)

@@ -116,7 +116,10 @@ void PlasmaWindows::_add(const char* uuid)
                           quint32 process) { HintOf(self, handle).processIdentifier = process; },
         .virtual_desktop_entered = [](void*, Handle*, const char*) {},
         .virtual_desktop_left = [](void*, Handle*, const char*) {},
-        .application_menu = [](void*, Handle*, const char*, const char*) {},
+        .application_menu =
+            [](void* self, Handle* handle, const char* service, const char* path) {
+                Here(self)->_setMenuBar(handle, {service, path});
+            },
         .activity_entered = [](void*, Handle*, const char*) {},
         .activity_left = [](void*, Handle*, const char*) {},
         .resource_name_changed = [](void*, Handle*, const char*) {},
@@ -141,6 +144,14 @@ void PlasmaWindows::_remove(Handle* handle)
 void PlasmaWindows::_setActive(Handle* handle, bool active)
 {
     if (std::exchange(_windows.at(handle).active, active) != active)
+        change();
+}
+
+void PlasmaWindows::_setMenuBar(Handle* handle, const ExportedMenuBar& menuBar)
+{
+    Known& known = _windows.at(handle);
+    known.hint.menuBar = menuBar;
+    if (known.active)
         change();
 }
 

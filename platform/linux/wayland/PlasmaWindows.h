@@ -41,6 +41,7 @@ private:
     void _add(const char* uuid);
     void _remove(Handle* handle);
     void _setActive(Handle* handle, bool active);
+    void _setMenuBar(Handle* handle, const ExportedMenuBar& menuBar);
     [[nodiscard]] bool _waits() const;
 
     std::shared_ptr<CompositorConnection> _connection;

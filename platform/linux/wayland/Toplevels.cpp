@@ -4,8 +4,6 @@
 #include "platform/linux/wayland/ForeignToplevels.h"
 #include "platform/linux/wayland/PlasmaWindows.h"
 
-#include <utility>
-
 namespace tarnwick {
 
 Toplevels::Toplevels()
@@ -13,9 +11,20 @@ Toplevels::Toplevels()
     _tell.setSingleShot(true);
     _tell.setInterval(0);
     connect(&_tell, &QTimer::timeout, this, [this] {
-        if (std::exchange(_told, active()) != _told)
+        const Window before = _told;
+        const ExportedMenuBar menuBarBefore = _toldMenuBar;
+        startFrom(active());
+        if (before != _told)
             Q_EMIT activeChanged();
+        else if (menuBarBefore != _toldMenuBar)
+            Q_EMIT menuBarChanged();
     });
+}
+
+void Toplevels::startFrom(Window active)
+{
+    _told = active;
+    _toldMenuBar = about(active).menuBar;
 }
 
 std::shared_ptr<Toplevels> Toplevels::open(const std::shared_ptr<CompositorConnection>& connection)

@@ -29,7 +29,7 @@ public:
     [[nodiscard]] virtual Window active() const = 0;
     /// The same, of all that has happened by now: waits for the compositor.
     [[nodiscard]] virtual Window activeNow() = 0;
-    /// Whose the window is, and its title, where the compositor tells that.
+    /// Whose the window is, its title and its exported menu bar, where the compositor tells that.
     [[nodiscard]] virtual FrontHint about(Window window) const = 0;
     /// Asks for the window to become the active one; does nothing when it has gone.
     virtual void activate(Window window) = 0;
@@ -37,18 +37,21 @@ public:
 Q_SIGNALS:
     /// From the event loop, once for what happened together.
     void activeChanged();
+    /// The same window is active, and its menu bar is exported elsewhere, or not any more.
+    void menuBarChanged();
     /// That window will not be told of any more. From inside whatever waits for the compositor.
     void ended(quint64 window);
 
 protected:
     Toplevels();
     /// What is active by now is no change.
-    void startFrom(Window active) { _told = active; }
-    /// Another window may be the active one.
+    void startFrom(Window active);
+    /// Another window may be the active one, or its menu bar another one.
     void change() { _tell.start(); }
 
 private:
-    Window _told = 0; ///< that was active at the last activeChanged()
+    Window _told = 0;             ///< that was active at the last activeChanged()
+    ExportedMenuBar _toldMenuBar; ///< of that window
     QTimer _tell;
 };
 

@@ -42,6 +42,9 @@ WaylandFrontApplication::WaylandFrontApplication(AtspiActiveWindow& inTree,
     _late.setSingleShot(true);
     connect(&_late, &QTimer::timeout, this, &WaylandFrontApplication::_lookLate);
     connect(_toplevels.get(), &Toplevels::activeChanged, this, &WaylandFrontApplication::_activeChanged);
+    connect(_toplevels.get(), &Toplevels::menuBarChanged, this, &WaylandFrontApplication::_menuBarChanged);
+    connect(&MenuTracking::shared(), &MenuTracking::ended, this, &WaylandFrontApplication::_menuBarChanged,
+            Qt::QueuedConnection);
     connect(_toplevels.get(), &Toplevels::ended, this, &WaylandFrontApplication::_ended,
             Qt::QueuedConnection);
 }
@@ -100,6 +103,17 @@ void WaylandFrontApplication::_ended(Toplevels::Window window)
 {
     if (_watching && window == _toplevel && _toplevels->active() == 0)
         _begin();
+}
+
+/// Not under a menu of ours, which has been read by now: that is for what there was when it opened.
+void WaylandFrontApplication::_menuBarChanged()
+{
+    if (!_watching || !_front || _step.isActive() || MenuTracking::shared().active() ||
+        _toplevels->active() != _toplevel)
+        return;
+    FrontWindow front = _front;
+    front.menuBar = _toplevels->about(_toplevel).menuBar;
+    _become(front);
 }
 
 void WaylandFrontApplication::_noneActive()
@@ -186,11 +200,14 @@ FrontWindow WaylandFrontApplication::_found()
     FrontHint told = _toplevels->about(_toplevels->active());
     if (!told.processIdentifier && QGuiApplication::focusWindow() && !MenuTracking::shared().active())
         told.processIdentifier = QCoreApplication::applicationPid();
-    FrontWindow known{XCB_WINDOW_NONE, told.processIdentifier};
-    if (isOwn(known))
-        return known;
-    const AtspiWindow found = _inTree.current(told.processIdentifier, told.title);
-    return found ? FrontWindow{XCB_WINDOW_NONE, found.processIdentifier, found.reference} : known;
+    FrontWindow front{XCB_WINDOW_NONE, told.processIdentifier};
+    if (isOwn(front))
+        return front;
+    if (const AtspiWindow found = _inTree.current(told.processIdentifier, told.title))
+        front = {XCB_WINDOW_NONE, found.processIdentifier, found.reference};
+    if (front.processIdentifier)
+        front.menuBar = told.menuBar;
+    return front;
 }
 
 } // namespace tarnwick

@@ -57,6 +57,7 @@ public:
 private:
     void _activeChanged();
     void _ended(Toplevels::Window window);
+    void _menuBarChanged();
     void _noneActive();
     void _noneActiveForSure();
     void _begin();

@@ -1,7 +1,9 @@
 # SPDX-License-Identifier: MIT
 """The program behind Exporting: a window, and a menu bar that is exported for a place outside it and is nowhere else. It
-writes down what is chosen and what it is asked, a line each."""
+writes down what is chosen and what it is asked, a line each. SIGUSR1 gives all entries other numbers, at SIGUSR2 it leaves the
+bus."""
 import os
+import signal
 import sys
 
 from gi.repository import Gio, GLib
@@ -35,14 +37,15 @@ _TYPES = {"shortcut": "aas", "enabled": "b", "visible": "b", "toggle_state": "i"
 
 
 class Exporter:
-    """What is exported; with `renumbers` every choice gives all entries other numbers and tells of it."""
+    """What is exported; with `renumbers` every choice gives all entries other numbers."""
 
-    def __init__(self, bus, renumbers):
+    def __init__(self, bus, renumbers, path=PATH):
         self._bus = bus
+        self._path = path
         self._renumbers = renumbers
         self._last = 0
         self._number_all()
-        bus.register_object(PATH, Gio.DBusNodeInfo.new_for_xml(_INTERFACE).interfaces[0], self._called, None, None)
+        bus.register_object(path, Gio.DBusNodeInfo.new_for_xml(_INTERFACE).interfaces[0], self._called, None, None)
 
     def _number_all(self):
         self._entries, self._paths = {}, {}
@@ -55,6 +58,20 @@ class Exporter:
             for one in of["entries"]:
                 number(one, [*path, one["label"].replace("__", "\0").replace("_", "").replace("\0", "_")], False)
         number(MENU, [], True)
+
+    def renumber(self):
+        """Gives all entries other numbers, and tells of it."""
+        self._number_all()
+        self._bus.emit_signal(None, self._path, "com.canonical.dbusmenu", "LayoutUpdated", GLib.Variant("(ui)", (2, 0)))
+        print("renumbered all", flush=True)
+        return True
+
+    def leave(self):
+        """Leaves the bus."""
+        self._bus.set_exit_on_close(False)
+        self._bus.close_sync()
+        print("left the bus", flush=True)
+        return False
 
     @staticmethod
     def _properties(of):
@@ -82,8 +99,7 @@ class Exporter:
             print(values[1], " > ".join(self._paths[values[0]]), "at" if values[3] else "at no time", flush=True)
             invocation.return_value(None)
             if self._renumbers:
-                self._number_all()
-                self._bus.emit_signal(None, PATH, "com.canonical.dbusmenu", "LayoutUpdated", GLib.Variant("(ui)", (2, 0)))
+                self.renumber()
         else:
             invocation.return_dbus_error("com.canonical.dbusmenu.Error", "There is no such entry.")
 
@@ -105,6 +121,8 @@ def show_window():
 def main():
     bus = Gio.bus_get_sync(Gio.BusType.SESSION)
     exporter = Exporter(bus, "--renumbers" in sys.argv)
+    GLib.unix_signal_add(GLib.PRIORITY_DEFAULT, signal.SIGUSR1, exporter.renumber)
+    GLib.unix_signal_add(GLib.PRIORITY_DEFAULT, signal.SIGUSR2, exporter.leave)
     server = show_window()
     GLib.MainLoop().run()
     del exporter, server

@@ -48,7 +48,7 @@ class WaylandClient:
 
     def _bind_one(self, name, interface, version):
         bound = self._new_id()
-        self._send(self._REGISTRY, 0, struct.pack("=I", name) + _text(interface) + struct.pack("=II", version, bound))
+        self._send(self._REGISTRY, 0, struct.pack("=I", name) + text(interface) + struct.pack("=II", version, bound))
         return bound
 
     def _new_id(self):
@@ -81,10 +81,11 @@ class WaylandClient:
             if (target, opcode) == (self._REGISTRY, 0):
                 name, length = struct.unpack_from("=II", arguments)
                 self._globals.setdefault(arguments[8:8 + length - 1].decode(), []).append(name)
-            self._told(target, opcode, arguments)
+            else:
+                self._told(target, opcode, arguments)
 
     def _told(self, target, opcode, arguments):
-        """Another message of the compositor."""
+        """Takes an event of something that was bound or made."""
 
 
 class Input(WaylandClient):
@@ -197,7 +198,7 @@ class FakeInput(Input):
     def __init__(self, path):
         super().__init__(path)
         self._device = self._bind("org_kde_kwin_fake_input", 4)
-        self._send(self._device, 0, _text("tests") + _text("a person's hands"))
+        self._send(self._device, 0, text("tests") + text("a person's hands"))
         self._round_trip()
 
     def _move(self, x, y):
@@ -210,7 +211,7 @@ class FakeInput(Input):
         self._send(self._device, 10, struct.pack("=II", code, state))
 
 
-def _text(text):
+def text(text):
     """A string as the protocol has it: with its length, and filled up to a word."""
     ended = text.encode() + b"\0"
     return struct.pack("=I", len(ended)) + ended + b"\0" * (-len(ended) % 4)

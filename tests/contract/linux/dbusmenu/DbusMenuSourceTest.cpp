@@ -4,6 +4,7 @@
 #include "platform/linux/dbusmenu/DbusMenuSource.h"
 
 #include "platform/linux/bus/SdBus.h"
+#include "platform/qt/menu/MenuTracking.h"
 #include "tests/FairTimer.h"
 #include "tests/contract/linux/dbusmenu/ScriptedMenus.h"
 #include "tests/contract/session/BusDaemon.h"
@@ -258,6 +259,33 @@ TEST_F(DbusMenuSourceTest, aPressOfAnEntryThatIsGone_doesNothing)
         source.press(chosen);
         EXPECT_EQ(clicked(), QList<qint32>()) << sentence;
     }
+}
+
+TEST_F(DbusMenuSourceTest, whatIsReadAhead_isShownAsItWas_untilTheMenuHasClosed)
+{
+    menus->set({{0, {"", {1}}}, {1, {"File", {2, 3}}}, {2, {"New"}}, {3, {"Recent", {4}}}, {4, {"Notes"}}});
+    const MenuRow holder = file();
+    {
+        const MenuTracking::Span tracking;
+        budget.begin();
+        source.readAhead(application->service(), std::chrono::seconds(10));
+        menus->set(EditorAnew);
+        application->forgetCalls();
+        EXPECT_EQ(titles(holder.contents), (QStringList{u"New"_s, u"Recent"_s}));
+        EXPECT_EQ(titles(entry(source.readMenu(holder.contents), u"Recent"_s).contents),
+                  QStringList(u"Notes"_s));
+        EXPECT_EQ(application->calls(), QStringList());
+    }
+    EXPECT_EQ(titles(holder.contents), QStringList(u"Quit"_s)) << "the next one shows what there is then";
+}
+
+TEST_F(DbusMenuSourceTest, whatIsAnothers_isNotReadAhead)
+{
+    static_cast<void>(file());
+    const MenuTracking::Span tracking;
+    application->forgetCalls();
+    source.readAhead(":1.999999", std::chrono::seconds(10));
+    EXPECT_EQ(application->calls(), QStringList());
 }
 
 TEST_F(DbusMenuSourceTest, whatDoesNotAnswer_isMissingInTime)

@@ -3,6 +3,7 @@
 #include "platform/linux/atspi/AtspiConstants.h"
 #include "platform/linux/elements/LinuxReading.h"
 #include "platform/linux/workspace/X11FrontApplication.h"
+#include "platform/qt/menu/MenuTracking.h"
 #include "tests/contract/linux/dbusmenu/ScriptedMenus.h"
 #include "tests/contract/linux/dbusmenu/ScriptedRegistrar.h"
 #include "tests/contract/session/FixtureProgram.h"
@@ -97,6 +98,46 @@ TEST_F(OutsideBarsTest, withoutABarInTheTree_whatIsCollectedCountsAsLongAsItIs)
     registrar.reset();
     EXPECT_EQ(sourceOf(front), nullptr);
     EXPECT_EQ(sourceOf(native), nullptr);
+}
+
+TEST_F(OutsideBarsTest, theCompositorsWord_countsForItsWindow_whereTheTreeHasNoBar)
+{
+    const FixtureProgram program(u"gtk3"_s, {u"--no-bar"_s});
+    registrar.reset();
+    FrontWindow front{XCB_WINDOW_NONE, program.processIdentifier()};
+    EXPECT_EQ(sourceOf(front), nullptr);
+    front.menuBar = {exporter.service(), "/MenuBar/7"};
+    EXPECT_EQ(sourceOf(front), &reading->outside.menus);
+    front.menuBar = {":1.9999", "/MenuBar/7"};
+    EXPECT_EQ(sourceOf(front), nullptr) << "nobody is there";
+    front.menuBar = {exporter.service(), "nowhere"};
+    EXPECT_EQ(sourceOf(front), nullptr) << "no path";
+    front.menuBar = {exporter.service(), "/MenuBar/7"};
+    for (const auto& [toolkit, isInTree] : {std::pair{"Gecko", false}, std::pair{"Qt", true}}) {
+        const auto inTree = programOf(toolkit);
+        FrontWindow window = windowOf(*inTree, front, *reading);
+        window.menuBar = front.menuBar;
+        MenuSource* const expected =
+            isInTree ? static_cast<MenuSource*>(&reading->tree.menus) : &reading->outside.menus;
+        EXPECT_EQ(sourceOf(window), expected) << toolkit;
+    }
+}
+
+TEST_F(OutsideBarsTest, theBarThatWasFoundLast_isReadAhead_forItsProcessOnly)
+{
+    const FixtureProgram program(u"gtk3"_s, {u"--no-bar"_s});
+    const FrontWindow front{XCB_WINDOW_NONE, program.processIdentifier(), {}, {exporter.service(), "/bar"}};
+    QTest::qWait(1);
+    const FoundMenuBar found = reading->menuBars.of(front);
+    ASSERT_EQ(found.source, &reading->outside.menus);
+    ASSERT_TRUE(found.source->readBar(found.bar));
+    const MenuTracking::Span tracking;
+    exporter.forgetCalls();
+    reading->menuBars.readAhead({XCB_WINDOW_NONE, 1}, 10s);
+    EXPECT_EQ(exporter.calls(), QStringList());
+    QTest::qWait(1);
+    reading->menuBars.readAhead(front, 10s);
+    EXPECT_EQ(exporter.calls(), QStringList(u"GetLayout /bar"_s));
 }
 
 TEST_F(OutsideBarsTest, menusThatMayBeMissingUntilTheyOpen_areReadOutside)
