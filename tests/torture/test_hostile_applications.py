@@ -20,7 +20,7 @@ from hostile.tree import ROOT, TITLES
 
 AWAY = 0.6  # seconds that the main loop may be away besides its pauses
 CLOSING = 0.2  # seconds from Escape to the menu's end when the main loop is back
-GROWTH = 16 << 10  # KiB of private memory more than after the first menus: not one of the largest texts is kept
+GROWTH = 64 << 10  # KiB of private memory more than after the first menus
 HURRY = 0.1  # the pauses at a switch are so much of their length
 MENUS = 3  # are open at most
 LATE = 60.0 if SHARE >= 1 else 5.0  # seconds until answers come that are waited for
