@@ -56,7 +56,7 @@ FoundMenuBar MenuBars::_find(const FrontWindow& front)
 
 FoundMenuBar MenuBars::_findOfNative(const FrontWindow& front)
 {
-    const FoundMenuBar inside = _ofNative(front);
+    FoundMenuBar inside = _ofNative(front);
     if (!_mayLackMenus(inside))
         return inside;
     const auto& [service, path] = front.menuBar;

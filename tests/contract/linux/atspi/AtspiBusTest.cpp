@@ -668,7 +668,7 @@ TEST_F(AtspiBusTest, anItemThatStaysDisabled_isPressedAfterAQuarterOfASecond)
     time.start();
     EXPECT_TRUE(source.press(row));
     ASSERT_TRUE(QTest::qWaitFor([&] { return presses() > 0; }, Limit));
-    EXPECT_GE(time.elapsed(), 240);
+    EXPECT_GE(time.elapsed(), 237) << "a timer may be a twentieth early";
     QTest::qWait(300);
     EXPECT_EQ(presses(), 1);
 }
