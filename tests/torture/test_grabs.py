@@ -145,6 +145,7 @@ class RandomSteps(DesktopTest):
                 raise AssertionError(f"{error}\nat step {number} of {len(steps)}; the last ones:\n{last}\n"
                                      f"Tarnwick wrote: {self.tarnwick.program.output!r}") from error
         self.other.give_back()
+        self._cancel("all")  # a search goes back to its menu first
         self.tarnwick.close_menu()
         self.tarnwick.wait_until_at_rest()  # what was chosen last may just be opening the preferences
         self._close_own_windows()
