@@ -94,6 +94,7 @@ class CompositorSession(Session):
 
     def begin_compositor(self):
         """Another one comes."""
+        _make_place_for_x_sockets()
         self.environment["WAYLAND_DISPLAY"] = self._start_compositor()
         if self._has_xwayland:
             self._use_xwayland()
@@ -159,7 +160,6 @@ class CompositorSession(Session):
 
     def _telling(self):
         """What the compositor is to run: it writes down how its X server is reached, which those that it starts are told."""
-        _make_place_for_x_sockets()
         told = self._told_display
         told.unlink(missing_ok=True)
         return self._write("tell", f'#!/bin/sh\necho "$DISPLAY $XAUTHORITY" > {told}.new && mv {told}.new {told}\n', 0o700)
@@ -357,7 +357,7 @@ class KWin(Sway):
 
 
 def _make_place_for_x_sockets():
-    """At once as it is to be: others may look at it, or make it, in the same moment."""
+    """At once as it is to be, before any compositor: one of wlroots makes it without the sticky bit, which others want."""
     mask = os.umask(0)
     try:
         _X_SOCKETS.mkdir(mode=0o1777, exist_ok=True)

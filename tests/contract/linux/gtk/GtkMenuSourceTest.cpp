@@ -408,6 +408,7 @@ TEST_F(GtkMenuSourceTest, whatIsNotReadAheadInTime_orIsAnothers_isReadWhenItIsOp
 {
     publish(Editor, EditorActions);
     ASSERT_TRUE(source.readBar(at(Bar)));
+    EXPECT_TRUE(allEnded());
     const MenuTracking::Span tracking;
     application->forgetCalls();
     source.readAhead(":1.999999", 10s);
