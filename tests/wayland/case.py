@@ -33,7 +33,11 @@ class UnseenFixture:
         self.kit = kit
         self.log = session.directory / "out" / f"{name or kit}.log"
         self.program = session.run(fixture_program(kit), DATA / "editor.menu", "--log", self.log, *options, **environment)
-        wait_for(lambda: self.lines("focus")[-1:] == ["in"], f"the focus in {kit}; it wrote {self.program.output!r}")
+        self._wait_for(lambda: self.lines("focus")[-1:] == ["in"], f"the focus in {kit}; it wrote {self.program.output!r}")
+
+    def _wait_for(self, find, what):
+        """What is only there once its window is."""
+        return wait_for(lambda: find() or self._session.map_lost_windows(self.pid), what, step=0.05)
 
     @property
     def pid(self):
@@ -60,8 +64,7 @@ class NativeFixture(UnseenFixture):
 
     def frame(self):
         """(left, top, right, bottom) of its window in the picture of the screen, once that is at rest; with its shadow."""
-        return wait_for(lambda: self._session.picture_at_rest().changed_from(self._empty), "its window in the picture",
-                        step=0.05)
+        return self._wait_for(lambda: self._session.picture_at_rest().changed_from(self._empty), "its window in the picture")
 
     def end(self):
         """Ends it, and waits until the screen is as it was before."""

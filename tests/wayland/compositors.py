@@ -8,6 +8,7 @@ import re
 import signal
 import subprocess
 import tempfile
+import time
 
 from harness.processes import adopt_orphans
 from harness.session import Session
@@ -41,6 +42,7 @@ class CompositorSession(Session):
         super().__init__()
         self._scales = scales
         self._has_xwayland = xwayland
+        self._unseen = {}  # windows on the X server that the compositor does not show, and since when
         self.outputs = []  # (x, y, width, height) of each that is on, in the places that the pointer has
 
     def start(self):
@@ -170,9 +172,26 @@ class CompositorSession(Session):
 
     def windows_on_xwayland(self):
         """The process of each window that its X server has."""
-        listed = re.findall(r"0x\w+", self.call("xprop", "-root", "_NET_CLIENT_LIST"))
-        processes = (self.call("xprop", "-id", window, "_NET_WM_PID").rpartition(" ")[2] for window in listed)
+        processes = (self.call("xprop", "-id", window, "_NET_WM_PID").rpartition(" ")[2] for window in self._listed_windows())
         return [int(process) for process in processes]
+
+    def map_lost_windows(self, process):
+        """Has the windows of a process mapped anew that its X server shows and the compositor, for a second, does not: sway
+        1.10 loses a window, whoever's it is, whose first picture comes before the X server's word which window that is."""
+        if not self._has_xwayland:
+            return
+        listed = [int(window, 16) for window in self._listed_windows()]
+        search = subprocess.run(["xdotool", "search", "--onlyvisible", "--pid", str(process)], env=self.environment,
+                                timeout=60, check=False, capture_output=True, text=True)  # fails when it finds nothing
+        now = time.monotonic()
+        unseen = {int(window) for window in search.stdout.split()}.difference(listed)
+        self._unseen = {window: self._unseen.get(window, now) for window in unseen}
+        for window in (window for window, since in self._unseen.items() if now - since > 1):
+            self._unseen[window] = now
+            self.call("xdotool", "windowunmap", "--sync", window, "windowmap", window)
+
+    def _listed_windows(self):
+        return re.findall(r"0x\w+", self.call("xprop", "-root", "_NET_CLIENT_LIST"))
 
     def _use_xwayland(self):
         wait_for(self._told_display.exists, f"an X server; the compositor wrote: {self._compositor.output}", step=0.02)

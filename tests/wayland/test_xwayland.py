@@ -13,7 +13,7 @@ ON_XWAYLAND = {"gtk3": {"GDK_BACKEND": "x11"}, "gtk4": {"GDK_BACKEND": "x11"}, "
 class OverProgramsOnXWayland(MenuTest):
     session_options = {"xwayland": True}
     environment_of = ON_XWAYLAND
-    tools = ("Xwayland", "xprop")
+    tools = ("Xwayland", "xprop", "xdotool")
 
     def each_on_xwayland(self, check):
         def checked(fixture):
