@@ -94,6 +94,19 @@ class ASwitch(SwitchTest):
         self.windows.activate(first.windows[0])
         self.assertEqual(self.titles(), TITLES)
 
+    def test_where_there_was_none_only_the_program_in_front_is_asked(self):
+        """Another one may be busy."""
+        other = self.start("qt6", "--no-bar")
+        self.start("gtk3")
+        self.assertEqual(self.titles(), TITLES)
+        self.tarnwick.wait_until_at_rest()
+        name = self.bus.application(other.pid).name_on_bus
+        monitor = BusMonitor(self.session, self.bus.address)
+        self.assertEqual(self.titles(), TITLES)
+        calls = monitor.calls()
+        self.assertTrue(calls)
+        self.assertEqual([call for call in calls if call.destination == name], [])
+
     def test_between_windows_of_one_program_shows_the_menu_of_each(self):
         for kit in KITS:
             with self.subTest(kit):

@@ -62,7 +62,7 @@ bool WaylandFrontApplication::watch()
 std::optional<FrontWindow> WaylandFrontApplication::lookAgain()
 {
     // Under a menu of ours no application may be the active one.
-    if (!MenuTracking::shared().active()) {
+    if (!MenuTracking::shared().active() && !_isStillActive()) {
         _front = _found();
         _toplevel = _toplevels->active();
     }
@@ -182,6 +182,12 @@ void WaylandFrontApplication::_become(const FrontWindow& found)
         return;
     _front = found;
     Q_EMIT changed(_front);
+}
+
+bool WaylandFrontApplication::_isStillActive()
+{
+    return _isSettled() && _front.accessible && _toplevel != 0 && _toplevels->active() == _toplevel &&
+           !_inTree.isInactive(_front.accessible, Deadline::in(MostForAnAnswer));
 }
 
 bool WaylandFrontApplication::_isSettled() const

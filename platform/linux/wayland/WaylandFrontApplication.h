@@ -32,6 +32,8 @@ public:
     static constexpr std::chrono::milliseconds LastLateStep{4800};
     /// For so long that no window is active may be on the way to something else.
     static constexpr std::chrono::milliseconds NoneCounts{30};
+    /// A program that is busy longer is not waited for, where the compositor has told which window it is.
+    static constexpr std::chrono::milliseconds MostForAnAnswer{50};
 
     /// `inTree` must outlive this.
     WaylandFrontApplication(AtspiActiveWindow& inTree, std::shared_ptr<Toplevels> toplevels);
@@ -65,6 +67,9 @@ private:
     void _lookLate();
     void _become(const FrontWindow& found);
     void _settle();
+    /// Whether the window that is known is in front still, by the word of the compositor, and its own program
+    /// does not contradict. Other programs are not asked then.
+    [[nodiscard]] bool _isStillActive();
     [[nodiscard]] bool _isSettled() const;
     [[nodiscard]] FrontWindow _found();
 
