@@ -13,7 +13,8 @@ struct zwlr_foreign_toplevel_manager_v1;
 namespace tarnwick {
 
 /// By the word of a compositor of the wlroots kind, which does not tell whose a window is; of any other, none
-/// is ever active.
+/// is ever active. One for a connection, as long as that: what the compositor tells one that is gone breaks
+/// it.
 class ForeignToplevels final : public Toplevels
 {
 public:

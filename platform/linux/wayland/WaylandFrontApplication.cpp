@@ -164,7 +164,8 @@ void WaylandFrontApplication::_look()
     _become(found);
     if (!isBack && !isAnother)
         _late.start(FirstLateStep);
-    _settle();
+    if (_isSettled()) // else the window may have lost the front meanwhile
+        _settle();
 }
 
 void WaylandFrontApplication::_lookLate()

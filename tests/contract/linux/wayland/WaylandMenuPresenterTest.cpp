@@ -15,7 +15,9 @@
 #include "tests/fakes/FakeApplication.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QMenu>
+#include <QScopeGuard>
 #include <QScreen>
 #include <QTest>
 #include <QTimer>
@@ -30,6 +32,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 std::shared_ptr<CompositorConnection> connection;
+std::shared_ptr<Toplevels> toplevels; ///< one for all tests, as there is to be one for a connection
 
 constexpr int Escape = 9;
 constexpr int Return = 36;
@@ -522,7 +525,7 @@ protected:
         EXPECT_TRUE(QTest::qWaitFor([&] { return settled; }, 10'000));
     }
 
-    std::shared_ptr<Toplevels> _toplevels = Toplevels::open(connection);
+    std::shared_ptr<Toplevels> _toplevels = toplevels;
     AtspiBus _bus;
     AtspiApplications _applications{_bus};
     ReadingBudget _budget;
@@ -587,6 +590,51 @@ TEST_F(ActiveWindows, whoeverWaitsForTheChangesSoFar_isAnsweredAfterThem)
     EXPECT_TRUE(QTest::qWaitFor([&] { return answered; }, 10'000));
 }
 
+/// The active window is what a test says, and no application says that it is its own.
+class ToldToplevels final : public Toplevels
+{
+public:
+    void makeActive(Window window)
+    {
+        _active = window;
+        change();
+    }
+    [[nodiscard]] Window active() const override { return _active; }
+    [[nodiscard]] Window activeNow() override { return _active; }
+    [[nodiscard]] FrontHint about(Window window) const override
+    {
+        questions += window != 0 ? 1 : 0;
+        return {};
+    }
+    void activate(Window /*window*/) override {}
+
+    mutable int questions = 0; ///< about a window
+
+private:
+    Window _active = 0;
+};
+
+TEST_F(ActiveWindows, aWindowThatLosesTheFrontBeforeItIsFound_leavesNoneOnceThatCounts)
+{
+    const auto told = std::make_shared<ToldToplevels>();
+    WaylandFrontApplication front{_inTree, told};
+    int changes = 0;
+    QObject::connect(told.get(), &Toplevels::activeChanged, &front, [&] { ++changes; });
+    ASSERT_TRUE(front.watch());
+    told->makeActive(1);
+    // By what tells of the change, and by the first look of those that follow until one has found it.
+    ASSERT_TRUE(QTest::qWaitFor([&] { return changes == 1 && told->questions >= 2; }, 10'000));
+    QElapsedTimer since;
+    since.start();
+    told->makeActive(0);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return changes == 2; }, 10'000));
+    bool answered = false;
+    front.afterChangesSoFar([&] { answered = true; });
+    EXPECT_TRUE(QTest::qWaitFor([&] { return answered; }, 10'000));
+    EXPECT_GE(since.elapsed(), WaylandFrontApplication::NoneCounts.count() * 9 / 10)
+        << "or a menu that opens then is closed by it";
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -599,5 +647,7 @@ int main(int argc, char** argv)
     }
     const QApplication application(argc, argv);
     connection->follow();
+    toplevels = Toplevels::open(connection);
+    const auto forget = qScopeGuard([] { toplevels.reset(); });
     return runTests();
 }
