@@ -71,7 +71,10 @@ TEST_F(X11PopUpKeysTest, whatIsSentToTheKeeper_comesBack_andOthersWaitForIt)
 {
     start({});
     QList<bool> cameBack;
-    const Keys seen([&](const xcb_key_press_event_t& event) { cameBack.append(_keys.comesBack(event)); });
+    const Keys seen([&](const xcb_key_press_event_t& event) {
+        if (event.event == _keeper) // what another test has sent may be on its way
+            cameBack.append(_keys.comesBack(event));
+    });
     auto event = pressOf(Z);
     _keys.handToKeeper(event);
     EXPECT_FALSE(_keys.hasToWait(event));
