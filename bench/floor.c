@@ -155,21 +155,22 @@ static void read_children(sd_bus* bus, const struct item* menu)
     sd_bus_message_unref(reply);
 }
 
-static void call_group(sd_bus* bus, const struct item* menus, const char* member, uint32_t group,
-                       int answered)
+/// Sends what nobody answers.
+static void tell(sd_bus* bus, sd_bus_message* message)
 {
-    sd_bus_message* message = call_on(bus, menus, "org.gtk.Menus", member);
-    sd_bus_message_append(message, "au", 1, group);
-    if (answered) {
-        send_off(bus, message);
-        return;
-    }
     sd_bus_message_set_expect_reply(message, 0);
     const int error = sd_bus_send(bus, message, NULL);
     if (error < 0)
-        fail(member, error);
+        fail("telling", error);
     sd_bus_message_unref(message);
     ++messages;
+}
+
+static sd_bus_message* group_call(sd_bus* bus, const struct item* menus, const char* member, uint32_t group)
+{
+    sd_bus_message* message = call_on(bus, menus, "org.gtk.Menus", member);
+    sd_bus_message_append(message, "au", 1, group);
+    return message;
 }
 
 static void finish(sd_bus* bus)
@@ -181,13 +182,13 @@ static void finish(sd_bus* bus)
 static void read_model(sd_bus* bus, const struct item* menus, char** arguments)
 {
     const uint32_t group = (uint32_t)strtoul(arguments[0], NULL, 10);
-    call_group(bus, menus, "Start", group, 1);
+    send_off(bus, group_call(bus, menus, "Start", group));
     for (char** path = arguments + 1; *path; ++path) {
         const struct item actions = {menus->service, *path};
         send_off(bus, call_on(bus, &actions, "org.gtk.Actions", "DescribeAll"));
     }
     finish(bus);
-    call_group(bus, menus, "End", group, 0);
+    tell(bus, group_call(bus, menus, "End", group));
 }
 
 static void read_layout(sd_bus* bus, const struct item* menu, char** arguments)
@@ -201,6 +202,9 @@ static void read_layout(sd_bus* bus, const struct item* menu, char** arguments)
                           "toggle-state", "shortcut", "children-display");
     send_off(bus, message);
     finish(bus);
+    message = call_on(bus, menu, "com.canonical.dbusmenu", "Event");
+    sd_bus_message_append(message, "isvu", number, "closed", "i", 0, (uint32_t)0);
+    tell(bus, message);
 }
 
 static void forget_items(void)

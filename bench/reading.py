@@ -36,6 +36,8 @@ def _row_of_export(kind, name, size, rounds):
             stage.floor, stage.entries, stage.reading)))
     finally:
         stage.close()
+    if floor.messages != entries.messages:
+        raise RuntimeError(f"the floor of {name} sends {floor.messages} messages, Tarnwick {entries.messages}")
     print_compared(f"reading a submenu of {size} items, {name}", entries, "the floor", floor, 1.25)
     print_row("the same, and its menu is built", reading, "the floor", floor, "", None)
 
