@@ -62,12 +62,13 @@ private:
         _walked.insert(number);
         ++_depth;
         const qsizetype begin = _rows.size();
+        const QByteArray menu = _pathWithin(number);
         const QList<GtkMenuEntry> entries = _menus.value(number);
         for (qsizetype i = 0; i < entries.size() && _rows.size() < gtk_menus::MaximumEntries; ++i) {
             if (entries[i].section)
                 _walkSection(entries[i], actionNamespace, separated && _rows.size() > begin);
             else
-                _append(entries[i], actionNamespace, number, i);
+                _append(entries[i], actionNamespace, _reference(menu + QByteArray::number(i)));
         }
         --_depth;
     }
@@ -80,16 +81,15 @@ private:
             return;
         MenuRow separator;
         separator.kind = MenuRow::Kind::Separator;
-        separator.item = _reference(*entry.section, -1);
+        separator.item = _reference(_pathWithin(*entry.section) + "-1");
         _rows.insert(begin, separator);
     }
 
-    void _append(const GtkMenuEntry& entry, const QByteArray& actionNamespace, GtkMenuNumber number,
-                 qsizetype index)
+    void _append(const GtkMenuEntry& entry, const QByteArray& actionNamespace, const BusReference& item)
     {
         MenuRow row;
         row.title = titleOfMnemonicLabel(entry.label.value_or(QString()));
-        row.item = _reference(number, index);
+        row.item = item;
         const bool missing = !_readAction(entry, actionNamespace, row);
         if (row.title.isEmpty() || isHidden(entry, missing, row.enabled))
             return;
@@ -109,9 +109,7 @@ private:
         row.enabled = !entry.action;
         if (!entry.action)
             return true;
-        GtkMenuPlace place = _place;
-        place.actionNamespace = actionNamespace;
-        auto action = place.find(*entry.action);
+        auto action = _place.find(*entry.action, actionNamespace);
         const auto group = action ? _actions.constFind(action->path) : _actions.cend();
         if (group == _actions.cend())
             return false;
@@ -130,12 +128,17 @@ private:
         return outer.isEmpty() || inner.isEmpty() ? outer + inner : outer + '.' + inner;
     }
 
-    [[nodiscard]] BusReference _reference(GtkMenuNumber number, qsizetype index) const
+    /// What the paths of the entries of a menu begin with.
+    [[nodiscard]] QByteArray _pathWithin(GtkMenuNumber number) const
+    {
+        return _place.menus + ' ' + QByteArray::number(number.group) + ' ' + QByteArray::number(number.menu) +
+               ' ';
+    }
+
+    [[nodiscard]] BusReference _reference(const QByteArray& path) const
     {
         BusReference reference = _self;
-        reference.path = _place.menus;
-        for (const qint64 part : {qint64{number.group}, qint64{number.menu}, qint64{index}})
-            reference.path.append(' ').append(QByteArray::number(part));
+        reference.path = path;
         return reference;
     }
 

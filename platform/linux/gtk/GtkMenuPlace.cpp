@@ -32,9 +32,9 @@ std::optional<GtkMenuPlace> GtkMenuPlace::fromPath(const QByteArray& path)
         parts[3]};
 }
 
-std::optional<GtkMenuAction> GtkMenuPlace::find(const QByteArray& action) const
+std::optional<GtkMenuAction> GtkMenuPlace::find(const QByteArray& action, const QByteArray& within) const
 {
-    const QByteArray full = actionNamespace.isEmpty() ? action : actionNamespace + '.' + action;
+    const QByteArray full = within.isEmpty() ? action : within + '.' + action;
     const qsizetype dot = full.indexOf('.');
     const QByteArrayView prefix = QByteArrayView(full).first(std::max<qsizetype>(dot, 0));
     QByteArray path;

@@ -24,8 +24,9 @@ struct GtkMenuPlace
     [[nodiscard]] static std::optional<GtkMenuPlace> fromPath(const QByteArray& path);
 
     /// The path of the group that an action belongs to, by the prefix of its name, with the rest of the name;
-    /// nothing for prefixes that are not exported.
-    [[nodiscard]] std::optional<GtkMenuAction> find(const QByteArray& action) const;
+    /// nothing for prefixes that are not exported. `within` stands before the name; it is the namespace of
+    /// the menu with those of the sections that the entry is in.
+    [[nodiscard]] std::optional<GtkMenuAction> find(const QByteArray& action, const QByteArray& within) const;
 
     friend bool operator==(const GtkMenuPlace&, const GtkMenuPlace&) = default;
 };
