@@ -183,7 +183,7 @@ TEST_F(AtspiBusTest, aMenuThatIsYetToBeMade_saysSoInOneGreyedRow)
     objects["/greyed"] = {"Greyed", RoleMenu, bit(StateVisible), {}, {}};
     objects["/hidden"] = {"Hidden", RoleMenu, Usable, {}, {"/unseen"}};
     objects["/unseen"] = {"Unseen", RoleMenuItem, bit(StateSensitive), {}, {}};
-    for (const char* toolkit : {"gtk", "Gecko"}) {
+    for (const char* toolkit : {"gtk", "Gecko", "J2SE-access-bridge"}) {
         publish(toolkit, objects);
         const auto at = [this](const char* path) {
             return source.readMenu(this->at(path)).value_or(QList<MenuRow>());
