@@ -13,7 +13,7 @@ from harness.waiting import LIMIT
 
 DOWN, LEFT, RIGHT, RETURN, ESCAPE = 116, 113, 114, 36, 9
 CONTROL, OPTION, COMMAND = 37, 64, 133
-A, E, R, T, V, X = 38, 26, 27, 28, 55, 53
+A, C, E, R, T, V, X = 38, 54, 26, 27, 28, 55, 53
 KITS = ("gtk3", "gtk4", "qt6")
 _STEPS = 12  # in which a hand moves the pointer somewhere
 TITLES = ["File", "Edit", "View", "Help", "", OWN_ENTRY]
@@ -157,6 +157,16 @@ class MenuTest(WaylandTest):
         self.input.tap(A)
         wait_for(lambda: fixture.lines("typed"), "the key in the application")
         self.assertEqual(fixture.lines("typed"), ["a"])
+
+    def copy_letter(self, fixture):
+        """Copies the only letter in the text, and pastes it once with keys: the application offers that now."""
+        self.input.tap(X)
+        wait_for(lambda: fixture.lines("typed"), "the letter")
+        self.input.tap(A, CONTROL)
+        self.input.tap(C, CONTROL)
+        self.input.tap(RIGHT)
+        self.input.tap(V, CONTROL)
+        wait_for(lambda: fixture.lines("text")[-1:] == ["xx"], "the letter twice")
 
     def wait_until_chosen(self, fixture, *entries):
         """Waits for a choice; it must be the only one."""

@@ -2,22 +2,18 @@
 """A choice that an application offers only while its text has the keyboard: as often as it is made, it does what it does from
 the application's own bar."""
 from case import main, wait_for
-from native import A, CONTROL, X, MenuTest
+from native import MenuTest
 
-C = 54
 TIMES = 10
 
 
 class Paste(MenuTest):
     def test_each_time_it_is_offered_and_carried_out(self):
         def check(fixture):
-            self.input.tap(X)
-            wait_for(lambda: fixture.lines("typed"), "the letter")
-            self.input.tap(A, CONTROL)
-            self.input.tap(C, CONTROL)
-            for times in range(1, TIMES + 1):
+            self.copy_letter(fixture)
+            for letters in range(3, 3 + TIMES):
                 self.choose("Edit", "Paste")
-                wait_for(lambda count=times: fixture.lines("text")[-1:] == ["x" * count], f"{times} letters")
+                wait_for(lambda count=letters: fixture.lines("text")[-1:] == ["x" * count], f"{letters} letters")
             self.assertEqual(fixture.lines("chosen")[-TIMES:], ["Edit > Paste"] * TIMES)
         self.each(check)
 

@@ -1,10 +1,9 @@
 # SPDX-License-Identifier: MIT
 """Programs that run on XWayland, under a Tarnwick that runs on Wayland itself: the main job is as over native ones."""
 from case import DATA, fixture_program, main, wait_for
-from native import A, CONTROL, OWN_ENTRY, TITLES, X, MenuTest
+from native import OWN_ENTRY, TITLES, MenuTest
 from windows import Windows
 
-C = 54
 TIMES = 3
 VIEWER_TITLES = ["File", "Image", "Go", "", OWN_ENTRY]
 ON_XWAYLAND = {"gtk3": {"GDK_BACKEND": "x11"}, "gtk4": {"GDK_BACKEND": "x11"}, "qt6": {"QT_QPA_PLATFORM": "xcb"}}
@@ -44,13 +43,10 @@ class OverProgramsOnXWayland(MenuTest):
 
     def test_what_needs_the_focus_is_offered_and_carried_out(self):
         def check(fixture):
-            self.input.tap(X)
-            wait_for(lambda: fixture.lines("typed"), "the letter")
-            self.input.tap(A, CONTROL)
-            self.input.tap(C, CONTROL)
-            for times in range(1, TIMES + 1):
+            self.copy_letter(fixture)
+            for letters in range(3, 3 + TIMES):
                 self.choose("Edit", "Paste")
-                wait_for(lambda count=times: fixture.lines("text")[-1:] == ["x" * count], f"{times} letters")
+                wait_for(lambda count=letters: fixture.lines("text")[-1:] == ["x" * count], f"{letters} letters")
         self.each_on_xwayland(check)
 
     def test_a_switch_between_the_two_kinds_shows_the_menu_of_each(self):
